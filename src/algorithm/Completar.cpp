@@ -1,0 +1,95 @@
+// States 3 and 4 and the fix-up at the end of a pass: whether to fill again, topping up modules with room,
+// and moving a stream onto a first input that stayed empty.
+
+#include "Pasada.h"
+
+#include <algorithm>
+#include <iterator>
+#include <syslog.h>
+#include <unistd.h>
+
+#include "../log/Marcos.h"
+
+namespace zarven {
+
+bool Pasada::hayModuloIncompleto() const {
+    const auto& modulos = motor.Mapa_ModulosCabecera_Proceso;
+    return std::any_of(modulos.begin(), modulos.end(),
+                       [this](const auto& modulo) { return motor.ModuleisUncomplete(modulo.second); });
+}
+
+bool Pasada::hayModuloConEntradaVacia() const {
+    const auto& modulos = motor.Mapa_ModulosCabecera_Proceso;
+    return std::any_of(modulos.begin(), modulos.end(),
+                       [this](const auto& modulo) { return motor.Module_check_empty_input(modulo.second); });
+}
+
+Estado Pasada::comprobarEntradasVacias() {
+    marcos::linea(" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT");
+    if (!quedanServicios() || !hayModuloIncompleto())
+        return Estado::STATUS_UNIFY_INPUTS;
+    // Any module will do here, not only the uncomplete ones.
+    return hayModuloConEntradaVacia() ? estadoDeRelleno() : Estado::STATUS_UNCOMPLETE_MODULES;
+}
+
+Estado Pasada::completarModulos() {
+    marcos::linea(" RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES");
+    Estado propuesto = Estado::STATUS_UNIFY_INPUTS;
+    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
+        if (!quedanServicios())
+            break;
+        if (motor.ModuleisUncomplete(modulo))
+            propuesto = completarEntradas(modulo, propuesto);
+    }
+    return propuesto;
+}
+
+Estado Pasada::completarEntradas(tRec_Modulo& modulo, Estado propuesto) {
+    for (auto& [numero, entrada] : modulo.mapEntradas) {
+        if (!quedanServicios())
+            break;
+        if (entrada.ONID != 0 || entrada.TSID != 0)
+            motor.Fill_Services_in_Module_Input(modulo, entrada);
+        else
+            // A free input is worth another fill, if the last one got anywhere.
+            propuesto = servicios_Asignados != 0 ? estadoDeRelleno() : Estado::STATUS_OPTIMIZE;
+    }
+    return propuesto;
+}
+
+namespace {
+
+// The input that can stand in for an empty first one; null when the first needs no help or there is none.
+tRec_Entrada* buscarSustituta(tRec_Modulo& modulo) {
+    for (auto& [numero, entrada] : modulo.mapEntradas) {
+        if (numero == 1) {
+            if (entrada.ONID != 0 && entrada.TSID != 0)
+                return nullptr;
+            ::sleep(2);
+            marcos::linea("PRIMERA ENTRADA VACIA");
+        } else if (!entrada.MapaServicios.empty()) {
+            return &entrada;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void Pasada::corregirPrimerasEntradas() {
+    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
+        const auto primera = modulo.mapEntradas.find(1);
+        if (primera == modulo.mapEntradas.end())
+            continue;
+        tRec_Entrada* sustituta = buscarSustituta(modulo);
+        if (sustituta == nullptr)
+            continue;
+        ::sleep(2);
+        marcos::linea("SUSTITUIMOS CON OTRA ENTRADA");
+        primera->second.confEntrada(sustituta->TSID, sustituta->ONID);
+        primera->second.MapaServicios.merge(sustituta->MapaServicios);
+        sustituta->confEntrada(0, 0);
+    }
+}
+
+} // namespace zarven

@@ -1,0 +1,67 @@
+// One placement pass: a state machine over the working modules and the working index.
+//
+// A pass fills the inputs, tops up modules with room, gathers streams on one module and exchanges services
+// to make room for those left out. Every phase is a member function that gives the next state; the table of
+// them is in Pasada.cpp, each phase in a file of its own.
+
+#ifndef ZARVEN_ALGORITHM_PASADA_H
+#define ZARVEN_ALGORITHM_PASADA_H
+
+#include "tRecalculo.h"
+
+namespace zarven {
+
+enum class Estado {
+    STATUS_END = 0,
+    STATUS_FILL_INPUTS_SERVICE_TRANSCODING = 1,
+    STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING = 2,
+    STATUS_CHECK_EMPTY_INPUT = 3,
+    STATUS_UNCOMPLETE_MODULES = 4,
+    STATUS_UNIFY_INPUTS = 5,
+    STATUS_OPTIMIZE = 6
+};
+
+class Pasada {
+public:
+    Pasada(tRecalculo& motor, char option, int recurso);
+
+    void ejecutar();
+
+private:
+    // The phases (Rellenar.cpp, Completar.cpp, Unificar.cpp, Optimizar.cpp).
+    Estado rellenarConTranscoding();
+    Estado rellenarSinTranscoding();
+    Estado comprobarEntradasVacias();
+    Estado completarModulos();
+    Estado unificarEntradas();
+    Estado optimizar();
+    void corregirPrimerasEntradas();
+
+    // Where every return to filling goes.
+    Estado estadoDeRelleno() const;
+    bool quedanServicios() const { return !motor.Mapa_ONIDs.empty(); }
+
+    Estado barrer(bool transcoding, Estado siguiente);
+    bool hayModuloIncompleto() const;
+    bool hayModuloConEntradaVacia() const;
+    Estado completarEntradas(tRec_Modulo& modulo, Estado propuesto);
+    // Both tell whether an exchange asks for the uncomplete phase.
+    bool unificarModulos(tRec_Modulo& modulo, tRec_Modulo& modulo_Aux);
+    bool unificarEntrada(tRec_Modulo& modulo, unsigned short numero, tRec_Modulo& modulo_Aux);
+    void optimizarONID(Rec_ONID& rec_onid);
+    // Gives what Clear_ONID_TSID removed from the index.
+    int optimizarTSID(unsigned short onid, Rec_TSID& stream);
+    Estado finDeOptimizar() const;
+
+    tRecalculo& motor;
+    const char option;
+    const int recurso;
+    // Times the optimize state has been entered.
+    int vueltas_Optimize = 0;
+    // Services placed by the last fill sweep.
+    int servicios_Asignados = 0;
+};
+
+} // namespace zarven
+
+#endif

@@ -1,0 +1,64 @@
+// States 1 and 2: one sweep over the inputs, each empty one offered a stream of the working index.
+
+#include "Pasada.h"
+
+#include <syslog.h>
+
+#include "../log/Marcos.h"
+#include "Textos.h"
+
+namespace zarven {
+
+namespace {
+
+constexpr char MAX = 1;
+constexpr char MIN = 3;
+constexpr char NO_SE_OFRECE = 0;
+
+// How an input chooses its stream, by the option of the pass and the number of the input: the mixed options
+// tell inputs 1 and 2 apart and leave the others alone.
+char modoDeEntrada(char option, unsigned short numEntrada) {
+    switch (option) {
+    case 1:
+        return MAX;
+    case 2:
+        return numEntrada == 1 ? MAX : numEntrada == 2 ? MIN : NO_SE_OFRECE;
+    case 3:
+        return MIN;
+    case 4:
+        return numEntrada == 1 ? MIN : numEntrada == 2 ? MAX : NO_SE_OFRECE;
+    default:
+        return NO_SE_OFRECE;
+    }
+}
+
+} // namespace
+
+Estado Pasada::rellenarConTranscoding() {
+    marcos::linea(" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING");
+    return barrer(true, Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING);
+}
+
+Estado Pasada::rellenarSinTranscoding() {
+    marcos::linea(" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING");
+    return barrer(false, Estado::STATUS_CHECK_EMPTY_INPUT);
+}
+
+Estado Pasada::barrer(bool transcoding, Estado siguiente) {
+    servicios_Asignados = 0;
+    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso)
+        for (auto& [numero, entrada] : modulo.mapEntradas) {
+            if (transcoding)
+                ::syslog(LOG_DEBUG, " RecalculationAlgorithm ---> itEntrada : %du", numero);
+            const char modo = modoDeEntrada(option, numero);
+            if (entrada.MapaServicios.empty() && quedanServicios() && modo != NO_SE_OFRECE)
+                servicios_Asignados += motor.Asignar_listaServicios(modulo, entrada, modo, transcoding);
+        }
+
+    if (servicios_Asignados == 0)
+        marcos::linea(textos::NO_SE_PUEDEN_ANADIR);
+    marcos::linea(" RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION");
+    return servicios_Asignados == 0 ? Estado::STATUS_UNIFY_INPUTS : siguiente;
+}
+
+} // namespace zarven

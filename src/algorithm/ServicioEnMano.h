@@ -1,0 +1,87 @@
+// An unassigned service in hand, and the search for an exchange that makes room for it.
+//
+// MAC[0] is a module that receives its stream, and one more stream on another input. MAC[1] is a module that
+// receives that other stream too. A service of it (the principal) leaves MAC[0] for MAC[1], another (the
+// auxiliar) leaves MAC[1] for MAC[0], so that PIDs and bitrate come free for the service in hand.
+
+#ifndef ZARVEN_ALGORITHM_SERVICIOENMANO_H
+#define ZARVEN_ALGORITHM_SERVICIOENMANO_H
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "Fichas.h"
+#include "tRecalculo.h"
+
+namespace zarven {
+
+class ServicioEnMano {
+public:
+    // `stream` is the entry ONID, TSID of the working index that the service stands in.
+    ServicioEnMano(tRecalculo& motor, int recurso, unsigned short onid, Rec_TSID& stream, const Ficha& ficha);
+
+    // Looks for an exchange and makes it. Gives what Clear_ONID_TSID removed from the index once the service
+    // was placed; 0 also when it was not.
+    int hacerSitio();
+
+private:
+    // One of the two modules of an exchange.
+    struct Extremo {
+        tMapaModulos::iterator modulo;
+        // The input that carries the exchange stream; there may be none on MAC[0].
+        tMapaEntradas::iterator entrada;
+        // Free PIDs when the search began.
+        int libres = 0;
+    };
+
+    // The search for the modules.
+    void elegirModulos();
+    void anotarEntrada(const std::string& mac, const tRec_Entrada& entrada);
+    bool elegirAuxiliar();
+    void registrarBusqueda(const tRec_Entrada& entrada) const;
+    Extremo extremo(const std::string& mac, unsigned short numero) const;
+
+    // The search for the two services. Each gives the result of the exchange, or nothing when none was made.
+    using Resultado = std::optional<int>;
+    Resultado recorrerSalidas();
+    Resultado recorrerPrincipales(tRec_Salida& salida, tRec_Salida& salida_Aux);
+    Resultado recorrerAuxiliares(const tRec_Salida& salida, tRec_Salida& salida_Aux, const Ficha& principal);
+    bool esDeIntercambio(const tRec_Servicio& servicio) const;
+    bool esViable(const tRec_Salida& salida, const tRec_Salida& salida_Aux, const Ficha& principal,
+                  const Ficha& auxiliar) const;
+    bool hayEntradas() const;
+
+    // The exchange (Permuta.cpp).
+    Resultado permutar(const Ficha& principal, const Ficha& auxiliar);
+    tMapaServicios::iterator prepararPrincipal(const Ficha& principal);
+    tMapaServicios::iterator prepararAuxiliar(const Ficha& auxiliar);
+    bool quitarPrincipal(tMapaServicios::iterator itPrincipal);
+    bool quitarAuxiliar(tMapaServicios::iterator itAuxiliar);
+    bool llevarPrincipal(tMapaServicios::iterator itPrincipal);
+    bool traerAuxiliar(tMapaServicios::iterator itAuxiliar, const Ficha& principal);
+    bool colocarOriginal();
+    void retirar(long clave);
+
+    tRecalculo& motor;
+    const int recurso;
+    // Where the service in hand stands in the index.
+    const unsigned short onid_Out;
+    Rec_TSID& stream_Out;
+    const Ficha ficha_Out;
+    tMapaServicios::iterator itService_Out;
+
+    std::array<std::string, 2> MAC;
+    unsigned short NumEntrada_Service_Out = 0;
+    unsigned short NumEntradaAux = 0;
+    // The exchange stream, and the input of MAC[0] that receives it.
+    unsigned short ONID = 0;
+    unsigned short TSID = 0;
+    unsigned short NumEntrada = 0;
+
+    std::array<Extremo, 2> extremos;
+};
+
+} // namespace zarven
+
+#endif

@@ -1,0 +1,49 @@
+// Walking an index of services, and finding a stream in one.
+
+#ifndef ZARVEN_ENGINE_INDICE_H
+#define ZARVEN_ENGINE_INDICE_H
+
+#include "Rec_ONID.h"
+
+namespace zarven {
+
+// The stream's record, or null.
+inline Rec_TSID* buscarTSID(tMapaONIDs& indice, unsigned short onid, unsigned short tsid) {
+    const auto itONID = indice.find(onid);
+    if (itONID == indice.end())
+        return nullptr;
+    const auto itTSID = itONID->second.MapRec_TSIDs.find(tsid);
+    return itTSID == itONID->second.MapRec_TSIDs.end() ? nullptr : &itTSID->second;
+}
+
+// The stream's record, made (and its network's) when it is not there yet.
+inline Rec_TSID& abrirTSID(tMapaONIDs& indice, unsigned short onid, unsigned short tsid) {
+    Rec_ONID& rec_onid = indice[onid];
+    rec_onid.ONID = onid;
+    Rec_TSID& rec_tsid = rec_onid.MapRec_TSIDs[tsid];
+    rec_tsid.TSID = tsid;
+    return rec_tsid;
+}
+
+// Calls f(Rec_ONID, Rec_TSID) for the streams in order, up to the first for which it gives true; gives
+// whether there was one.
+template <class Indice, class F> bool algunTSID(Indice& indice, F&& f) {
+    for (auto& [onid, rec_onid] : indice)
+        for (auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
+            if (f(rec_onid, rec_tsid))
+                return true;
+    return false;
+}
+
+// The count is kept in 16 bits and wraps, as everything the driver derives from it expects.
+inline unsigned short contarServicios(const tMapaONIDs& indice) {
+    unsigned short total = 0;
+    for (const auto& [onid, rec_onid] : indice)
+        for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
+            total = static_cast<unsigned short>(total + rec_tsid.MapRec_Services.size());
+    return total;
+}
+
+} // namespace zarven
+
+#endif

@@ -1,0 +1,19 @@
+// What inputs, outputs and the index have in common: each keeps its services in a multimap by key.
+
+#ifndef ZARVEN_MODEL_SERVICIOS_H
+#define ZARVEN_MODEL_SERVICIOS_H
+
+#include "tRec_Servicio.h"
+
+namespace zarven {
+
+// Dumps the services in the order of the multimap, numbered from `n` + 1; gives the last number used.
+inline int imprimirServicios(const tMapaServicios& servicios, int n = 0) {
+    for (const auto& [idService, servicio] : servicios)
+        servicio->Print_Servicio(++n);
+    return n;
+}
+
+} // namespace zarven
+
+#endif
