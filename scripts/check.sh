@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# The checks that run no test: formatting, lint, the bare build a firmware tree makes, scripts.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need "${BUILD_PACKAGES[@]}" libgtest-dev git clang-format clang-tidy shellcheck
+
+echo "== formatting"
+git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+
+echo "== scripts"
+shellcheck -x scripts/*.sh tests/tools/*.sh .ci/run
+
+echo "== bare build"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+g++ -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Iinclude -fPIC -shared src/*/*.cpp \
+    -o "$work/librecalculo.so"
+for header in include/*.h; do
+    g++ -std=c++17 -Wall -Wextra -Werror -Iinclude -fsyntax-only -x c++ "$header"
+done
+
+echo "== lint"
+cmake --preset gcc >/dev/null
+git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/gcc 2>/dev/null

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# test.sh [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang, debug,
+# asan, ubsan; see CMakePresets.json).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+[ $# -gt 0 ] || set -- gcc
+need "${BUILD_PACKAGES[@]}" libgtest-dev
+
+for preset in "$@"; do
+    [ "$preset" != clang ] || need clang
+    echo "== $preset"
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" | tail -n 1
+done
+# Built first, run last: the closing line of the last run is the last line.
+for preset in "$@"; do
+    ctest --preset "$preset" --parallel "$(nproc)"
+done

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Runs the library's test programs of the g++ build under valgrind, which must find neither an error nor a
+# leak.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need "${BUILD_PACKAGES[@]}" libgtest-dev valgrind
+
+cmake --preset gcc >/dev/null
+cmake --build --preset gcc | tail -n 1
+for program in build/gcc/tests/{model,engine,algorithm}/*_test; do
+    # valgrind is some thirty times slower: a few random runs are enough here.
+    RECALCULO_RANDOM_RUNS=40 valgrind --quiet --leak-check=full --error-exitcode=1 "$program" --gtest_brief=1
+done
