@@ -30,7 +30,8 @@ tRec_Entrada* buscarEntrada(tRec_Modulo& modulo, unsigned short onid, unsigned s
 
 Candidato::Candidato(tRecalculo& engine, tRec_Modulo& modulo, unsigned short numero, tRec_Modulo& modulo_Aux)
     : motor(engine), principal{"", modulo}, auxiliar{"_Aux", modulo_Aux}, numEntrada(numero),
-      ONID(modulo.mapEntradas.at(numero).ONID), TSID(modulo.mapEntradas.at(numero).TSID) {}
+      ONID(modulo.mapEntradas.find(numero)->second.ONID), TSID(modulo.mapEntradas.find(numero)->second.TSID) {
+}
 
 bool Candidato::intercambiar() {
     principal.registrarAntes();

@@ -9,7 +9,8 @@
 
 #include "../engine/Indice.h"
 #include "../log/Marcos.h"
-#include "Fichas.h"
+#include "Paseo.h"
+#include "Recorrido.h"
 #include "ServicioEnMano.h"
 #include "Textos.h"
 
@@ -27,38 +28,38 @@ constexpr int ONID_ELIMINADO = 2;
 Estado Pasada::optimizar() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_OPTIMIZE");
     ++vueltas_Optimize;
+    // No exchange tunes an input, so who receives what holds for the whole sweep.
+    const Recorrido recorrido(motor.Mapa_ModulosCabecera_Proceso);
     auto& indice = motor.Mapa_ONIDs;
     for (auto it = indice.begin(); it != indice.end();) {
         const unsigned short onid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con ONID %d ", onid);
-        optimizarONID(it->second);
+        optimizarONID(recorrido, it->second);
         it = indice.upper_bound(onid);
     }
     return finDeOptimizar();
 }
 
-void Pasada::optimizarONID(Rec_ONID& rec_onid) {
+void Pasada::optimizarONID(const Recorrido& recorrido, Rec_ONID& rec_onid) {
     auto& streams = rec_onid.MapRec_TSIDs;
     for (auto it = streams.begin(); it != streams.end();) {
         const unsigned short tsid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios ( %d ) sin asignar con TSID %d ",
                  static_cast<int>(it->second.MapRec_Services.size()), tsid);
         // With its last stream the network is gone, and rec_onid with it.
-        if (optimizarTSID(rec_onid.ONID, it->second) == ONID_ELIMINADO)
+        if (optimizarTSID(recorrido, rec_onid.ONID, it->second) == ONID_ELIMINADO)
             return;
         it = streams.upper_bound(tsid);
     }
 }
 
-int Pasada::optimizarTSID(unsigned short onid, Rec_TSID& stream) {
+int Pasada::optimizarTSID(const Recorrido& recorrido, unsigned short onid, Rec_TSID& stream) {
     int n = 0;
-    for (const Ficha& ficha : fichar(stream.MapRec_Services)) {
-        if (buscarFicha(stream.MapRec_Services, ficha) == stream.MapRec_Services.end())
-            continue;
+    for (Paseo paseo(stream.MapRec_Services); paseo.avanzar();) {
         ::syslog(LOG_DEBUG, "soy el servicio nº%d", ++n);
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con  idServicio: (itService_Out) %d",
-                 static_cast<int>(ficha.clave));
-        const int clear = ServicioEnMano(motor, recurso, onid, stream, ficha).hacerSitio();
+                 static_cast<int>(paseo.clave()));
+        const int clear = ServicioEnMano(motor, recorrido, recurso, onid, stream, paseo).hacerSitio();
         if (clear != 0)
             return clear;
     }

@@ -11,6 +11,8 @@
 
 namespace zarven {
 
+class Recorrido;
+
 enum class Estado {
     STATUS_END = 0,
     STATUS_FILL_INPUTS_SERVICE_TRANSCODING = 1,
@@ -45,12 +47,9 @@ private:
     bool hayModuloIncompleto() const;
     bool hayModuloConEntradaVacia() const;
     Estado completarEntradas(tRec_Modulo& modulo, Estado propuesto);
-    // Both tell whether an exchange asks for the uncomplete phase.
-    bool unificarModulos(tRec_Modulo& modulo, tRec_Modulo& modulo_Aux);
-    bool unificarEntrada(tRec_Modulo& modulo, unsigned short numero, tRec_Modulo& modulo_Aux);
-    void optimizarONID(Rec_ONID& rec_onid);
+    void optimizarONID(const Recorrido& recorrido, Rec_ONID& rec_onid);
     // Gives what Clear_ONID_TSID removed from the index.
-    int optimizarTSID(unsigned short onid, Rec_TSID& stream);
+    int optimizarTSID(const Recorrido& recorrido, unsigned short onid, Rec_TSID& stream);
     Estado finDeOptimizar() const;
 
     tRecalculo& motor;

@@ -2,8 +2,10 @@
 
 #include "Pasada.h"
 
+#include <optional>
 #include <syslog.h>
 
+#include "../engine/Asignar.h"
 #include "../log/Marcos.h"
 #include "Textos.h"
 
@@ -11,8 +13,6 @@ namespace zarven {
 
 namespace {
 
-constexpr char MAX = 1;
-constexpr char MIN = 3;
 constexpr char NO_SE_OFRECE = 0;
 
 // How an input chooses its stream, by the option of the pass and the number of the input: the mixed options
@@ -20,13 +20,13 @@ constexpr char NO_SE_OFRECE = 0;
 char modoDeEntrada(char option, unsigned short numEntrada) {
     switch (option) {
     case 1:
-        return MAX;
+        return MODO_MAX;
     case 2:
-        return numEntrada == 1 ? MAX : numEntrada == 2 ? MIN : NO_SE_OFRECE;
+        return numEntrada == 1 ? MODO_MAX : numEntrada == 2 ? MODO_MIN : NO_SE_OFRECE;
     case 3:
-        return MIN;
+        return MODO_MIN;
     case 4:
-        return numEntrada == 1 ? MIN : numEntrada == 2 ? MAX : NO_SE_OFRECE;
+        return numEntrada == 1 ? MODO_MIN : numEntrada == 2 ? MODO_MAX : NO_SE_OFRECE;
     default:
         return NO_SE_OFRECE;
     }
@@ -46,13 +46,17 @@ Estado Pasada::rellenarSinTranscoding() {
 
 Estado Pasada::barrer(bool transcoding, Estado siguiente) {
     servicios_Asignados = 0;
+    std::optional<Elegibles> elegibles;
     for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso)
         for (auto& [numero, entrada] : modulo.mapEntradas) {
             if (transcoding)
                 ::syslog(LOG_DEBUG, " RecalculationAlgorithm ---> itEntrada : %du", numero);
             const char modo = modoDeEntrada(option, numero);
-            if (entrada.MapaServicios.empty() && quedanServicios() && modo != NO_SE_OFRECE)
-                servicios_Asignados += motor.Asignar_listaServicios(modulo, entrada, modo, transcoding);
+            if (!entrada.MapaServicios.empty() || !quedanServicios() || modo == NO_SE_OFRECE)
+                continue;
+            if (!elegibles)
+                elegibles.emplace(motor.Mapa_ONIDs, transcoding);
+            servicios_Asignados += asignarServicios(motor, *elegibles, modulo, entrada, modo, transcoding);
         }
 
     if (servicios_Asignados == 0)

@@ -20,10 +20,11 @@ int pidsLibres(const tRec_Modulo& modulo) {
 
 } // namespace
 
-ServicioEnMano::ServicioEnMano(tRecalculo& engine, int recursoCabecera, unsigned short onid, Rec_TSID& stream,
-                               const Ficha& ficha)
-    : motor(engine), recurso(recursoCabecera), onid_Out(onid), stream_Out(stream), ficha_Out(ficha),
-      itService_Out(buscarFicha(stream.MapRec_Services, ficha)) {}
+ServicioEnMano::ServicioEnMano(tRecalculo& engine, const Recorrido& modulos, int recursoCabecera,
+                               unsigned short onid, Rec_TSID& stream, Paseo& paseo)
+    : motor(engine), recorrido(modulos), recurso(recursoCabecera), registra(modulos.registra()),
+      onid_Out(onid), stream_Out(stream), paseo_Out(paseo), ficha_Out{paseo.clave(), paseo.servicio()},
+      itService_Out(buscarFicha(stream.MapRec_Services, ficha_Out)) {}
 
 int ServicioEnMano::hacerSitio() {
     elegirModulos();
@@ -38,15 +39,21 @@ int ServicioEnMano::hacerSitio() {
 }
 
 void ServicioEnMano::elegirModulos() {
-    for (const auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
-        ::syslog(LOG_DEBUG, " itModulo %s ", mac.c_str());
+    const unsigned short tsid_Out = stream_Out.TSID;
+    for (std::size_t n = recorrido.siguiente(0, onid_Out, tsid_Out); n != recorrido.fin();
+         n = recorrido.siguiente(n + 1, onid_Out, tsid_Out)) {
+        const auto& [mac, modulo] = *recorrido.modulo(n);
+        if (registra)
+            ::syslog(LOG_DEBUG, " itModulo %s ", mac.c_str());
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
-            ::syslog(LOG_DEBUG, " itModulo %s itEntradaModulo %d", mac.c_str(), numero);
+            if (registra)
+                ::syslog(LOG_DEBUG, " itModulo %s itEntradaModulo %d", mac.c_str(), numero);
             anotarEntrada(mac, entrada);
         }
+        // A search that found no MAC[1] is repeated for every module to come, to the same end.
         if (MAC[0].empty())
             ONID = TSID = NumEntrada = 0;
-        else if (elegirAuxiliar())
+        else if (elegirAuxiliar() || !registra)
             break;
     }
 }
@@ -69,12 +76,16 @@ void ServicioEnMano::anotarEntrada(const std::string& mac, const tRec_Entrada& e
 bool ServicioEnMano::elegirAuxiliar() {
     ::syslog(LOG_DEBUG, " Buscaremos modulos con ONID %d  y TSID %d NumEntrada %d ", ONID, TSID, NumEntrada);
     const unsigned short modelo = motor.Mapa_ModulosCabecera_Proceso.find(MAC[0])->second.Modelo;
-    for (const auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
-        ::syslog(LOG_DEBUG, " itModuloAux %s", mac.c_str());
+    for (std::size_t n = recorrido.siguiente(0, ONID, TSID); n != recorrido.fin();
+         n = recorrido.siguiente(n + 1, ONID, TSID)) {
+        const auto& [mac, modulo] = *recorrido.modulo(n);
+        if (registra)
+            ::syslog(LOG_DEBUG, " itModuloAux %s", mac.c_str());
         if (mac == MAC[0] || (recurso == RECURSO_MISMO_MODELO && modulo.Modelo != modelo))
             continue;
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
-            registrarBusqueda(entrada);
+            if (registra)
+                registrarBusqueda(entrada);
             if (entrada.ONID != ONID || entrada.TSID != TSID)
                 continue;
             MAC[1] = mac;
@@ -99,14 +110,19 @@ ServicioEnMano::Extremo ServicioEnMano::extremo(const std::string& mac, unsigned
 
 ServicioEnMano::Resultado ServicioEnMano::recorrerSalidas() {
     for (auto& [idSalida, salida] : extremos[0].modulo->second.mapSalidas) {
-        ::syslog(LOG_DEBUG, " MAC 1 %s itSalida %d", MAC[0].c_str(), static_cast<int>(idSalida));
-        for (const auto& [clave, servicio] : salida.MapaServicios)
-            ::syslog(LOG_DEBUG, "itService_Salida->first %d", static_cast<int>(clave));
+        if (registra) {
+            ::syslog(LOG_DEBUG, " MAC 1 %s itSalida %d", MAC[0].c_str(), static_cast<int>(idSalida));
+            for (const auto& [clave, servicio] : salida.MapaServicios)
+                ::syslog(LOG_DEBUG, "itService_Salida->first %d", static_cast<int>(clave));
+        }
         ::sleep(1);
         for (auto& [idSalida_Aux, salida_Aux] : extremos[1].modulo->second.mapSalidas) {
-            ::syslog(LOG_DEBUG, " MAC 2 %s itSalida_Aux %d", MAC[1].c_str(), static_cast<int>(idSalida_Aux));
-            for (const auto& [clave, servicio] : salida_Aux.MapaServicios)
-                ::syslog(LOG_DEBUG, "itService_Salida_Aux->first %d", static_cast<int>(clave));
+            if (registra) {
+                ::syslog(LOG_DEBUG, " MAC 2 %s itSalida_Aux %d", MAC[1].c_str(),
+                         static_cast<int>(idSalida_Aux));
+                for (const auto& [clave, servicio] : salida_Aux.MapaServicios)
+                    ::syslog(LOG_DEBUG, "itService_Salida_Aux->first %d", static_cast<int>(clave));
+            }
             ::sleep(10);
             if (const Resultado resultado = recorrerPrincipales(salida, salida_Aux))
                 return resultado;
@@ -116,13 +132,13 @@ ServicioEnMano::Resultado ServicioEnMano::recorrerSalidas() {
 }
 
 ServicioEnMano::Resultado ServicioEnMano::recorrerPrincipales(tRec_Salida& salida, tRec_Salida& salida_Aux) {
-    for (const Ficha& principal : fichar(salida.MapaServicios)) {
-        if (buscarFicha(salida.MapaServicios, principal) == salida.MapaServicios.end())
+    for (Paseo principales(salida.MapaServicios); principales.avanzar();) {
+        if (registra)
+            ::syslog(LOG_DEBUG, " Evaluando nuevo Servicio Principal %d",
+                     static_cast<int>(principales.clave()));
+        if (!esDeIntercambio(*principales.servicio()))
             continue;
-        ::syslog(LOG_DEBUG, " Evaluando nuevo Servicio Principal %d", static_cast<int>(principal.clave));
-        if (!esDeIntercambio(*principal.servicio))
-            continue;
-        if (const Resultado resultado = recorrerAuxiliares(salida, salida_Aux, principal))
+        if (const Resultado resultado = recorrerAuxiliares(salida, salida_Aux, principales))
             return resultado;
     }
     return {};
@@ -130,15 +146,19 @@ ServicioEnMano::Resultado ServicioEnMano::recorrerPrincipales(tRec_Salida& salid
 
 // A principal that an exchange has taken off and could not place stays in hand for the auxiliars to come.
 ServicioEnMano::Resultado ServicioEnMano::recorrerAuxiliares(const tRec_Salida& salida,
-                                                             tRec_Salida& salida_Aux,
-                                                             const Ficha& principal) {
-    for (const Ficha& auxiliar : fichar(salida_Aux.MapaServicios)) {
-        if (buscarFicha(salida_Aux.MapaServicios, auxiliar) == salida_Aux.MapaServicios.end())
+                                                             tRec_Salida& salida_Aux, Paseo& principales) {
+    for (Paseo auxiliares(salida_Aux.MapaServicios); auxiliares.avanzar();) {
+        if (registra)
+            ::syslog(LOG_DEBUG, " Evaluando nuevo Servicio Auxiliar %d",
+                     static_cast<int>(auxiliares.clave()));
+        if (!esViable(salida, salida_Aux, principales, auxiliares) || !hayEntradas())
             continue;
-        ::syslog(LOG_DEBUG, " Evaluando nuevo Servicio Auxiliar %d", static_cast<int>(auxiliar.clave));
-        if (!esViable(salida, salida_Aux, principal, auxiliar) || !hayEntradas())
-            continue;
-        if (const Resultado resultado = permutar(principal, auxiliar))
+        // From here on the containers under all three walks change.
+        paseo_Out.fijar();
+        principales.fijar();
+        auxiliares.fijar();
+        if (const Resultado resultado = permutar({principales.clave(), principales.servicio()},
+                                                 {auxiliares.clave(), auxiliares.servicio()}))
             return resultado;
     }
     return {};
@@ -155,27 +175,31 @@ bool ServicioEnMano::hayEntradas() const {
 
 // PIDs are weighed as signed numbers, bitrates modulo 2^32: a sum below zero becomes a large one and fails.
 bool ServicioEnMano::esViable(const tRec_Salida& salida, const tRec_Salida& salida_Aux,
-                              const Ficha& principal, const Ficha& auxiliar) const {
-    const tRec_Servicio& va = *principal.servicio;
-    const tRec_Servicio& viene = *auxiliar.servicio;
+                              const Paseo& principal, const Paseo& auxiliar) const {
+    const tRec_Servicio& va = *principal.servicio();
+    const tRec_Servicio& viene = *auxiliar.servicio();
     const tRec_Servicio& entra = *ficha_Out.servicio;
 
     if (!esDeIntercambio(viene))
         return false;
-    marcos::linea("if ( itService_Salida_Aux->second->TSID != TSID ) continue;");
-    if (auxiliar.clave == principal.clave)
+    if (registra)
+        marcos::linea("if ( itService_Salida_Aux->second->TSID != TSID ) continue;");
+    if (auxiliar.clave() == principal.clave())
         return false;
-    marcos::linea(" Son diferentes, seguimos");
+    if (registra)
+        marcos::linea(" Son diferentes, seguimos");
 
     if (extremos[0].libres + va.number_PIDs_CA - viene.number_PIDs_CA - entra.number_PIDs_CA < 0 ||
         extremos[1].libres + viene.number_PIDs_CA - va.number_PIDs_CA < 0)
         return false;
-    ::syslog(
-        LOG_DEBUG,
-        " 1. Si el número de pids libres en el módulo .... idService %d idService_Aux %d idService_Out %d",
-        static_cast<int>(principal.clave), static_cast<int>(auxiliar.clave),
-        static_cast<int>(ficha_Out.clave));
-    marcos::linea(" Mirar si el cambio también es viable también teniendo en cuenta los BitRate");
+    if (registra) {
+        ::syslog(
+            LOG_DEBUG,
+            " 1. Si el número de pids libres en el módulo .... idService %d idService_Aux %d idService_Out %d",
+            static_cast<int>(principal.clave()), static_cast<int>(auxiliar.clave()),
+            static_cast<int>(ficha_Out.clave));
+        marcos::linea(" Mirar si el cambio también es viable también teniendo en cuenta los BitRate");
+    }
     ::sleep(1);
 
     return salida.BitRateActual + entra.peakBitRate - va.peakBitRate + viene.peakBitRate <

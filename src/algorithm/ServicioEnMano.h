@@ -11,15 +11,19 @@
 #include <optional>
 #include <string>
 
-#include "Fichas.h"
 #include "tRecalculo.h"
+
+#include "Paseo.h"
+#include "Recorrido.h"
 
 namespace zarven {
 
 class ServicioEnMano {
 public:
-    // `stream` is the entry ONID, TSID of the working index that the service stands in.
-    ServicioEnMano(tRecalculo& motor, int recurso, unsigned short onid, Rec_TSID& stream, const Ficha& ficha);
+    // `paseo` is the walk over `stream`, the entry of `onid` in the working index, that has the service in
+    // hand.
+    ServicioEnMano(tRecalculo& motor, const Recorrido& recorrido, int recurso, unsigned short onid,
+                   Rec_TSID& stream, Paseo& paseo);
 
     // Looks for an exchange and makes it. Gives what Clear_ONID_TSID removed from the index once the service
     // was placed; 0 also when it was not.
@@ -46,10 +50,10 @@ private:
     using Resultado = std::optional<int>;
     Resultado recorrerSalidas();
     Resultado recorrerPrincipales(tRec_Salida& salida, tRec_Salida& salida_Aux);
-    Resultado recorrerAuxiliares(const tRec_Salida& salida, tRec_Salida& salida_Aux, const Ficha& principal);
+    Resultado recorrerAuxiliares(const tRec_Salida& salida, tRec_Salida& salida_Aux, Paseo& principales);
     bool esDeIntercambio(const tRec_Servicio& servicio) const;
-    bool esViable(const tRec_Salida& salida, const tRec_Salida& salida_Aux, const Ficha& principal,
-                  const Ficha& auxiliar) const;
+    bool esViable(const tRec_Salida& salida, const tRec_Salida& salida_Aux, const Paseo& principal,
+                  const Paseo& auxiliar) const;
     bool hayEntradas() const;
 
     // The exchange (Permuta.cpp).
@@ -64,10 +68,14 @@ private:
     void retirar(long clave);
 
     tRecalculo& motor;
+    const Recorrido& recorrido;
     const int recurso;
+    // The steps are logged.
+    const bool registra;
     // Where the service in hand stands in the index.
     const unsigned short onid_Out;
     Rec_TSID& stream_Out;
+    Paseo& paseo_Out;
     const Ficha ficha_Out;
     tMapaServicios::iterator itService_Out;
 

@@ -1,6 +1,6 @@
 // Filling one input from the working index: choosing a stream for an untuned one, topping up a tuned one.
 
-#include "tRecalculo.h"
+#include "Asignar.h"
 
 #include <iterator>
 #include <syslog.h>
@@ -12,50 +12,6 @@ namespace zarven {
 
 namespace {
 
-constexpr char MODO_MAX = 1;
-constexpr char MODO_MIN = 3;
-
-// What makes a service count when a stream is chosen.
-struct Criterio {
-    bool solo_claves_positivas; // some key is positive: keys of 0 and below do not count
-    bool hay_transcoding;       // some service needs a transcoder: only those of the kind asked for count
-    bool transcoding;           // the kind asked for
-
-    bool cuenta(long clave, const tRec_Servicio& servicio) const {
-        if (solo_claves_positivas && clave <= 0)
-            return false;
-        return !hay_transcoding || servicio.Transcoding == (transcoding ? 1 : 0);
-    }
-    int contar(const tMapaServicios& servicios) const {
-        int n = 0;
-        for (const auto& [clave, servicio] : servicios)
-            n += cuenta(clave, *servicio);
-        return n;
-    }
-};
-
-struct Eleccion {
-    unsigned short ONID;
-    unsigned short TSID;
-    Rec_TSID* stream; // null: none chosen
-};
-
-// The stream with the most (MODO_MAX) or fewest (MODO_MIN) services that count, and at least one; the first
-// of equals.
-Eleccion elegirStream(tMapaONIDs& indice, char modo, const Criterio& criterio) {
-    Eleccion elegido{0, 0, nullptr};
-    int mejor = modo == MODO_MAX ? 0 : 99999;
-    for (auto& [onid, rec_onid] : indice)
-        for (auto& [tsid, stream] : rec_onid.MapRec_TSIDs) {
-            const int n = criterio.contar(stream.MapRec_Services);
-            if (n != 0 && (modo == MODO_MAX ? n > mejor : n < mejor)) {
-                mejor = n;
-                elegido = {onid, tsid, &stream};
-            }
-        }
-    return elegido;
-}
-
 // Tries one service of the index; placed, it leaves the index. Gives the entry that comes next.
 tMapaServicios::iterator colocar(tRecalculo& motor, tRec_Modulo& modulo, tRec_Entrada& entrada,
                                  tMapaServicios& servicios, tMapaServicios::iterator it, int& colocados) {
@@ -65,36 +21,46 @@ tMapaServicios::iterator colocar(tRecalculo& motor, tRec_Modulo& modulo, tRec_En
     return servicios.erase(it);
 }
 
-} // namespace
-
-int tRecalculo::Asignar_listaServicios(tRec_Modulo& modulo, tRec_Entrada& entrada, char modo,
-                                       bool transcoding) {
-    const Criterio criterio{Exist_Service_with_idService(), Exist_Transcoding_Service(), transcoding};
-    marcos::vacia();
-    ::syslog(LOG_DEBUG, "exists_Transcoding_Services %d", criterio.hay_transcoding);
-    marcos::vacia();
-    if (modo != MODO_MAX && modo != MODO_MIN)
-        return 0;
-
-    const Eleccion elegido = elegirStream(Mapa_ONIDs, modo, criterio);
-    if (elegido.stream == nullptr)
-        return 0;
-    ::syslog(LOG_DEBUG, "MAC[%s]: ONID= %d / TSID %d", modulo.MAC.c_str(), elegido.ONID, elegido.TSID);
-
-    tMapaServicios& servicios = elegido.stream->MapRec_Services;
+int colocarStream(tRecalculo& motor, tRec_Modulo& modulo, tRec_Entrada& entrada, tMapaServicios& servicios,
+                  bool transcoding) {
     int colocados = 0;
     for (auto it = servicios.begin(); it != servicios.end();) {
         // Services that need no transcoder ride along in both fills.
         const unsigned short necesita = it->second->Transcoding;
         if (necesita == 0 || (necesita == 1 && transcoding))
-            it = colocar(*this, modulo, entrada, servicios, it, colocados);
+            it = colocar(motor, modulo, entrada, servicios, it, colocados);
         else
             ++it;
     }
-    if (colocados != 0)
-        entrada.confEntrada(elegido.TSID, elegido.ONID);
-    Clear_ONID_TSID(elegido.ONID, elegido.TSID);
     return colocados;
+}
+
+} // namespace
+
+int asignarServicios(tRecalculo& motor, Elegibles& elegibles, tRec_Modulo& modulo, tRec_Entrada& entrada,
+                     char modo, bool transcoding) {
+    marcos::vacia();
+    ::syslog(LOG_DEBUG, "exists_Transcoding_Services %d", elegibles.hayTranscoding());
+    marcos::vacia();
+    const std::optional<Stream> elegido = elegibles.elegir(modo);
+    if (!elegido)
+        return 0;
+    ::syslog(LOG_DEBUG, "MAC[%s]: ONID= %d / TSID %d", modulo.MAC.c_str(), elegido->ONID, elegido->TSID);
+
+    tMapaServicios& servicios = buscarTSID(motor.Mapa_ONIDs, elegido->ONID, elegido->TSID)->MapRec_Services;
+    elegibles.descontar(*elegido, servicios);
+    const int colocados = colocarStream(motor, modulo, entrada, servicios, transcoding);
+    elegibles.contar(*elegido, servicios);
+    if (colocados != 0)
+        entrada.confEntrada(elegido->TSID, elegido->ONID);
+    motor.Clear_ONID_TSID(elegido->ONID, elegido->TSID);
+    return colocados;
+}
+
+int tRecalculo::Asignar_listaServicios(tRec_Modulo& modulo, tRec_Entrada& entrada, char modo,
+                                       bool transcoding) {
+    Elegibles elegibles(Mapa_ONIDs, transcoding);
+    return asignarServicios(*this, elegibles, modulo, entrada, modo, transcoding);
 }
 
 std::uint32_t tRecalculo::Fill_Services_in_Module_Input(tRec_Modulo& modulo, tRec_Entrada& entrada) {

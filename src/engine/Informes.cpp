@@ -30,6 +30,8 @@ void nombres(const tMapaServicios& servicios) {
 
 // The two dumps of an index differ by one blank line under the title.
 void volcarIndice(const tMapaONIDs& indice, bool blancoTrasTitulo) {
+    if (!marcos::seRegistra())
+        return;
     int n = 0;
     algunTSID(indice, [&](const Rec_ONID& onid, const Rec_TSID& stream) {
         marcos::linea(marcos::IGUALES);
@@ -48,6 +50,8 @@ void volcarIndice(const tMapaONIDs& indice, bool blancoTrasTitulo) {
 }
 
 void volcarModulos(const tMapaModulos& modulos) {
+    if (!marcos::seRegistra())
+        return;
     for (const auto& [mac, modulo] : modulos)
         modulo.Print_Modulo();
 }
@@ -96,6 +100,8 @@ void tRecalculo::Print_Mapa_ONIDs(tMapaONIDs& mapa) const {
 }
 
 void tRecalculo::Print_MapaServiciosClonados() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::IGUALES);
     marcos::linea("||                                 [SERVICIOS CLONADOS SIN ASIGNAR ]"
                   "                                        ||");
@@ -108,6 +114,8 @@ void tRecalculo::Print_MapaServiciosClonados() const {
 }
 
 void tRecalculo::Print_Home_Channels() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::MODULO_CORTO_BORDE);
     marcos::linea("    ~~                           Lista de Home Channels Configurados"
                   "                                       ~~");

@@ -2,7 +2,10 @@
 
 #include "tRecalculo.h"
 
+#include <algorithm>
 #include <syslog.h>
+
+#include "../log/Marcos.h"
 
 namespace zarven {
 
@@ -47,9 +50,11 @@ bool quedaTranscoder(const tRec_Modulo& modulo) {
 std::uint32_t tRecalculo::Try_to_Insert_Service_Input_Output(tRec_Modulo& modulo, tRec_Entrada& entrada,
                                                              tMapaServicios::iterator itService) {
     const tRec_Servicio& servicio = *itService->second;
+    const bool registra = marcos::seRegistra();
     auto itSalida = modulo.mapSalidas.begin();
     for (; itSalida != modulo.mapSalidas.end(); ++itSalida) {
-        registrarIntento(itSalida->first, modulo, itSalida->second, servicio);
+        if (registra)
+            registrarIntento(itSalida->first, modulo, itSalida->second, servicio);
         if (cabe(modulo, itSalida->second, servicio))
             break;
     }
@@ -82,11 +87,12 @@ std::uint32_t tRecalculo::Try_to_Delete_Service_Input_Output(tMapaModulos::itera
     const long idService = itService->first;
     const std::shared_ptr<tRec_Servicio> servicio = itService->second;
 
-    if (enEntrada.count(idService) == 0)
+    if (enEntrada.find(idService) == enEntrada.end())
         return 0;
-    auto itSalida = modulo.mapSalidas.begin();
-    while (itSalida != modulo.mapSalidas.end() && itSalida->second.MapaServicios.count(idService) == 0)
-        ++itSalida;
+    const auto itSalida =
+        std::find_if(modulo.mapSalidas.begin(), modulo.mapSalidas.end(), [idService](const auto& salida) {
+            return salida.second.MapaServicios.find(idService) != salida.second.MapaServicios.end();
+        });
     if (itSalida == modulo.mapSalidas.end())
         return 0;
 

@@ -68,6 +68,12 @@ inline constexpr char PIDS_BORDE[] = "|| ||  % %"
                                      "  %  %  %  %  %  %  %  %  %  %  %  %  %  %  %"
                                      "   || ||";
 
+// Whether debug lines go anywhere. Asked once per operation, for the answer costs a lock: a controller that
+// masks the debug level does not pay for dumps and searches that nobody will read.
+inline bool seRegistra() {
+    return (::setlogmask(0) & LOG_MASK(LOG_DEBUG)) != 0;
+}
+
 inline void linea(const char* texto) {
     ::syslog(LOG_DEBUG, "%s", texto);
 }

@@ -5,10 +5,14 @@
 
 #include "tRec_Servicio.h"
 
+#include "../log/Marcos.h"
+
 namespace zarven {
 
 // Dumps the services in the order of the multimap, numbered from `n` + 1; gives the last number used.
 inline int imprimirServicios(const tMapaServicios& servicios, int n = 0) {
+    if (!marcos::seRegistra())
+        return n;
     for (const auto& [idService, servicio] : servicios)
         servicio->Print_Servicio(++n);
     return n;

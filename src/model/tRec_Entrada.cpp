@@ -38,6 +38,8 @@ int tRec_Entrada::DeleteServicioALaEntrada(std::shared_ptr<tRec_Servicio> s) {
 }
 
 void tRec_Entrada::Print_Info_Entrada() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::ENTRADA_CORTA_BORDE);
     marcos::linea(marcos::ENTRADA_CORTA_BLANCO);
     ::syslog(LOG_DEBUG,
@@ -49,6 +51,8 @@ void tRec_Entrada::Print_Info_Entrada() const {
 }
 
 void tRec_Entrada::Print_Entrada() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::BLANCO);
     marcos::linea(marcos::ENTRADA_BORDE);
     marcos::linea(marcos::ENTRADA_BLANCO);

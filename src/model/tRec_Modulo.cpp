@@ -81,6 +81,8 @@ int tRec_Modulo::deleteService(std::shared_ptr<tRec_Servicio> s, unsigned short 
 }
 
 void tRec_Modulo::Print_Info_Modulo() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::MODULO_CORTO_BORDE);
     marcos::linea(marcos::MODULO_CORTO_BLANCO);
     ::syslog(LOG_DEBUG,
@@ -92,6 +94,8 @@ void tRec_Modulo::Print_Info_Modulo() const {
 }
 
 void tRec_Modulo::Print_Modulo() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::SUBRAYADO);
     marcos::linea(marcos::SUBRAYADO);
     marcos::linea(marcos::MODULO_BORDE);
@@ -109,11 +113,15 @@ void tRec_Modulo::Print_Modulo() const {
 }
 
 void tRec_Modulo::Print_MapaEntradas() const {
+    if (!marcos::seRegistra())
+        return;
     for (const auto& [numero, entrada] : mapEntradas)
         entrada.Print_Entrada();
 }
 
 void tRec_Modulo::Print_MapaSalidas() const {
+    if (!marcos::seRegistra())
+        return;
     for (const auto& [numero, salida] : mapSalidas)
         salida.Print_Salida();
 }

@@ -14,6 +14,8 @@ tRec_PID::tRec_PID(long idpsg, unsigned short reservado1, unsigned short reserva
       AudioCode(std::move(audioCode)), Orden(orden), SID(sid) {}
 
 void tRec_PID::Print_PID(int n) const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::PIDS_BLANCO);
     ::syslog(LOG_DEBUG,
              "|| ||  %% %%                                          [ -%d- ]"

@@ -35,6 +35,8 @@ int tRec_Salida::DeleteServicioALaSalida(std::shared_ptr<tRec_Servicio> s) {
 }
 
 void tRec_Salida::Print_Info_Salida() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::SALIDA_CORTA_BORDE);
     marcos::linea(marcos::SALIDA_CORTA_BLANCO);
     ::syslog(LOG_DEBUG,
@@ -46,6 +48,8 @@ void tRec_Salida::Print_Info_Salida() const {
 }
 
 void tRec_Salida::Print_Salida() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::BLANCO);
     marcos::linea(marcos::SALIDA_BORDE);
     marcos::linea(marcos::SALIDA_BLANCO);

@@ -47,6 +47,8 @@ int tRec_Servicio::addPID_AlServicio(std::unique_ptr<tRec_PID> pid) {
 }
 
 void tRec_Servicio::Print_Servicio(int n) const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::SERVICIO_APERTURA);
     if (Parent_SID != 0)
         ::syslog(LOG_DEBUG,
@@ -86,6 +88,8 @@ void tRec_Servicio::Print_Servicio(int n) const {
 }
 
 void tRec_Servicio::Print_MapaPIDs() const {
+    if (!marcos::seRegistra())
+        return;
     marcos::linea(marcos::PIDS_BORDE);
     marcos::linea("|| ||  % %                                     PIDs Bloqueados"
                   "                                       % % || ||");

@@ -1,0 +1,83 @@
+#include "Elegibles.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "Indice.h"
+
+namespace zarven {
+
+Elegibles::Elegibles(tMapaONIDs& indiceDeTrabajo, bool conTranscoding)
+    : indice(indiceDeTrabajo), transcoding(conTranscoding) {
+    algunTSID(indice, [this](const Rec_ONID&, const Rec_TSID& stream) {
+        sumarTotales(stream.MapRec_Services, 1);
+        return false;
+    });
+    contarTodo();
+}
+
+bool Elegibles::antes(const Cuenta& a, const Cuenta& b) {
+    return std::tie(a.n, a.stream.ONID, a.stream.TSID) < std::tie(b.n, b.stream.ONID, b.stream.TSID);
+}
+
+bool Elegibles::cuenta(long clave, const tRec_Servicio& servicio) const {
+    if (solo_claves_positivas && clave <= 0)
+        return false;
+    return !solo_de_su_clase || servicio.Transcoding == (transcoding ? 1 : 0);
+}
+
+int Elegibles::elegibles(const tMapaServicios& servicios) const {
+    int n = 0;
+    for (const auto& [clave, servicio] : servicios)
+        n += cuenta(clave, *servicio);
+    return n;
+}
+
+void Elegibles::sumarTotales(const tMapaServicios& servicios, int signo) {
+    for (const auto& [clave, servicio] : servicios) {
+        con_clave_positiva += clave > 0 ? signo : 0;
+        con_transcoding += servicio->Transcoding != 0 ? signo : 0;
+    }
+}
+
+void Elegibles::contarTodo() {
+    solo_claves_positivas = con_clave_positiva != 0;
+    solo_de_su_clase = con_transcoding != 0;
+    cuentas.clear();
+    for (const auto& [onid, rec_onid] : indice)
+        for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
+            if (const int n = elegibles(rec_tsid.MapRec_Services); n != 0)
+                cuentas.push_back({n, {onid, tsid}});
+    std::sort(cuentas.begin(), cuentas.end(), antes);
+}
+
+std::optional<Stream> Elegibles::elegir(char modo) const {
+    if (cuentas.empty() || (modo != MODO_MAX && modo != MODO_MIN))
+        return {};
+    if (modo == MODO_MIN)
+        return cuentas.front().stream;
+    const Cuenta primeraDelMayor{cuentas.back().n, {0, 0}};
+    return std::lower_bound(cuentas.begin(), cuentas.end(), primeraDelMayor, antes)->stream;
+}
+
+void Elegibles::descontar(Stream stream, const tMapaServicios& servicios) {
+    sumarTotales(servicios, -1);
+    const Cuenta cuenta{elegibles(servicios), stream};
+    const auto it = std::lower_bound(cuentas.begin(), cuentas.end(), cuenta, antes);
+    if (it != cuentas.end() && !antes(cuenta, *it))
+        cuentas.erase(it);
+}
+
+void Elegibles::contar(Stream stream, const tMapaServicios& servicios) {
+    sumarTotales(servicios, 1);
+    // What counts depends on what is left: with the last service of its kind a rule falls away.
+    if (solo_claves_positivas != (con_clave_positiva != 0) || solo_de_su_clase != (con_transcoding != 0)) {
+        contarTodo();
+        return;
+    }
+    const Cuenta cuenta{elegibles(servicios), stream};
+    if (cuenta.n != 0)
+        cuentas.insert(std::upper_bound(cuentas.begin(), cuentas.end(), cuenta, antes), cuenta);
+}
+
+} // namespace zarven

@@ -1,0 +1,69 @@
+// How many eligible services each stream of the working index holds, for choosing the next stream to fill.
+//
+// A fill sweep offers the index to every free input of the head-end. Counting all services again for each of
+// them would cost inputs times services; so a sweep counts once and keeps the counts up to date with what it
+// places. Thrown away with the sweep: the index is public, and may change between calls.
+//
+// Large head-ends have one or two thousand streams. The counts stand in one flat array, sorted by count and
+// then in the order of the index, so that the fewest and the most are found at its ends.
+
+#ifndef ZARVEN_ENGINE_ELEGIBLES_H
+#define ZARVEN_ENGINE_ELEGIBLES_H
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "Rec_ONID.h"
+
+namespace zarven {
+
+constexpr char MODO_MAX = 1;
+constexpr char MODO_MIN = 3;
+
+struct Stream {
+    unsigned short ONID;
+    unsigned short TSID;
+};
+
+class Elegibles {
+public:
+    // `transcoding`: as long as the index holds services that need a transcoder, the kind that counts.
+    Elegibles(tMapaONIDs& indice, bool transcoding);
+
+    bool hayTranscoding() const { return con_transcoding != 0; }
+
+    // The stream with the most (MODO_MAX) or fewest (MODO_MIN) services that count, and at least one; the
+    // first of equals. Nothing when there is none, or for another modo.
+    std::optional<Stream> elegir(char modo) const;
+
+    // To be called before and after services are taken out of a stream.
+    void descontar(Stream stream, const tMapaServicios& servicios);
+    void contar(Stream stream, const tMapaServicios& servicios);
+
+private:
+    struct Cuenta {
+        int n;
+        Stream stream;
+    };
+    static bool antes(const Cuenta& a, const Cuenta& b);
+
+    bool cuenta(long clave, const tRec_Servicio& servicio) const;
+    int elegibles(const tMapaServicios& servicios) const;
+    void sumarTotales(const tMapaServicios& servicios, int signo);
+    void contarTodo();
+
+    tMapaONIDs& indice;
+    const bool transcoding;
+    // Services of the whole index whose key is positive, and that need a transcoder.
+    int con_clave_positiva = 0;
+    int con_transcoding = 0;
+    // What the counts were made with.
+    bool solo_claves_positivas = false;
+    bool solo_de_su_clase = false;
+    std::vector<Cuenta> cuentas;
+};
+
+} // namespace zarven
+
+#endif
