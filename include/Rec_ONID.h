@@ -12,7 +12,7 @@
 
 namespace zarven {
 
-struct Rec_ONID {
+struct RECALCULO_API Rec_ONID {
     /// Original network id; equals the key under which the record is stored.
     unsigned short ONID = 0;
     /// The streams by transport stream id, ascending.

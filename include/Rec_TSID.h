@@ -9,7 +9,7 @@
 
 namespace zarven {
 
-struct Rec_TSID {
+struct RECALCULO_API Rec_TSID {
     /// Transport stream id; equals the key under which the record is stored.
     unsigned short TSID = 0;
     /// The services by the `idService` they had when they were filed, ascending; equal keys keep the order

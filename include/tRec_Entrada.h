@@ -15,7 +15,7 @@ namespace zarven {
 
 struct tRec_Modulo;
 
-struct tRec_Entrada {
+struct RECALCULO_API tRec_Entrada {
     /// Result of `DeleteServicioALaEntrada`: no entry with the service's key on this input.
     static constexpr int ERROR_SERVICIO_NO_ESTA = -400;
 

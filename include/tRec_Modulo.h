@@ -16,7 +16,7 @@
 
 namespace zarven {
 
-struct tRec_Modulo {
+struct RECALCULO_API tRec_Modulo {
     /// Results of the operations below, besides 1 (done).
     static constexpr int ERROR_YA_CONFIGURADO = -201;
     static constexpr int ERROR_MODELO_NO_SOPORTADO = -202;

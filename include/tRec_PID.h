@@ -7,11 +7,21 @@
 
 #include <string>
 
+/// Marks the classes that the shared library exports. Defined here because every other header includes this
+/// one; a build that hides nothing needs to know nothing of it.
+#ifndef RECALCULO_API
+#if defined(__GNUC__)
+#define RECALCULO_API __attribute__((visibility("default")))
+#else
+#define RECALCULO_API
+#endif
+#endif
+
 namespace zarven {
 
 struct tRec_Servicio;
 
-struct tRec_PID {
+struct RECALCULO_API tRec_PID {
     /// Identity of the PID record; key in the owning service's `MapaPIDs`. 32-bit signed range.
     long idPSG = 0;
     /// Three values carried for the caller; nothing in the library reads them.

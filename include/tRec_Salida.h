@@ -16,7 +16,7 @@ namespace zarven {
 
 struct tRec_Modulo;
 
-struct tRec_Salida {
+struct RECALCULO_API tRec_Salida {
     /// Result of `DeleteServicioALaSalida`: no entry with the service's key on this output.
     static constexpr int ERROR_SERVICIO_NO_ESTA = -300;
 

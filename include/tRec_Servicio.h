@@ -19,7 +19,7 @@ namespace zarven {
 struct tRec_Entrada;
 struct tRec_Salida;
 
-struct tRec_Servicio {
+struct RECALCULO_API tRec_Servicio {
     /// `VideoFormatE` of a high-definition service; every other value counts as standard definition.
     static constexpr unsigned short VIDEO_HD = 4;
 

@@ -25,7 +25,7 @@
 
 namespace zarven {
 
-struct tRecalculo {
+struct RECALCULO_API tRecalculo {
     /// Results of the operations below, besides 0 (nothing done) and 1 (done).
     static constexpr int RETURN_OK = 1;
     static constexpr int ERROR_MODULOS_NO_COMPATIBLES = -100;
