@@ -97,7 +97,7 @@ bool Candidato::cabeEnBitrate() const {
 bool Candidato::resintonizar() {
     for (auto& [numero, entrada] : principal.copia.mapEntradas) {
         if (numero == numEntrada) {
-            entrada.MapaServicios = principal.ListaServiciosSalida;
+            entrada.MapaServicios = std::move(principal.ListaServiciosSalida);
             continue;
         }
         const unsigned short onid = entrada.ONID;

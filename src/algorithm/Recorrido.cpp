@@ -1,7 +1,6 @@
 #include "Recorrido.h"
 
 #include <algorithm>
-#include <tuple>
 
 #include "../log/Marcos.h"
 
@@ -15,43 +14,41 @@ std::uint32_t codigo(unsigned short onid, unsigned short tsid) {
 
 } // namespace
 
-Recorrido::Recorrido(tMapaModulos& mapa) : completo(marcos::seRegistra()) {
-    modulos.reserve(mapa.size());
-    for (auto it = mapa.begin(); it != mapa.end(); ++it)
-        modulos.push_back(it);
+Recorrido::Recorrido(tMapaModulos& mapa) : completo(marcos::seRegistra()), modulos(mapa) {
     if (completo)
         return;
-    for (std::size_t numero = 0; numero < modulos.size(); ++numero)
-        anotar(numero);
+    for (auto it = modulos.begin(); it != modulos.end(); ++it)
+        anotar(it);
     std::sort(recepciones.begin(), recepciones.end(), antes);
 }
 
 bool Recorrido::antes(const Recepcion& a, const Recepcion& b) {
-    return std::tie(a.stream, a.modulo) < std::tie(b.stream, b.modulo);
+    return a.stream != b.stream ? a.stream < b.stream : a.modulo->first < b.modulo->first;
 }
 
-void Recorrido::anotar(std::size_t numero) {
-    for (const auto& [numEntrada, entrada] : modulos[numero]->second.mapEntradas)
-        recepciones.push_back({codigo(entrada.ONID, entrada.TSID), static_cast<std::uint32_t>(numero)});
+void Recorrido::anotar(tMapaModulos::iterator modulo) {
+    for (const auto& [numero, entrada] : modulo->second.mapEntradas)
+        recepciones.push_back({codigo(entrada.ONID, entrada.TSID), modulo});
 }
 
-std::size_t Recorrido::siguiente(std::size_t desde, unsigned short onid, unsigned short tsid) const {
-    if (completo)
+tMapaModulos::iterator Recorrido::siguiente(tMapaModulos::iterator desde, unsigned short onid,
+                                            unsigned short tsid) const {
+    if (completo || desde == fin())
         return desde;
-    const Recepcion buscada{codigo(onid, tsid), static_cast<std::uint32_t>(desde)};
+    const Recepcion buscada{codigo(onid, tsid), desde};
     const auto it = std::lower_bound(recepciones.begin(), recepciones.end(), buscada, antes);
     return it == recepciones.end() || it->stream != buscada.stream ? fin() : it->modulo;
 }
 
-void Recorrido::actualizar(std::size_t numero) {
+void Recorrido::actualizar(tMapaModulos::iterator modulo) {
     if (completo)
         return;
     const auto fuera =
         std::remove_if(recepciones.begin(), recepciones.end(),
-                       [numero](const Recepcion& recepcion) { return recepcion.modulo == numero; });
+                       [modulo](const Recepcion& recepcion) { return recepcion.modulo == modulo; });
     recepciones.erase(fuera, recepciones.end());
     const auto viejas = static_cast<std::ptrdiff_t>(recepciones.size());
-    anotar(numero);
+    anotar(modulo);
     std::sort(recepciones.begin() + viejas, recepciones.end(), antes);
     std::inplace_merge(recepciones.begin(), recepciones.begin() + viejas, recepciones.end(), antes);
 }

@@ -4,12 +4,11 @@
 // receive a stream it looks for: the others could not change what it finds. The search itself is the same.
 //
 // Made for one sweep and thrown away with it. A large head-end has a thousand modules with a few inputs each;
-// who receives what stands in one flat array, sorted by stream and module.
+// who receives what stands in one flat array, sorted by stream and MAC, and only where it is of use.
 
 #ifndef ZARVEN_ALGORITHM_RECORRIDO_H
 #define ZARVEN_ALGORITHM_RECORRIDO_H
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -22,29 +21,29 @@ public:
     // `modulos` keeps its modules for as long as this lives.
     explicit Recorrido(tMapaModulos& modulos);
 
-    // The modules are numbered in the order of their MACs.
-    std::size_t fin() const { return modulos.size(); }
-    tMapaModulos::iterator modulo(std::size_t numero) const { return modulos[numero]; }
+    tMapaModulos::iterator principio() const { return modulos.begin(); }
+    tMapaModulos::iterator fin() const { return modulos.end(); }
 
     // The steps are logged, so every module is visited.
     bool registra() const { return completo; }
 
     // The first module at or after `desde` to visit for a stream; fin() when there is none.
-    std::size_t siguiente(std::size_t desde, unsigned short onid, unsigned short tsid) const;
+    tMapaModulos::iterator siguiente(tMapaModulos::iterator desde, unsigned short onid,
+                                     unsigned short tsid) const;
 
     // Has to be told when the inputs of a module have been tuned anew.
-    void actualizar(std::size_t numero);
+    void actualizar(tMapaModulos::iterator modulo);
 
 private:
     struct Recepcion {
         std::uint32_t stream;
-        std::uint32_t modulo;
+        tMapaModulos::iterator modulo;
     };
     static bool antes(const Recepcion& a, const Recepcion& b);
-    void anotar(std::size_t numero);
+    void anotar(tMapaModulos::iterator modulo);
 
     const bool completo;
-    std::vector<tMapaModulos::iterator> modulos;
+    tMapaModulos& modulos;
     std::vector<Recepcion> recepciones;
 };
 

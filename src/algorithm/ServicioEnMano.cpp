@@ -2,6 +2,7 @@
 
 #include "ServicioEnMano.h"
 
+#include <iterator>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -40,9 +41,9 @@ int ServicioEnMano::hacerSitio() {
 
 void ServicioEnMano::elegirModulos() {
     const unsigned short tsid_Out = stream_Out.TSID;
-    for (std::size_t n = recorrido.siguiente(0, onid_Out, tsid_Out); n != recorrido.fin();
-         n = recorrido.siguiente(n + 1, onid_Out, tsid_Out)) {
-        const auto& [mac, modulo] = *recorrido.modulo(n);
+    for (auto it = recorrido.siguiente(recorrido.principio(), onid_Out, tsid_Out); it != recorrido.fin();
+         it = recorrido.siguiente(std::next(it), onid_Out, tsid_Out)) {
+        const auto& [mac, modulo] = *it;
         if (registra)
             ::syslog(LOG_DEBUG, " itModulo %s ", mac.c_str());
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
@@ -76,9 +77,9 @@ void ServicioEnMano::anotarEntrada(const std::string& mac, const tRec_Entrada& e
 bool ServicioEnMano::elegirAuxiliar() {
     ::syslog(LOG_DEBUG, " Buscaremos modulos con ONID %d  y TSID %d NumEntrada %d ", ONID, TSID, NumEntrada);
     const unsigned short modelo = motor.Mapa_ModulosCabecera_Proceso.find(MAC[0])->second.Modelo;
-    for (std::size_t n = recorrido.siguiente(0, ONID, TSID); n != recorrido.fin();
-         n = recorrido.siguiente(n + 1, ONID, TSID)) {
-        const auto& [mac, modulo] = *recorrido.modulo(n);
+    for (auto it = recorrido.siguiente(recorrido.principio(), ONID, TSID); it != recorrido.fin();
+         it = recorrido.siguiente(std::next(it), ONID, TSID)) {
+        const auto& [mac, modulo] = *it;
         if (registra)
             ::syslog(LOG_DEBUG, " itModuloAux %s", mac.c_str());
         if (mac == MAC[0] || (recurso == RECURSO_MISMO_MODELO && modulo.Modelo != modelo))

@@ -5,7 +5,6 @@
 
 #include "Pasada.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include "../engine/Titulos.h"
@@ -43,10 +42,12 @@ public:
     bool recorrer();
 
 private:
-    std::size_t siguientePareja(std::size_t desde, std::size_t n) const;
-    void unificarConsigoMismo(std::size_t n);
-    void unificarModulos(std::size_t n, std::size_t n_Aux);
-    void unificarEntrada(std::size_t n, unsigned short numero, std::size_t n_Aux);
+    using Modulo = tMapaModulos::iterator;
+
+    Modulo siguientePareja(Modulo desde, Modulo modulo) const;
+    void unificarConsigoMismo(Modulo modulo);
+    void unificarModulos(Modulo modulo, Modulo modulo_Aux);
+    void unificarEntrada(Modulo modulo, unsigned short numero, Modulo modulo_Aux);
 
     tRecalculo& motor;
     Recorrido recorrido;
@@ -54,32 +55,37 @@ private:
 };
 
 bool Unificacion::recorrer() {
-    for (std::size_t n = 0; n != recorrido.fin(); ++n)
-        for (std::size_t n_Aux = siguientePareja(0, n); n_Aux != recorrido.fin();
-             n_Aux = siguientePareja(n_Aux + 1, n)) {
-            if (n == n_Aux)
-                unificarConsigoMismo(n);
+    for (Modulo itModulo = recorrido.principio(); itModulo != recorrido.fin(); ++itModulo)
+        for (Modulo itModulo_Aux = siguientePareja(recorrido.principio(), itModulo);
+             itModulo_Aux != recorrido.fin();
+             itModulo_Aux = siguientePareja(std::next(itModulo_Aux), itModulo)) {
+            if (itModulo == itModulo_Aux)
+                unificarConsigoMismo(itModulo);
             else
-                unificarModulos(n, n_Aux);
+                unificarModulos(itModulo, itModulo_Aux);
         }
     return completar;
 }
 
 // Besides the module itself, only those that receive one of its streams can have anything to exchange.
-std::size_t Unificacion::siguientePareja(std::size_t desde, std::size_t n) const {
-    if (recorrido.registra())
+Unificacion::Modulo Unificacion::siguientePareja(Modulo desde, Modulo modulo) const {
+    if (recorrido.registra() || desde == recorrido.fin())
         return desde;
-    std::size_t pareja = desde <= n ? n : recorrido.fin();
-    for (const auto& [numero, entrada] : recorrido.modulo(n)->second.mapEntradas)
-        if (!sinConfigurar(entrada))
-            pareja = std::min(pareja, recorrido.siguiente(desde, entrada.ONID, entrada.TSID));
+    Modulo pareja = desde->first <= modulo->first ? modulo : recorrido.fin();
+    for (const auto& [numero, entrada] : modulo->second.mapEntradas) {
+        if (sinConfigurar(entrada))
+            continue;
+        const Modulo otra = recorrido.siguiente(desde, entrada.ONID, entrada.TSID);
+        if (pareja == recorrido.fin() || (otra != recorrido.fin() && otra->first < pareja->first))
+            pareja = otra;
+    }
     return pareja;
 }
 
 // Gathers the inputs of one module that receive the same stream on the first of them.
-void Unificacion::unificarConsigoMismo(std::size_t n) {
+void Unificacion::unificarConsigoMismo(Modulo modulo) {
     marcos::linea("SI es el mismo módulo y tiene la misma entrada configurada, meterlo todo en 1 entrada");
-    auto& entradas = recorrido.modulo(n)->second.mapEntradas;
+    auto& entradas = modulo->second.mapEntradas;
     for (auto it = entradas.begin(); it != entradas.end(); ++it) {
         if (sinConfigurar(it->second)) {
             registrarSinConfigurar();
@@ -90,7 +96,7 @@ void Unificacion::unificarConsigoMismo(std::size_t n) {
                 continue;
             it->second.MapaServicios.merge(otra->second.MapaServicios);
             otra->second.confEntrada(0, 0);
-            recorrido.actualizar(n);
+            recorrido.actualizar(modulo);
             completar = true;
             marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2");
         }
@@ -98,35 +104,33 @@ void Unificacion::unificarConsigoMismo(std::size_t n) {
 }
 
 // An exchange puts copies in the place of both modules: their inputs are walked by number.
-void Unificacion::unificarModulos(std::size_t n, std::size_t n_Aux) {
-    auto& entradas = recorrido.modulo(n)->second.mapEntradas;
+void Unificacion::unificarModulos(Modulo modulo, Modulo modulo_Aux) {
+    auto& entradas = modulo->second.mapEntradas;
     for (auto it = entradas.begin(); it != entradas.end();) {
         const unsigned short numero = it->first;
         if (sinConfigurar(it->second))
             registrarSinConfigurar();
         else
-            unificarEntrada(n, numero, n_Aux);
+            unificarEntrada(modulo, numero, modulo_Aux);
         it = entradas.upper_bound(numero);
     }
 }
 
-void Unificacion::unificarEntrada(std::size_t n, unsigned short numero, std::size_t n_Aux) {
-    tRec_Modulo& modulo = recorrido.modulo(n)->second;
-    tRec_Modulo& modulo_Aux = recorrido.modulo(n_Aux)->second;
-    auto& entradas_Aux = modulo_Aux.mapEntradas;
+void Unificacion::unificarEntrada(Modulo modulo, unsigned short numero, Modulo modulo_Aux) {
+    auto& entradas_Aux = modulo_Aux->second.mapEntradas;
     for (auto it = entradas_Aux.begin(); it != entradas_Aux.end();) {
         const unsigned short numero_Aux = it->first;
         if (sinConfigurar(it->second)) {
             registrarSinConfigurar();
-        } else if (!mismoStream(modulo.mapEntradas.find(numero)->second, it->second)) {
+        } else if (!mismoStream(modulo->second.mapEntradas.find(numero)->second, it->second)) {
             // The first other stream ends the search on this module.
             registrarIncompatible();
             break;
-        } else if (!Candidato(motor, modulo, numero, modulo_Aux).intercambiar()) {
+        } else if (!Candidato(motor, modulo->second, numero, modulo_Aux->second).intercambiar()) {
             registrarIncompatible();
         } else {
-            recorrido.actualizar(n);
-            recorrido.actualizar(n_Aux);
+            recorrido.actualizar(modulo);
+            recorrido.actualizar(modulo_Aux);
             if (!motor.Mapa_ONIDs.empty()) {
                 marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1");
                 completar = true;

@@ -9,10 +9,13 @@ namespace zarven {
 
 Elegibles::Elegibles(tMapaONIDs& indiceDeTrabajo, bool conTranscoding)
     : indice(indiceDeTrabajo), transcoding(conTranscoding) {
-    algunTSID(indice, [this](const Rec_ONID&, const Rec_TSID& stream) {
+    std::size_t streams = 0;
+    algunTSID(indice, [&](const Rec_ONID&, const Rec_TSID& stream) {
+        ++streams;
         sumarTotales(stream.MapRec_Services, 1);
         return false;
     });
+    cuentas.reserve(streams);
     contarTodo();
 }
 
@@ -66,6 +69,9 @@ void Elegibles::descontar(Stream stream, const tMapaServicios& servicios) {
     const auto it = std::lower_bound(cuentas.begin(), cuentas.end(), cuenta, antes);
     if (it != cuentas.end() && !antes(cuenta, *it))
         cuentas.erase(it);
+    // The engine holds most towards the end of a sweep, when few counts are left.
+    if (cuentas.size() < cuentas.capacity() / 2)
+        cuentas.shrink_to_fit();
 }
 
 void Elegibles::contar(Stream stream, const tMapaServicios& servicios) {
