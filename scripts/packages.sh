@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Sourced by the other scripts: need PACKAGE... installs the Debian packages that are missing.
 
 need() {
@@ -15,3 +16,7 @@ need() {
 
 # What the library and the tool are built with.
 BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev)
+
+# What the presets of these names need besides.
+I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)
+ARMHF_PACKAGES=(g++-arm-linux-gnueabihf qemu-user googletest)

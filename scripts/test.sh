@@ -1,14 +1,18 @@
 #!/usr/bin/env bash
 # test.sh [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang, debug,
-# asan, ubsan; see CMakePresets.json).
+# asan, ubsan, and i686 and armhf for the 32-bit targets; see CMakePresets.json).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 [ $# -gt 0 ] || set -- gcc
-need "${BUILD_PACKAGES[@]}" libgtest-dev
+need "${BUILD_PACKAGES[@]}" libgtest-dev pkg-config
 
 for preset in "$@"; do
-    [ "$preset" != clang ] || need clang
+    case $preset in
+    clang) need clang ;;
+    i686) need "${I686_PACKAGES[@]}" ;;
+    armhf) need "${ARMHF_PACKAGES[@]}" ;;
+    esac
     echo "== $preset"
     cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" | tail -n 1

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# bench.sh [--against COMMIT] [--filter REGEX]: measures whole runs and prints one table with ratios, then the
+# primitives, the memory, and the instructions of one fixed run. With --against, the same benchmark also runs
+# on the library as it was at that commit (the plain reading of the pass, before it knew of masked levels, is
+# 6a4f509). The largest plain runs take minutes; --filter leaves some out.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+against='' filter=.
+while [ $# -gt 0 ]; do
+    case $1 in
+    --against) against=$2 ;;
+    --filter) filter=$2 ;;
+    *) echo "bench.sh: unknown option $1; expected --against COMMIT or --filter REGEX" >&2; exit 2 ;;
+    esac
+    shift 2
+done
+need "${BUILD_PACKAGES[@]}" libgtest-dev libbenchmark-dev valgrind git
+
+build=build/bench
+cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
+cmake --build $build --target Recalculo_bench Primitivas_bench memoria tabla | tail -n 1
+measure() { # FILE [LIBRARY]
+    LD_PRELOAD=${2-} $build/bench/Recalculo_bench --benchmark_filter="$filter" --benchmark_out="$1" \
+        --benchmark_out_format=json >/dev/null
+}
+
+files=($build/now.json)
+measure $build/now.json
+if [ -n "$against" ]; then
+    tree=$(mktemp -d)
+    trap 'rm -rf "$tree"' EXIT
+    git archive "$against" | tar -x -C "$tree"
+    g++ -std=c++17 -O3 -DNDEBUG -fPIC -shared -U_FORTIFY_SOURCE -I"$tree/include" "$tree"/src/*/*.cpp \
+        -o "$tree/before.so"
+    measure $build/before.json "$tree/before.so"
+    files+=($build/before.json)
+fi
+
+$build/bench/tabla "${files[@]}"
+echo
+$build/bench/Primitivas_bench 2>/dev/null
+echo
+$build/bench/memoria 8000
+[ -z "$against" ] || { printf 'before: ' && LD_PRELOAD="$tree/before.so" $build/bench/memoria 8000; }
+echo
+valgrind --tool=callgrind --callgrind-out-file=$build/callgrind.out $build/bench/memoria 2000 2>&1 |
+    sed -n 's/.*Collected : /Instructions of loading and running 2000 services, silent log: /p'
