@@ -1,0 +1,327 @@
+// The program from outside: what a shell sees of exit codes, standard streams and files.
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+const std::string program = RECALCULO_PROGRAM;
+const std::string examples = RECALCULO_EXAMPLES;
+const std::string small = examples + "/small.json";
+
+struct Outcome {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+class CommandLine : public testing::Test {
+protected:
+    CommandLine() {
+        std::string pattern = (fs::temp_directory_path() / "recalculo-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+    }
+    ~CommandLine() override { fs::remove_all(folder); }
+
+    std::string file(const std::string& name) const { return (folder / name).string(); }
+
+    std::string write(const std::string& name, const std::string& text) const {
+        std::ofstream(file(name), std::ios::binary) << text;
+        return file(name);
+    }
+
+    static std::string read(const std::string& path) {
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    }
+
+    /// Runs a line of shell in a group with its streams in files.
+    Outcome shell(const std::string& line, const std::string& input = "") const {
+        const std::string command = "{ " + line + "\n} <'" + write("stdin", input) + "' >'" + file("stdout") +
+                                    "' 2>'" + file("stderr") + "'";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read(file("stdout")), read(file("stderr"))};
+    }
+
+    Outcome run(const std::string& arguments, const std::string& input = "") const {
+        return shell("'" + program + "' " + arguments, input);
+    }
+
+    /// The program refused its input: exit code 2, nothing on standard output, one message.
+    void expect_refused(const Outcome& outcome, const std::string& message) const {
+        EXPECT_EQ(outcome.code, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "recalculo: " + message + "\n");
+    }
+
+    fs::path folder;
+};
+
+const std::string modules_text =
+    R"({"modules": [{"mac": "M", "controller": true, "inputs": 2, "outputs": [38000],
+    "pids_max": 8}]})";
+const std::string channel_line =
+    "Canal;Marca:11362:HC23:S19.2E:22000:6110=27:6120=deu@3:6130:98C:11110:1:1011:0\n";
+
+TEST_F(CommandLine, HelpIsEverywhere) {
+    for (const std::string arguments : {"--help", "-h", "run --help", "import --help"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 0) << arguments;
+        EXPECT_NE(outcome.out.find("Usage: recalculo"), std::string::npos) << outcome.out;
+        EXPECT_EQ(outcome.err, "");
+    }
+}
+
+TEST_F(CommandLine, VersionIsEverywhere) {
+    for (const std::string arguments : {"--version", "run --version", "import --version"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 0) << arguments;
+        EXPECT_EQ(outcome.out, "recalculo " RECALCULO_VERSION "\n");
+        EXPECT_EQ(outcome.err, "");
+    }
+}
+
+TEST_F(CommandLine, WrongUseIsExitCode2) {
+    for (const std::string arguments :
+         {"", "rum", "run", "run a b", "run --jsn x", "import x", "import --modules x", "run x --log",
+          "import x --modules y --sd-bitrate many", "import x --modules y --sd-bitrate -1",
+          "import x --modules y --hd-bitrate 4294967296"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 2) << arguments;
+        EXPECT_EQ(outcome.out, "") << arguments;
+        EXPECT_NE(outcome.err, "") << arguments;
+    }
+}
+
+TEST_F(CommandLine, WrongUseIsNamed) {
+    const std::string advice = "\nRun with --help for more information.";
+    expect_refused(run(""), "A command, run or import, is required" + advice);
+    expect_refused(run("rum"), "The following argument was not expected: rum" + advice);
+    expect_refused(run("run"), "HEADEND is required" + advice);
+    expect_refused(run("run x --jsn"), "The following argument was not expected: --jsn" + advice);
+    expect_refused(run("import x --modules y --sd-bitrate many"),
+                   "Could not convert: --sd-bitrate = many" + advice);
+}
+
+TEST_F(CommandLine, RunReportsAsText) {
+    const Outcome outcome = run("run " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLine, RunReadsStandardInput) {
+    const Outcome outcome = run("run -", read(small));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+}
+
+TEST_F(CommandLine, RunReportsAsJson) {
+    const Outcome outcome = run("run --json " + small);
+    EXPECT_EQ(outcome.code, 0);
+    const json result = json::parse(outcome.out);
+    EXPECT_EQ(result.at("name"), "Small head-end");
+    EXPECT_EQ(result.at("summary").at("loaded"), 12);
+    EXPECT_EQ(result.at("modules").size(), 3u);
+}
+
+TEST_F(CommandLine, ServicesLeftOutAreNoFailure) {
+    EXPECT_EQ(run("run -", R"({"modules": [{"mac": "M", "controller": true, "inputs": 0, "outputs": [],
+        "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1}]})")
+                  .code,
+              0);
+}
+
+TEST_F(CommandLine, AMissingFile) {
+    expect_refused(run("run " + file("none.json")),
+                   file("none.json") + ": cannot be opened: No such file or directory");
+}
+
+TEST_F(CommandLine, AFileThatIsNotJson) {
+    expect_refused(run("run " + write("bad.json", "{\n  oops")),
+                   file("bad.json") +
+                       ": line 2, column 3: not JSON: syntax error while parsing object key - invalid "
+                       "literal; last read: '{<U+000A>  o'; expected string literal");
+}
+
+TEST_F(CommandLine, AFileOfTheWrongShape) {
+    expect_refused(run("run -", R"({"modules": [{"mac": 5}]})"),
+                   "standard input: /modules/0/mac: found 5, expected text");
+}
+
+TEST_F(CommandLine, ARefusalOfTheEngine) {
+    const Outcome outcome = run("run -", R"({"modules": [
+        {"mac": "M\u001b\n", "controller": true, "inputs": 0, "outputs": [], "pids_max": 0},
+        {"mac": "M\u001b\n", "inputs": 0, "outputs": [], "pids_max": 0}]})");
+    expect_refused(outcome,
+                   "standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine refuses it: a module "
+                   "with this MAC is already loaded (-102)");
+}
+
+TEST_F(CommandLine, WithoutControllerTheExitCodeIs1) {
+    const Outcome outcome = run("run -", R"({"modules": []})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err,
+              "recalculo: standard input: the engine could not run: no module is the controller; give "
+              "one of /modules the member \"controller\": true\n");
+}
+
+TEST_F(CommandLine, TheLogGoesToAFile) {
+    const Outcome outcome = run("run " + small + " --log " + file("log"));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    std::map<std::string, int> lines_of_level;
+    std::istringstream log(read(file("log")));
+    for (std::string line; std::getline(log, line);)
+        ++lines_of_level[line.substr(0, 2)];
+    EXPECT_EQ(lines_of_level.size(), 2u);
+    EXPECT_GT(lines_of_level["5 "], 10);
+    EXPECT_GT(lines_of_level["7 "], 100);
+    EXPECT_NE(read(file("log")).find("\n5 HEADEND::: **************** START Service Recalculation"),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, TheLogGoesToStandardError) {
+    const Outcome outcome = run("run " + small + " --log -");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+    run("run " + small + " --log " + file("log"));
+    EXPECT_EQ(outcome.err, read(file("log")));
+}
+
+TEST_F(CommandLine, ALogThatCannotBeWritten) {
+    expect_refused(run("run " + small + " --log " + file("none/log")),
+                   file("none/log") + ": cannot be written: No such file or directory");
+    expect_refused(run("run " + small + " --log /dev/full"),
+                   "/dev/full: the log cannot be written: No space left on device");
+}
+
+/// Some line of the text has all the parts.
+bool some_line_has(const std::string& text, const std::vector<std::string>& parts) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (std::all_of(parts.begin(), parts.end(),
+                        [&line](const std::string& part) { return line.find(part) != line.npos; }))
+            return true;
+    return false;
+}
+
+TEST_F(CommandLine, TheLibraryFindsOurLogAndSleep) {
+    const Outcome outcome = shell("LD_DEBUG=bindings '" + program + "' run " + small);
+    for (const std::string name : {"syslog", "sleep"})
+        EXPECT_TRUE(
+            some_line_has(outcome.err, {"/librecalculo.so", "/recalculo [0]: normal symbol `" + name + "'"}))
+            << name;
+}
+
+TEST_F(CommandLine, ThePausesArePassedOver) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(run("run " + small).code, 0);
+    // Kept, they would take 14 seconds at least.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(CommandLine, ThePausesAreKeptOnDemand) {
+    const int still_running = 124;
+    EXPECT_EQ(shell("timeout 2 '" + program + "' run --pauses " + small).code, still_running);
+}
+
+TEST_F(CommandLine, AReaderThatGoesAwayIsTold) {
+    const Outcome outcome =
+        shell("{ sleep 0.5; '" + program + "' run " + small + "; echo $? >'" + file("code") + "'; } | true");
+    EXPECT_EQ(read(file("code")), "2\n");
+    EXPECT_EQ(outcome.err, "recalculo: standard output: cannot be written: Broken pipe\n");
+}
+
+TEST_F(CommandLine, AFullDiskIsTold) {
+    const Outcome outcome = run("run " + small + " >/dev/full");
+    expect_refused(outcome, "standard output: cannot be written: No space left on device");
+}
+
+TEST_F(CommandLine, ImportWritesAHeadend) {
+    const Outcome outcome =
+        run("import " + write("list", channel_line) + " --modules " + write("modules.json", modules_text));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, R"({
+  "modules": [
+    { "mac": "M", "controller": true, "inputs": 2, "outputs": [38000], "pids_max": 8 }
+  ],
+  "services": [
+    { "lcn": 1, "name": "Canal", "onid": 1, "tsid": 1011, "sid": 11110, "video_format": 4, "bitrate": 8000, "descramble": 1, "ca_pids": 2 }
+  ]
+}
+)");
+    EXPECT_EQ(outcome.err, file("list") + ": 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them "
+                                          "scrambled; no line left aside\n");
+}
+
+TEST_F(CommandLine, ImportTakesModulesOnly) {
+    const Outcome outcome = run("import - --modules " + small, channel_line);
+    EXPECT_EQ(outcome.code, 0);
+    const json headend = json::parse(outcome.out);
+    EXPECT_EQ(headend.at("modules").size(), 3u);
+    EXPECT_EQ(headend.at("services").size(), 1u);
+    EXPECT_EQ(headend.count("clones") + headend.count("home_channels"), 0u);
+}
+
+TEST_F(CommandLine, ImportTellsTheLinesLeftAsideAndGoesOn) {
+    const Outcome outcome =
+        run("import - -o " + file("out.json") + " --modules " + write("m.json", modules_text),
+            "broken\n" + channel_line + ":@2\n" + channel_line + ":@70000\n" + channel_line);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(
+        outcome.err,
+        "standard input: line 1: found 1 field, expected 13 with colons between them\n"
+        "standard input: line 4: channel number 2 stands in stream 1/1011 already, on line 2\n"
+        "standard input: line 6: channel number 70000 is too large, expected at most 65535\n"
+        "standard input: 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them scrambled; 3 lines left "
+        "aside\n");
+    EXPECT_EQ(json::parse(read(file("out.json"))).at("services").size(), 1u);
+}
+
+TEST_F(CommandLine, ImportTakesEstimates) {
+    const std::string line = "Canal:11362:HC23:S19.2E:22000:0:6120:0:0:1:1:1011:0\n";
+    const Outcome outcome =
+        run("import - --radio-bitrate 320 --modules " + write("modules.json", modules_text), line);
+    EXPECT_EQ(json::parse(outcome.out).at("services").at(0).at("bitrate"), 320);
+}
+
+TEST_F(CommandLine, ImportCannotReadBothFromStandardInput) {
+    expect_refused(run("import - --modules -"),
+                   "standard input: found \"-\" for the channel list and for --modules, expected it once");
+}
+
+TEST_F(CommandLine, ImportOfAMissingFile) {
+    expect_refused(run("import " + file("none") + " --modules " + small),
+                   file("none") + ": cannot be opened: No such file or directory");
+}
+
+TEST_F(CommandLine, WhatIsImportedRuns) {
+    const Outcome outcome = shell("'" + program + "' import - -o - --modules " + examples +
+                                      "/modules-16.json | '" + program + "' run - --json",
+                                  channel_line);
+    EXPECT_EQ(outcome.code, 0);
+    const json summary = json::parse(outcome.out).at("summary");
+    EXPECT_EQ(summary.at("loaded"), 1);
+    EXPECT_EQ(summary.at("placed"), 1);
+}
+
+} // namespace

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# real_lineup.sh RECALCULO CHECK_RESULT EXAMPLES: runs the tool on a real satellite line-up and checks what must
+# hold for every result. Exit code 77 if the line-up cannot be fetched.
+set -euo pipefail
+
+recalculo=$1
+check_result=$2
+examples=$3
+fetch_lineup=$(dirname "$0")/../../scripts/fetch_lineup.sh
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+if ! timeout 200 "$fetch_lineup" "$folder"; then
+    echo "skipped: the real line-up cannot be fetched, the package registry could not be reached"
+    exit 77
+fi
+
+for modules in modules-16 modules-8-tight; do
+    "$recalculo" import "$folder/channels.conf" --modules "$examples/$modules.json" -o "$folder/$modules.json"
+    "$recalculo" run "$folder/$modules.json" --json >"$folder/$modules.result.json"
+    "$check_result" "$folder/$modules.result.json" "$folder/$modules.json"
+done

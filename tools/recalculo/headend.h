@@ -1,0 +1,97 @@
+// A head-end as its planner writes it: the modules, what is received, and what is wished for. Plain values
+// with the widths that the engine takes; nothing here has been checked against the engine yet. A head-end has
+// up to some hundreds of modules and some thousands of services.
+
+#ifndef RECALCULO_HEADEND_H
+#define RECALCULO_HEADEND_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tRec_Modulo.h"
+#include "tRec_Servicio.h"
+
+namespace zarven::tool {
+
+/// Peak bitrates in kbit/s that stand in where the planner knows none.
+inline constexpr std::uint32_t typical_radio_bitrate = 200;
+inline constexpr std::uint32_t typical_sd_bitrate = 3500;
+inline constexpr std::uint32_t typical_hd_bitrate = 8000;
+
+struct Module {
+    std::string mac;
+    std::uint16_t model = tRec_Modulo::MODELO_SOPORTADO;
+    bool controller = false;
+    std::uint16_t inputs = 0;
+    /// Maximum bitrate in kbit/s of each output, in the order of the outputs, which count from 1.
+    std::vector<std::uint32_t> outputs;
+    std::uint16_t pids_max = 0;
+    std::uint16_t sd_transcoders = 0;
+    std::uint16_t hd_transcoders = 0;
+    std::uint16_t aux_transcoders = 0;
+};
+
+/// What a service and a clone of one have in common.
+struct Programme {
+    /// Logical channel number; the engine's key of the service within its stream, too.
+    std::uint16_t lcn = 0;
+    std::string name;
+    std::string output_name;
+    std::uint16_t onid = 0;
+    std::uint16_t tsid = 0;
+    std::uint16_t sid = 0;
+    std::uint16_t osid = 0;
+    std::uint16_t simulcast_lcn = 0;
+    std::uint16_t descramble = 0;
+    std::uint32_t video_bitrate = 0;
+    std::uint16_t type = 1;
+    std::uint16_t video_format = 0;
+    std::uint16_t forced_name = 0;
+    std::uint16_t transcoding = 0;
+    std::uint16_t sat_id = 0;
+    std::uint16_t reserved1 = 0;
+    std::uint16_t reserved2 = 0;
+    std::uint16_t reserved3 = 0;
+};
+
+struct Service : Programme {
+    /// Peak bitrate of the whole service, in kbit/s.
+    std::uint32_t bitrate = 0;
+    std::uint16_t ca_pids = 0;
+    std::uint16_t ca_pids_max = 0;
+};
+
+/// A second appearance of a service of the same stream and LCN. It stands where its parent stands.
+struct Clone : Programme {
+    /// 0: the engine looks the parent up.
+    std::uint16_t parent_sid = 0;
+};
+
+struct Pid {
+    std::int32_t id = 0;
+    std::uint16_t sid = 0;
+    std::string audio;
+    std::uint16_t order = 0;
+    std::uint16_t reserved1 = 0;
+    std::uint16_t reserved2 = 0;
+    std::uint16_t reserved3 = 0;
+};
+
+struct HomeChannel {
+    std::uint16_t onid = 0;
+    std::uint16_t tsid = 0;
+};
+
+struct Headend {
+    std::string name;
+    std::vector<Module> modules;
+    std::vector<Service> services;
+    std::vector<Clone> clones;
+    std::vector<Pid> pids;
+    std::vector<HomeChannel> home_channels;
+};
+
+} // namespace zarven::tool
+
+#endif
