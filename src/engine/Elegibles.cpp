@@ -7,6 +7,13 @@
 
 namespace zarven {
 
+namespace {
+
+// The search for the fewest begins below this: a stream with so many services is never taken by it.
+constexpr int TOPE_MIN = 99999;
+
+} // namespace
+
 Elegibles::Elegibles(tMapaONIDs& indiceDeTrabajo, bool conTranscoding)
     : indice(indiceDeTrabajo), transcoding(conTranscoding) {
     std::size_t streams = 0;
@@ -57,8 +64,11 @@ void Elegibles::contarTodo() {
 std::optional<Stream> Elegibles::elegir(char modo) const {
     if (cuentas.empty() || (modo != MODO_MAX && modo != MODO_MIN))
         return {};
-    if (modo == MODO_MIN)
+    if (modo == MODO_MIN) {
+        if (cuentas.front().n >= TOPE_MIN)
+            return {};
         return cuentas.front().stream;
+    }
     const Cuenta primeraDelMayor{cuentas.back().n, {0, 0}};
     return std::lower_bound(cuentas.begin(), cuentas.end(), primeraDelMayor, antes)->stream;
 }
