@@ -22,4 +22,4 @@ done
 
 echo "== lint"
 cmake --preset gcc >/dev/null
-git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/gcc 2>/dev/null
+git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-std=c++17 -p build/gcc 2>/dev/null
