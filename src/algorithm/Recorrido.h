@@ -31,7 +31,8 @@ public:
     tMapaModulos::iterator siguiente(tMapaModulos::iterator desde, unsigned short onid,
                                      unsigned short tsid) const;
 
-    // Has to be told when the inputs of a module have been tuned anew.
+    // Has to be told when a module receives a stream that it did not receive before. One that has lost a
+    // stream is visited in vain, no more.
     void actualizar(tMapaModulos::iterator modulo);
 
 private:

@@ -96,7 +96,6 @@ void Unificacion::unificarConsigoMismo(Modulo modulo) {
                 continue;
             it->second.MapaServicios.merge(otra->second.MapaServicios);
             otra->second.confEntrada(0, 0);
-            recorrido.actualizar(modulo);
             completar = true;
             marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2");
         }
@@ -129,7 +128,7 @@ void Unificacion::unificarEntrada(Modulo modulo, unsigned short numero, Modulo m
         } else if (!Candidato(motor, modulo->second, numero, modulo_Aux->second).intercambiar()) {
             registrarIncompatible();
         } else {
-            recorrido.actualizar(modulo);
+            // Only the second module receives streams now that it did not receive before.
             recorrido.actualizar(modulo_Aux);
             if (!motor.Mapa_ONIDs.empty()) {
                 marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1");
