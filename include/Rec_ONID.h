@@ -12,6 +12,7 @@
 
 namespace zarven {
 
+/// The transport streams of one original network in an index of services.
 struct RECALCULO_API Rec_ONID {
     /// Original network id; equals the key under which the record is stored.
     unsigned short ONID = 0;

@@ -9,6 +9,7 @@
 
 namespace zarven {
 
+/// The services of one transport stream in an index of services.
 struct RECALCULO_API Rec_TSID {
     /// Transport stream id; equals the key under which the record is stored.
     unsigned short TSID = 0;

@@ -15,6 +15,7 @@ namespace zarven {
 
 struct tRec_Modulo;
 
+/// One input of a module, tuned to one transport stream.
 struct RECALCULO_API tRec_Entrada {
     /// Result of `DeleteServicioALaEntrada`: no entry with the service's key on this input.
     static constexpr int ERROR_SERVICIO_NO_ESTA = -400;

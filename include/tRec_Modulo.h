@@ -16,11 +16,17 @@
 
 namespace zarven {
 
+/// One processing module of the head-end: a card with inputs, outputs and limited resources.
 struct RECALCULO_API tRec_Modulo {
-    /// Results of the operations below, besides 1 (done).
+    // Results of the operations below, besides 1 (done).
+
+    /// Result of `configurarModelo`: the module has its model already.
     static constexpr int ERROR_YA_CONFIGURADO = -201;
+    /// Result of `configurarModelo`: no such model.
     static constexpr int ERROR_MODELO_NO_SOPORTADO = -202;
+    /// The module has no input with that number.
     static constexpr int ERROR_SIN_ENTRADA = -203;
+    /// The module has no output with that number.
     static constexpr int ERROR_SIN_SALIDA = -204;
 
     /// `Modelo` of a module that is not configured yet.
@@ -40,15 +46,20 @@ struct RECALCULO_API tRec_Modulo {
     unsigned short PIDsModulo = 0;
     /// PID budget.
     unsigned short PIDsModuloMax = 0;
-    /// Transcoder pools: ceilings and transcoders in use. No operation sets the ceilings: the caller writes
-    /// them on the loaded module (`tRecalculo::Mapa_ModulosCabecera_Inicial`) before the run.
-    /// SD and HD share one pool, bounded by the HD ceiling from the first HD transcoding on; AUX serves
-    /// clones.
+    // Transcoder pools: ceilings and transcoders in use. No operation sets the ceilings: the caller writes
+    // them on the loaded module (`tRecalculo::Mapa_ModulosCabecera_Inicial`) before the run.
+
+    /// Ceiling of the pool that SD and HD share, as long as there is no HD transcoding. Set by the caller.
     unsigned short SD_MAX_Transcoding = 0;
+    /// Transcoders in use for SD services.
     unsigned short SD_Transcoding = 0;
+    /// Ceiling of the shared pool from the first HD transcoding on. Set by the caller.
     unsigned short HD_MAX_Transcoding = 0;
+    /// Transcoders in use for HD services.
     unsigned short HD_Transcoding = 0;
+    /// Ceiling of the pool that serves clones. Set by the caller.
     unsigned short AUX_MAX_Transcoding = 0;
+    /// Transcoders in use for clones.
     unsigned short AUX_Transcoding = 0;
     /// The inputs by number, ascending.
     tMapaEntradas mapEntradas;
@@ -57,7 +68,9 @@ struct RECALCULO_API tRec_Modulo {
 
     /// An unconfigured module without identity.
     tRec_Modulo() = default;
+    /// An unconfigured module.
     explicit tRec_Modulo(std::string MAC);
+    /// An unconfigured module, the controller or another.
     tRec_Modulo(std::string MAC, bool Controlador);
 
     /// Gives the module its model, inputs 1..`numEntradas`, outputs 1..`numSalidas` and PID budget, and logs

@@ -21,12 +21,15 @@ namespace zarven {
 
 struct tRec_Servicio;
 
+/// One elementary-stream PID of a service.
 struct RECALCULO_API tRec_PID {
     /// Identity of the PID record; key in the owning service's `MapaPIDs`. 32-bit signed range.
     long idPSG = 0;
-    /// Three values carried for the caller; nothing in the library reads them.
+    /// Carried for the caller; nothing in the library reads it.
     unsigned short Reservado1 = 0;
+    /// Carried for the caller, too.
     unsigned short Reservado2 = 0;
+    /// Carried for the caller, too.
     unsigned short Reservado3 = 0;
     /// Audio language code of the component, UTF-8; empty for a component without language.
     std::string AudioCode;

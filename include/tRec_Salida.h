@@ -16,6 +16,7 @@ namespace zarven {
 
 struct tRec_Modulo;
 
+/// One logical output of a module, with a bitrate ceiling and a service count ceiling.
 struct RECALCULO_API tRec_Salida {
     /// Result of `DeleteServicioALaSalida`: no entry with the service's key on this output.
     static constexpr int ERROR_SERVICIO_NO_ESTA = -300;

@@ -19,6 +19,7 @@ namespace zarven {
 struct tRec_Entrada;
 struct tRec_Salida;
 
+/// One television or radio service that the recalculation places on a module.
 struct RECALCULO_API tRec_Servicio {
     /// `VideoFormatE` of a high-definition service; every other value counts as standard definition.
     static constexpr unsigned short VIDEO_HD = 4;

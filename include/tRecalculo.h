@@ -25,16 +25,27 @@
 
 namespace zarven {
 
+/// The engine: it places the services received by a head-end onto its modules.
 struct RECALCULO_API tRecalculo {
-    /// Results of the operations below, besides 0 (nothing done) and 1 (done).
+    // Results of the operations below, besides 0 (nothing done).
+
+    /// Done.
     static constexpr int RETURN_OK = 1;
+    /// Result of `swapModulos`: the modules are not of one kind.
     static constexpr int ERROR_MODULOS_NO_COMPATIBLES = -100;
+    /// Reserved: the index contradicts itself.
     static constexpr int ERROR_INDICE_INCOHERENTE = -101;
+    /// Result of `addModulo`: a module with that MAC is loaded.
     static constexpr int ERROR_MODULO_YA_CARGADO = -102;
+    /// Result of `configurarSalida`: no module with that MAC is loaded.
     static constexpr int ERROR_SIN_MODULO = -104;
+    /// Result of `configurarSalida`: the module has no output with that number.
     static constexpr int ERROR_SIN_SALIDA = -105;
+    /// Result of `addHomeChannel`: that pair is loaded.
     static constexpr int ERROR_HOME_CHANNEL_YA_CARGADO = -106;
+    /// Result of `addRec_Servicio`: a clone whose parent is not in its stream.
     static constexpr int ERROR_CLON_SIN_PADRE = -109;
+    /// Result of `addRec_PID`: no loaded service has the PID's `SID`.
     static constexpr int ERROR_PID_SIN_SERVICIO = -110;
 
     /// Every loaded service by ONID, TSID and key.
@@ -62,7 +73,9 @@ struct RECALCULO_API tRecalculo {
     // A copy would leave every pModulo naming the modules of the original; a move takes them along.
     tRecalculo(const tRecalculo&) = delete;
     tRecalculo& operator=(const tRecalculo&) = delete;
+    /// Takes everything along.
     tRecalculo(tRecalculo&&) = default;
+    /// Takes everything along.
     tRecalculo& operator=(tRecalculo&&) = default;
 
     // ---- Loading --------------------------------------------------------------------------------------

@@ -25,7 +25,7 @@ measure() { # FILE [LIBRARY]
         --benchmark_out_format=json >/dev/null
 }
 
-files=($build/now.json)
+files=("$build/now.json")
 measure $build/now.json
 if [ -n "$against" ]; then
     tree=$(mktemp -d)
@@ -34,7 +34,7 @@ if [ -n "$against" ]; then
     g++ -std=c++17 -O3 -DNDEBUG -fPIC -shared -U_FORTIFY_SOURCE -I"$tree/include" "$tree"/src/*/*.cpp \
         -o "$tree/before.so"
     measure $build/before.json "$tree/before.so"
-    files+=($build/before.json)
+    files+=("$build/before.json")
 fi
 
 $build/bench/tabla "${files[@]}"

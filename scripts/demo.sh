@@ -8,7 +8,7 @@ need "${BUILD_PACKAGES[@]}"
 
 build=build/demo
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=OFF >/dev/null
-cmake --build "$build" | tail -n 1
+cmake --build "$build" -- --quiet
 recalculo=$build/tools/recalculo/recalculo
 
 title() { printf '\n=== %s\n\n$ recalculo %s\n' "$1" "$2"; }

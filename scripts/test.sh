@@ -15,7 +15,7 @@ for preset in "$@"; do
     esac
     echo "== $preset"
     cmake --preset "$preset" >/dev/null
-    cmake --build --preset "$preset" | tail -n 1
+    cmake --build --preset "$preset" -- --quiet
 done
 # Built first, run last: the closing line of the last run is the last line.
 for preset in "$@"; do

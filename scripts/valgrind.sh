@@ -7,7 +7,7 @@ source scripts/packages.sh
 need "${BUILD_PACKAGES[@]}" libgtest-dev valgrind
 
 cmake --preset gcc >/dev/null
-cmake --build --preset gcc | tail -n 1
+cmake --build --preset gcc -- --quiet
 for program in build/gcc/tests/{model,engine,algorithm}/*_test; do
     # valgrind is some thirty times slower: a few random runs are enough here.
     RECALCULO_RANDOM_RUNS=40 valgrind --quiet --leak-check=full --error-exitcode=1 "$program" --gtest_brief=1

@@ -1,0 +1,18 @@
+# fmt for a target that Debian has no packages for on this machine: the headers alone, which are the same
+# everywhere and lie where every Debian compiler looks.
+find_package(fmt ${fmt_FIND_VERSION} CONFIG QUIET)
+if(NOT fmt_FOUND)
+    if(NOT TARGET fmt::fmt)
+        include(CheckIncludeFileCXX)
+        check_include_file_cxx(fmt/format.h RECALCULO_FMT_HEADERS -DFMT_HEADER_ONLY)
+        if(RECALCULO_FMT_HEADERS)
+            add_library(fmt::fmt INTERFACE IMPORTED GLOBAL)
+            target_compile_definitions(fmt::fmt INTERFACE FMT_HEADER_ONLY)
+        endif()
+    endif()
+    if(TARGET fmt::fmt)
+        set(fmt_FOUND TRUE)
+    endif()
+endif()
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(fmt REQUIRED_VARS fmt_FOUND)

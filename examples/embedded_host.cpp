@@ -1,0 +1,132 @@
+// A host on the controller: it takes the library's log and pauses into its own hands, loads a small head-end,
+// lets the library place it and reads everything there is to read. docs/embedding.md goes through it.
+
+#include <tRecalculo.h>
+
+#include <syslog.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+// ---- What the library calls -------------------------------------------------------------------------------
+
+namespace {
+
+unsigned seconds_asked_for = 0;
+
+} // namespace
+
+// The summary goes where this host keeps its messages. Nothing here may block or throw.
+extern "C" __attribute__((visibility("default"))) void syslog(int level, const char* format, ...) {
+    if (level > LOG_NOTICE)
+        return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vprintf(format, arguments);
+    va_end(arguments);
+    std::putchar('\n');
+}
+
+// No pause, and the place to feed a watchdog: the library comes by here between the sections of its log.
+extern "C" __attribute__((visibility("default"))) unsigned int sleep(unsigned int seconds) {
+    seconds_asked_for += seconds;
+    return 0;
+}
+
+// ---- Loading ----------------------------------------------------------------------------------------------
+
+namespace {
+
+using zarven::tRec_Modulo;
+using zarven::tRec_PID;
+using zarven::tRec_Servicio;
+using zarven::tRecalculo;
+
+constexpr unsigned short ONID = 1;
+
+bool done(int code) {
+    if (code != tRecalculo::RETURN_OK)
+        std::fprintf(stderr, "refused: %d\n", code);
+    return code == tRecalculo::RETURN_OK;
+}
+
+// A module of two inputs, two outputs of 38 Mbit/s and one transcoder for clones, that descrambles 8 PIDs.
+bool load_module(tRecalculo& engine, const std::string& mac, bool controller) {
+    if (!done(engine.addModulo(mac, tRec_Modulo::MODELO_SOPORTADO, 2, 2, 8, controller)))
+        return false;
+    engine.Mapa_ModulosCabecera_Inicial.at(mac).AUX_MAX_Transcoding = 1; // no operation sets it
+    return done(engine.configurarSalida(mac, 1, 38000)) && done(engine.configurarSalida(mac, 2, 38000));
+}
+
+std::shared_ptr<tRec_Servicio> make_service(unsigned short tsid, unsigned short sid, const char* name,
+                                            unsigned bitrate) {
+    auto service = std::make_shared<tRec_Servicio>();
+    service->idService = sid; // the key; any number that is unique within the stream
+    service->SID = service->OSID = service->LCN = sid;
+    service->ONID = ONID;
+    service->TSID = tsid;
+    service->peakBitRate = bitrate;
+    service->NombreEntrada = service->NombreSalida = name;
+    return service;
+}
+
+bool load_services(tRecalculo& engine) {
+    auto sports = make_service(1002, 21, "Deportes", 9000);
+    sports->Descifrar = 1;
+    sports->number_PIDs_CA = sports->number_PIDs_CA_Max = 3;
+
+    // The key is taken in that stream, so this one is a clone of "Noticias" and goes where that one goes.
+    auto clone = make_service(1001, 12, "Noticias SD", 0);
+    clone->Transcoding = 1;
+
+    return done(engine.addRec_Servicio(make_service(1001, 11, "Canal Uno", 6000))) &&
+           done(engine.addRec_Servicio(make_service(1001, 12, "Noticias", 4000))) &&
+           done(engine.addRec_Servicio(sports)) &&
+           done(engine.addRec_Servicio(make_service(1002, 22, "Cine", 8000))) &&
+           done(engine.addRec_Servicio(make_service(1003, 31, "Demasiado", 40000))) &&
+           done(engine.addRec_Servicio(clone));
+}
+
+bool load(tRecalculo& engine) {
+    return load_module(engine, "02:00:00:00:00:01", true) &&
+           load_module(engine, "02:00:00:00:00:02", false) && load_services(engine) &&
+           done(engine.addRec_PID(std::make_unique<tRec_PID>(100, 0, 0, 0, "spa", 1, 21))) &&
+           done(engine.addHomeChannel(ONID, 1001));
+}
+
+// ---- Reading the result -----------------------------------------------------------------------------------
+
+void print(const tRecalculo& engine) {
+    for (const auto& [mac, module] : engine.Mapa_ModulosCabecera_Final) {
+        std::printf("module %s, %u of %u PIDs\n", mac.c_str(), static_cast<unsigned>(module.PIDsModulo),
+                    static_cast<unsigned>(module.PIDsModuloMax));
+        for (const auto& [number, input] : module.mapEntradas)
+            if (input.TSID != 0)
+                std::printf("  input %u receives stream %u\n", static_cast<unsigned>(number),
+                            static_cast<unsigned>(input.TSID));
+        for (const auto& [number, output] : module.mapSalidas)
+            for (const auto& [key, service] : output.MapaServicios)
+                std::printf("  output %u carries %s\n", static_cast<unsigned>(number),
+                            service->NombreSalida.c_str());
+    }
+    for (const auto& [onid, network] : engine.Mapa_ONIDs_Final)
+        for (const auto& [tsid, stream] : network.MapRec_TSIDs)
+            for (const auto& [key, service] : stream.MapRec_Services)
+                std::printf("left out: %s\n", service->NombreSalida.c_str());
+    for (const auto& clone : engine.listaServiciosClonados)
+        std::printf("without parent: %s\n", clone->NombreSalida.c_str());
+    std::printf("%u seconds of pauses skipped\n", seconds_asked_for);
+}
+
+} // namespace
+
+int main() {
+    setlogmask(LOG_UPTO(LOG_NOTICE)); // spares the library the work for lines that go nowhere
+    tRecalculo engine;
+    if (!load(engine) || engine.Main_Recalculo() != tRecalculo::RETURN_OK)
+        return 1;
+    print(engine);
+    return 0;
+}

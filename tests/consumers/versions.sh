@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# versions.sh: project(VERSION) in CMakeLists.txt is the one place for the version; whatever else tells one must
+# agree. The environment holds SOURCE, VERSION, STAGE, LIBDIR and PROGRAM (the tool).
+set -euo pipefail
+failed=0
+
+# same WHAT VERSION
+same() {
+    [ "$2" = "$VERSION" ] || { echo "$1 says \"$2\", not \"$VERSION\"."; failed=1; }
+}
+
+file=$(basename "$(readlink -f "$STAGE/$LIBDIR/librecalculo.so")")
+soname=$(basename "$(readlink "$STAGE/$LIBDIR/librecalculo.so")")
+same "The library's file $file" "${file#"$soname".}"
+same "recalculo --version" "$("$PROGRAM" --version | sed 's/^recalculo //')"
+same "The pkg-config file" "$(PKG_CONFIG_LIBDIR=$STAGE/$LIBDIR/pkgconfig pkg-config --modversion recalculo)"
+same "The CMake package" \
+    "$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' "$STAGE/$LIBDIR/cmake/recalculo/recalculo-config-version.cmake")"
+same "packaging/debian/changelog" "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$SOURCE/packaging/debian/changelog")"
+same "CHANGELOG.md" "$(sed -n 's/^## \[\([0-9].*\)\].*/\1/p' "$SOURCE/CHANGELOG.md" | head -n 1)"
+recipe=$(basename "$SOURCE"/packaging/yocto/recalculo_*.bb .bb)
+same "packaging/yocto/$recipe.bb" "${recipe#recalculo_}"
+
+# The recipe also names the license by its sum.
+read -r sum _ < <(md5sum "$SOURCE/LICENSE")
+grep -q "md5=$sum" "$SOURCE/packaging/yocto/$recipe.bb" || { echo "The recipe has another sum of LICENSE."; failed=1; }
+exit $failed
