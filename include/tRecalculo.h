@@ -4,8 +4,8 @@
 // bitrates, services, PIDs, home channels), runs Main_Recalculo and reads Mapa_ModulosCabecera_Final,
 // Mapa_ONIDs_Final and listaServiciosClonados. Diagnostics go to the system log: level 3 for the one fatal
 // condition, 5 for the summary, 7 for everything else. The engine pauses with sleep() between sections of
-// the log, so a run takes from seconds to minutes; a host that defines its own syslog and sleep replaces
-// both.
+// the log: a run takes seconds when everything fits, and long when many services are left out, for each of
+// which it searches with pauses of ten seconds. A host that defines its own syslog and sleep replaces both.
 
 #ifndef ZARVEN_TRECALCULO_H
 #define ZARVEN_TRECALCULO_H
@@ -66,7 +66,7 @@ struct RECALCULO_API tRecalculo {
     tMapaModulos Mapa_ModulosCabecera_Final;
     /// The result: the services that the best strategy leaves out.
     tMapaONIDs Mapa_ONIDs_Final;
-    /// The clones that wait for their parent; after a run, those that found none.
+    /// The clones that wait for their parent; after a run, those that found none, or no AUX transcoder.
     std::vector<std::shared_ptr<tRec_Servicio>> listaServiciosClonados;
 
     tRecalculo() = default;
@@ -93,7 +93,8 @@ struct RECALCULO_API tRecalculo {
     /// Loads a service under its ONID, TSID and `idService`. When its stream already holds that key the
     /// service is a clone: with `Parent_SID` 0 it finds its parent under its key (under minus its `OSID` when
     /// the key is 0), takes the parent's `SID` as `Parent_SID`, and its CA PIDs are charged to the parent, up
-    /// to the parent's `number_PIDs_CA_Max`. Clones wait in `listaServiciosClonados`.
+    /// to the parent's `number_PIDs_CA_Max`; its own CA PIDs and bitrate become 0. A clone that brings its
+    /// `Parent_SID` is taken as it is. Clones wait in `listaServiciosClonados`.
     /// @return 1; `ERROR_CLON_SIN_PADRE` (not stored); 0 for a null pointer. `ERROR_INDICE_INCOHERENTE` is
     /// reserved.
     int addRec_Servicio(std::shared_ptr<tRec_Servicio> s);
@@ -122,12 +123,14 @@ struct RECALCULO_API tRecalculo {
 
     /// Runs the strategies MAX, MAX MIN, MIN and MIN MAX, keeps the one that leaves the fewest services out
     /// (the earliest on a tie; none runs after one that places everything), attaches the clones and logs the
-    /// result. Blocks for all its pauses. The loaded maps stay, so a second call starts from them again.
-    /// @return 1; 0 when no loaded module is the controller or its model is 0 (one error line, nothing done).
+    /// result. Blocks for all its pauses. The loaded maps stay, so a second call starts from them again,
+    /// without the clones that the first has attached.
+    /// @return 1; 0 when no loaded module is the controller, or its MAC is empty or its model 0 (one error
+    /// line, nothing done).
     int Main_Recalculo();
 
     /// One pass for one strategy over `Mapa_ModulosCabecera_Proceso` and `Mapa_ONIDs`, in place.
-    /// @param option 1 MAX, 2 MAX MIN, 3 MIN, 4 MIN MAX; with any other value nothing is filled.
+    /// @param option 1 MAX, 2 MAX MIN, 3 MIN, 4 MIN MAX; with any other value no input is offered a stream.
     /// @param recurso from `GetRecursoCabecera`: 1 leaves out the transcoding fill.
     void RecalculationAlgorithm(char option, int recurso);
 
@@ -139,8 +142,8 @@ struct RECALCULO_API tRecalculo {
     unsigned short GetModeloControlador() const;
     /// 1 when some loaded module is of model 1 or 3, else 0. Logs the answer (debug).
     char GetRecursoCabecera() const;
-    /// The module has PIDs to spare and an output with room for one more service and for 6000 of bitrate.
-    /// An output whose ceiling is below 6000 always has that room.
+    /// The module has PIDs to spare and an output with room for one more service and more than 6000 of
+    /// bitrate to spare. An output whose ceiling is below 6000 always has that bitrate.
     bool ModuleisUncomplete(const tRec_Modulo& modulo) const;
     /// Some input of the module carries no service.
     bool Module_check_empty_input(const tRec_Modulo& modulo) const;

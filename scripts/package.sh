@@ -76,7 +76,7 @@ use_natively() {
             $(pkg-config --cflags --libs recalculo) -o host
         ./host | grep -x "left out: Demasiado"
         recalculo --version
-        recalculo run /usr/share/doc/recalculo-tools/examples/small.json | tail -n 1'
+        recalculo run /usr/share/doc/recalculo-tools/examples/small.json | grep "services loaded"'
 }
 
 use_for_armhf() {
@@ -103,7 +103,7 @@ use_for_armhf() {
             -I/usr/include/recalculo -lrecalculo -o host'
     qemu-arm -L "$root" "$root/root/host" | grep -x "left out: Demasiado"
     qemu-arm -L "$root" "$root/usr/bin/recalculo" --version
-    qemu-arm -L "$root" "$root/usr/bin/recalculo" run examples/small.json | tail -n 1
+    qemu-arm -L "$root" "$root/usr/bin/recalculo" run examples/small.json | grep 'services loaded'
 }
 
 case $target in

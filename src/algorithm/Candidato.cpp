@@ -92,8 +92,8 @@ bool Candidato::cabeEnBitrate() const {
     return cabe;
 }
 
-// Every input of the first module but the candidate one is given up; its stream moves to the second module,
-// where the candidate stream has left inputs free.
+// Every input of the first module but the candidate one is given up. What it received moves to the second
+// module, where the candidate stream leaves inputs free, unless that was the candidate stream again.
 bool Candidato::resintonizar() {
     for (auto& [numero, entrada] : principal.copia.mapEntradas) {
         if (numero == numEntrada) {

@@ -1,7 +1,9 @@
 // A candidate exchange of the unify phase: two modules that receive the same stream.
 //
-// After it, the first module carries that stream and nothing else, the second everything else that the two
-// carried. The exchange is prepared on copies of both modules, which are dropped when it is refused.
+// After it, the outputs of the first module carry the services of that stream and nothing else, those of the
+// second everything else that stood on the inputs of the two. Inputs move as a whole: a service that stood on
+// an input of another stream than its own can be left on an output without input. The exchange is prepared on
+// copies of both modules, which are dropped when it is refused.
 
 #ifndef ZARVEN_ALGORITHM_CANDIDATO_H
 #define ZARVEN_ALGORITHM_CANDIDATO_H

@@ -7,7 +7,6 @@
 
 #include <syslog.h>
 
-#include "../engine/Indice.h"
 #include "../log/Marcos.h"
 #include "Paseo.h"
 #include "Recorrido.h"
@@ -34,32 +33,34 @@ Estado Pasada::optimizar() {
     for (auto it = indice.begin(); it != indice.end();) {
         const unsigned short onid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con ONID %d ", onid);
-        optimizarONID(recorrido, it->second);
+        optimizarONID(recorrido, onid, it->second);
         it = indice.upper_bound(onid);
     }
     return finDeOptimizar();
 }
 
-void Pasada::optimizarONID(const Recorrido& recorrido, Rec_ONID& rec_onid) {
+void Pasada::optimizarONID(const Recorrido& recorrido, unsigned short onid, Rec_ONID& rec_onid) {
     auto& streams = rec_onid.MapRec_TSIDs;
     for (auto it = streams.begin(); it != streams.end();) {
         const unsigned short tsid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios ( %d ) sin asignar con TSID %d ",
                  static_cast<int>(it->second.MapRec_Services.size()), tsid);
         // With its last stream the network is gone, and rec_onid with it.
-        if (optimizarTSID(recorrido, rec_onid.ONID, it->second) == ONID_ELIMINADO)
+        if (optimizarTSID(recorrido, onid, tsid, it->second.MapRec_Services) == ONID_ELIMINADO)
             return;
         it = streams.upper_bound(tsid);
     }
 }
 
-int Pasada::optimizarTSID(const Recorrido& recorrido, unsigned short onid, Rec_TSID& stream) {
+int Pasada::optimizarTSID(const Recorrido& recorrido, unsigned short onid, unsigned short tsid,
+                          tMapaServicios& servicios) {
     int n = 0;
-    for (Paseo paseo(stream.MapRec_Services); paseo.avanzar();) {
+    for (Paseo paseo(servicios); paseo.avanzar();) {
         ::syslog(LOG_DEBUG, "soy el servicio nº%d", ++n);
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con  idServicio: (itService_Out) %d",
                  static_cast<int>(paseo.clave()));
-        const int clear = ServicioEnMano(motor, recorrido, recurso, onid, stream, paseo).hacerSitio();
+        const int clear =
+            ServicioEnMano(motor, recorrido, recurso, onid, tsid, servicios, paseo).hacerSitio();
         if (clear != 0)
             return clear;
     }

@@ -47,9 +47,10 @@ private:
     bool hayModuloIncompleto() const;
     bool hayModuloConEntradaVacia() const;
     Estado completarEntradas(tRec_Modulo& modulo, Estado propuesto);
-    void optimizarONID(const Recorrido& recorrido, Rec_ONID& rec_onid);
+    void optimizarONID(const Recorrido& recorrido, unsigned short onid, Rec_ONID& rec_onid);
     // Gives what Clear_ONID_TSID removed from the index.
-    int optimizarTSID(const Recorrido& recorrido, unsigned short onid, Rec_TSID& stream);
+    int optimizarTSID(const Recorrido& recorrido, unsigned short onid, unsigned short tsid,
+                      tMapaServicios& servicios);
     Estado finDeOptimizar() const;
 
     tRecalculo& motor;

@@ -21,9 +21,9 @@ ServicioEnMano::Resultado ServicioEnMano::permutar(const Ficha& principal, const
         return {};
 
     ::syslog(LOG_DEBUG, "Eliminaremos el servicio ORIGINAL %d de la lista de TSIDs ( %d )",
-             static_cast<int>(ficha_Out.clave), stream_Out.TSID);
-    stream_Out.MapRec_Services.erase(ficha_Out.clave);
-    const int clear = motor.Clear_ONID_TSID(onid_Out, stream_Out.TSID);
+             static_cast<int>(ficha_Out.clave), tsid_Out);
+    servicios_Out.erase(ficha_Out.clave);
+    const int clear = motor.Clear_ONID_TSID(onid_Out, tsid_Out);
     ::syslog(LOG_DEBUG, "clear = %d", clear);
     return clear;
 }
@@ -35,7 +35,7 @@ tMapaServicios::iterator ServicioEnMano::prepararPrincipal(const Ficha& principa
              " itService_Salida->first [%d] - itService_Salida->second->ONID [%d] - "
              "itService_Salida->second->TSID [%d]",
              static_cast<int>(principal.clave), principal.servicio->ONID, principal.servicio->TSID);
-    return stream_Out.MapRec_Services.emplace(principal.clave, principal.servicio);
+    return servicios_Out.emplace(principal.clave, principal.servicio);
 }
 
 tMapaServicios::iterator ServicioEnMano::prepararAuxiliar(const Ficha& auxiliar) {
@@ -45,7 +45,7 @@ tMapaServicios::iterator ServicioEnMano::prepararAuxiliar(const Ficha& auxiliar)
              " itService_Salida_Aux->first [%d] - itService_Salida_Aux->second->ONID [%d] - "
              "itService_Salida_Aux->second->TSID [%d]",
              static_cast<int>(auxiliar.clave), auxiliar.servicio->ONID, auxiliar.servicio->TSID);
-    return stream_Out.MapRec_Services.emplace(auxiliar.clave, auxiliar.servicio);
+    return servicios_Out.emplace(auxiliar.clave, auxiliar.servicio);
 }
 
 bool ServicioEnMano::quitarPrincipal(tMapaServicios::iterator itPrincipal) {
@@ -94,7 +94,7 @@ bool ServicioEnMano::llevarPrincipal(tMapaServicios::iterator itPrincipal) {
         return false;
     }
     ::syslog(LOG_DEBUG, "Eliminaremos el servicio %d de la lista de TSIDs ( %d )", static_cast<int>(clave),
-             stream_Out.TSID);
+             tsid_Out);
     retirar(clave);
     return true;
 }
@@ -142,9 +142,9 @@ bool ServicioEnMano::colocarOriginal() {
 
 // Erasing by key takes every entry with that key along; the service in hand must not get lost that way.
 void ServicioEnMano::retirar(long clave) {
-    stream_Out.MapRec_Services.erase(clave);
+    servicios_Out.erase(clave);
     if (clave == ficha_Out.clave)
-        itService_Out = stream_Out.MapRec_Services.emplace(ficha_Out.clave, ficha_Out.servicio);
+        itService_Out = servicios_Out.emplace(ficha_Out.clave, ficha_Out.servicio);
 }
 
 } // namespace zarven

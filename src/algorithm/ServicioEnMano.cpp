@@ -22,10 +22,12 @@ int pidsLibres(const tRec_Modulo& modulo) {
 } // namespace
 
 ServicioEnMano::ServicioEnMano(tRecalculo& engine, const Recorrido& modulos, int recursoCabecera,
-                               unsigned short onid, Rec_TSID& stream, Paseo& paseo)
+                               unsigned short onid, unsigned short tsid, tMapaServicios& servicios,
+                               Paseo& paseo)
     : motor(engine), recorrido(modulos), recurso(recursoCabecera), registra(modulos.registra()),
-      onid_Out(onid), stream_Out(stream), paseo_Out(paseo), ficha_Out{paseo.clave(), paseo.servicio()},
-      itService_Out(buscarFicha(stream.MapRec_Services, ficha_Out)) {}
+      onid_Out(onid), tsid_Out(tsid), servicios_Out(servicios),
+      paseo_Out(paseo), ficha_Out{paseo.clave(), paseo.servicio()},
+      itService_Out(buscarFicha(servicios, ficha_Out)) {}
 
 int ServicioEnMano::hacerSitio() {
     elegirModulos();
@@ -40,7 +42,6 @@ int ServicioEnMano::hacerSitio() {
 }
 
 void ServicioEnMano::elegirModulos() {
-    const unsigned short tsid_Out = stream_Out.TSID;
     for (auto it = recorrido.siguiente(recorrido.principio(), onid_Out, tsid_Out); it != recorrido.fin();
          it = recorrido.siguiente(std::next(it), onid_Out, tsid_Out)) {
         const auto& [mac, modulo] = *it;
@@ -49,7 +50,7 @@ void ServicioEnMano::elegirModulos() {
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
             if (registra)
                 ::syslog(LOG_DEBUG, " itModulo %s itEntradaModulo %d", mac.c_str(), numero);
-            anotarEntrada(mac, entrada);
+            anotarEntrada(mac, numero, entrada);
         }
         // A search that found no MAC[1] is repeated for every module to come, to the same end.
         if (MAC[0].empty())
@@ -60,17 +61,18 @@ void ServicioEnMano::elegirModulos() {
 }
 
 // The last input of MAC[0] that receives another stream gives the exchange stream.
-void ServicioEnMano::anotarEntrada(const std::string& mac, const tRec_Entrada& entrada) {
-    if (entrada.ONID == onid_Out && entrada.TSID == stream_Out.TSID) {
+void ServicioEnMano::anotarEntrada(const std::string& mac, unsigned short numero,
+                                   const tRec_Entrada& entrada) {
+    if (entrada.ONID == onid_Out && entrada.TSID == tsid_Out) {
         if (!MAC[0].empty())
             return;
         MAC[0] = mac;
-        NumEntrada_Service_Out = entrada.NumEntrada;
+        NumEntrada_Service_Out = numero;
         ::syslog(LOG_DEBUG, " MAC 1 %s ", mac.c_str());
     } else if (MAC[0].empty() || MAC[0] == mac) {
         ONID = entrada.ONID;
         TSID = entrada.TSID;
-        NumEntrada = entrada.NumEntrada;
+        NumEntrada = numero;
     }
 }
 
@@ -86,7 +88,7 @@ bool ServicioEnMano::elegirAuxiliar() {
             continue;
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
             if (registra)
-                registrarBusqueda(entrada);
+                registrarBusqueda(numero, entrada);
             if (entrada.ONID != ONID || entrada.TSID != TSID)
                 continue;
             MAC[1] = mac;
@@ -98,10 +100,10 @@ bool ServicioEnMano::elegirAuxiliar() {
     return false;
 }
 
-void ServicioEnMano::registrarBusqueda(const tRec_Entrada& entrada) const {
+void ServicioEnMano::registrarBusqueda(unsigned short numero, const tRec_Entrada& entrada) const {
     ::syslog(LOG_DEBUG, " ENTRADA QUE BUSCAMOS ONID %d  y TSID %d NumEntrada %d ", ONID, TSID, NumEntrada);
     ::syslog(LOG_DEBUG, " ENTRADA ACTUAL ONID %d  y TSID %d NumEntrada %d ", entrada.ONID, entrada.TSID,
-             entrada.NumEntrada);
+             numero);
 }
 
 ServicioEnMano::Extremo ServicioEnMano::extremo(const std::string& mac, unsigned short numero) const {

@@ -1,8 +1,9 @@
 // An unassigned service in hand, and the search for an exchange that makes room for it.
 //
-// MAC[0] is a module that receives its stream, and one more stream on another input. MAC[1] is a module that
-// receives that other stream too. A service of it (the principal) leaves MAC[0] for MAC[1], another (the
-// auxiliar) leaves MAC[1] for MAC[0], so that PIDs and bitrate come free for the service in hand.
+// MAC[0] is a module that receives its stream. The exchange stream is what another input of MAC[0] receives,
+// and MAC[1] a module that receives it too. A service of that stream (the principal) leaves MAC[0] for
+// MAC[1], another (the auxiliar) leaves MAC[1] for MAC[0], so that PIDs and bitrate come free for the service
+// in hand.
 
 #ifndef ZARVEN_ALGORITHM_SERVICIOENMANO_H
 #define ZARVEN_ALGORITHM_SERVICIOENMANO_H
@@ -20,10 +21,10 @@ namespace zarven {
 
 class ServicioEnMano {
 public:
-    // `paseo` is the walk over `stream`, the entry of `onid` in the working index, that has the service in
-    // hand.
+    // `paseo` is the walk over `servicios`, the entry of `onid` and `tsid` in the working index, that has the
+    // service in hand.
     ServicioEnMano(tRecalculo& motor, const Recorrido& recorrido, int recurso, unsigned short onid,
-                   Rec_TSID& stream, Paseo& paseo);
+                   unsigned short tsid, tMapaServicios& servicios, Paseo& paseo);
 
     // Looks for an exchange and makes it. Gives what Clear_ONID_TSID removed from the index once the service
     // was placed; 0 also when it was not.
@@ -41,9 +42,9 @@ private:
 
     // The search for the modules.
     void elegirModulos();
-    void anotarEntrada(const std::string& mac, const tRec_Entrada& entrada);
+    void anotarEntrada(const std::string& mac, unsigned short numero, const tRec_Entrada& entrada);
     bool elegirAuxiliar();
-    void registrarBusqueda(const tRec_Entrada& entrada) const;
+    void registrarBusqueda(unsigned short numero, const tRec_Entrada& entrada) const;
     Extremo extremo(const std::string& mac, unsigned short numero) const;
 
     // The search for the two services. Each gives the result of the exchange, or nothing when none was made.
@@ -74,7 +75,8 @@ private:
     const bool registra;
     // Where the service in hand stands in the index.
     const unsigned short onid_Out;
-    Rec_TSID& stream_Out;
+    const unsigned short tsid_Out;
+    tMapaServicios& servicios_Out;
     Paseo& paseo_Out;
     const Ficha ficha_Out;
     tMapaServicios::iterator itService_Out;

@@ -9,10 +9,13 @@ namespace zarven {
 
 namespace {
 
-void moverPrimero(tRec_Salida& desde, tRec_Salida& hasta) {
+// False when there is no service to move: an entry that the caller left empty.
+bool moverPrimero(tRec_Salida& desde, tRec_Salida& hasta) {
     const std::shared_ptr<tRec_Servicio> servicio = desde.MapaServicios.begin()->second;
-    hasta.addServicioALaSalida(servicio);
+    if (hasta.addServicioALaSalida(servicio) == 0)
+        return false;
     desde.DeleteServicioALaSalida(servicio);
+    return true;
 }
 
 // Every move adds one to the emptier output, so the loops end whatever the fuller one loses by it.
@@ -20,15 +23,11 @@ void igualar(tRec_Salida& actual, tRec_Salida& siguiente) {
     const auto& enActual = actual.MapaServicios;
     const auto& enSiguiente = siguiente.MapaServicios;
     if (enSiguiente.size() < enActual.size()) {
-        while (enSiguiente.size() + 1 < enActual.size()) {
-            moverPrimero(actual, siguiente);
+        while (enSiguiente.size() + 1 < enActual.size() && moverPrimero(actual, siguiente))
             ::syslog(LOG_DEBUG, "-----------*** Movemos un servicio de itSalidaActual a itSalidaSiguiente ");
-        }
     } else {
-        while (enActual.size() + 1 < enSiguiente.size()) {
-            moverPrimero(siguiente, actual);
+        while (enActual.size() + 1 < enSiguiente.size() && moverPrimero(siguiente, actual))
             ::syslog(LOG_DEBUG, "-----------*** Movemos un servicio de itSalidaSiguiente a itSalidaActual ");
-        }
     }
 }
 
@@ -37,7 +36,7 @@ void evaluarSalida(tMapaSalidas& salidas, tMapaSalidas::iterator actual) {
     ::syslog(LOG_DEBUG, "----------- NumServicios Salida Actual : %d ....",
              static_cast<int>(actual->second.MapaServicios.size()));
     for (auto siguiente = std::next(actual); siguiente != salidas.end(); ++siguiente) {
-        // An output without ceiling is not in use.
+        // An output without ceiling takes part as the first of a pair only.
         if (siguiente->second.BitRateMax == 0)
             continue;
         ::syslog(LOG_DEBUG, "--------*** Evaluando Salida Siguiente: %d ....", siguiente->second.NumSalida);

@@ -32,8 +32,8 @@ bool unirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::share
     for (const auto& [clave, servicio] : entrada.MapaServicios) {
         ::syslog(LOG_DEBUG, "SID a analizar:%d, Parent_SID que buscamos: %d", servicio->OSID,
                  clon->Parent_SID);
-        // The parent is known by its OSID, although Parent_SID was taken from its SID: a head-end that
-        // renumbers its services attaches by the received number.
+        // The parent is known by its OSID, although Parent_SID was taken from its SID: the two agree unless
+        // the head-end renumbers its services.
         if (servicio->OSID != clon->Parent_SID)
             continue;
         ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Entrada", clon->Parent_SID);

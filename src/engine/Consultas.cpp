@@ -21,7 +21,7 @@ const tRec_Modulo* buscarControlador(const tMapaModulos& modulos) {
     return it == modulos.end() ? nullptr : &it->second;
 }
 
-// A ceiling below the margin wraps around, so such an output has room whatever it carries.
+// A ceiling below the margin wraps around, so such an output has bitrate to spare whatever it carries.
 bool tieneSitio(const tRec_Salida& salida) {
     return salida.NumServicios < salida.NumServiciosMax &&
            salida.BitRateActual < salida.BitRateMax - MARGEN_BITRATE;

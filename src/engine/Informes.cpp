@@ -21,7 +21,7 @@ void separador() {
     ::syslog(LOG_NOTICE, "@ -----------------------------------------");
 }
 
-// Both names, also when they are equal: whoever reads the report splits at the arrow.
+// Both names, also when they are equal: every line of the report has the same form.
 void nombres(const tMapaServicios& servicios) {
     for (const auto& [idService, servicio] : servicios)
         ::syslog(LOG_NOTICE, "@ --------- Name : %s --> %s", servicio->NombreEntrada.c_str(),

@@ -1,8 +1,9 @@
 // The frames of the dumps, and how a line reaches the system log.
 //
 // A dump draws nested boxes: a module inside the report, its inputs and outputs inside the module, services
-// inside those, PIDs inside a service. This is the one file that knows how wide a box is. Every line is a
-// constant of the program: printing one costs a call of syslog and nothing else.
+// inside those, PIDs inside a service. This is the one file that knows how wide a box is; the lines of text
+// between its edges come padded, each from the record or report that it speaks of. Every edge is a constant
+// of the program: printing one costs a call of syslog and nothing else.
 //
 // The library calls syslog and sleep themselves, by name and once per line, so that a host can put its own
 // definitions in their place.
@@ -68,8 +69,8 @@ inline constexpr char PIDS_BORDE[] = "|| ||  % %"
                                      "  %  %  %  %  %  %  %  %  %  %  %  %  %  %  %"
                                      "   || ||";
 
-// Whether debug lines go anywhere. Asked once per operation, for the answer costs a lock: a controller that
-// masks the debug level does not pay for dumps and searches that nobody will read.
+// Whether debug lines go anywhere. Asked once per operation and record, for the answer costs a lock: a
+// controller that masks the debug level does not pay for dumps and searches that nobody will read.
 inline bool seRegistra() {
     return (::setlogmask(0) & LOG_MASK(LOG_DEBUG)) != 0;
 }

@@ -32,7 +32,7 @@ int tRec_Entrada::DeleteServicioALaEntrada(std::shared_ptr<tRec_Servicio> s) {
         return 0;
     if (MapaServicios.erase(s->idService) == 0)
         return ERROR_SERVICIO_NO_ESTA;
-    // The output's back-reference goes, the input's stays: a service off its input is off the air.
+    // The output's back-reference goes, the input's stays.
     s->pSalida = nullptr;
     return 1;
 }

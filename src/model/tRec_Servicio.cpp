@@ -40,7 +40,7 @@ int tRec_Servicio::addPID_AlServicio(std::unique_ptr<tRec_PID> pid) {
         return 0;
     pid->pServicio = this;
     const long idPSG = pid->idPSG;
-    // emplace, whether or not it keeps the PID, has taken it over: a duplicate is destroyed with it.
+    // A duplicate is not kept, and destroyed in this call.
     MapaPIDs.emplace(idPSG, std::move(pid));
     ::syslog(LOG_DEBUG, "Añadimos PID al servicio %i", SID);
     return 1;

@@ -47,7 +47,7 @@ public:
 
     // A loaded service that no module carries yet.
     Servicio libre(const fabrica::DatosServicio& datos) {
-        Servicio nuevo = fabrica::cargar(motor, datos);
+        Servicio nuevo = cargar(datos);
         auto& onid = motor.Mapa_ONIDs[datos.onid];
         onid.ONID = datos.onid;
         auto& tsid = onid.MapRec_TSIDs[datos.tsid];
@@ -59,7 +59,7 @@ public:
     // A loaded service on an input, which is tuned to its stream, and an output.
     Servicio puesto(const std::string& mac, unsigned short numEntrada, std::uint32_t idSalida,
                     const fabrica::DatosServicio& datos) {
-        Servicio nuevo = fabrica::cargar(motor, datos);
+        Servicio nuevo = cargar(datos);
         sintonizar(mac, numEntrada, datos.onid, datos.tsid);
         clavar(mac, numEntrada, idSalida, nuevo);
         return nuevo;
@@ -82,6 +82,15 @@ public:
 
     void sintonizar(const std::string& mac, unsigned short numero, unsigned short onid, unsigned short tsid) {
         entrada(mac, numero).confEntrada(tsid, onid);
+    }
+
+private:
+    // The bitrate of the video and the ceiling of the PIDs must not be mistaken for what is charged.
+    Servicio cargar(const fabrica::DatosServicio& datos) {
+        Servicio nuevo = fabrica::cargar(motor, datos);
+        nuevo->videoPeakBitRate = nuevo->peakBitRate - nuevo->peakBitRate / 4;
+        nuevo->number_PIDs_CA_Max = static_cast<unsigned short>(nuevo->number_PIDs_CA + 10);
+        return nuevo;
     }
 };
 
