@@ -90,7 +90,7 @@ TEST(Clonados, ACloneJoinsTheInputAndTheOutputOfItsParent) {
 TEST(Clonados, AttachingLogsEachServiceLookedAt) {
     Resultado r;
     r.poner(8, 1, 1);
-    r.poner(9, 1, 1);
+    r.poner(9, 1, 2); // on the parent's output too, before it
     r.poner(10, 1, 2);
     r.poner(11, 1, 2);
     r.clon(10);
