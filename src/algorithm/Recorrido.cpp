@@ -31,9 +31,9 @@ void Recorrido::anotar(tMapaModulos::iterator modulo) {
         recepciones.push_back({codigo(entrada.ONID, entrada.TSID), modulo});
 }
 
-tMapaModulos::iterator Recorrido::siguiente(tMapaModulos::iterator desde, unsigned short onid,
-                                            unsigned short tsid) const {
-    if (completo || desde == fin())
+tMapaModulos::iterator Recorrido::buscar(tMapaModulos::iterator desde, unsigned short onid,
+                                         unsigned short tsid) const {
+    if (desde == fin())
         return desde;
     const Recepcion buscada{codigo(onid, tsid), desde};
     const auto it = std::lower_bound(recepciones.begin(), recepciones.end(), buscada, antes);

@@ -29,7 +29,9 @@ public:
 
     // The first module at or after `desde` to visit for a stream; fin() when there is none.
     tMapaModulos::iterator siguiente(tMapaModulos::iterator desde, unsigned short onid,
-                                     unsigned short tsid) const;
+                                     unsigned short tsid) const {
+        return completo ? desde : buscar(desde, onid, tsid);
+    }
 
     // Has to be told when a module receives a stream that it did not receive before. One that has lost a
     // stream is visited in vain, no more.
@@ -42,6 +44,8 @@ private:
     };
     static bool antes(const Recepcion& a, const Recepcion& b);
     void anotar(tMapaModulos::iterator modulo);
+    tMapaModulos::iterator buscar(tMapaModulos::iterator desde, unsigned short onid,
+                                  unsigned short tsid) const;
 
     const bool completo;
     tMapaModulos& modulos;
