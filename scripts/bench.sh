@@ -15,7 +15,7 @@ while [ $# -gt 0 ]; do
     esac
     shift 2
 done
-need "${BUILD_PACKAGES[@]}" libgtest-dev libbenchmark-dev valgrind git
+need "${BUILD_PACKAGES[@]}" libgtest-dev libbenchmark-dev valgrind git g++-i686-linux-gnu
 
 build=build/bench
 cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
@@ -42,6 +42,11 @@ echo
 $build/bench/Primitivas_bench 2>/dev/null
 echo
 $build/bench/memoria 8000
+# The same on 32 bits, through the loader that comes with the cross compiler.
+cross=/usr/i686-linux-gnu/lib
+i686-linux-gnu-g++ -std=c++17 -O2 -Iinclude -Ibench bench/{Memoria,Bitacora,Generador}.cpp src/*/*.cpp \
+    -Wl,--dynamic-linker=$cross/ld-linux.so.2 -Wl,-rpath,$cross -o $build/memoria32
+$build/memoria32 8000
 [ -z "$against" ] || { printf 'before: ' && LD_PRELOAD="$tree/before.so" $build/bench/memoria 8000; }
 echo
 valgrind --tool=callgrind --callgrind-out-file=$build/callgrind.out $build/bench/memoria 2000 2>&1 |

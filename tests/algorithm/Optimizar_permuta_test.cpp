@@ -111,6 +111,27 @@ TEST_F(Permuta, MovesBothServicesAndPlacesTheOriginal) {
     EXPECT_EQ(t.despues.en("B").PIDsModulo, 5);
 }
 
+TEST(PermutaEntradas, EachModuleHasItsOwnInputOnTheStreamToExchange) {
+    Escena otra({escena::modulo("A", 2, {10000}), escena::modulo("B", 3, {10000})});
+    otra.sintonizar("A", 1, 1, ORIGINAL);
+    otra.puesto("A", 2, 1, datos(10, COMUN, 3000));
+    otra.sintonizar("B", 1, 1, OTRO);
+    otra.sintonizar("B", 2, 1, 4);
+    otra.puesto("B", 3, 1, datos(20, COMUN, 2000));
+    otra.libre(datos(30, ORIGINAL, 4000));
+    const Tramo t = PasadaVista(otra.motor, 0, 1).tramo(6);
+    EXPECT_EQ(
+        t.cuantasEmpiezan("Try_to_Delete_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[1] B), "
+                          "itEntradaAux 3, "),
+        1U);
+    EXPECT_EQ(
+        t.cuantasEmpiezan("Try_to_Insert_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[1] B), "
+                          "itEntradaAux 3,  "),
+        1U);
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[30] 1/2[20]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/3[] 1/4[] 1/2[10]");
+}
+
 TEST_F(Permuta, TranscodersMoveWithTheirServices) {
     e.en("A").SD_MAX_Transcoding = 1;
     e.en("B").SD_MAX_Transcoding = 2;
@@ -294,6 +315,7 @@ TEST_F(Permuta, OtherServicesWithTheKeyOfThePrincipalAreLost) {
     e.original(40);
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene("clear = 2"));
+    EXPECT_EQ(t.cuantasEmpiezan("clear = "), 1U); // one service was placed, no other is in hand after it
     EXPECT_TRUE(t.despues.indice.empty());
     EXPECT_EQ(estado(t), "A 1/1[30] 1/2[20] | 6000x2[20 30]; B 1/3[] 1/2[40] | 3000x1[40]; ");
 }
@@ -305,6 +327,7 @@ TEST_F(Permuta, OtherServicesWithTheKeyOfTheAuxiliarAreLost) {
     e.original(40);
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene("clear = 2"));
+    EXPECT_EQ(t.cuantasEmpiezan("clear = "), 1U); // one service was placed, no other is in hand after it
     EXPECT_TRUE(t.despues.indice.empty());
 }
 
@@ -315,6 +338,7 @@ TEST_F(Permuta, OtherServicesWithTheKeyOfTheOriginalGoWithIt) {
                                                                         fabrica::servicio(datos(30, COMUN)));
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene("clear = 2"));
+    EXPECT_EQ(t.cuantasEmpiezan("clear = "), 1U); // one service was placed, no other is in hand after it
     EXPECT_TRUE(t.despues.indice.empty());
 }
 

@@ -29,7 +29,8 @@
 //    every entry goes, one is counted. That happens when services share keys, or when one has been placed
 //    twice after a failed exchange. As long as the entries are all of one service the counters stay at or
 //    above the sums, and that is checked then. With shared keys only NumServicios does.
-//    Load_Balance leaves NumServicios as it was.
+//    Load_Balance leaves NumServicios as it was, swapModulos the transcoder counters. A clone is told by its
+//    Parent_SID; attaching one changes no counter but AUX_Transcoding.
 // B  Until a service has been taken off by a shared key; Load_Balance does not look at BitRateMax.
 // C  Until an exchange of the optimize phase fails half way (what it staged may be placed a second time and
 //    on an input of another stream), or a service is taken off by a shared key.
