@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "result_invariants.h"
+#include "placement/result_invariants.h"
 
 int main(int argc, char** argv) {
     if (argc != 3) {

@@ -111,7 +111,7 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""), "A command, run or import, is required" + advice);
+    expect_refused(run(""), "A command (run, import) is required" + advice);
     expect_refused(run("rum"), "The following argument was not expected: rum" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
     expect_refused(run("run x --jsn"), "The following argument was not expected: --jsn" + advice);
@@ -122,14 +122,14 @@ TEST_F(CommandLine, WrongUseIsNamed) {
 TEST_F(CommandLine, RunReportsAsText) {
     const Outcome outcome = run("run " + small);
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
     EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(CommandLine, RunReadsStandardInput) {
     const Outcome outcome = run("run -", read(small));
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
 }
 
 TEST_F(CommandLine, RunReportsAsJson) {
@@ -201,7 +201,7 @@ TEST_F(CommandLine, TheLogGoesToAFile) {
 TEST_F(CommandLine, TheLogGoesToStandardError) {
     const Outcome outcome = run("run " + small + " --log -");
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
     run("run " + small + " --log " + file("log"));
     EXPECT_EQ(outcome.err, read(file("log")));
 }

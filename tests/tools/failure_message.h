@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "failure.h"
+#include "base/failure.h"
 
 namespace zarven::tool {
 

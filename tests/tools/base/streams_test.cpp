@@ -1,0 +1,63 @@
+// Files that are there, are not, or cannot be written.
+
+#include "base/streams.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "failure_message.h"
+
+namespace zarven::tool {
+namespace {
+
+class Streams : public testing::Test {
+protected:
+    Streams() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "recalculo-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+    }
+    ~Streams() override { std::filesystem::remove_all(folder); }
+
+    std::filesystem::path folder;
+};
+
+TEST_F(Streams, WhatIsWrittenIsRead) {
+    const std::string path = folder / "file";
+    const std::string text = std::string(200000, 'x') + std::string("\n\0 end", 6);
+    write_text(path, text);
+    EXPECT_EQ(read_text(path), text);
+    write_text(path, "short");
+    EXPECT_EQ(read_text(path), "short");
+}
+
+TEST_F(Streams, AMissingFileIsNamed) {
+    const std::string path = folder / "missing.json";
+    EXPECT_EQ(failure_message([&] { read_text(path); }),
+              path + ": cannot be opened: No such file or directory");
+}
+
+TEST_F(Streams, AFolderCannotBeRead) {
+    const std::string path = folder;
+    EXPECT_EQ(failure_message([&] { read_text(path); }), path + ": cannot be read: Is a directory");
+}
+
+TEST_F(Streams, AFileInAMissingFolderCannotBeWritten) {
+    const std::string path = folder / "missing" / "file";
+    EXPECT_EQ(failure_message([&] { write_text(path, "text"); }),
+              path + ": cannot be written: No such file or directory");
+}
+
+TEST_F(Streams, AFullDiskIsSeen) {
+    EXPECT_EQ(failure_message([] { write_text("/dev/full", "text"); }),
+              "/dev/full: cannot be written: No space left on device");
+}
+
+TEST(InputName, TheDashIsStandardInput) {
+    EXPECT_EQ(input_name("-"), "standard input");
+    EXPECT_EQ(input_name("headend.json"), "headend.json");
+}
+
+} // namespace
+} // namespace zarven::tool

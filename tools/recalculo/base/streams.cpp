@@ -1,0 +1,65 @@
+// Files by the C library, because its errors come with their reason in errno.
+
+#include "base/streams.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include <fmt/format.h>
+
+#include "base/failure.h"
+
+namespace zarven::tool {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& name, const char* what) {
+    throw Failure(fmt::format("{}: {}: {}", name, what, std::strerror(errno)));
+}
+
+} // namespace
+
+std::string input_name(const std::string& path) {
+    return path == standard_stream ? "standard input" : path;
+}
+
+std::string read_text(const std::string& path) {
+    File opened;
+    std::FILE* source = stdin;
+    if (path != standard_stream) {
+        opened.reset(std::fopen(path.c_str(), "rb"));
+        if (!opened)
+            fail(path, "cannot be opened");
+        source = opened.get();
+    }
+    std::string text;
+    std::array<char, 65536> block;
+    while (const std::size_t length = std::fread(block.data(), 1, block.size(), source))
+        text.append(block.data(), length);
+    if (std::ferror(source) != 0)
+        fail(input_name(path), "cannot be read");
+    return text;
+}
+
+File open_for_writing(const std::string& path) {
+    File file(std::fopen(path.c_str(), "wb"));
+    if (!file)
+        fail(path, "cannot be written");
+    return file;
+}
+
+void write_text(const std::string& path, const std::string& text) {
+    const bool to_standard = path == standard_stream;
+    File opened;
+    if (!to_standard)
+        opened = open_for_writing(path);
+    std::FILE* destination = to_standard ? stdout : opened.get();
+    // A full disk or a closed pipe may show itself only when the buffer is emptied.
+    const bool arrived =
+        std::fwrite(text.data(), 1, text.size(), destination) == text.size() && std::fflush(destination) == 0;
+    if (!arrived)
+        fail(to_standard ? "standard output" : path, "cannot be written");
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,93 @@
+// The list is read and turned into services elsewhere; here they meet the modules.
+
+#include "commands/import.h"
+
+#include <memory>
+#include <set>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "base/failure.h"
+#include "base/streams.h"
+#include "base/utf8.h"
+#include "headend/headend_json.h"
+#include "lineup/channel_import.h"
+#include "lineup/channels_conf.h"
+
+namespace zarven::tool {
+
+namespace {
+
+struct ImportOptions {
+    std::string channels;
+    std::string modules;
+    std::string output = standard_stream;
+    BitrateEstimates estimates;
+};
+
+std::size_t number_of_streams(const std::vector<Service>& services) {
+    std::set<std::pair<std::uint16_t, std::uint16_t>> streams;
+    for (const Service& service : services)
+        streams.emplace(service.onid, service.tsid);
+    return streams.size();
+}
+
+std::string counted(std::size_t number, std::string_view thing) {
+    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
+}
+
+void tell(const std::string& file, const ImportedChannels& imported) {
+    for (const UnreadableLine& line : imported.unreadable)
+        fmt::print(stderr, "{}: line {}: {}\n", file, line.line, printable(line.reason));
+    fmt::print(stderr, "{}: {} in {} imported: {} SD, {} HD, {} radio; {} of them scrambled; {} left aside\n",
+               file, counted(imported.services.size(), "service"),
+               counted(number_of_streams(imported.services), "stream"), imported.sd, imported.hd,
+               imported.radio, imported.scrambled,
+               imported.unreadable.empty() ? "no line" : counted(imported.unreadable.size(), "line"));
+}
+
+void import_command(const ImportOptions& options) {
+    if (options.channels == standard_stream && options.modules == standard_stream)
+        throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
+
+    Headend planned = read_headend(input_name(options.modules), read_text(options.modules));
+    const ChannelList list = read_channels_conf(read_text(options.channels));
+    ImportedChannels imported = import_channels(list, options.estimates);
+    tell(input_name(options.channels), imported);
+
+    Headend headend;
+    headend.name = std::move(planned.name);
+    headend.modules = std::move(planned.modules);
+    headend.services = std::move(imported.services);
+    write_text(options.output, write_headend(headend));
+}
+
+} // namespace
+
+void add_import(CLI::App& app) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App* import = app.add_subcommand("import", "Make a head-end of a channel list and modules");
+    import->add_option("CHANNELS", options->channels, "The list, a channels.conf file; - for standard input")
+        ->type_name("")
+        ->required();
+    import
+        ->add_option("--modules", options->modules,
+                     "A head-end file whose modules to take; - for standard input")
+        ->type_name("FILE")
+        ->required();
+    import->add_option("-o,--output", options->output, "Where to write the head-end; - for standard output")
+        ->type_name("FILE")
+        ->capture_default_str();
+    const auto add_estimate = [import](const char* name, std::uint32_t& bitrate, const char* description) {
+        import->add_option(name, bitrate, description)->type_name("KBITS")->capture_default_str();
+    };
+    add_estimate("--radio-bitrate", options->estimates.radio,
+                 "Bitrate to assume for a radio service, in kbit/s");
+    add_estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s");
+    add_estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s");
+    import->callback([options] { import_command(*options);
+});
+} // namespace zarven::tool
+
+} // namespace zarven::tool

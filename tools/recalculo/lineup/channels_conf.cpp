@@ -1,0 +1,210 @@
+// A line is split at its colons, then each field that is of use is read by a function of its own. The fields
+// Srate, TPID and RID are not looked at: a fault in them costs a head-end nothing.
+
+#include "lineup/channels_conf.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <stdexcept>
+
+#include <fmt/format.h>
+
+#include "base/utf8.h"
+
+namespace zarven::tool {
+
+namespace {
+
+constexpr std::size_t field_count = 13;
+constexpr std::uint16_t highest_pid = 8191;
+constexpr std::uint16_t highest_id = 65535;
+
+/// The reason why the line in hand cannot be read. It does not leave this file.
+struct BadLine : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+[[noreturn]] void reject(std::string_view field, std::string_view found, std::string_view expected) {
+    throw BadLine(fmt::format("{}: found \"{}\", expected {}", field, found, expected));
+}
+
+std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+    std::vector<std::string_view> parts;
+    for (;;) {
+        const std::size_t end = text.find_first_of(separators);
+        parts.push_back(text.substr(0, end));
+        if (end == text.npos)
+            return parts;
+        text.remove_prefix(end + 1);
+    }
+}
+
+/// All of the text is one number without sign, in the base, and not above `most`.
+bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number, int base = 10) {
+    const char* const end = text.data() + text.size();
+    const auto [stopped, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && stopped == end && number <= most;
+}
+
+std::uint16_t read_id(std::string_view field, std::string_view text) {
+    std::uint32_t number = 0;
+    if (!is_number(text, highest_id, number))
+        reject(field, text, fmt::format("a whole number from 0 to {}", highest_id));
+    return static_cast<std::uint16_t>(number);
+}
+
+/// `long,short;provider`. A long name may have commas; a colon in it is written as a bar.
+std::string read_name(std::string_view text) {
+    const std::string_view both = text.substr(0, text.find(';'));
+    std::string name(both.substr(0, both.rfind(',')));
+    if (name.empty())
+        reject("Name", text, "a name");
+    std::replace(name.begin(), name.end(), '|', ':');
+    return name;
+}
+
+std::uint32_t read_frequency(std::string_view text) {
+    std::uint32_t frequency = 0;
+    if (!is_number(text, std::numeric_limits<std::uint32_t>::max(), frequency) || frequency == 0)
+        reject("Frequency", text, "a whole number from 1");
+    return frequency;
+}
+
+std::string read_source(std::string_view text) {
+    if (text.empty())
+        reject("Source", text, "a source such as S19.2E, T or C");
+    return std::string(text);
+}
+
+/// Satellites send two streams at one frequency. Other sources use the same letters for other things.
+char read_polarization(std::string_view parameters, std::string_view source) {
+    if (source.front() != 'S')
+        return 0;
+    const std::size_t letter = parameters.find_first_of("HVLRhvlr");
+    return letter == parameters.npos ? '\0' : static_cast<char>(parameters[letter] & ~0x20);
+}
+
+/// `pid`, `pid+pcr`, `pid=mode` or `pid+pcr=mode`.
+void read_video(std::string_view text, Channel& channel) {
+    const std::size_t equals = text.find('=');
+    const std::string_view pids = text.substr(0, equals);
+    const std::size_t plus = pids.find('+');
+    std::uint32_t pid = 0;
+    std::uint32_t pcr = 0;
+    std::uint32_t mode = 0;
+    const bool is_read = is_number(pids.substr(0, plus), highest_pid, pid) &&
+                         (plus == pids.npos || is_number(pids.substr(plus + 1), highest_pid, pcr)) &&
+                         (equals == text.npos || is_number(text.substr(equals + 1), highest_id, mode));
+    if (!is_read)
+        reject("VPID", text,
+               fmt::format("PID, PID+PCR or either with =mode, each PID from 0 to {}", highest_pid));
+    channel.video_pid = static_cast<std::uint16_t>(pid);
+    channel.video_mode = static_cast<std::uint16_t>(mode);
+}
+
+/// PIDs with commas between them, after `;` the Dolby ones, each `pid`, `pid=lang` or `pid=lang@type`; 0 is
+/// none.
+std::set<std::uint16_t> read_audio(std::string_view text) {
+    std::set<std::uint16_t> pids;
+    for (const std::string_view entry : split(text, ",;")) {
+        std::uint32_t pid = 0;
+        if (!is_number(entry.substr(0, entry.find_first_of("=@")), highest_pid, pid))
+            reject("APID", text,
+                   fmt::format("a list of PID[=language[@type]], each PID from 0 to {}", highest_pid));
+        if (pid != 0)
+            pids.insert(static_cast<std::uint16_t>(pid));
+    }
+    return pids;
+}
+
+/// 0 is free to air; anything else, a system or the number of the device that descrambles, is not.
+bool read_scrambled(std::string_view text) {
+    bool is_scrambled = false;
+    for (const std::string_view entry : split(text, ",")) {
+        std::uint32_t system = 0;
+        if (!is_number(entry, highest_id, system, 16))
+            reject("CAID", text, "a list of hexadecimal numbers from 0 to FFFF");
+        is_scrambled = is_scrambled || system != 0;
+    }
+    return is_scrambled;
+}
+
+Channel read_channel(std::string_view line) {
+    const std::vector<std::string_view> fields = split(line, ":");
+    if (fields.size() != field_count)
+        throw BadLine(fmt::format("found {} field{}, expected {} with colons between them", fields.size(),
+                                  fields.size() == 1 ? "" : "s", field_count));
+    Channel channel;
+    channel.name = read_name(fields[0]);
+    channel.frequency = read_frequency(fields[1]);
+    channel.source = read_source(fields[3]);
+    channel.polarization = read_polarization(fields[2], channel.source);
+    read_video(fields[5], channel);
+    channel.audio_pids = read_audio(fields[6]);
+    channel.scrambled = read_scrambled(fields[8]);
+    channel.sid = read_id("SID", fields[9]);
+    channel.nid = read_id("NID", fields[10]);
+    channel.tid = read_id("TID", fields[11]);
+    return channel;
+}
+
+/// A line that begins with a colon, unless it is a channel that has lost its name.
+bool is_heading(std::string_view line) {
+    return line.front() == ':' && split(line, ":").size() != field_count;
+}
+
+/// `:Title`, `:@N` or `:@N Title`; the last two set the number of the next channel.
+void read_heading(std::string_view line, std::uint32_t& next_number) {
+    const std::string_view heading = line.substr(1);
+    if (heading.empty() || heading.front() != '@')
+        return;
+    const std::string_view digits = heading.substr(1, heading.find_first_of(" \t") - 1);
+    std::uint32_t number = 0;
+    // Room above, so that counting on from here cannot overflow.
+    const std::uint32_t most = 1'000'000'000;
+    if (!is_number(digits, most, number) || number == 0)
+        reject("heading", line, fmt::format("\":@N\" or \":@N Title\", N a whole number from 1 to {}", most));
+    next_number = number;
+}
+
+/// A line without its end, in UTF-8. Lists of mixed origin change the encoding from line to line.
+std::string clean_line(std::string_view line) {
+    if (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return is_utf8(line) ? std::string(line) : latin1_to_utf8(line);
+}
+
+} // namespace
+
+ChannelList read_channels_conf(std::string_view text) {
+    const std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    if (text.substr(0, byte_order_mark.size()) == byte_order_mark)
+        text.remove_prefix(byte_order_mark.size());
+
+    ChannelList list;
+    std::uint32_t next_number = 1;
+    std::size_t line_number = 0;
+    for (const std::string_view raw : split(text, "\n")) {
+        ++line_number;
+        const std::string line = clean_line(raw);
+        if (line.find_first_not_of(" \t") == line.npos)
+            continue;
+        try {
+            if (is_heading(line)) {
+                read_heading(line, next_number);
+                continue;
+            }
+            const std::uint32_t number = next_number++;
+            Channel channel = read_channel(line);
+            channel.line = line_number;
+            channel.number = number;
+            list.channels.push_back(std::move(channel));
+        } catch (const BadLine& bad) {
+            list.unreadable.push_back({line_number, bad.what()});
+        }
+    }
+    return list;
+}
+
+} // namespace zarven::tool

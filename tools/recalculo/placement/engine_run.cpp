@@ -1,0 +1,180 @@
+// The order of loading is the engine's: modules and their outputs, services, clones, PIDs, home channels.
+
+#include "placement/engine_run.h"
+
+#include <fmt/format.h>
+
+#include "base/failure.h"
+
+namespace zarven::tool {
+
+namespace {
+
+/// Where a record stands in the head-end, and what the planner calls it.
+struct Element {
+    std::string place;
+    std::string name;
+};
+
+/// Loads one head-end and knows how to complain about it.
+class Loader {
+public:
+    Loader(EngineRun& run, const std::string& file) : run_(run), file_(file) {}
+
+    void load(const Module& module, std::size_t index);
+    void load(const Service& service, std::size_t index);
+    void load(const Clone& clone, std::size_t index);
+    void load(const Pid& pid, std::size_t index);
+    void load(const HomeChannel& channel, std::size_t index);
+
+    template <class Record> void load_all(const std::vector<Record>& records) {
+        for (std::size_t index = 0; index < records.size(); ++index)
+            load(records[index], index);
+    }
+
+private:
+    [[noreturn]] void complain(const Element& element, const std::string& problem) const {
+        throw Failure(fmt::format("{}: {}: {}: {}", file_, element.place, element.name, problem));
+    }
+
+    void check(int code, const Element& element) const {
+        if (code != tRecalculo::RETURN_OK)
+            complain(element, fmt::format("the engine refuses it: {} ({})", meaning_of_refusal(code), code));
+    }
+
+    /// Loads a service and keeps note of it if the engine takes it for a clone.
+    void add(const std::shared_ptr<tRec_Servicio>& service, const Element& element) {
+        const std::size_t clones_before = run_.engine.listaServiciosClonados.size();
+        check(run_.engine.addRec_Servicio(service), element);
+        if (run_.engine.listaServiciosClonados.size() > clones_before)
+            run_.clones.push_back(service);
+    }
+
+    bool stream_holds_key_of(const Clone& clone) const;
+
+    EngineRun& run_;
+    const std::string& file_;
+};
+
+Element element_of(const char* kind, const char* list, std::size_t index, const Programme& programme) {
+    return {fmt::format("/{}/{}", list, index),
+            fmt::format("{} \"{}\" (LCN {}, stream {}/{})", kind, programme.name, programme.lcn,
+                        programme.onid, programme.tsid)};
+}
+
+void Loader::load(const Module& module, std::size_t index) {
+    const Element element{fmt::format("/modules/{}", index), fmt::format("module \"{}\"", module.mac)};
+    if (module.mac.empty())
+        complain(element, "found an empty MAC, expected one that names the module");
+    tRecalculo& engine = run_.engine;
+    check(engine.addModulo(module.mac, module.model, module.inputs,
+                           static_cast<std::uint16_t>(module.outputs.size()), module.pids_max,
+                           module.controller),
+          element);
+    tRec_Modulo& loaded = engine.Mapa_ModulosCabecera_Inicial.at(module.mac);
+    if (loaded.Modelo != module.model || module.model != tRec_Modulo::MODELO_SOPORTADO)
+        complain(element, fmt::format("found model {}, expected {}, the one that the engine supports",
+                                      module.model, tRec_Modulo::MODELO_SOPORTADO));
+    loaded.SD_MAX_Transcoding = module.sd_transcoders;
+    loaded.HD_MAX_Transcoding = module.hd_transcoders;
+    loaded.AUX_MAX_Transcoding = module.aux_transcoders;
+    std::uint16_t number = 0;
+    for (const std::uint32_t bitrate : module.outputs) {
+        ++number;
+        check(engine.configurarSalida(module.mac, number, bitrate),
+              {fmt::format("{}/outputs/{}", element.place, number - 1),
+               fmt::format("output {} of {}", number, element.name)});
+    }
+}
+
+void Loader::load(const Service& service, std::size_t index) {
+    add(std::make_shared<tRec_Servicio>(service.osid, service.sid, service.lcn, service.reserved1,
+                                        service.simulcast_lcn, service.descramble, service.ca_pids,
+                                        service.ca_pids_max, service.video_bitrate, service.bitrate,
+                                        service.type, service.video_format, service.reserved2, service.name,
+                                        service.output_name, service.forced_name, service.transcoding,
+                                        service.onid, service.tsid, service.reserved3, service.sat_id),
+        element_of("service", "services", index, service));
+}
+
+bool Loader::stream_holds_key_of(const Clone& clone) const {
+    const tMapaONIDs& index = run_.engine.Mapa_ONIDs_Inicial;
+    const auto network = index.find(clone.onid);
+    if (network == index.end())
+        return false;
+    const auto stream = network->second.MapRec_TSIDs.find(clone.tsid);
+    return stream != network->second.MapRec_TSIDs.end() &&
+           stream->second.MapRec_Services.count(clone.lcn) != 0;
+}
+
+void Loader::load(const Clone& clone, std::size_t index) {
+    const Element element = element_of("clone", "clones", index, clone);
+    // The engine would load it as an ordinary service, one that takes no bitrate.
+    if (!stream_holds_key_of(clone))
+        complain(element, fmt::format("a clone without parent: no service of stream {}/{} has the LCN {}",
+                                      clone.onid, clone.tsid, clone.lcn));
+    add(std::make_shared<tRec_Servicio>(clone.osid, clone.sid, clone.lcn, clone.reserved1,
+                                        clone.simulcast_lcn, clone.descramble, clone.type, clone.video_format,
+                                        clone.reserved2, clone.name, clone.output_name, clone.video_bitrate,
+                                        clone.forced_name, clone.transcoding, clone.onid, clone.tsid,
+                                        clone.reserved3, clone.parent_sid, clone.sat_id),
+        element);
+}
+
+void Loader::load(const Pid& pid, std::size_t index) {
+    check(run_.engine.addRec_PID(std::make_unique<tRec_PID>(pid.id, pid.reserved1, pid.reserved2,
+                                                            pid.reserved3, pid.audio, pid.order, pid.sid)),
+          {fmt::format("/pids/{}", index), fmt::format("PID {} of SID {}", pid.id, pid.sid)});
+}
+
+void Loader::load(const HomeChannel& channel, std::size_t index) {
+    check(run_.engine.addHomeChannel(channel.onid, channel.tsid),
+          {fmt::format("/home_channels/{}", index),
+           fmt::format("home channel {}/{}", channel.onid, channel.tsid)});
+}
+
+} // namespace
+
+std::string meaning_of_refusal(int code) {
+    switch (code) {
+    case 0:
+        return "there is nothing to load";
+    case tRecalculo::ERROR_INDICE_INCOHERENTE:
+        return "its index of services is inconsistent";
+    case tRecalculo::ERROR_MODULO_YA_CARGADO:
+        return "a module with this MAC is already loaded";
+    case tRecalculo::ERROR_SIN_MODULO:
+        return "there is no such module";
+    case tRecalculo::ERROR_SIN_SALIDA:
+        return "the module has no such output";
+    case tRecalculo::ERROR_HOME_CHANNEL_YA_CARGADO:
+        return "this home channel is already loaded";
+    case tRecalculo::ERROR_CLON_SIN_PADRE:
+        return "a clone without parent";
+    case tRecalculo::ERROR_PID_SIN_SERVICIO:
+        return "no service has this SID";
+    default:
+        return "for a reason unknown to this program";
+    }
+}
+
+EngineRun load_engine(const Headend& headend, const std::string& file) {
+    EngineRun run;
+    Loader loader(run, file);
+    loader.load_all(headend.modules);
+    loader.load_all(headend.services);
+    loader.load_all(headend.clones);
+    loader.load_all(headend.pids);
+    loader.load_all(headend.home_channels);
+    return run;
+}
+
+void run_engine(EngineRun& run, const std::string& file) {
+    if (run.engine.Main_Recalculo() != tRecalculo::RETURN_OK)
+        throw Failure(fmt::format("{}: the engine could not run: no module is the controller; give one of "
+                                  "/modules the member \"controller\": true",
+                                  file),
+                      ExitCode::engine_did_not_run);
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,33 @@
+// The engine at work on a head-end: everything loaded into it, each answer looked at, and one recalculation.
+
+#ifndef RECALCULO_ENGINE_RUN_H
+#define RECALCULO_ENGINE_RUN_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "headend/headend.h"
+#include "tRecalculo.h"
+
+namespace zarven::tool {
+
+/// A loaded engine.
+struct EngineRun {
+    tRecalculo engine;
+    /// All clones, in the order of loading; the engine's own list forgets those that it attaches.
+    std::vector<std::shared_ptr<tRec_Servicio>> clones;
+};
+
+/// What a return code of the loading operations means, in words.
+std::string meaning_of_refusal(int code);
+
+/// Loads all of a head-end. Throws `Failure` at the first refusal; `file` is for messages.
+EngineRun load_engine(const Headend& headend, const std::string& file);
+
+/// Runs the recalculation. Throws `Failure` with `ExitCode::engine_did_not_run` if the engine could not.
+void run_engine(EngineRun& run, const std::string& file);
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,217 @@
+// Services are told apart by their object: the engine may hold one object in several places, and two services
+// with the same numbers.
+
+#include "placement/result.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include <fmt/format.h>
+
+namespace zarven::tool {
+
+namespace {
+
+using ServiceSet = std::set<const tRec_Servicio*>;
+
+ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
+    ServiceResult result;
+    result.stream = {service.ONID, service.TSID};
+    result.lcn = service.LCN;
+    result.sid = service.SID;
+    result.osid = service.OSID;
+    result.name = service.NombreEntrada;
+    result.output_name = service.NombreSalida;
+    result.bitrate = service.peakBitRate;
+    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_scrambled = service.Descifrar != 0;
+    result.ca_pids = service.number_PIDs_CA;
+    result.is_transcoded = service.Transcoding != 0;
+    result.is_clone = is_clone;
+    result.parent_sid = service.Parent_SID;
+    return result;
+}
+
+/// Walks the engine once and gathers the result.
+class Gathering {
+public:
+    explicit Gathering(const EngineRun& run) : run_(run) {
+        for (const auto& clone : run.clones)
+            clones_.insert(clone.get());
+        for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+            result_.modules.push_back(gather(module));
+        gather_left_out();
+        for (const auto& clone : run.engine.listaServiciosClonados)
+            result_.clones_waiting.push_back(describe(*clone, true));
+        count();
+        warn();
+    }
+
+    Result result() && { return std::move(result_); }
+
+private:
+    /// The outputs of the module in hand that carry each service.
+    using OutputsOf = std::map<const tRec_Servicio*, std::vector<std::uint32_t>>;
+
+    ModuleResult gather(const tRec_Modulo& module);
+    InputResult gather(const tRec_Entrada& input, const OutputsOf& outputs_of);
+    OutputResult gather(const tRec_Salida& output, const OutputsOf& outputs_of);
+    ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
+    void gather_left_out();
+    void count();
+    void warn();
+    void warn_of(const tRec_Servicio& service);
+
+    const EngineRun& run_;
+    Result result_;
+    ServiceSet clones_;
+    ServiceSet left_out_;
+    /// On how many outputs each service stands, clones too; twice on one output counts twice.
+    std::map<const tRec_Servicio*, std::size_t> appearances_;
+    /// On an output of some module none of whose inputs has it.
+    ServiceSet without_input_;
+    /// On an input that is tuned to a stream not its own.
+    ServiceSet on_foreign_input_;
+};
+
+ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {
+    ServiceResult result = describe(service, clones_.count(&service) != 0);
+    const auto found = outputs_of.find(&service);
+    if (found != outputs_of.end())
+        result.outputs = found->second;
+    return result;
+}
+
+InputResult Gathering::gather(const tRec_Entrada& input, const OutputsOf& outputs_of) {
+    InputResult result;
+    result.number = input.NumEntrada;
+    result.stream = {input.ONID, input.TSID};
+    result.is_tuned = input.ONID != 0 || input.TSID != 0 || !input.MapaServicios.empty();
+    for (const auto& [key, service] : input.MapaServicios) {
+        result.services.push_back(describe_placed(*service, outputs_of));
+        if (service->ONID != input.ONID || service->TSID != input.TSID)
+            on_foreign_input_.insert(service.get());
+    }
+    return result;
+}
+
+OutputResult Gathering::gather(const tRec_Salida& output, const OutputsOf& outputs_of) {
+    OutputResult result;
+    result.number = output.NumSalida;
+    result.bitrate = output.BitRateActual;
+    result.bitrate_max = output.BitRateMax;
+    result.service_count = output.NumServicios;
+    result.service_max = output.NumServiciosMax;
+    for (const auto& [key, service] : output.MapaServicios) {
+        result.services.push_back(describe_placed(*service, outputs_of));
+        ++appearances_[service.get()];
+    }
+    return result;
+}
+
+ModuleResult Gathering::gather(const tRec_Modulo& module) {
+    ModuleResult result;
+    result.mac = module.MAC;
+    result.model = module.Modelo;
+    result.is_controller = module.Controlador;
+    result.pids_max = module.PIDsModuloMax;
+    result.pids_counted = module.PIDsModulo;
+    result.sd_transcoders = {module.SD_Transcoding, module.SD_MAX_Transcoding};
+    result.hd_transcoders = {module.HD_Transcoding, module.HD_MAX_Transcoding};
+    result.aux_transcoders = {module.AUX_Transcoding, module.AUX_MAX_Transcoding};
+
+    OutputsOf outputs_of;
+    for (const auto& [number, output] : module.mapSalidas)
+        for (const auto& [key, service] : output.MapaServicios)
+            outputs_of[service.get()].push_back(output.NumSalida);
+    for (const auto& [service, outputs] : outputs_of)
+        result.pids += service->number_PIDs_CA;
+    ServiceSet on_inputs;
+    for (const auto& [number, input] : module.mapEntradas) {
+        result.inputs.push_back(gather(input, outputs_of));
+        for (const auto& [key, service] : input.MapaServicios)
+            on_inputs.insert(service.get());
+    }
+    for (const auto& [number, output] : module.mapSalidas) {
+        result.outputs.push_back(gather(output, outputs_of));
+        for (const auto& [key, service] : output.MapaServicios) {
+            if (on_inputs.count(service.get()) != 0)
+                continue;
+            without_input_.insert(service.get());
+            result.without_input.push_back(describe_placed(*service, outputs_of));
+        }
+    }
+    return result;
+}
+
+void Gathering::gather_left_out() {
+    for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
+        for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
+            StreamResult result{{onid, tsid}, {}};
+            for (const auto& [key, service] : stream.MapRec_Services) {
+                left_out_.insert(service.get());
+                result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
+            }
+            if (!result.services.empty())
+                result_.left_out.push_back(std::move(result));
+        }
+}
+
+void Gathering::count() {
+    Counts& counts = result_.counts;
+    counts.loaded = run_.engine.listaServicios.size();
+    counts.left_out = left_out_.size();
+    counts.placed = static_cast<std::size_t>(
+        std::count_if(appearances_.begin(), appearances_.end(),
+                      [this](const auto& entry) { return clones_.count(entry.first) == 0; }));
+    counts.clones_waiting = run_.engine.listaServiciosClonados.size();
+    counts.clones_attached = run_.clones.size() - counts.clones_waiting;
+}
+
+void Gathering::warn() {
+    const Counts& counts = result_.counts;
+    if (counts.placed + counts.left_out != counts.loaded)
+        result_.warnings.push_back(fmt::format("{} placed and {} left out do not make {} loaded",
+                                               counts.placed, counts.left_out, counts.loaded));
+    for (const auto& service : run_.engine.listaServicios)
+        warn_of(*service);
+    for (const auto& clone : run_.clones)
+        if (appearances_.count(clone.get()) != 0)
+            warn_of(*clone);
+}
+
+void Gathering::warn_of(const tRec_Servicio& service) {
+    const auto found = appearances_.find(&service);
+    const std::size_t appearances = found == appearances_.end() ? 0 : found->second;
+    const bool is_left_out = left_out_.count(&service) != 0;
+    const auto add = [&](const std::string& problem) {
+        result_.warnings.push_back(fmt::format("LCN {} \"{}\" of stream {}: {}", service.LCN,
+                                               service.NombreEntrada, to_string({service.ONID, service.TSID}),
+                                               problem));
+    };
+    if (appearances == 0 && !is_left_out)
+        add("neither placed nor left out");
+    if (appearances > 0 && is_left_out)
+        add("placed and left out at once");
+    if (appearances > 1)
+        add(fmt::format("{} times on outputs", appearances));
+    if (without_input_.count(&service) != 0)
+        add("on an output of a module that has it on no input");
+    if (on_foreign_input_.count(&service) != 0)
+        add("on an input that is tuned to another stream");
+}
+
+} // namespace
+
+std::string to_string(Stream stream) {
+    return fmt::format("{}/{}", stream.onid, stream.tsid);
+}
+
+Result result_of(const EngineRun& run, const std::string& headend_name) {
+    Result result = Gathering(run).result();
+    result.name = headend_name;
+    return result;
+}
+
+} // namespace zarven::tool

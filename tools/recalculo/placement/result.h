@@ -1,0 +1,115 @@
+// The outcome of a recalculation as plain values: built from the engine once, shown as text or as JSON. Some
+// hundreds of modules and some thousands of services.
+
+#ifndef RECALCULO_RESULT_H
+#define RECALCULO_RESULT_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "placement/engine_run.h"
+
+namespace zarven::tool {
+
+struct Stream {
+    std::uint16_t onid = 0;
+    std::uint16_t tsid = 0;
+};
+
+struct ServiceResult {
+    Stream stream;
+    std::uint16_t lcn = 0;
+    std::uint16_t sid = 0;
+    std::uint16_t osid = 0;
+    std::string name;
+    std::string output_name;
+    std::uint32_t bitrate = 0;
+    bool is_hd = false;
+    bool is_scrambled = false;
+    std::uint16_t ca_pids = 0;
+    bool is_transcoded = false;
+    bool is_clone = false;
+    /// For a clone, what the engine looks for: a service with this `osid`.
+    std::uint16_t parent_sid = 0;
+    /// The outputs of its module that carry it; none for a service that is not placed.
+    std::vector<std::uint32_t> outputs;
+};
+
+struct InputResult {
+    std::uint16_t number = 0;
+    bool is_tuned = false;
+    Stream stream;
+    std::vector<ServiceResult> services;
+};
+
+struct OutputResult {
+    std::uint32_t number = 0;
+    /// Used and most, in kbit/s.
+    std::uint32_t bitrate = 0;
+    std::uint32_t bitrate_max = 0;
+    /// As the engine counts them: clones are free of charge.
+    std::uint32_t service_count = 0;
+    std::uint32_t service_max = 0;
+    std::vector<ServiceResult> services;
+};
+
+/// Transcoders of one kind in a module.
+struct Usage {
+    std::uint16_t used = 0;
+    std::uint16_t max = 0;
+};
+
+struct ModuleResult {
+    std::string mac;
+    std::uint16_t model = 0;
+    bool is_controller = false;
+    /// PIDs that the services on the outputs need, and the budget.
+    std::uint32_t pids = 0;
+    std::uint32_t pids_max = 0;
+    /// What the engine takes them to be: after it has exchanged inputs between modules its count may lag
+    /// behind.
+    std::uint32_t pids_counted = 0;
+    Usage sd_transcoders;
+    Usage hd_transcoders;
+    Usage aux_transcoders;
+    std::vector<InputResult> inputs;
+    std::vector<OutputResult> outputs;
+    /// On one of the outputs and on none of the inputs. The engine's exchanges may leave such a service.
+    std::vector<ServiceResult> without_input;
+};
+
+struct StreamResult {
+    Stream stream;
+    std::vector<ServiceResult> services;
+};
+
+/// Each counts distinct services; clones have their own two.
+struct Counts {
+    std::size_t loaded = 0;
+    /// On one output at least.
+    std::size_t placed = 0;
+    std::size_t left_out = 0;
+    std::size_t clones_attached = 0;
+    std::size_t clones_waiting = 0;
+};
+
+struct Result {
+    std::string name;
+    std::vector<ModuleResult> modules;
+    std::vector<StreamResult> left_out;
+    std::vector<ServiceResult> clones_waiting;
+    Counts counts;
+    /// What does not add up, one sentence each; empty as a rule.
+    std::vector<std::string> warnings;
+};
+
+/// How a stream is written in messages and reports: ONID/TSID.
+std::string to_string(Stream stream);
+
+/// Reads the result off an engine that has run.
+Result result_of(const EngineRun& run, const std::string& headend_name);
+
+} // namespace zarven::tool
+
+#endif

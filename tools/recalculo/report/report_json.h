@@ -1,0 +1,17 @@
+// The result for a program: the same facts as the text report, described in docs/tool.md.
+
+#ifndef RECALCULO_REPORT_JSON_H
+#define RECALCULO_REPORT_JSON_H
+
+#include <string>
+
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+/// The whole result as indented JSON with a final line end.
+std::string json_report(const Result& result);
+
+} // namespace zarven::tool
+
+#endif
