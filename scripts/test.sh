@@ -10,8 +10,8 @@ need "${BUILD_PACKAGES[@]}" libgtest-dev pkg-config
 for preset in "$@"; do
     case $preset in
     clang) need clang ;;
-    i686) need "${I686_PACKAGES[@]}" ;;
-    armhf) need "${ARMHF_PACKAGES[@]}" ;;
+    i686) need "${I686_PACKAGES[@]}" && foreign i386 "${FOREIGN_PACKAGES[@]}" ;;
+    armhf) need "${ARMHF_PACKAGES[@]}" && foreign armhf "${FOREIGN_PACKAGES[@]}" ;;
     esac
     echo "== $preset"
     cmake --preset "$preset" >/dev/null
