@@ -112,9 +112,15 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(run(""), "A command (run, import) is required" + advice);
-    expect_refused(run("rum"), "The following argument was not expected: rum" + advice);
+    expect_refused(run("rum"),
+                   "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
-    expect_refused(run("run x --jsn"), "The following argument was not expected: --jsn" + advice);
+    expect_refused(run("run x --jsn"),
+                   "The following argument was not expected: --jsn; did you mean \"--json\"?" + advice);
+    expect_refused(run("run x --qqqqqqq"), "The following argument was not expected: --qqqqqqq" + advice);
+    expect_refused(run("import x --modules y --sd-bitrat=5"),
+                   "The following argument was not expected: --sd-bitrat=5; did you mean \"--sd-bitrate\"?" +
+                       advice);
     expect_refused(run("import x --modules y --sd-bitrate many"),
                    "Could not convert: --sd-bitrate = many" + advice);
 }

@@ -12,6 +12,7 @@
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "base/words.h"
 #include "commands/import.h"
 #include "commands/run.h"
 
@@ -23,9 +24,30 @@ int status(ExitCode code) {
     return static_cast<int>(code);
 }
 
+/// Words that could stand where a word was not expected: the options of the command, or the commands.
+std::vector<std::string> valid_words(const CLI::App& app, bool options) {
+    std::vector<std::string> words;
+    const auto chosen = app.get_subcommands();
+    const CLI::App& command = chosen.empty() ? app : *chosen.front();
+    if (options)
+        for (const CLI::Option* option : command.get_options())
+            for (const std::string& name : option->get_lnames())
+                words.push_back("--" + name);
+    else if (chosen.empty())
+        for (const CLI::App* candidate : app.get_subcommands({}))
+            words.push_back(candidate->get_name());
+    return words;
+}
+
 /// The message for a command line that cannot be understood.
-std::string complaint(const CLI::App*, const CLI::Error& error) {
-    return fmt::format("recalculo: {}\nRun with --help for more information.\n", error.what());
+std::string complaint(const CLI::App* app, const CLI::Error& error) {
+    const std::vector<std::string> unexpected = app->remaining(true);
+    std::string question;
+    if (!unexpected.empty()) {
+        const std::string& word = unexpected.front();
+        question = did_you_mean(word.substr(0, word.find('=')), valid_words(*app, word.front() == '-'));
+    }
+    return fmt::format("recalculo: {}{}\nRun with --help for more information.\n", error.what(), question);
 }
 
 int dispatch(int argc, char** argv) {
