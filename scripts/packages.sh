@@ -42,6 +42,9 @@ foreign() {
 # What the library and the tool are built with.
 BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev)
 
+# What the tests are built with besides.
+TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev)
+
 # What the presets of these names need besides.
 I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)
 ARMHF_PACKAGES=(g++-arm-linux-gnueabihf qemu-user googletest)

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 [ $# -gt 0 ] || set -- gcc
-need "${BUILD_PACKAGES[@]}" libgtest-dev pkg-config
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 
 for preset in "$@"; do
     case $preset in
