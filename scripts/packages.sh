@@ -43,7 +43,7 @@ foreign() {
 BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev)
 
 # What the tests are built with besides.
-TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev)
+TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev mandoc)
 
 # What the presets of these names need besides.
 I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)

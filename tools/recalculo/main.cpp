@@ -13,8 +13,7 @@
 #include "base/failure.h"
 #include "base/utf8.h"
 #include "base/words.h"
-#include "commands/import.h"
-#include "commands/run.h"
+#include "commands/program.h"
 
 namespace {
 
@@ -51,23 +50,15 @@ std::string complaint(const CLI::App* app, const CLI::Error& error) {
 }
 
 int dispatch(int argc, char** argv) {
-    CLI::App app("Places the television services of a head-end onto its modules.", "recalculo");
-    add_run(app);
-    add_import(app);
-    const std::string version = "recalculo " RECALCULO_VERSION;
-    app.set_version_flag("--version", version);
-    std::vector<std::string> names;
-    for (CLI::App* command : app.get_subcommands({})) {
-        command->set_version_flag("--version", version);
-        names.push_back(command->get_name());
-    }
+    CLI::App app;
+    describe_program(app);
     app.failure_message(complaint);
     try {
         app.parse(argc, argv);
         // Asked here and not by the library, which would pass over a mistyped command and say that one is
         // missing.
         if (app.get_subcommands().empty())
-            throw CLI::RequiredError(fmt::format("A command ({})", fmt::join(names, ", ")));
+            throw CLI::RequiredError(fmt::format("A command ({})", fmt::join(valid_words(app, false), ", ")));
     } catch (const CLI::ParseError& answer) { // --help and --version arrive here, too
         return app.exit(answer) == 0 ? status(ExitCode::done) : status(ExitCode::bad_input);
     }
