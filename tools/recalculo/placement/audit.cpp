@@ -42,6 +42,11 @@ Stream stream_of(const tRec_Servicio& service) {
     return {service.ONID, service.TSID};
 }
 
+/// The end of a noun after a number.
+const char* plural(std::size_t number) {
+    return number == 1 ? "" : "s";
+}
+
 /// An input or an output on which a service stands.
 struct Place {
     std::string mac;
@@ -293,20 +298,20 @@ void ModuleAudit::examine(const tRec_Salida& output) {
         find("the services on output {} need {} kbit/s, they must stay below {}", output.NumSalida, bitrate,
              output.BitRateMax);
     if (output.NumServicios != services)
-        find("the engine counts {} services on output {}, it carries {} of {}", output.NumServicios,
-             output.NumSalida, services, output.NumServiciosMax);
+        find("the engine counts {} service{} on output {}, it carries {} of {}", output.NumServicios,
+             plural(output.NumServicios), output.NumSalida, services, output.NumServiciosMax);
     if (services > output.NumServiciosMax)
-        find("output {} carries {} services, it may carry {}", output.NumSalida, services,
+        find("output {} carries {} service{}, it may carry {}", output.NumSalida, services, plural(services),
              output.NumServiciosMax);
 }
 
 void ModuleAudit::examine_pids() {
     const std::uint32_t needed = pids_needed(module_);
     if (module_.PIDsModulo != needed)
-        find("the engine counts {} PIDs in use, its services need {} of {}", module_.PIDsModulo, needed,
-             module_.PIDsModuloMax);
+        find("the engine counts {} PID{} in use, its services need {} of {}", module_.PIDsModulo,
+             plural(module_.PIDsModulo), needed, module_.PIDsModuloMax);
     if (needed > module_.PIDsModuloMax)
-        find("its services need {} PIDs, it may use {}", needed, module_.PIDsModuloMax);
+        find("its services need {} PID{}, it may use {}", needed, plural(needed), module_.PIDsModuloMax);
 }
 
 Transcoders ModuleAudit::transcoders_needed() const {
@@ -324,7 +329,8 @@ void ModuleAudit::examine_transcoders() {
     const Transcoders needed = transcoders_needed();
     const auto compare = [this](const char* kind, unsigned counted, const char* whose, std::size_t need) {
         if (counted != need)
-            find("the engine counts {} {} transcoders in use, its {} need {}", counted, kind, whose, need);
+            find("the engine counts {} {} transcoder{} in use, its {} need {}", counted, kind,
+                 plural(counted), whose, need);
     };
     compare("SD", module_.SD_Transcoding, "services", needed.sd);
     compare("HD", module_.HD_Transcoding, "services", needed.hd);
@@ -332,10 +338,12 @@ void ModuleAudit::examine_transcoders() {
 
     const unsigned limit = needed.hd != 0 ? module_.HD_MAX_Transcoding : module_.SD_MAX_Transcoding;
     if (needed.sd + needed.hd > limit)
-        find("its services need {} transcoders ({} SD, {} HD), it may use {}{}", needed.sd + needed.hd,
-             needed.sd, needed.hd, limit, needed.hd != 0 ? " with HD among them" : "");
+        find("its services need {} transcoder{} ({} SD, {} HD), it may use {}{}", needed.sd + needed.hd,
+             plural(needed.sd + needed.hd), needed.sd, needed.hd, limit,
+             needed.hd != 0 ? " with HD among them" : "");
     if (needed.aux > module_.AUX_MAX_Transcoding)
-        find("its clones need {} AUX transcoders, it may use {}", needed.aux, module_.AUX_MAX_Transcoding);
+        find("its clones need {} AUX transcoder{}, it may use {}", needed.aux, plural(needed.aux),
+             module_.AUX_MAX_Transcoding);
 }
 
 } // namespace

@@ -7,8 +7,6 @@
 #include <future>
 #include <utility>
 
-#include "placement/engine_run.h"
-
 namespace zarven::tool {
 
 namespace {
@@ -22,15 +20,6 @@ struct Trial {
     /// For each loaded service, whether it is on some output.
     std::vector<bool> is_placed;
 };
-
-/// Does what the driver does for one option; the outcome stands where the driver puts its own.
-void run_option(tRecalculo& engine, std::size_t option) {
-    engine.Mapa_ModulosCabecera_Proceso = engine.Mapa_ModulosCabecera_Inicial;
-    engine.Mapa_ONIDs = engine.Mapa_ONIDs_Inicial;
-    engine.RecalculationAlgorithm(static_cast<char>(option), engine.GetRecursoCabecera());
-    engine.Mapa_ModulosCabecera_Final = std::move(engine.Mapa_ModulosCabecera_Proceso);
-    engine.Mapa_ONIDs_Final = engine.Mapa_ONIDs;
-}
 
 std::vector<bool> placement_of(const tRecalculo& engine) {
     std::vector<const tRec_Servicio*> placed;
@@ -49,7 +38,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     Trial trial;
     trial.run = load_engine(headend, file);
     const EngineRun& run = trial.run;
-    run_option(trial.run.engine, index + 1);
+    run_strategy(trial.run, index);
 
     const Result result = result_of(run, "");
     trial.is_placed = placement_of(run.engine);
@@ -85,6 +74,15 @@ std::vector<Contested> contested_by(const std::array<Trial, strategy_count>& tri
 }
 
 } // namespace
+
+void run_strategy(EngineRun& run, std::size_t index) {
+    tRecalculo& engine = run.engine;
+    engine.Mapa_ModulosCabecera_Proceso = engine.Mapa_ModulosCabecera_Inicial;
+    engine.Mapa_ONIDs = engine.Mapa_ONIDs_Inicial;
+    engine.RecalculationAlgorithm(static_cast<char>(index + 1), engine.GetRecursoCabecera());
+    engine.Mapa_ModulosCabecera_Final = std::move(engine.Mapa_ModulosCabecera_Proceso);
+    engine.Mapa_ONIDs_Final = engine.Mapa_ONIDs;
+}
 
 std::size_t index_of_kept(const std::array<Strategy, strategy_count>& list) {
     const auto kept = std::find_if(list.begin(), list.end(),

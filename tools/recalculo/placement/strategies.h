@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "headend/headend.h"
+#include "placement/engine_run.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -58,6 +59,10 @@ struct Strategies {
     /// Those that the kept strategy leaves out, then the others, each in the order of loading.
     std::vector<Contested> contested;
 };
+
+/// Does with a loaded engine what the driver does for one strategy; the outcome stands where the driver puts
+/// its own.
+void run_strategy(EngineRun& run, std::size_t index);
 
 /// The driver's choice among strategies whose counts are known: the fewest left out, the earliest on a tie,
 /// none after one that leaves nothing. Fills in every verdict.

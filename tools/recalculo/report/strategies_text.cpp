@@ -84,8 +84,8 @@ std::string contested_text(const Strategies& strategies) {
                                       [kept](const Contested& one) { return !one.is_placed_by[kept]; });
     std::string text =
         fmt::format("  Placed by some of them only: {} {}, {} of them left out by {}{}\n", number,
-                    number == 1 ? "service" : "services", missed, strategies.list[kept].name,
-                    shown < number ? fmt::format("; the first {}:", shown) : ":");
+                    number == 1 ? "service" : "services", missed == 0 ? "none" : fmt::format("{}", missed),
+                    strategies.list[kept].name, shown < number ? fmt::format("; the first {}:", shown) : ":");
     text += fmt::format("  {:>5}  {}  {:>11}", "LCN", pad_right("Service", name_width), "Stream");
     for (const Strategy& strategy : strategies.list)
         text += "  " + strategy.name;
