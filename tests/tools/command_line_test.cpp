@@ -155,6 +155,13 @@ TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
     EXPECT_EQ(asked.at("summary"), plain.at("summary"));
 }
 
+TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
+    const Outcome outcome = run("run --strategies -",
+                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+}
+
 TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
     run("run " + small + " --log " + file("plain.log"));
     run("run " + small + " --strategies --log " + file("strategies.log"));

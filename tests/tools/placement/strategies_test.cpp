@@ -148,6 +148,21 @@ TEST_F(StrategiesOf, WhatTheKeptOneLeavesOutComesFirst) {
     EXPECT_TRUE(strategies.contested.at(1).is_placed_by[0]);
 }
 
+TEST_F(StrategiesOf, AServiceThatNonePlacesIsNotAmongThem) {
+    const Strategies strategies = strategies_of_text(R"({
+      "modules": [{"mac": "A", "controller": true, "inputs": 2, "outputs": [5000], "pids_max": 0}],
+      "services": [{"lcn": 1, "name": "fits", "onid": 1, "tsid": 1, "sid": 1, "bitrate": 4999},
+                   {"lcn": 2, "name": "does not", "onid": 1, "tsid": 2, "sid": 2, "bitrate": 5000}]})");
+    for (const Strategy& strategy : strategies.list) {
+        EXPECT_EQ(strategy.placed, 1u);
+        EXPECT_EQ(strategy.left_out, 1u);
+        EXPECT_EQ(strategy.inputs_used, 1u);
+        EXPECT_EQ(strategy.inputs, 2u);
+    }
+    EXPECT_EQ(strategies.list[3].verdict, Verdict::tie);
+    EXPECT_TRUE(strategies.contested.empty());
+}
+
 TEST_F(StrategiesOf, WithoutServicesThereIsNothingToChoose) {
     const Strategies strategies =
         strategies_of_text(R"({"modules": [{"mac": "A", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
