@@ -138,6 +138,45 @@ TEST_F(CommandLine, RunReadsStandardInput) {
     EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
 }
 
+TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
+    const Outcome outcome = run("run --strategies " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_report.txt");
+    ASSERT_GT(outcome.out.size(), report.size());
+    EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
+    EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
+    EXPECT_NE(outcome.out.find(
+                  "\n  MAX           11         1       5 of 5      0   kept: leaves the fewest out\n"),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
+    const json asked = json::parse(run("run --json --strategies " + small).out);
+    EXPECT_EQ(asked.at("strategies").size(), 4u);
+    EXPECT_EQ(asked.at("contested").size(), 6u);
+    const json plain = json::parse(run("run --json " + small).out);
+    EXPECT_EQ(plain.count("strategies") + plain.count("contested"), 0u);
+    EXPECT_EQ(asked.at("modules"), plain.at("modules"));
+    EXPECT_EQ(asked.at("summary"), plain.at("summary"));
+}
+
+TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
+    const Outcome outcome = run("run --strategies -",
+                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
+    run("run " + small + " --log " + file("plain.log"));
+    run("run " + small + " --strategies --log " + file("strategies.log"));
+    EXPECT_FALSE(read(file("plain.log")).empty());
+    EXPECT_EQ(read(file("strategies.log")), read(file("plain.log")));
+    const Outcome outcome = run("run " + small + " --strategies --log -");
+    EXPECT_EQ(outcome.err, read(file("plain.log")));
+}
+
 TEST_F(CommandLine, RunReportsAsJson) {
     const Outcome outcome = run("run --json " + small);
     EXPECT_EQ(outcome.code, 0);
