@@ -6,7 +6,7 @@ _recalculo() {
     case $COMP_CWORD in
     1) words='run import --help --version' ;;
     *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --json --pauses --log --version' ;;
+    run) words='-h --help --json --strategies --pauses --log --version' ;;
     import) words='-h --help --modules -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
     esac ;;
     esac
