@@ -268,8 +268,10 @@ TEST_F(CommandLine, ImportWritesAHeadend) {
   ]
 }
 )");
-    EXPECT_EQ(outcome.err, file("list") + ": 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them "
-                                          "scrambled; no line left aside\n");
+    EXPECT_EQ(outcome.err, file("list") +
+                               ": 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them "
+                               "scrambled; no line left aside\n" +
+                               file("list") + ": read as channels.conf; estimated: bitrates by kind\n");
 }
 
 TEST_F(CommandLine, ImportTakesModulesOnly) {
@@ -293,7 +295,8 @@ TEST_F(CommandLine, ImportTellsTheLinesLeftAsideAndGoesOn) {
         "standard input: line 4: channel number 2 stands in stream 1/1011 already, on line 2\n"
         "standard input: line 6: channel number 70000 is too large, expected at most 65535\n"
         "standard input: 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them scrambled; 3 lines left "
-        "aside\n");
+        "aside\n"
+        "standard input: read as channels.conf; estimated: bitrates by kind\n");
     EXPECT_EQ(json::parse(read(file("out.json"))).at("services").size(), 1u);
 }
 
@@ -302,6 +305,43 @@ TEST_F(CommandLine, ImportTakesEstimates) {
     const Outcome outcome =
         run("import - --radio-bitrate 320 --modules " + write("modules.json", modules_text), line);
     EXPECT_EQ(json::parse(outcome.out).at("services").at(0).at("bitrate"), 320);
+}
+
+TEST_F(CommandLine, ImportReadsEveryFormat) {
+    for (const auto& [name, format] :
+         {std::pair("sample.dvbv5.conf", "dvbv5"), std::pair("sample.lamedb", "lamedb")}) {
+        const std::string list = examples + "/" + name;
+        const Outcome shown = run("import " + list + " --modules " + small);
+        EXPECT_EQ(shown.code, 0);
+        EXPECT_EQ(json::parse(shown.out).at("services").size(), 4u);
+        EXPECT_NE(shown.err.find(list + ": read as " + format + "; estimated: bitrates by kind, "),
+                  std::string::npos)
+            << shown.err;
+        const Outcome said = run("import " + list + " --format " + format + " --modules " + small);
+        EXPECT_EQ(said.out, shown.out);
+    }
+}
+
+TEST_F(CommandLine, ImportTellsWhatItEstimates) {
+    EXPECT_NE(
+        run("import " + examples + "/sample.dvbv5.conf --modules " + small)
+            .err.find("estimated: bitrates by kind, every service free to air, LCN of 1 channel by place in "
+                      "the file, TSID of 1 stream by frequency\n"),
+        std::string::npos);
+    EXPECT_NE(
+        run("import " + examples + "/sample.lamedb --modules " + small)
+            .err.find("estimated: bitrates by kind, LCN of 4 channels by place in the file, TSID of 1 stream "
+                      "by frequency, CA PIDs of 1 scrambled service by kind\n"),
+        std::string::npos);
+}
+
+TEST_F(CommandLine, ImportRefusesWhatIsNoList) {
+    const Outcome outcome = run("import - --modules " + small, "no list\n");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.err.find("recalculo: standard input: found no line of a channel list"), 0u);
+    expect_refused(
+        run("import - --format dvb --modules " + small),
+        "--format: dvb not in {channels.conf,dvbv5,lamedb}\nRun with --help for more information.");
 }
 
 TEST_F(CommandLine, ImportCannotReadBothFromStandardInput) {

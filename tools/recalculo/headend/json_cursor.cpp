@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/utf8.h"
 
 namespace zarven::tool {
 
@@ -22,14 +23,7 @@ std::string describe(const json& value) {
         return "an object";
     if (value.is_array())
         return value.size() == 1 ? "a list of 1 entry" : fmt::format("a list of {} entries", value.size());
-    const std::size_t most_bytes = 60;
-    std::string text = value.dump();
-    if (text.size() <= most_bytes)
-        return text;
-    std::size_t end = most_bytes;
-    while ((text[end] & 0xC0) == 0x80) // not in the middle of a character
-        --end;
-    return text.substr(0, end) + "…";
+    return shortened(value.dump());
 }
 
 /// The number of characters to insert, delete or replace to make one word of the other.
