@@ -58,7 +58,7 @@ TEST(ReadLineup, AGivenFormatIsNotDoubted) {
     EXPECT_EQ(lineup.format, LineupFormat::dvbv5);
     EXPECT_EQ(lineup.list.unreadable.size(), 1u);
     EXPECT_TRUE(read_lineup("f", "", LineupFormat::channels_conf).list.channels.empty());
-    EXPECT_EQ(failure_message([] { read_lineup("f", conf_line, LineupFormat::lamedb); }).substr(0, 24),
+    EXPECT_EQ(failure_message([] { read_lineup("f", conf_line, LineupFormat::lamedb); }).substr(0, 25),
               "f: header: found \"Canal:1");
 }
 
@@ -110,7 +110,7 @@ TEST(Damage, CutAtEveryByte) {
 TEST(Damage, EveryByteChanged) {
     for (const std::string& sample : samples())
         for (std::size_t at = 0; at < sample.size(); ++at)
-            for (const char byte : {'\0', '\n', '\r', ':', '[', '=', '"', ',', '9', '\xFF'}) {
+            for (const char byte : {'\0', '\n', ':', '"', '\xFF'}) {
                 std::string damaged = sample;
                 damaged[at] = byte;
                 read_anyhow(damaged);
@@ -124,14 +124,14 @@ TEST(Damage, EveryByteLost) {
 }
 
 TEST(Damage, VeryLongLines) {
-    const std::string many(1'000'000, ':');
-    const std::string name(1'000'000, 'x');
+    const std::string many(100'000, ':');
+    const std::string name(100'000, 'x');
     for (const std::string& text :
          {many, "eDVB services /5/\ns:" + many, "eDVB services /4/\nservices\n" + many + "\n",
           "[" + name + "]\n" + name, "[a]\nAUDIO_PID = " + name,
-          "eDVB services /5/\ns:1:1:1:1:1:0,\"" + std::string(1'000'000, '"')})
+          "eDVB services /5/\ns:1:1:1:1:1:0,\"" + std::string(100'000, '"')})
         read_anyhow(text);
-    EXPECT_EQ(read_lineup("f", name + conf_line, std::nullopt).list.channels.at(0).name.size(), 1'000'005u);
+    EXPECT_EQ(read_lineup("f", name + conf_line, std::nullopt).list.channels.at(0).name.size(), 100'005u);
 }
 
 TEST(Damage, NulInANameIsKept) {

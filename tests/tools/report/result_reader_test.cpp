@@ -82,6 +82,15 @@ TEST(ResultReader, AReasonMayStandThere) {
     EXPECT_EQ(read(document).left_out.at(0).services.at(0).reason, "no room");
 }
 
+TEST(ResultReader, RadioIsToldWhereItIs) {
+    Result result;
+    result.clones_waiting.resize(2);
+    result.clones_waiting[1].is_radio = true;
+    const Result again = read_result("f", json_report(result));
+    EXPECT_FALSE(again.clones_waiting.at(0).is_radio);
+    EXPECT_TRUE(again.clones_waiting.at(1).is_radio);
+}
+
 TEST(ResultReader, UnknownMembersArePassedOver) {
     json document = report();
     const std::string before = json_report(read(document));

@@ -14,10 +14,6 @@ namespace zarven::tool {
 
 namespace {
 
-/// Service types of digital television and digital radio sound.
-constexpr std::uint16_t type_television = 1;
-constexpr std::uint16_t type_radio = 2;
-
 ChannelKind kind_of(const Channel& channel) {
     if (channel.kind)
         return *channel.kind;

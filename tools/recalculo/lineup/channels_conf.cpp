@@ -104,6 +104,21 @@ Channel read_channel(std::string_view line) {
     return channel;
 }
 
+/// The name field: a comma at its end keeps those before it in the name.
+std::string name_field(std::string name) {
+    std::replace(name.begin(), name.end(), ':', '|');
+    return name.find(',') == name.npos ? name : name + ',';
+}
+
+std::string video_field(const Channel& channel) {
+    return channel.video_mode == 0 ? fmt::format("{}", channel.video_pid)
+                                   : fmt::format("{}={}", channel.video_pid, channel.video_mode);
+}
+
+std::string audio_field(const Channel& channel) {
+    return channel.audio_pids.empty() ? "0" : fmt::format("{}", fmt::join(channel.audio_pids, ","));
+}
+
 /// A line that begins with a colon, unless it is a channel that has lost its name.
 bool is_heading(std::string_view line) {
     return line.front() == ':' && split(line, ":").size() != field_count;
@@ -150,6 +165,33 @@ ChannelList read_channels_conf(std::string_view text) {
         }
     }
     return list;
+}
+
+std::string channels_conf_name(std::string_view name) {
+    std::string held(name);
+    for (char& character : held) {
+        if (character == '|')
+            character = ':'; // what a reader makes of it
+        else if (character == ';')
+            character = ',';
+        else if (character == '\n' || character == '\r')
+            character = ' ';
+    }
+    return held;
+}
+
+std::string write_channels_conf(const std::vector<Channel>& channels) {
+    std::string text;
+    std::uint32_t next_number = 0; // so that a heading comes first
+    for (const Channel& channel : channels) {
+        if (channel.number != next_number)
+            text += fmt::format(":@{}\n", channel.number);
+        next_number = channel.number + 1;
+        text += fmt::format("{}:{}:M64:{}:6900:{}:{}:0:{}:{}:{}:{}:0\n", name_field(channel.name),
+                            channel.frequency, channel.source, video_field(channel), audio_field(channel),
+                            channel.scrambled ? "FFFF" : "0", channel.sid, channel.nid, channel.tid);
+    }
+    return text;
 }
 
 } // namespace zarven::tool

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "placement/engine_run.h"
@@ -26,6 +27,7 @@ struct ServiceResult {
     std::string output_name;
     std::uint32_t bitrate = 0;
     bool is_hd = false;
+    bool is_radio = false;
     bool is_scrambled = false;
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
@@ -105,6 +107,11 @@ struct Result {
     /// What does not add up, one sentence each; empty as a rule.
     std::vector<std::string> warnings;
 };
+
+/// What tells the services of one result apart: LCN, ONID, TSID, SID, and whether it is a clone.
+using ServiceKey = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, bool>;
+
+ServiceKey key_of(const ServiceResult& service);
 
 /// How a stream is written in messages and reports: ONID/TSID.
 std::string to_string(Stream stream);

@@ -66,6 +66,7 @@ void read(const JsonCursor& place, ServiceResult& service) {
     members.required("ca_pids", service.ca_pids);
     members.required("transcoded", service.is_transcoded);
     members.required("clone", service.is_clone);
+    members.optional("radio", service.is_radio);
     members.optional("parent_sid", service.parent_sid);
     members.list("outputs", service.outputs);
     members.optional("reason", service.reason);
