@@ -72,9 +72,9 @@ TEST(Dvbv5, TheSample) {
 }
 
 TEST(Dvbv5, KeysInAnyCaseWithAnyBlanks) {
-    EXPECT_EQ(channel_with("service_id=7").sid, 7);
-    EXPECT_EQ(channel_with(" \tService_Id \t=\t 8 \t").sid, 8);
-    EXPECT_EQ(channel_with("SERVICE_ID = 9\r").sid, 9);
+    EXPECT_EQ(channel_with("transport_id=7").tid, 7);
+    EXPECT_EQ(channel_with(" \tTransport_Id \t=\t 8 \t").tid, 8);
+    EXPECT_EQ(channel_with("TRANSPORT_ID = 9\r").tid, 9);
 }
 
 TEST(Dvbv5, CommentsBlankLinesAndUnknownKeysArePassedOver) {
@@ -151,6 +151,12 @@ TEST(Dvbv5, HeadingForms) {
                   "1: heading: found \"" + bad + "\", expected [Name]");
 }
 
+TEST(Dvbv5, ALostHeadingDoesNotMixTwoChannels) {
+    const std::string second = entry_with("");
+    EXPECT_EQ(complaint_of(entry_with("") + second.substr(second.find('\n') + 1)),
+              "9: found SERVICE_ID a second time, expected the next [Name] before it");
+}
+
 TEST(Dvbv5, LinesBeforeTheFirstHeading) {
     EXPECT_EQ(complaint_of("SERVICE_ID = 1\n" + entry_with("")),
               "1: found \"SERVICE_ID = 1\", expected [Name], which begins a channel");
@@ -170,9 +176,9 @@ TEST(Dvbv5, AStreamMustBeTold) {
 }
 
 TEST(Dvbv5, NumbersAtTheirLimits) {
-    EXPECT_EQ(channel_with("SERVICE_ID = 65535").sid, 65535);
-    EXPECT_EQ(complaint_of(entry_with("SERVICE_ID = 65536")),
-              "8: SERVICE_ID: found \"65536\", expected a whole number from 0 to 65535");
+    EXPECT_EQ(channel_with("TRANSPORT_ID = 65535").tid, 65535);
+    EXPECT_EQ(complaint_of(entry_with("TRANSPORT_ID = 65536")),
+              "8: TRANSPORT_ID: found \"65536\", expected a whole number from 0 to 65535");
     EXPECT_EQ(complaint_of(entry_with("FREQUENCY = 0")),
               "8: FREQUENCY: found \"0\", expected a whole number from 1");
     EXPECT_EQ(channel_with("FREQUENCY = 4294967295").frequency, 4294967295u);

@@ -169,6 +169,7 @@ TEST(Lamedb, Names) {
     EXPECT_EQ(name_of("\"Canal\""), "Canal");
     EXPECT_EQ(name_of("\"Canal \"Uno\", dos\",p:x"), "Canal \"Uno\", dos");
     EXPECT_EQ(name_of("\"a,c:b\""), "a,c:b");
+    EXPECT_EQ(name_of("\"a\"bc:d\""), "a\"bc:d");
     EXPECT_EQ(name_of("\"\"\""), "\"");
 }
 
@@ -236,9 +237,19 @@ TEST(Lamedb, ReadingGoesOnAtTheNextService) {
 TEST(Lamedb, AFileCutShortIsTold) {
     const std::string whole = version_4(service());
     const std::string cut = whole.substr(0, whole.find("end\nthe end"));
-    EXPECT_EQ(complaint_of(cut), "11: the file ends before the \"end\" of its services");
+    EXPECT_EQ(complaint_of(cut), "10: the file ends before the \"end\" of its services");
     EXPECT_EQ(complaint_of("eDVB services /4/"), "1: the file ends before the \"end\" of its services");
     EXPECT_EQ(read_lamedb("eDVB services /5/").unreadable.size(), 0u);
+}
+
+TEST(Lamedb, ServicesWithoutTheirHeadingAreStillRead) {
+    std::string text = version_4(service());
+    text.erase(text.find("services\n0065"), 9);
+    const ChannelList list = read_lamedb(text);
+    EXPECT_EQ(list.channels.size(), 1u);
+    ASSERT_EQ(list.unreadable.size(), 1u);
+    EXPECT_EQ(list.unreadable[0].line, 7u);
+    EXPECT_EQ(list.unreadable[0].reason, "found a service, expected \"services\" before the first");
 }
 
 TEST(Lamedb, LineEnds) {

@@ -123,6 +123,23 @@ TEST(Damage, EveryByteLost) {
             read_anyhow(sample.substr(0, at) + sample.substr(at + 1));
 }
 
+TEST(Damage, ALostLineCostsNoOtherChannel) {
+    for (const std::string& sample : samples()) {
+        const Lineup whole = read_lineup("f", sample, std::nullopt);
+        const bool is_lamedb = whole.format == LineupFormat::lamedb;
+        // A dvbv5 heading parts two channels; the first line of a lamedb cannot be spared.
+        const std::size_t most_lost = whole.format == LineupFormat::dvbv5 ? 2 : 1;
+        for (std::size_t begin = is_lamedb ? sample.find('\n') + 1 : 0; begin < sample.size();) {
+            const std::size_t end = sample.find('\n', begin) + 1;
+            const std::string lost = sample.substr(begin, end - begin);
+            const ChannelList list =
+                read_lineup("f", sample.substr(0, begin) + sample.substr(end), whole.format).list;
+            EXPECT_GE(list.channels.size() + most_lost, whole.list.channels.size()) << lost;
+            begin = end;
+        }
+    }
+}
+
 TEST(Damage, VeryLongLines) {
     const std::string many(100'000, ':');
     const std::string name(100'000, 'x');

@@ -116,6 +116,8 @@ private:
 
     void read(const std::string& key, std::string_view value) {
         if (key == "SERVICE_ID") {
+            if (has_sid_)
+                throw BadLine("found SERVICE_ID a second time, expected the next [Name] before it");
             channel_.sid = read_id(key, value);
             has_sid_ = true;
         } else if (key == "NETWORK_ID") {

@@ -141,7 +141,7 @@ public:
                 read_version_5();
         }
         if (is_version_4 && section_ != Section::after_services)
-            list_.unreadable.push_back({lines_.size(), "the file ends before the \"end\" of its services"});
+            list_.unreadable.push_back({last_line(), "the file ends before the \"end\" of its services"});
         list_.numbered_by_place = list_.channels.size();
     }
 
@@ -149,6 +149,13 @@ public:
 
 private:
     enum class Section { none, transponders, services, after_services };
+
+    /// The number of the last line that has anything on it; the first one has.
+    std::size_t last_line() const {
+        const auto last = std::find_if(lines_.rbegin(), lines_.rend(),
+                                       [](const Line& line) { return !is_blank(line.text); });
+        return last->number;
+    }
 
     int read_header();
     void read_version_4();
@@ -228,6 +235,12 @@ void Lamedb::read_version_4() {
         section_ = Section::services;
     } else if (content == "end") {
         section_ = section_ == Section::services ? Section::after_services : Section::none;
+    } else if (section_ != Section::services && section_ != Section::after_services &&
+               is_service_head(content)) {
+        list_.unreadable.push_back(
+            {lines_[at_].number, "found a service, expected \"services\" before the first"});
+        section_ = Section::services;
+        return; // to the service itself
     } else if (section_ == Section::transponders) {
         attempt(lines_[at_].number, [this] { read_transponder_line(); });
     } else if (section_ == Section::services) {
