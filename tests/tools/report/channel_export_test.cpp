@@ -87,6 +87,14 @@ TEST(ChannelExport, TheExamplesComeBack) {
     }
 }
 
+TEST(ChannelExport, AnExampleComesBackByKind) {
+    const ImportedChannels imported = exported_and_imported(result_of_example("small.json"));
+    EXPECT_EQ(imported.radio, 2u);
+    EXPECT_EQ(imported.hd, 3u);
+    EXPECT_EQ(imported.sd, 6u);
+    EXPECT_EQ(imported.scrambled, 3u);
+}
+
 TEST(ChannelExport, EveryKindAndNumberOfCaPidsComesBack) {
     for (const bool is_radio : {false, true})
         for (const bool is_hd : {false, true})
