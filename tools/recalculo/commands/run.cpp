@@ -5,11 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "base/failure.h"
 #include "base/streams.h"
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
+#include "report/page.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
 
@@ -23,9 +25,21 @@ struct RunOptions {
     bool pauses = false;
     /// Empty for no log.
     std::string log;
+    /// Empty for no page.
+    std::string html;
 };
 
+/// The page goes first: when it cannot be written, nothing is reported.
+void write_reports(const Result& result, const RunOptions& options) {
+    if (!options.html.empty())
+        write_text(options.html, html_page(result));
+    if (options.html != standard_stream)
+        write_text(standard_stream, options.json ? json_report(result) : text_report(result));
+}
+
 void run_command(const RunOptions& options) {
+    if (options.json && options.html == standard_stream)
+        throw Failure("--json and --html - both write to standard output; expected a file for --html");
     const std::string file = input_name(options.headend);
     const Headend headend = read_headend(file, read_text(options.headend));
 
@@ -35,8 +49,7 @@ void run_command(const RunOptions& options) {
     run_engine(run, file);
     log.finish();
 
-    const Result result = result_of(run, headend.name);
-    write_text(standard_stream, options.json ? json_report(result) : text_report(result));
+    write_reports(result_of(run, headend.name), options);
 }
 
 } // namespace
@@ -48,6 +61,10 @@ void add_run(CLI::App& app) {
         ->type_name("")
         ->required();
     run->add_flag("--json", options->json, "Report as JSON");
+    run->add_option(
+           "--html", options->html,
+           "Write the result as a page for a browser, too; - for standard output instead of the report")
+        ->type_name("FILE");
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
