@@ -2,7 +2,7 @@
 "use strict";
 (() => {
     const folded = (text) => text.normalize("NFD").replace(/\p{M}/gu, "").toLowerCase();
-    const counted = (number, one, many) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`;
+    const grouped = (number) => number.toLocaleString("en");
 
     // Sorting
 
@@ -72,11 +72,23 @@
         row.lcn === word || row.names.includes(word) || (word.includes("/") && row.stream.startsWith(word)) ||
         (!/^\d+$/.test(word) && row.mac.includes(word));
 
+    const summary = (onModules, elsewhere, total, modules) => {
+        const sum = onModules + elsewhere;
+        const where = [];
+        if (onModules > 0)
+            where.push(`${grouped(onModules)} on ${grouped(modules)} ${modules === 1 ? "module" : "modules"}`);
+        if (elsewhere > 0)
+            where.push(`${grouped(elsewhere)} not placed`);
+        return `${grouped(sum)} of ${grouped(total)} ${sum === 1 ? "matches" : "match"}` +
+            (sum > 0 ? `: ${where.join(", ")}` : "");
+    };
+
     const filter = () => {
         if (!boxes)
             index();
         const words = folded(query.value).split(/\s+/).filter(Boolean);
-        let services = 0;
+        let onModules = 0;
+        let elsewhere = 0;
         let total = 0;
         let modules = 0;
         for (const box of boxes) {
@@ -93,13 +105,15 @@
                 total += body.rows.length;
             }
             box.element.hidden = words.length > 0 && inBox === 0;
-            modules += box.isModule && inBox > 0;
-            services += inBox;
+            if (box.isModule) {
+                modules += inBox > 0;
+                onModules += inBox;
+            } else {
+                elsewhere += inBox;
+            }
         }
         document.body.classList.toggle("searching", words.length > 0);
-        found.textContent = words.length === 0 ? "" :
-            `${services.toLocaleString("en")} of ${counted(total, "entry", "entries")} ` +
-            `${services === 1 ? "matches" : "match"}, on ${counted(modules, "module", "modules")}`;
+        found.textContent = words.length === 0 ? "" : summary(onModules, elsewhere, total, modules);
     };
 
     let waiting;
