@@ -87,12 +87,11 @@ TEST(Page, EveryServiceHasItsRow) {
 TEST(Page, TheSummaryHasTheFigures) {
     const std::string page = everything();
     const auto tile = [](const std::string& label, const std::string& figure, const std::string& note) {
-        return "<dt>" + label + "</dt><dd><span class=\"big\">" + figure + "</span>" +
-               (note.empty() ? "" : " <span class=\"note\">" + note + "</span>");
+        return "<dt>" + label + "</dt><dd><span class=\"big\">" + figure + "</span> <span class=\"note\">" +
+               note + "</span>";
     };
     EXPECT_TRUE(has(page, ">1 of 5 services left out, 1 clone waiting</p>"));
-    EXPECT_TRUE(has(page, tile("Services loaded", "5", "")));
-    EXPECT_TRUE(has(page, tile("Placed", "4", "80.0 %")));
+    EXPECT_TRUE(has(page, tile("Placed", "4", "of 5 loaded")));
     EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
     EXPECT_TRUE(has(page, tile("Inputs in use", "2", "of 3")));
     EXPECT_TRUE(has(page, tile("Output bitrate", "52,200", "of 76,000 kbit/s")));
@@ -174,6 +173,17 @@ TEST(Page, AStreamTellsWhereItIsReceivedAndWhatItLacks) {
     EXPECT_TRUE(has(
         page, R"(<td class="number">1/1002</td><td class="number">0</td><td class="number lacking">1</td>)"
               R"(<td><span class="note">none</span></td>)"));
+}
+
+TEST(Page, TheLegendHasWhatCanBeToldApart) {
+    Result result;
+    result.modules.emplace_back();
+    for (std::uint16_t number = 1; number <= 48; ++number)
+        result.modules[0].inputs.push_back({number, true, {1, number}, {}});
+    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 48u);
+    result.modules[0].inputs.push_back({49, true, {1, 49}, {}});
+    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 0u);
+    EXPECT_TRUE(has(body_of(result), "<a href=\"#streams\">at the end</a>"));
 }
 
 TEST(Page, ReasonsHaveAColumnIfThereAreAny) {

@@ -245,8 +245,7 @@ data Page::tiles() const {
         return fmt::format("of {}{}", grouped(max), unit);
     };
     list tiles;
-    tiles.push_back(tile("Services loaded", grouped(counts.loaded), "", false));
-    tiles.push_back(tile("Placed", grouped(counts.placed), percentage(counts.placed, counts.loaded),
+    tiles.push_back(tile("Placed", grouped(counts.placed), of(counts.loaded, " loaded"),
                          share_text(counts.placed, counts.loaded)));
     tiles.push_back(
         tile("Left out", grouped(counts.left_out),
@@ -534,6 +533,8 @@ data Page::root() const {
     root["modules"] = list_of(std::move(modules));
     root["has_streams"] = !marks_.in_order().empty();
     root["streams"] = streams();
+    // Above, looks come again, and the list would be longer than the table under it.
+    root["has_legend"] = marks_.received() <= stream_colours * stream_patterns;
     root["legend"] = legend();
     root["lists"] = lists();
     return root;
