@@ -327,9 +327,10 @@ test("on paper it keeps its colours, in light, and breaks between the modules", 
         const look = await page.locator(".module").first().evaluate((module) => {
             const style = getComputedStyle(module);
             const bar = getComputedStyle(module.querySelector(".bar rect"));
-            return [style.breakInside, style.contentVisibility, style.backgroundColor, bar.printColorAdjust];
+            return [style.breakInside, style.contentVisibility, style.backgroundColor, bar.printColorAdjust,
+                getComputedStyle(document.documentElement).colorScheme];
         });
-        assert.deepEqual(look, ["avoid", "visible", "rgb(255, 255, 255)", "exact"]);
+        assert.deepEqual(look, ["avoid", "visible", "rgb(255, 255, 255)", "exact", "light"]);
         assert.ok((await page.pdf({ preferCSSPageSize: true })).length > 20000);
     });
 });
