@@ -157,6 +157,23 @@ test("the structure says what is what", async () => {
     });
 });
 
+test("the sections are reached by their links, and not hidden under the search", async () => {
+    await visit(urlOf("medium"), {}, async (page) => {
+        const links = page.locator("nav a");
+        assert.deepEqual(await links.allTextContents(),
+            ["At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14"]);
+        for (const link of await links.all()) {
+            await link.click();
+            const section = new URL(page.url()).hash;
+            const isInSight = await page.locator(`${section} h2`).evaluate((title) => {
+                const { left, top, bottom } = title.getBoundingClientRect();
+                return title.contains(document.elementFromPoint(left + 5, (top + bottom) / 2));
+            });
+            assert.ok(isInSight, section);
+        }
+    });
+});
+
 test("every stream has a mark of its own, and the marks are those of the legend", async () => {
     await visit(urlOf("medium"), {}, async (page) => {
         const marks = await page.$$eval("#streams tbody .mark", (all) => all.map((mark) => mark.textContent));
@@ -287,25 +304,31 @@ describe("the keyboard", () => {
                 return String(index);
             }));
             assert.ok(expected.length > 30);
-            const reached = [];
-            for (let step = 0; step < expected.length; ++step) {
-                await page.keyboard.press("Tab");
-                const { place, outline, isInSight } = await page.evaluate(() => {
-                    const element = document.activeElement;
-                    const { left, right, top, bottom } = element.getBoundingClientRect();
-                    // Neither off the screen nor under the search, which stays at the top.
-                    const atItsPlace = document.elementFromPoint((left + right) / 2, (top + bottom) / 2);
-                    return {
-                        place: element.dataset.place,
-                        outline: getComputedStyle(element).outlineStyle,
-                        isInSight: element.contains(atItsPlace),
-                    };
-                });
-                assert.equal(outline, "solid");
-                assert.ok(isInSight, `place ${place}`);
-                reached.push(place);
-            }
-            assert.deepEqual(reached, expected);
+            const walk = async (key) => {
+                const reached = [];
+                for (let step = 0; step < expected.length; ++step) {
+                    await page.keyboard.press(key);
+                    const { place, outline, isInSight } = await page.evaluate(() => {
+                        const element = document.activeElement;
+                        const { left, right, top, bottom } = element.getBoundingClientRect();
+                        // Neither off the screen nor under the search, which stays at the top.
+                        const atItsPlace = document.elementFromPoint((left + right) / 2, (top + bottom) / 2);
+                        return {
+                            place: element.dataset.place,
+                            outline: getComputedStyle(element).outlineStyle,
+                            isInSight: element.contains(atItsPlace),
+                        };
+                    });
+                    assert.equal(outline, "solid");
+                    assert.ok(isInSight, `place ${place} with ${key}`);
+                    reached.push(place);
+                }
+                return reached;
+            };
+            assert.deepEqual(await walk("Tab"), expected);
+            // Past the end of the page, and back.
+            await page.keyboard.press("Tab");
+            assert.deepEqual(await walk("Shift+Tab"), expected.reverse());
         });
     });
 

@@ -72,10 +72,6 @@ data text_or_nothing(const std::string& text) {
     return text.empty() ? data(false) : data(text);
 }
 
-data list_of(list&& items) {
-    return data(items);
-}
-
 /// What sets a service apart from a free SD programme of the stream under which it is listed, if any.
 list tags_of(const ServiceResult& service, const Stream* listed_under) {
     list tags;
@@ -100,7 +96,7 @@ data service_row(const ServiceResult& service, const Stream* listed_under) {
     row["name"] = printable(service.name);
     row["sent_as"] =
         text_or_nothing(service.output_name == service.name ? "" : printable(service.output_name));
-    row["tags"] = list_of(tags_of(service, listed_under));
+    row["tags"] = data(tags_of(service, listed_under));
     row["bitrate"] = grouped(service.bitrate);
     row["outputs"] = text_or_nothing(fmt::format("{}", fmt::join(service.outputs, ", ")));
     row["reason"] = printable(service.reason);
@@ -111,7 +107,7 @@ data service_rows(const std::vector<ServiceResult>& services, const Stream* list
     list rows;
     for (const ServiceResult& service : services)
         rows.push_back(service_row(service, listed_under));
-    return list_of(std::move(rows));
+    return rows;
 }
 
 void set_mark(data& object, const StreamMark& mark) {
@@ -181,7 +177,7 @@ data meters_of(const ModuleResult& module) {
     add("SD", module.sd_transcoders);
     add("HD", module.hd_transcoders);
     add("AUX", module.aux_transcoders);
-    return list_of(std::move(meters));
+    return meters;
 }
 
 /// Gathers the page of one result.
@@ -258,7 +254,7 @@ data Page::tiles() const {
     if (counts.clones_attached + counts.clones_waiting != 0)
         tiles.push_back(tile("Clones attached", grouped(counts.clones_attached),
                              fmt::format("{} waiting", grouped(counts.clones_waiting)), false));
-    return list_of(std::move(tiles));
+    return tiles;
 }
 
 data Page::sections() const {
@@ -278,7 +274,7 @@ data Page::sections() const {
     add("left-out", "Left out", result_.counts.left_out);
     add("waiting", "Clones waiting", result_.clones_waiting.size());
     add("streams", "Streams", marks_.in_order().size());
-    return list_of(std::move(sections));
+    return sections;
 }
 
 Page::FactsOf Page::stream_facts() const {
@@ -318,10 +314,10 @@ data Page::streams() const {
         entry["placed"] = grouped(known.placed);
         entry["left_out"] = grouped(known.left_out);
         entry["any_left_out"] = known.left_out != 0;
-        entry["receivers"] = list_of(std::move(known.receivers));
+        entry["receivers"] = known.receivers;
         entries.push_back(entry);
     }
-    return list_of(std::move(entries));
+    return entries;
 }
 
 /// The streams that the bars can show.
@@ -333,7 +329,7 @@ data Page::legend() const {
         entry["stream"] = to_string(marks_.in_order()[place].stream);
         entries.push_back(entry);
     }
-    return list_of(std::move(entries));
+    return entries;
 }
 
 data Page::module_entry(std::size_t index) const {
@@ -356,7 +352,7 @@ data Page::module_entry(std::size_t index) const {
     entry["meters"] = meters_of(module);
     entry["has_groups"] = !module.inputs.empty() || !module.without_input.empty();
     entry["groups"] = groups_of(module);
-    entry["output_list"] = list_of(std::move(outputs));
+    entry["output_list"] = outputs;
     return entry;
 }
 
@@ -387,7 +383,7 @@ data Page::groups_of(const ModuleResult& module) const {
         group["services"] = service_rows(module.without_input, nullptr);
         groups.push_back(group);
     }
-    return list_of(std::move(groups));
+    return groups;
 }
 
 /// The bitrate of each stream on an output.
@@ -434,7 +430,7 @@ data Page::output_entry(const OutputResult& output) const {
     entry["service_max"] = grouped(output.service_max);
     entry["spoken"] = spoken;
     entry["has_segments"] = !segments.empty();
-    entry["segments"] = list_of(std::move(segments));
+    entry["segments"] = segments;
     return entry;
 }
 
@@ -465,7 +461,7 @@ data Page::list_section(const std::string& anchor, const std::string& title, std
     section["caption"] = title + ", by stream";
     section["has_reasons"] = has_reasons;
     section["columns"] = has_reasons ? "4" : "3";
-    section["groups"] = list_of(std::move(groups));
+    section["groups"] = groups;
     return section;
 }
 
@@ -492,7 +488,7 @@ data Page::lists() const {
             list_section("waiting", "Clones waiting", result_.clones_waiting.size(),
                          "Clones whose parent is on no output, or for which no AUX transcoder is left.",
                          by_stream(result_.clones_waiting)));
-    return list_of(std::move(sections));
+    return sections;
 }
 
 std::string verdict(const Counts& counts) {
@@ -528,9 +524,9 @@ data Page::root() const {
     root["tiles"] = tiles();
     root["sections"] = sections();
     root["has_warnings"] = !result_.warnings.empty();
-    root["warnings"] = list_of(std::move(warnings));
+    root["warnings"] = warnings;
     root["has_modules"] = !result_.modules.empty();
-    root["modules"] = list_of(std::move(modules));
+    root["modules"] = modules;
     root["has_streams"] = !marks_.in_order().empty();
     root["streams"] = streams();
     // Above, looks come again, and the list would be longer than the table under it.
