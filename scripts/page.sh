@@ -12,7 +12,7 @@ case ${1-} in
 esac
 need "${BUILD_PACKAGES[@]}" chromium fonts-dejavu-core
 # A Node.js that is not Debian's will do.
-command -v node >/dev/null && command -v npm >/dev/null || need nodejs npm
+if ! command -v node >/dev/null || ! command -v npm >/dev/null; then need nodejs npm; fi
 
 cmake --preset gcc -DBUILD_TESTING=ON >/dev/null
 cmake --build --preset gcc --target recalculo_cli -- --quiet

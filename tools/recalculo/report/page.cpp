@@ -193,6 +193,8 @@ private:
         std::size_t left_out = 0;
         list receivers{};
     };
+    /// The bitrate of each stream on an output.
+    using Mix = std::map<StreamKey, std::uint64_t>;
     using FactsOf = std::map<StreamKey, StreamFacts>;
 
     data tiles() const;
@@ -204,7 +206,8 @@ private:
     data groups_of(const ModuleResult& module) const;
     data input_group(const InputResult& input) const;
     data output_entry(const OutputResult& output) const;
-    std::map<StreamKey, std::uint64_t> mix_of(const OutputResult& output) const;
+    static Mix mix_of(const OutputResult& output);
+    list segments_of(const OutputResult& output) const;
     data lists() const;
     data list_section(const std::string& anchor, const std::string& title, std::size_t number,
                       const std::string& explanation, const std::vector<StreamResult>& streams) const;
@@ -386,24 +389,22 @@ data Page::groups_of(const ModuleResult& module) const {
     return groups;
 }
 
-/// The bitrate of each stream on an output.
-std::map<StreamKey, std::uint64_t> Page::mix_of(const OutputResult& output) const {
-    std::map<StreamKey, std::uint64_t> mix;
+Page::Mix Page::mix_of(const OutputResult& output) {
+    Mix mix;
     for (const ServiceResult& service : output.services)
         if (!service.is_clone && service.bitrate != 0)
             mix[key_of(service.stream)] += service.bitrate;
     return mix;
 }
 
-data Page::output_entry(const OutputResult& output) const {
-    const auto mix = mix_of(output);
+/// The filled part of the bar is the engine's figure; the streams share it out, also where they do not add up
+/// to it.
+list Page::segments_of(const OutputResult& output) const {
+    const Mix mix = mix_of(output);
     std::uint64_t sum = 0;
     for (const auto& [stream, bitrate] : mix)
         sum += bitrate;
-    // The filled part is the engine's figure; the streams share it out, also where they do not add up to it.
     const double filled = share(output.bitrate, output.bitrate_max);
-    std::string spoken = fmt::format("Output {}: {} of {} kbit/s", output.number, grouped(output.bitrate),
-                                     grouped(output.bitrate_max));
     list segments;
     double x = 0;
     for (const auto& [stream, bitrate] : mix) {
@@ -419,8 +420,17 @@ data Page::output_entry(const OutputResult& output) const {
         x += width;
         segment["end"] = fmt::format("{:.2f}", x);
         segments.push_back(segment);
-        spoken += fmt::format(", stream {} {}", mark.code, grouped(bitrate));
     }
+    return segments;
+}
+
+data Page::output_entry(const OutputResult& output) const {
+    std::string spoken = fmt::format("Output {}: {} of {} kbit/s", output.number, grouped(output.bitrate),
+                                     grouped(output.bitrate_max));
+    for (const auto& [stream, bitrate] : mix_of(output))
+        spoken +=
+            fmt::format(", stream {} {}", marks_.of({stream.first, stream.second}).code, grouped(bitrate));
+    const list segments = segments_of(output);
     data entry;
     entry["number"] = std::to_string(output.number);
     entry["percentage"] = percentage(output.bitrate, output.bitrate_max);
