@@ -10,7 +10,7 @@ case ${1-} in
 --screenshot) picture=$(realpath "${2:?--screenshot FILE}") ;;
 *) echo "page.sh: unknown option $1; expected --screenshot FILE" >&2; exit 2 ;;
 esac
-need "${BUILD_PACKAGES[@]}" chromium fonts-dejavu-core
+need "${BUILD_PACKAGES[@]}" libgtest-dev pkg-config chromium fonts-dejavu-core
 # A Node.js that is not Debian's will do.
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then need nodejs npm; fi
 
