@@ -101,8 +101,8 @@ TEST_F(CommandLine, VersionIsEverywhere) {
 TEST_F(CommandLine, WrongUseIsExitCode2) {
     for (const std::string arguments :
          {"", "rum", "run", "run a b", "run --jsn x", "import x", "import --modules x", "export", "export x",
-          "run x --log", "import x --modules y --sd-bitrate many", "import x --modules y --sd-bitrate -1",
-          "import x --modules y --hd-bitrate 4294967296"}) {
+          "run x --log", "run x --html", "import x --modules y --sd-bitrate many",
+          "import x --modules y --sd-bitrate -1", "import x --modules y --hd-bitrate 4294967296"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -176,6 +176,45 @@ TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
     EXPECT_EQ(read(file("strategies.log")), read(file("plain.log")));
     const Outcome outcome = run("run " + small + " --strategies --log -");
     EXPECT_EQ(outcome.err, read(file("plain.log")));
+}
+
+/// A whole page, from its first line to its last.
+void expect_page(const std::string& text) {
+    EXPECT_EQ(text.rfind("<!doctype html>\n", 0), 0u);
+    EXPECT_NE(text.find("<h1><bdi>Small head-end</bdi></h1>"), std::string::npos);
+    EXPECT_EQ(text.substr(text.size() - 8), "</html>\n");
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheReport) {
+    const Outcome outcome = run("run --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.err, "");
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheJsonReport) {
+    const Outcome outcome = run("run --json --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, run("run --json " + small).out);
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesThePageInPlaceOfTheReport) {
+    const Outcome outcome = run("run --html - " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    expect_page(outcome.out);
+}
+
+TEST_F(CommandLine, TwoReportsDoNotShareStandardOutput) {
+    expect_refused(run("run --json --html - " + small),
+                   "--json and --html - both write to standard output; expected a file for --html");
+}
+
+TEST_F(CommandLine, APageThatCannotBeWrittenLeavesNoReport) {
+    expect_refused(run("run --html '" + file("none/page.html") + "' " + small),
+                   file("none/page.html") + ": cannot be written: No such file or directory");
 }
 
 TEST_F(CommandLine, RunReportsAsJson) {

@@ -6,7 +6,7 @@ _recalculo() {
     case $COMP_CWORD in
     1) words='run import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --json --strategies --pauses --log --version' ;;
+    run) words='-h --help --json --html --strategies --pauses --log --version' ;;
     import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
     export) words='-h --help --format -o --output --version' ;;
     esac ;;
