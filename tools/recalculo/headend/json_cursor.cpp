@@ -77,9 +77,13 @@ JsonCursor JsonCursor::member(const std::string& key) const {
     return absent;
 }
 
-void JsonCursor::check_keys(const std::vector<std::string>& known) const {
+void JsonCursor::check_object() const {
     if (!present() || !value_->is_object())
         complain("an object");
+}
+
+void JsonCursor::check_keys(const std::vector<std::string>& known) const {
+    check_object();
     for (const auto& member : value_->items()) {
         if (std::find(known.begin(), known.end(), member.key()) == known.end())
             complain_of(fmt::format("the unknown key \"{}\"", member.key()),
