@@ -12,6 +12,7 @@
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "commands/bound.h"
 #include "commands/import.h"
 #include "commands/run.h"
 
@@ -32,6 +33,7 @@ int dispatch(int argc, char** argv) {
     CLI::App app("Places the television services of a head-end onto its modules.", "recalculo");
     add_run(app);
     add_import(app);
+    add_bound(app);
     const std::string version = "recalculo " RECALCULO_VERSION;
     app.set_version_flag("--version", version);
     std::vector<std::string> names;

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "base/streams.h"
-#include "headend/headend_json.h"
+#include "commands/headend_input.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
@@ -18,7 +18,7 @@ namespace zarven::tool {
 namespace {
 
 struct RunOptions {
-    std::string headend;
+    HeadendInput headend;
     bool json = false;
     bool pauses = false;
     /// Empty for no log.
@@ -26,8 +26,8 @@ struct RunOptions {
 };
 
 void run_command(const RunOptions& options) {
-    const std::string file = input_name(options.headend);
-    const Headend headend = read_headend(file, read_text(options.headend));
+    const std::string file = input_name(options.headend.path);
+    const Headend headend = read_input(options.headend);
 
     host::Log log(options.log);
     host::keep_pauses(options.pauses);
@@ -44,9 +44,7 @@ void run_command(const RunOptions& options) {
 void add_run(CLI::App& app) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand("run", "Place the services of a head-end and report where they went");
-    run->add_option("HEADEND", options->headend, "The head-end, a JSON file; - for standard input")
-        ->type_name("")
-        ->required();
+    add_headend_input(*run, options->headend);
     run->add_flag("--json", options->json, "Report as JSON");
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");

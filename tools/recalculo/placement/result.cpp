@@ -15,24 +15,6 @@ namespace {
 
 using ServiceSet = std::set<const tRec_Servicio*>;
 
-ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
-    ServiceResult result;
-    result.stream = {service.ONID, service.TSID};
-    result.lcn = service.LCN;
-    result.sid = service.SID;
-    result.osid = service.OSID;
-    result.name = service.NombreEntrada;
-    result.output_name = service.NombreSalida;
-    result.bitrate = service.peakBitRate;
-    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
-    result.is_scrambled = service.Descifrar != 0;
-    result.ca_pids = service.number_PIDs_CA;
-    result.is_transcoded = service.Transcoding != 0;
-    result.is_clone = is_clone;
-    result.parent_sid = service.Parent_SID;
-    return result;
-}
-
 /// Walks the engine once and gathers the result.
 class Gathering {
 public:
@@ -206,6 +188,24 @@ void Gathering::warn_of(const tRec_Servicio& service) {
 
 std::string to_string(Stream stream) {
     return fmt::format("{}/{}", stream.onid, stream.tsid);
+}
+
+ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
+    ServiceResult result;
+    result.stream = {service.ONID, service.TSID};
+    result.lcn = service.LCN;
+    result.sid = service.SID;
+    result.osid = service.OSID;
+    result.name = service.NombreEntrada;
+    result.output_name = service.NombreSalida;
+    result.bitrate = service.peakBitRate;
+    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_scrambled = service.Descifrar != 0;
+    result.ca_pids = service.number_PIDs_CA;
+    result.is_transcoded = service.Transcoding != 0;
+    result.is_clone = is_clone;
+    result.parent_sid = service.Parent_SID;
+    return result;
 }
 
 Result result_of(const EngineRun& run, const std::string& headend_name) {

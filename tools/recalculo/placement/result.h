@@ -109,6 +109,9 @@ struct Result {
 /// How a stream is written in messages and reports: ONID/TSID.
 std::string to_string(Stream stream);
 
+/// What there is to say of a service wherever it stands.
+ServiceResult describe(const tRec_Servicio& service, bool is_clone);
+
 /// Reads the result off an engine that has run.
 Result result_of(const EngineRun& run, const std::string& headend_name);
 
