@@ -15,6 +15,7 @@
 #include "commands/bound.h"
 #include "commands/import.h"
 #include "commands/run.h"
+#include "commands/size.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ int dispatch(int argc, char** argv) {
     CLI::App app("Places the television services of a head-end onto its modules.", "recalculo");
     add_run(app);
     add_import(app);
+    add_size(app);
     add_bound(app);
     const std::string version = "recalculo " RECALCULO_VERSION;
     app.set_version_flag("--version", version);

@@ -29,12 +29,30 @@ int name_width(const std::vector<ServiceResult>& services, int at_least) {
     return std::min(width, widest);
 }
 
-std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services) {
+namespace {
+
+/// The title, then each service with what there is to say of it.
+template <class Say>
+std::string titled_list(const std::string& title, const std::vector<ServiceResult>& services, Say say) {
     std::string text = fmt::format("{}: {}\n", title, services_counted(services.size()));
     const int width = name_width(services);
     for (const ServiceResult& service : services)
-        text += fmt::format("  {}  {}\n", identity_columns(service, width), printable(service.reason));
+        text += fmt::format("  {}  {}\n", identity_columns(service, width), say(service));
     return text;
+}
+
+} // namespace
+
+std::string services_list(const std::string& title, const std::vector<ServiceResult>& services) {
+    return titled_list(title, services, [](const ServiceResult& service) {
+        return fmt::format("{:>6} kbit/s  {:>2} PIDs{}", service.bitrate, service.ca_pids,
+                           service.is_transcoded ? "  transcoded" : "");
+    });
+}
+
+std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services) {
+    return titled_list(title, services,
+                       [](const ServiceResult& service) { return printable(service.reason); });
 }
 
 ordered_json identity_json(const ServiceResult& service) {

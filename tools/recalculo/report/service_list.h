@@ -21,6 +21,9 @@ std::string identity_columns(const ServiceResult& service, int name_width);
 /// The width for the names of a list.
 int name_width(const std::vector<ServiceResult>& services, int at_least = 0);
 
+/// The title with the number of services, then each service with its bitrate and PIDs.
+std::string services_list(const std::string& title, const std::vector<ServiceResult>& services);
+
 /// The title with the number of services, then each service with its reason.
 std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services);
 
