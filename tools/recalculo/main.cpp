@@ -13,6 +13,7 @@
 #include "base/failure.h"
 #include "base/utf8.h"
 #include "commands/bound.h"
+#include "commands/compare.h"
 #include "commands/import.h"
 #include "commands/run.h"
 #include "commands/size.h"
@@ -34,6 +35,7 @@ int dispatch(int argc, char** argv) {
     CLI::App app("Places the television services of a head-end onto its modules.", "recalculo");
     add_run(app);
     add_import(app);
+    add_compare(app);
     add_size(app);
     add_bound(app);
     const std::string version = "recalculo " RECALCULO_VERSION;
