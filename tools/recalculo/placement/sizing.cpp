@@ -146,13 +146,23 @@ void Adding::find_impossible() {
     }
 }
 
-/// Up to one above the most, which then says that no number allowed is enough.
+/// Bisects, because what cannot be done with a number of modules cannot be done with fewer. Up to one above
+/// the most, which then says that no number allowed is enough.
 void Adding::find_least() {
     const std::size_t wanted = loaded_.engine.listaServicios.size() - addition_.impossible.size();
-    std::vector<ModuleCapacity> modules = modules_;
-    while (addition_.at_least <= most_ && bound_of(loaded_, modules).most < wanted) {
-        ++addition_.at_least;
-        modules.push_back(kind_);
+    const auto are_too_few = [&](std::size_t number) {
+        std::vector<ModuleCapacity> modules = modules_;
+        modules.insert(modules.end(), number, kind_);
+        return bound_of(loaded_, modules).most < wanted;
+    };
+    std::size_t& least = addition_.at_least;
+    std::size_t above = most_ + 1;
+    while (least < above) {
+        const std::size_t middle = least + (above - least) / 2;
+        if (are_too_few(middle))
+            least = middle + 1;
+        else
+            above = middle;
     }
 }
 
