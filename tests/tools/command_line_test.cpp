@@ -79,8 +79,14 @@ const std::string modules_text =
 const std::string channel_line =
     "Canal;Marca:11362:HC23:S19.2E:22000:6110=27:6120=deu@3:6130:98C:11110:1:1011:0\n";
 
+std::vector<std::string> with_each_command(std::vector<std::string> all, const std::string& option) {
+    for (const char* command : {"run", "compare", "size", "bound", "import", "export"})
+        all.push_back(std::string(command) + " " + option);
+    return all;
+}
+
 TEST_F(CommandLine, HelpIsEverywhere) {
-    for (const std::string arguments : {"--help", "-h", "run --help", "import --help", "export --help"}) {
+    for (const std::string& arguments : with_each_command({"--help", "-h"}, "--help")) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 0) << arguments;
         EXPECT_NE(outcome.out.find("Usage: recalculo"), std::string::npos) << outcome.out;
@@ -89,8 +95,7 @@ TEST_F(CommandLine, HelpIsEverywhere) {
 }
 
 TEST_F(CommandLine, VersionIsEverywhere) {
-    for (const std::string arguments :
-         {"--version", "run --version", "import --version", "export --version"}) {
+    for (const std::string& arguments : with_each_command({"--version"}, "--version")) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 0) << arguments;
         EXPECT_EQ(outcome.out, "recalculo " RECALCULO_VERSION "\n");
@@ -99,10 +104,29 @@ TEST_F(CommandLine, VersionIsEverywhere) {
 }
 
 TEST_F(CommandLine, WrongUseIsExitCode2) {
-    for (const std::string arguments :
-         {"", "rum", "run", "run a b", "run --jsn x", "import x", "import --modules x", "export", "export x",
-          "run x --log", "run x --html", "import x --modules y --sd-bitrate many",
-          "import x --modules y --sd-bitrate -1", "import x --modules y --hd-bitrate 4294967296"}) {
+    for (const std::string arguments : {"",
+                                        "rum",
+                                        "run",
+                                        "run a b",
+                                        "run --jsn x",
+                                        "import x",
+                                        "import --modules x",
+                                        "export",
+                                        "export x",
+                                        "run x --log",
+                                        "run x --html",
+                                        "import x --modules y --sd-bitrate many",
+                                        "import x --modules y --sd-bitrate -1",
+                                        "import x --modules y --hd-bitrate 4294967296",
+                                        "run --set",
+                                        "compare",
+                                        "compare x",
+                                        "compare x y z",
+                                        "bound",
+                                        "size x",
+                                        "size x --add",
+                                        "size x --add y --most -1",
+                                        "size x --add y --jobs 0"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -112,7 +136,7 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""), "A command (run, import, export) is required" + advice);
+    expect_refused(run(""), "A command (run, compare, size, bound, import, export) is required" + advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
@@ -486,6 +510,119 @@ TEST_F(CommandLine, ExportToAFullDisk) {
     const std::string result = run("run " + small + " --json").out;
     expect_refused(run("export - --format channels.conf >/dev/full", result),
                    "standard output: cannot be written: No space left on device");
+}
+
+const std::string without_services =
+    R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [5000], "pids_max": 0}]})";
+const std::string two_streams =
+    R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [5000],
+    "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1},
+    {"lcn": 2, "name": "b", "onid": 1, "tsid": 2, "sid": 2}]})";
+
+TEST_F(CommandLine, ValuesAreChangedForOneRun) {
+    const std::string headend = write("headend.json", two_streams);
+    const auto placed = [this](const std::string& arguments) {
+        const Outcome outcome = run("run --json " + arguments);
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        return json::parse(outcome.out).at("summary").at("placed").get<int>();
+    };
+    EXPECT_EQ(placed(headend), 1);
+    EXPECT_EQ(placed("--set 'modules[0].inputs=2' " + headend), 1);
+    EXPECT_EQ(placed("--set 'modules[0].inputs=2' --set 'services[*].bitrate=2000' " + headend), 2);
+    EXPECT_EQ(placed(headend + " --set 'services[*].bitrate=2000' --set 'modules[0].inputs=2'"), 2);
+    EXPECT_EQ(read(headend), two_streams);
+}
+
+TEST_F(CommandLine, AChangeThatCannotBeMade) {
+    const std::string headend = write("headend.json", two_streams);
+    expect_refused(run("run --set 'modules[1].inputs=2' " + headend),
+                   "--set 'modules[1].inputs=2': " + headend +
+                       ": /modules: found a list of 1 entry, expected an entry [1]; the last one is [0]");
+    expect_refused(run("bound --set 'modules[0].inputs=many' " + headend),
+                   "--set 'modules[0].inputs=many': " + headend +
+                       ": /modules/0/inputs: found \"many\", expected a whole number from 0 to 65535");
+    expect_refused(run("size --add x --set name " + headend),
+                   "--set 'name': found no \"=\", expected PATH=VALUE");
+}
+
+TEST_F(CommandLine, BoundTellsWhatAnyArrangementCouldPlace) {
+    const Outcome outcome = run("bound -", two_streams);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_NE(
+        outcome.out.find("2 services loaded: no arrangement places more than 1, the engine placed 1: none "
+                         "can do better\n"),
+        std::string::npos)
+        << outcome.out;
+    const json report = json::parse(run("bound --json - --set 'modules[0].inputs=2'", two_streams).out);
+    EXPECT_EQ(report.at("bound"), 1);
+    EXPECT_EQ(report.at("placed"), 1);
+    EXPECT_EQ(report.at("limits").at(0).at("allows"), 2);
+}
+
+TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
+    const Outcome outcome = run("size - --add " + kind, two_streams);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "") << "progress is for terminals";
+    EXPECT_NE(outcome.out.find("  1 more module: the engine then places everything.\n"), std::string::npos)
+        << outcome.out;
+    const json report = json::parse(run("size - --json --jobs 3 --add " + kind, two_streams).out);
+    EXPECT_EQ(report.at("add").at("number"), 1);
+    EXPECT_TRUE(json::parse(run("size - --json --most 0 --add " + kind, two_streams).out)
+                    .at("add")
+                    .at("number")
+                    .is_null());
+    const std::string whole = write("whole.json", without_services);
+    EXPECT_EQ(json::parse(run("size - --json --add " + whole, two_streams).out).at("add").at("number"), 1);
+}
+
+TEST_F(CommandLine, SizeTellsItsRunsToATerminal) {
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
+    const std::string headend = write("headend.json", two_streams);
+    const Outcome outcome = shell("script -qec \"'" + program + "' size " + headend + " --add " + kind +
+                                  " >/dev/null\" /dev/null");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_NE(outcome.out.find("\r\033[K1 of 1 runs\r\033[K"), std::string::npos) << outcome.out;
+    EXPECT_EQ(outcome.out.substr(outcome.out.size() - 4), "\r\033[K");
+}
+
+TEST_F(CommandLine, SizeRefuses) {
+    const std::string headend = write("headend.json", two_streams);
+    expect_refused(run("size - --add -", two_streams),
+                   "standard input: found \"-\" for the head-end and for --add, expected it once");
+    expect_refused(run("size " + headend + " --add " + small),
+                   small + ": /modules: found a list of 3 entries, expected just one module");
+    expect_refused(
+        run("size " + headend + " --add -", R"({"model": 2, "inputs": 1, "outputs": [], "pids_max": 0})"),
+        "standard input: /modules/0: module \":01\": found model 2, expected 3, the one that the engine "
+        "supports");
+}
+
+TEST_F(CommandLine, CompareTakesHeadendsAndResults) {
+    const std::string headend = write("headend.json", two_streams);
+    const std::string result = write("result.json", run("run --json " + headend).out);
+    const std::string richer =
+        write("richer.json",
+              run("run --json --set 'services[*].bitrate=1' --set 'modules[0].inputs=2' " + headend).out);
+    for (const std::string& before : {headend, result}) {
+        const Outcome outcome = run("compare " + before + " " + richer);
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')),
+                  "1 gained, 0 lost, 0 moved, 1 in the same place, 0 left out by both");
+    }
+    EXPECT_EQ(run("compare " + headend + " -", read(richer)).out.substr(0, 8), "1 gained");
+    const json report = json::parse(run("compare --json " + richer + " " + headend).out);
+    EXPECT_EQ(report.at("summary").at("lost"), 1);
+    EXPECT_EQ(report.at("lost").at(0).at("after"), json::array());
+}
+
+TEST_F(CommandLine, CompareRefuses) {
+    expect_refused(run("compare - -"), "standard input: found \"-\" for both, expected it once");
+    expect_refused(run("compare " + small + " -", "[]"),
+                   "standard input: top level: found a list of 0 entries, expected an object");
+    EXPECT_EQ(run("compare " + small + " -", R"({"modules": []})").code, 1);
 }
 
 } // namespace

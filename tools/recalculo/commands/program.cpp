@@ -1,15 +1,18 @@
 #include "commands/program.h"
 
+#include "commands/bound.h"
+#include "commands/compare.h"
 #include "commands/export.h"
 #include "commands/import.h"
 #include "commands/run.h"
+#include "commands/size.h"
 
 namespace zarven::tool {
 
 void describe_program(CLI::App& program) {
     program.name("recalculo");
     program.description("Places the television services of a head-end onto its modules.");
-    for (const auto add : {add_run, add_import, add_export})
+    for (const auto add : {add_run, add_compare, add_size, add_bound, add_import, add_export})
         add(program);
 
     const std::string version = "recalculo " RECALCULO_VERSION;

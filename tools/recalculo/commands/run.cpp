@@ -8,7 +8,7 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
-#include "headend/headend_json.h"
+#include "commands/headend_input.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
@@ -23,7 +23,7 @@ namespace zarven::tool {
 namespace {
 
 struct RunOptions {
-    std::string headend;
+    HeadendInput headend;
     bool json = false;
     bool pauses = false;
     bool strategies = false;
@@ -65,8 +65,8 @@ void write_reports(const RunOptions& options, const Result& result, const Strate
 void run_command(const RunOptions& options) {
     if (options.json && options.html == standard_stream)
         throw Failure("--json and --html - both write to standard output; expected a file for --html");
-    const std::string file = input_name(options.headend);
-    const Headend headend = read_headend(file, read_text(options.headend));
+    const std::string file = input_name(options.headend.path);
+    const Headend headend = read_input(options.headend);
 
     const Result result = run_driver(options, headend, file);
     std::optional<Strategies> strategies;
@@ -80,9 +80,7 @@ void run_command(const RunOptions& options) {
 void add_run(CLI::App& app) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand("run", "Place the services of a head-end and report where they went");
-    run->add_option("HEADEND", options->headend, "The head-end, a JSON file; - for standard input")
-        ->type_name("")
-        ->required();
+    add_headend_input(*run, options->headend);
     run->add_flag("--json", options->json, "Report as JSON");
     run->add_option("--html", options->html,
                     "Write the result as a page for a browser; - for standard output in the place of the "

@@ -115,6 +115,30 @@ public:
     std::vector<std::string> keys;
 };
 
+template <class Record> std::vector<std::string> keys_of() {
+    Record record;
+    KeyLister known;
+    visit_fields(known, record);
+    return known.keys;
+}
+
+/// Finds the list with a name, and collects the keys of its records.
+class RecordLister {
+public:
+    explicit RecordLister(const std::string& name) : name_(name) {}
+
+    void optional(const char*, std::string&, const std::string&) {}
+    template <class Record> void list(const char* key, std::vector<Record>&, bool) {
+        if (key == name_)
+            keys = keys_of<Record>();
+    }
+
+    std::vector<std::string> keys;
+
+private:
+    const std::string& name_;
+};
+
 template <class Record> Record read_record(const JsonCursor& place);
 
 /// Fills a record from an object.
@@ -166,9 +190,7 @@ private:
 
 template <class Record> Record read_record(const JsonCursor& place) {
     Record record;
-    KeyLister known;
-    visit_fields(known, record);
-    place.check_keys(known.keys);
+    place.check_keys(keys_of<Record>());
     FieldReader reader(place);
     visit_fields(reader, record);
     return record;
@@ -240,8 +262,34 @@ private:
 } // namespace
 
 Headend read_headend(const std::string& file, const std::string& text) {
-    const nlohmann::json document = parse_json(file, text);
+    return headend_of(file, parse_json(file, text));
+}
+
+Headend headend_of(const std::string& file, const nlohmann::json& document) {
     return read_record<Headend>(JsonCursor(file, document));
+}
+
+Module read_module(const std::string& file, const std::string& text) {
+    nlohmann::json document = parse_json(file, text);
+    if (document.is_object() && document.count("modules") == 0) {
+        document.emplace("mac", "");
+        return read_record<Module>(JsonCursor(file, document));
+    }
+    const Headend headend = headend_of(file, document);
+    if (headend.modules.size() != 1)
+        JsonCursor(file, document).member("modules").complain("just one module");
+    return headend.modules.front();
+}
+
+std::vector<std::string> headend_keys() {
+    return keys_of<Headend>();
+}
+
+std::vector<std::string> record_keys(const std::string& list) {
+    RecordLister lister(list);
+    Headend headend;
+    visit_fields(lister, headend);
+    return lister.keys;
 }
 
 std::string write_headend(const Headend& headend) {

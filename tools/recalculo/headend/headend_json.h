@@ -4,6 +4,9 @@
 #define RECALCULO_HEADEND_JSON_H
 
 #include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "headend/headend.h"
 
@@ -12,6 +15,19 @@ namespace zarven::tool {
 /// Reads a head-end from the text of a file; `file` is for messages. A file with modules alone is one, too.
 /// Throws `Failure`.
 Headend read_headend(const std::string& file, const std::string& text);
+
+/// The same from a document that has been parsed.
+Headend headend_of(const std::string& file, const nlohmann::json& document);
+
+/// Reads the text of a file that tells one module: a head-end with just one, or the object of a module, which
+/// may do without MAC. Throws `Failure`.
+Module read_module(const std::string& file, const std::string& text);
+
+/// The keys of the top level.
+std::vector<std::string> headend_keys();
+
+/// The keys of the records in one of its lists; none for a key that names no such list.
+std::vector<std::string> record_keys(const std::string& list);
 
 /// Writes a head-end: one line per module, service, clone, PID and home channel. Values that are the default
 /// are left out; the bitrate is always told, because it may be an estimate to be corrected.

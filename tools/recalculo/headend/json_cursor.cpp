@@ -50,11 +50,14 @@ void JsonCursor::check_object() const {
 
 void JsonCursor::check_keys(const std::vector<std::string>& known) const {
     check_object();
-    for (const auto& member : value_->items()) {
-        if (std::find(known.begin(), known.end(), member.key()) == known.end())
-            complain_of(fmt::format("the unknown key \"{}\"", member.key()),
-                        fmt::format("a known one, such as \"{}\"", nearest_word(member.key(), known)));
-    }
+    for (const auto& member : value_->items())
+        check_key(member.key(), known);
+}
+
+void JsonCursor::check_key(const std::string& key, const std::vector<std::string>& known) const {
+    if (std::find(known.begin(), known.end(), key) == known.end())
+        complain_of(fmt::format("the unknown key \"{}\"", key),
+                    fmt::format("a known one, such as \"{}\"", nearest_word(key, known)));
 }
 
 std::vector<JsonCursor> JsonCursor::elements(std::size_t most) const {

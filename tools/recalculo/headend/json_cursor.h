@@ -27,6 +27,8 @@ public:
     void check_object() const;
     /// Complains unless this is an object all of whose keys are known ones.
     void check_keys(const std::vector<std::string>& known) const;
+    /// Complains unless the key, which someone wants of this object, is a known one.
+    void check_key(const std::string& key, const std::vector<std::string>& known) const;
 
     /// The elements of a list of at most `most`.
     std::vector<JsonCursor> elements(std::size_t most = std::numeric_limits<std::size_t>::max()) const;

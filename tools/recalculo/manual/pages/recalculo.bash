@@ -4,9 +4,12 @@ _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
     case $COMP_CWORD in
-    1) words='run import export --help --version' ;;
+    1) words='run compare size bound import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --json --html --strategies --pauses --log --version' ;;
+    run) words='-h --help --set --json --html --strategies --pauses --log --version' ;;
+    compare) words='-h --help --json --version' ;;
+    size) words='-h --help --set --add --most --jobs --json --version' ;;
+    bound) words='-h --help --set --json --version' ;;
     import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
     export) words='-h --help --format -o --output --version' ;;
     esac ;;

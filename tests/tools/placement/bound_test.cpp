@@ -1,0 +1,286 @@
+// The bound against the best of all arrangements, found by trying them all on tiny head-ends, and against the
+// engine on roomy ones.
+
+#include "placement/bound.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "headend/headend_json.h"
+#include "placement/host.h"
+
+namespace zarven::tool {
+namespace {
+
+Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate, std::uint16_t ca_pids = 0,
+                std::uint16_t transcoding = 0) {
+    Service made;
+    made.lcn = lcn;
+    made.name = "S" + std::to_string(lcn);
+    made.output_name = made.name;
+    made.onid = 1;
+    made.tsid = tsid;
+    made.sid = lcn;
+    made.osid = lcn;
+    made.bitrate = bitrate;
+    made.ca_pids = ca_pids;
+    made.ca_pids_max = ca_pids;
+    made.transcoding = transcoding;
+    return made;
+}
+
+Bound bound_of(const Headend& headend) {
+    const EngineRun run = load_engine(headend, "f");
+    return bound_of(run, capacities_of(run));
+}
+
+/// The best of all arrangements. Each service in turn goes nowhere or to any output; a module then needs an
+/// input for each stream that it carries.
+class BestArrangement {
+public:
+    explicit BestArrangement(const Headend& headend) : headend_(headend) {
+        for (const Module& module : headend.modules)
+            loads_.emplace_back(module.outputs.size());
+    }
+
+    std::size_t number() {
+        place(0, 0);
+        return best_;
+    }
+
+private:
+    using Services = std::vector<const Service*>;
+
+    bool keeps_limits(std::size_t index) const {
+        const Module& module = headend_.modules[index];
+        std::vector<std::uint16_t> streams;
+        std::uint32_t pids = 0;
+        std::uint16_t sd = 0;
+        std::uint16_t hd = 0;
+        for (std::size_t output = 0; output < loads_[index].size(); ++output) {
+            std::uint64_t bitrate = 0;
+            for (const Service* one : loads_[index][output]) {
+                bitrate += one->bitrate;
+                pids += one->ca_pids;
+                (one->video_format == tRec_Servicio::VIDEO_HD ? hd : sd) += one->transcoding;
+                if (std::find(streams.begin(), streams.end(), one->tsid) == streams.end())
+                    streams.push_back(one->tsid);
+            }
+            if (!loads_[index][output].empty() && bitrate >= module.outputs[output])
+                return false;
+        }
+        // The first HD service still finds the SD ceiling, the later ones that of HD.
+        const int ceiling = hd == 0 ? module.sd_transcoders
+                            : module.sd_transcoders == 0
+                                ? 0
+                                : std::max(module.sd_transcoders, module.hd_transcoders);
+        return streams.size() <= module.inputs && pids <= module.pids_max && sd + hd <= ceiling;
+    }
+
+    void place(std::size_t service, std::size_t placed) {
+        best_ = std::max(best_, placed);
+        if (service == headend_.services.size())
+            return;
+        place(service + 1, placed);
+        for (std::size_t module = 0; module < loads_.size(); ++module)
+            for (Services& output : loads_[module]) {
+                output.push_back(&headend_.services[service]);
+                if (keeps_limits(module))
+                    place(service + 1, placed + 1);
+                output.pop_back();
+            }
+    }
+
+    const Headend& headend_;
+    std::vector<std::vector<Services>> loads_;
+    std::size_t best_ = 0;
+};
+
+/// Small numbers, so that every limit is met often.
+Headend tiny_headend(std::mt19937& random) {
+    const auto up_to = [&random](unsigned most) { return static_cast<std::uint16_t>(random() % (most + 1)); };
+    Headend headend;
+    for (std::uint16_t module = 0; module <= up_to(1); ++module) {
+        Module made{std::string(1, static_cast<char>('A' + module)),
+                    3,
+                    true,
+                    up_to(3),
+                    {},
+                    up_to(6),
+                    up_to(2),
+                    up_to(3),
+                    0};
+        for (std::uint16_t output = 0; output <= up_to(1); ++output)
+            made.outputs.push_back(up_to(12));
+        headend.modules.push_back(made);
+    }
+    const unsigned services = 1u + up_to(5);
+    for (std::uint16_t lcn = 1; lcn <= services; ++lcn) {
+        headend.services.push_back(service(lcn, static_cast<std::uint16_t>(1 + up_to(3)), up_to(7), up_to(3),
+                                           up_to(3) == 0 ? 1 : 0));
+        headend.services.back().video_format = up_to(1) != 0 ? 4 : 0;
+    }
+    return headend;
+}
+
+TEST(Bound, IsNeverUnderTheBestArrangement) {
+    std::mt19937 random(7);
+    int reached = 0;
+    const int rounds = 3000;
+    for (int round = 0; round < rounds; ++round) {
+        const Headend headend = tiny_headend(random);
+        const std::size_t best = BestArrangement(headend).number();
+        const Bound bound = bound_of(headend);
+        ASSERT_GE(bound.most, best) << write_headend(headend);
+        reached += bound.most == best ? 1 : 0;
+    }
+    // It would be of no use if it were far off.
+    EXPECT_GT(reached, rounds * 3 / 4);
+}
+
+TEST(Bound, IsNotUnderTheEngineWhereThereIsRoom) {
+    std::mt19937 random(8);
+    const host::Log no_log("");
+    for (int round = 0; round < 30; ++round) {
+        Headend headend;
+        for (char mac = 'A'; mac <= 'D'; ++mac)
+            headend.modules.push_back({std::string(1, mac), 3, true, 2, {38000, 38000}, 40, 0, 0, 0});
+        for (std::uint16_t lcn = 1; lcn <= 30; ++lcn)
+            headend.services.push_back(service(lcn, static_cast<std::uint16_t>(1 + random() % 8),
+                                               static_cast<std::uint32_t>(3000 + random() % 3000),
+                                               static_cast<std::uint16_t>(random() % 4)));
+        EngineRun run = load_engine(headend, "f");
+        const Bound bound = bound_of(run, capacities_of(run));
+        run_engine(run, "f");
+        EXPECT_GE(bound.most, result_of(run, "").counts.placed);
+        EXPECT_GT(bound.most, 0u);
+    }
+}
+
+/// One module, its limits far from everything but what a test sets.
+Headend roomy(std::vector<Service> services) {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 9, {1000}, 100, 9, 9, 0});
+    headend.services = std::move(services);
+    return headend;
+}
+
+TEST(Bound, AnInputReceivesOneStream) {
+    Headend headend = roomy({service(1, 10, 1), service(2, 10, 1), service(3, 20, 1), service(4, 30, 1)});
+    headend.modules[0].inputs = 3;
+    EXPECT_EQ(bound_of(headend).most, 4u);
+    headend.modules[0].inputs = 2;
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.most, 3u);
+    EXPECT_EQ(bound.inputs.capacity, 2u);
+    EXPECT_EQ(bound.inputs.wanted, 3u);
+    EXPECT_EQ(bound.inputs.allows, 3u);
+}
+
+TEST(Bound, AnOutputStaysUnderItsBitrate) {
+    Headend headend = roomy({service(1, 10, 10), service(2, 10, 10), service(3, 10, 5)});
+    headend.modules[0].outputs = {26};
+    EXPECT_EQ(bound_of(headend).most, 3u);
+    headend.modules[0].outputs = {25};
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.most, 2u);
+    EXPECT_EQ(bound.bitrate.capacity, 20u) << "24, rounded down to what fives can reach";
+    EXPECT_EQ(bound.bitrate.wanted, 25u);
+}
+
+TEST(Bound, AModuleStaysWithinItsPids) {
+    Headend headend = roomy({service(1, 10, 1, 4), service(2, 10, 1, 4), service(3, 10, 1, 0)});
+    headend.modules[0].pids_max = 8;
+    EXPECT_EQ(bound_of(headend).most, 3u);
+    headend.modules[0].pids_max = 7;
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.most, 2u);
+    EXPECT_EQ(bound.pids.capacity, 4u);
+    EXPECT_EQ(bound.pids.wanted, 8u);
+    EXPECT_EQ(bound.pids.allows, 2u);
+}
+
+TEST(Bound, PidsAreThoseThatTheEngineCounts) {
+    Headend headend = roomy({service(1, 10, 1, 2), service(2, 10, 1, 2)});
+    headend.services[0].ca_pids_max = 5;
+    // The same stream and LCN: a clone, whose PIDs are charged to its parent.
+    headend.services.push_back(service(1, 10, 1, 3));
+    headend.modules[0].pids_max = 6;
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.loaded, 2u);
+    EXPECT_EQ(bound.pids.wanted, 7u);
+    EXPECT_EQ(bound.most, 1u);
+}
+
+TEST(Bound, TheTranscodersOfAModule) {
+    Headend headend = roomy({service(1, 10, 1, 0, 1), service(2, 10, 1, 0, 1), service(3, 10, 1, 0, 1)});
+    const auto most = [&headend](std::uint16_t sd, std::uint16_t hd) {
+        headend.modules[0].sd_transcoders = sd;
+        headend.modules[0].hd_transcoders = hd;
+        return bound_of(headend).most;
+    };
+    EXPECT_EQ(most(3, 0), 3u);
+    EXPECT_EQ(most(2, 0), 2u);
+    EXPECT_EQ(most(1, 2), 2u);
+    EXPECT_EQ(most(0, 9), 0u) << "nothing begins without the SD ceiling";
+}
+
+TEST(Bound, AnOutputCarries512Services) {
+    std::vector<Service> services;
+    for (std::uint16_t lcn = 1; lcn <= 512; ++lcn)
+        services.push_back(service(lcn, 10, 0));
+    EXPECT_EQ(bound_of(roomy(services)).most, 512u);
+    services.push_back(service(513, 10, 0));
+    const Bound bound = bound_of(roomy(services));
+    EXPECT_EQ(bound.most, 512u);
+    EXPECT_EQ(bound.places.wanted, 513u);
+}
+
+TEST(Bound, TheLimitsTogetherSayMoreThanEach) {
+    // By inputs 3 of the large stream, by bitrate 3 of the small ones; in the large stream only 2 fit.
+    Headend headend = roomy(
+        {service(1, 10, 10), service(2, 10, 10), service(3, 10, 10), service(4, 20, 1), service(5, 30, 1)});
+    headend.modules[0].inputs = 1;
+    headend.modules[0].outputs = {25};
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.inputs.allows, 3u);
+    EXPECT_EQ(bound.bitrate.allows, 4u);
+    EXPECT_EQ(bound.most, 2u);
+}
+
+TEST(Bound, WhatNoModuleCanTakeIsOut) {
+    Headend headend = roomy({service(1, 10, 999), service(2, 20, 1000), service(3, 20, 1, 101),
+                             service(4, 20, 1, 100), service(5, 20, 1, 0, 1)});
+    headend.modules[0].outputs = {1000, 1000};
+    headend.modules[0].sd_transcoders = 0;
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.loaded, 5u);
+    EXPECT_EQ(bound.most, 2u);
+    ASSERT_EQ(bound.impossible.size(), 3u);
+    EXPECT_EQ(bound.impossible[0].lcn, 2);
+    EXPECT_EQ(bound.impossible[0].reason, "its 1000 kbit/s are not under the 1000 of the largest output");
+    EXPECT_EQ(bound.impossible[1].reason, "its 101 PIDs are above the 100 of the largest budget");
+    EXPECT_EQ(bound.impossible[2].reason, "it needs a transcoder, and no module has one");
+}
+
+TEST(Bound, NoOneModuleHasAllThatAServiceNeeds) {
+    Headend headend = roomy({service(1, 10, 500, 50)});
+    headend.modules[0].pids_max = 10;
+    headend.modules.push_back({"B", 3, false, 1, {400}, 100, 0, 0, 0});
+    EXPECT_EQ(bound_of(headend).impossible.at(0).reason,
+              "no module has the output, the PIDs and the transcoder for it at once");
+    headend.modules[0].inputs = 0;
+    headend.modules[1].inputs = 0;
+    EXPECT_EQ(bound_of(headend).impossible.at(0).reason, "no module has an input and an output");
+}
+
+TEST(Bound, OfNothing) {
+    const Bound bound = bound_of(Headend());
+    EXPECT_EQ(bound.most, 0u);
+    EXPECT_EQ(bound.loaded, 0u);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,261 @@
+// Numbers of modules and raised limits, on head-ends where they can be told by hand.
+
+#include "placement/sizing.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "failure_message.h"
+#include "placement/host.h"
+
+namespace zarven::tool {
+namespace {
+
+Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 10, std::uint16_t ca_pids = 0,
+                std::uint16_t transcoding = 0) {
+    Service made;
+    made.lcn = lcn;
+    made.name = "S" + std::to_string(lcn);
+    made.output_name = made.name;
+    made.onid = 1;
+    made.tsid = tsid;
+    made.sid = lcn;
+    made.osid = lcn;
+    made.bitrate = bitrate;
+    made.ca_pids = ca_pids;
+    made.ca_pids_max = ca_pids;
+    made.transcoding = transcoding;
+    return made;
+}
+
+/// One input, one output under 100 kbit/s, 4 PIDs.
+const Module plain{"M", 3, true, 1, {100}, 4, 0, 0, 0};
+
+Headend one_module(std::vector<Service> services) {
+    Headend headend;
+    headend.modules = {plain};
+    headend.services = std::move(services);
+    return headend;
+}
+
+Sizing size(const Headend& headend, const Module& kind, std::size_t most = 8, unsigned jobs = 2) {
+    const host::Log no_log("");
+    SizingOptions options;
+    options.most = most;
+    options.jobs = jobs;
+    return size_headend(headend, "f", kind, options);
+}
+
+std::vector<std::size_t> numbers_tried(const Addition& addition) {
+    std::vector<std::size_t> numbers;
+    for (const Attempt& attempt : addition.attempts)
+        numbers.push_back(attempt.number);
+    return numbers;
+}
+
+TEST(Sizing, NothingIsNeededWhereAllIsPlaced) {
+    const Sizing sizing = size(one_module({service(1, 10), service(2, 10)}), plain);
+    EXPECT_EQ(sizing.now.placed, 2u);
+    EXPECT_EQ(sizing.addition.number, 0u);
+    EXPECT_EQ(sizing.addition.at_least, 0u);
+    EXPECT_EQ(numbers_tried(sizing.addition), std::vector<std::size_t>{0});
+    EXPECT_TRUE(sizing.raises.empty());
+}
+
+TEST(Sizing, AModuleForEachStreamWithoutInput) {
+    const Headend headend = one_module({service(1, 10), service(2, 20), service(3, 30), service(4, 40)});
+    const Sizing sizing = size(headend, plain);
+    EXPECT_EQ(sizing.now.placed, 1u);
+    EXPECT_EQ(sizing.addition.number, 3u);
+    EXPECT_EQ(sizing.addition.at_least, 3u);
+    EXPECT_EQ(numbers_tried(sizing.addition), std::vector<std::size_t>{3});
+    Module two_inputs = plain;
+    two_inputs.inputs = 2;
+    EXPECT_EQ(size(headend, two_inputs).addition.number, 2u);
+}
+
+TEST(Sizing, TheSearchGoesUpwardsFromWhatTheBoundAllows) {
+    // By the total of bitrate two modules could do: 4 x 49 is under 2 x 99. But each takes only one of 60.
+    Headend headend =
+        one_module({service(1, 10, 60), service(2, 10, 60), service(3, 10, 60), service(4, 10, 1)});
+    const Sizing sizing = size(headend, plain);
+    EXPECT_EQ(sizing.addition.at_least, 1u);
+    EXPECT_EQ(sizing.addition.number, 2u);
+    ASSERT_EQ(numbers_tried(sizing.addition), (std::vector<std::size_t>{1, 2}));
+    EXPECT_EQ(sizing.addition.attempts[0].placed, 3u);
+    EXPECT_EQ(sizing.addition.attempts[0].left_out, 1u);
+    EXPECT_EQ(sizing.addition.attempts[1].placed, 4u);
+    EXPECT_TRUE(sizing.addition.remaining.empty());
+}
+
+TEST(Sizing, UpToTheMost) {
+    const Headend headend = one_module({service(1, 10), service(2, 20), service(3, 30), service(4, 40)});
+    EXPECT_EQ(size(headend, plain, 3).addition.number, 3u);
+    const Addition addition = size(headend, plain, 2).addition;
+    EXPECT_FALSE(addition.number);
+    EXPECT_EQ(addition.at_least, 3u) << "one above the most";
+    EXPECT_TRUE(addition.attempts.empty());
+    const Addition none = size(headend, plain, 0).addition;
+    EXPECT_FALSE(none.number);
+    EXPECT_EQ(none.at_least, 1u);
+}
+
+TEST(Sizing, WhatRemainsIsToldWhereNoNumberSuffices) {
+    // Two services that need the same input at different loads: the second module cannot be reached.
+    Headend headend =
+        one_module({service(1, 10, 60), service(2, 10, 60), service(3, 10, 60), service(4, 10, 1)});
+    const Addition addition = size(headend, plain, 1).addition;
+    EXPECT_FALSE(addition.number);
+    EXPECT_EQ(numbers_tried(addition), std::vector<std::size_t>{1});
+    ASSERT_EQ(addition.remaining.size(), 1u);
+    EXPECT_EQ(addition.remaining[0].bitrate, 60u);
+}
+
+TEST(Sizing, TheImpossibleIsNamedAndTheAnswerIsForTheOthers) {
+    const Headend headend =
+        one_module({service(1, 10), service(2, 20), service(3, 20, 100), service(4, 20, 1, 5),
+                    service(5, 20, 1, 0, 1), service(6, 60, 1, 0, 1)});
+    Module with_transcoder = plain;
+    with_transcoder.sd_transcoders = 1;
+    const Addition addition = size(headend, with_transcoder).addition;
+    EXPECT_EQ(addition.number, 1u);
+    ASSERT_EQ(addition.impossible.size(), 3u);
+    EXPECT_EQ(addition.impossible[0].lcn, 3);
+    EXPECT_EQ(addition.impossible[0].reason, "its 100 kbit/s are not under the 100 of the largest output");
+    EXPECT_EQ(addition.impossible[1].lcn, 4);
+    EXPECT_EQ(addition.impossible[1].reason, "its 5 PIDs are above the 4 of the largest budget");
+    EXPECT_EQ(addition.impossible[2].lcn, 6);
+    EXPECT_EQ(addition.impossible[2].reason,
+              "all services of its stream need transcoding, and for such the engine tunes no input");
+    ASSERT_EQ(size(headend, plain).addition.impossible.size(), 4u);
+    EXPECT_EQ(size(headend, plain).addition.impossible[2].reason,
+              "it needs a transcoder, and no module has one");
+}
+
+TEST(Sizing, TheAnswerDoesNotDependOnTheThreads) {
+    std::mt19937 random(5);
+    std::vector<Service> services;
+    for (std::uint16_t lcn = 1; lcn <= 25; ++lcn)
+        services.push_back(service(lcn, static_cast<std::uint16_t>(random() % 5 + 1),
+                                   static_cast<std::uint32_t>(random() % 40 + 10)));
+    const Headend headend = one_module(services);
+    const Sizing alone = size(headend, plain, 30, 1);
+    ASSERT_TRUE(alone.addition.number);
+    for (const unsigned jobs : {2u, 3u, 16u}) {
+        const Sizing together = size(headend, plain, 30, jobs);
+        EXPECT_EQ(together.addition.number, alone.addition.number);
+        EXPECT_EQ(numbers_tried(together.addition), numbers_tried(alone.addition));
+        ASSERT_EQ(together.raises.size(), alone.raises.size());
+        for (std::size_t raise = 0; raise < alone.raises.size(); ++raise)
+            EXPECT_EQ(together.raises[raise].setting, alone.raises[raise].setting);
+    }
+}
+
+/// The only limit that helps, as --set takes it.
+std::string only_raise(const Sizing& sizing) {
+    return sizing.raises.size() == 1 ? sizing.raises[0].setting
+                                     : std::to_string(sizing.raises.size()) + " raises";
+}
+
+TEST(Sizing, TheSmallestValueThatPlacesAsMany) {
+    const Sizing pids =
+        size(one_module({service(1, 10, 1, 4), service(2, 10, 1, 4), service(3, 10, 1, 3)}), plain);
+    EXPECT_EQ(only_raise(pids), "modules[0].pids_max=11");
+    EXPECT_EQ(pids.raises[0].kind, LimitKind::pids);
+    EXPECT_EQ(pids.raises[0].mac, "M");
+    EXPECT_EQ(pids.raises[0].from, 4u);
+    EXPECT_EQ(pids.raises[0].to, 11u);
+    EXPECT_EQ(pids.raises[0].placed, 3u);
+    EXPECT_EQ(only_raise(size(one_module({service(1, 10), service(2, 20), service(3, 30)}), plain)),
+              "modules[0].inputs=3");
+    EXPECT_EQ(only_raise(size(one_module({service(1, 10, 200)}), plain)), "modules[0].outputs[0]=201");
+}
+
+TEST(Sizing, AFurtherOutput) {
+    const Sizing sizing = size(one_module({service(1, 10, 60), service(2, 10, 60)}), plain);
+    ASSERT_EQ(sizing.raises.size(), 2u);
+    EXPECT_EQ(sizing.raises[0].setting, "modules[0].outputs[0]=121");
+    EXPECT_EQ(sizing.raises[0].output, 1u);
+    EXPECT_EQ(sizing.raises[1].setting, "modules[0].outputs=[100, 100]");
+    EXPECT_EQ(sizing.raises[1].output, 2u);
+    EXPECT_EQ(sizing.raises[1].from, 0u);
+    EXPECT_EQ(sizing.raises[1].to, 100u);
+}
+
+TEST(Sizing, Transcoders) {
+    Headend headend = one_module({service(1, 10), service(2, 10, 1, 0, 1), service(3, 10, 1, 0, 1)});
+    EXPECT_EQ(only_raise(size(headend, plain)), "modules[0].sd_transcoders=2");
+    headend.services[1].video_format = headend.services[2].video_format = 4;
+    headend.modules[0].sd_transcoders = 1;
+    EXPECT_EQ(only_raise(size(headend, plain)), "modules[0].hd_transcoders=2");
+}
+
+TEST(Sizing, TheModuleOnWhichItHelpsMost) {
+    Headend headend = one_module({service(1, 10, 1, 4), service(2, 10, 1, 4), service(3, 20, 1, 4),
+                                  service(4, 20, 1, 4), service(5, 20, 1, 4)});
+    headend.modules.push_back(plain);
+    headend.modules[1].mac = "N";
+    headend.modules[1].controller = false;
+    const Sizing sizing = size(headend, plain);
+    ASSERT_FALSE(sizing.raises.empty());
+    const Raise& best = sizing.raises.front();
+    EXPECT_EQ(best.kind, LimitKind::pids);
+    EXPECT_EQ(best.placed, 4u);
+    EXPECT_EQ(best.to, 12u);
+}
+
+TEST(Sizing, RunsAreCounted) {
+    const host::Log no_log("");
+    SizingOptions options;
+    std::size_t calls = 0;
+    options.jobs = 3;
+    options.progress = [&calls](std::size_t done, std::size_t planned) {
+        EXPECT_EQ(done, ++calls);
+        EXPECT_LE(done, planned);
+    };
+    size_headend(one_module({service(1, 10), service(2, 20)}), "f", plain, options);
+    EXPECT_GT(calls, 3u);
+}
+
+TEST(Sizing, AHeadendThatCannotRun) {
+    Headend headend = one_module({service(1, 10)});
+    headend.modules[0].controller = false;
+    EXPECT_NE(failure_message([&] { size(headend, plain); }).find("f: the engine could not run"),
+              std::string::npos);
+}
+
+std::vector<std::string> macs_added(const std::vector<std::string>& macs, std::size_t number) {
+    Headend headend;
+    for (const std::string& mac : macs) {
+        headend.modules.push_back(plain);
+        headend.modules.back().mac = mac;
+    }
+    std::vector<std::string> added;
+    const Headend changed = with_modules(headend, plain, number);
+    for (std::size_t module = macs.size(); module < changed.modules.size(); ++module) {
+        EXPECT_FALSE(changed.modules[module].controller);
+        added.push_back(changed.modules[module].mac);
+    }
+    std::vector<std::string> all = macs;
+    std::sort(all.begin(), all.end());
+    all.insert(all.end(), added.begin(), added.end());
+    EXPECT_TRUE(std::is_sorted(all.begin(), all.end()));
+    EXPECT_EQ(std::adjacent_find(all.begin(), all.end()), all.end());
+    return added;
+}
+
+TEST(WithModules, TheirMacsFollowAllOthers) {
+    EXPECT_EQ(macs_added({"02:00:0A", "02:00:09"}, 2), (std::vector<std::string>{"02:00:0B", "02:00:0C"}));
+    EXPECT_EQ(macs_added({"02:aa:0f"}, 2), (std::vector<std::string>{"02:aa:10", "02:aa:11"}));
+    EXPECT_EQ(macs_added({"02:00:FE"}, 3),
+              (std::vector<std::string>{"02:00:FF", "02:00:FF:01", "02:00:FF:02"}));
+    EXPECT_EQ(macs_added({"Casa"}, 2), (std::vector<std::string>{"Casa:01", "Casa:02"}));
+    EXPECT_EQ(macs_added({"aA"}, 1), std::vector<std::string>{"ab"});
+    EXPECT_EQ(macs_added({}, 1), std::vector<std::string>{":01"});
+    EXPECT_EQ(macs_added({"M"}, 300).size(), 300u);
+}
+
+} // namespace
+} // namespace zarven::tool

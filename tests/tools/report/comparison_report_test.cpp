@@ -1,0 +1,118 @@
+// Both forms of a comparison, whole.
+
+#include "report/comparison_json.h"
+#include "report/comparison_text.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zarven::tool {
+namespace {
+
+ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Place> before,
+                     std::vector<Place> after) {
+    ServiceChange made;
+    made.service.stream = {1, 1001};
+    made.service.lcn = lcn;
+    made.service.sid = static_cast<std::uint16_t>(100 + lcn);
+    made.service.name = name;
+    made.before = std::move(before);
+    made.after = std::move(after);
+    return made;
+}
+
+Comparison a_comparison() {
+    Comparison comparison;
+    comparison.name_before = "Casa";
+    comparison.before.loaded = 5;
+    comparison.before.placed = 3;
+    comparison.before.left_out = 2;
+    comparison.after.loaded = 1;
+    comparison.after.placed = 1;
+    comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
+    comparison.lost = {change(2, "Doscientos", {{"A", 1, {1}}}, {})};
+    comparison.lost[0].is_in_after = false;
+    comparison.moved = {change(3, "Tres", {{"A", 1, {1}}, {"B", 0, {2}}}, {{"B", 2, {1}}})};
+    comparison.unmoved = 4;
+    comparison.never_placed = 5;
+    comparison.modules_gone = {"X"};
+    comparison.modules_new = {"Y"};
+    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
+    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
+    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
+    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
+    comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
+    return comparison;
+}
+
+TEST(ComparisonText, OneOfEverything) {
+    EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
+              R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 left out by both
+
+Before old.json (Casa): 3 of 5 services placed
+After  new.json: 1 of 1 service placed
+
+Gained: 1
+      1  Uno         1/1001       left out → A in 1 out 1+2
+
+Lost: 1
+      2  Doscientos  1/1001       A in 1 out 1 → not there
+
+Moved: 1
+      3  Tres        1/1001       A in 1 out 1, B no input out 2 → B in 2 out 1
+
+Modules gone: 1
+  X
+
+Modules new: 1
+  Y
+
+Inputs freed: 1
+  A in 1  1/10 → free
+
+Inputs taken: 1
+  A in 2  free → 1/20
+
+Inputs tuned to another stream: 1
+  B in 1  1/30 → 1/40
+
+Became tight: 2
+  A  inputs: 2 of 2 in use
+  A  PIDs: 15 of 15
+
+No longer tight: 1
+  B  output 1: 0 of 38000 kbit/s
+)");
+}
+
+TEST(ComparisonText, WhatIsTheSameIsNotListed) {
+    EXPECT_EQ(comparison_text(Comparison(), {"a", "b"}),
+              "0 gained, 0 lost, 0 moved, 0 in the same place, 0 left out by both\n\n"
+              "Before a: 0 of 0 services placed\nAfter  b: 0 of 0 services placed\n");
+}
+
+TEST(ComparisonJson, TheSameFacts) {
+    const auto json = nlohmann::ordered_json::parse(comparison_json(a_comparison()));
+    EXPECT_EQ(json.dump(),
+              R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"never_placed":5},)"
+              R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2},)"
+              R"("after":{"name":"","loaded":1,"placed":1,"left_out":0},)"
+              R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
+              R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
+              R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"
+              R"("before":[{"mac":"A","input":1,"outputs":[1]}],"after":null}],)"
+              R"("moved":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103,)"
+              R"("before":[{"mac":"A","input":1,"outputs":[1]},{"mac":"B","input":0,"outputs":[2]}],)"
+              R"("after":[{"mac":"B","input":2,"outputs":[1]}]}],)"
+              R"("modules_gone":["X"],"modules_new":["Y"],)"
+              R"("inputs_freed":[{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null}],)"
+              R"("inputs_taken":[{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}}],)"
+              R"("inputs_retuned":[{"mac":"B","number":1,"before":{"onid":1,"tsid":30},)"
+              R"("after":{"onid":1,"tsid":40}}],)"
+              R"("became_tight":[{"limit":"inputs","mac":"A","used":2,"max":2},)"
+              R"({"limit":"pids","mac":"A","used":15,"max":15}],)"
+              R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}]})");
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,70 @@
+// Each side is a result, or a head-end that is run to get one.
+
+#include "commands/compare.h"
+
+#include <memory>
+
+#include "base/failure.h"
+#include "base/streams.h"
+#include "headend/headend_json.h"
+#include "headend/json_text.h"
+#include "placement/comparison.h"
+#include "placement/host.h"
+#include "report/comparison_json.h"
+#include "report/comparison_text.h"
+#include "report/result_reader.h"
+
+namespace zarven::tool {
+
+namespace {
+
+struct CompareOptions {
+    std::string before;
+    std::string after;
+    bool json = false;
+};
+
+/// Every result has a summary, and no head-end does.
+bool is_result(const nlohmann::json& document) {
+    return document.is_object() && document.count("summary") != 0;
+}
+
+Result result_in(const std::string& path) {
+    const std::string file = input_name(path);
+    const std::string text = read_text(path);
+    const nlohmann::json document = parse_json(file, text);
+    if (is_result(document))
+        return read_result(file, text);
+    const Headend headend = headend_of(file, document);
+    const host::Log no_log("");
+    EngineRun run = load_engine(headend, file);
+    run_engine(run, file);
+    return result_of(run, headend.name);
+}
+
+void compare_command(const CompareOptions& options) {
+    if (options.before == standard_stream && options.after == standard_stream)
+        throw Failure("standard input: found \"-\" for both, expected it once");
+    const Result before = result_in(options.before);
+    const Result after = result_in(options.after);
+    const Comparison comparison = compare(before, after);
+    const ComparedFiles files{input_name(options.before), input_name(options.after)};
+    write_text(standard_stream,
+               options.json ? comparison_json(comparison) : comparison_text(comparison, files));
+}
+
+} // namespace
+
+void add_compare(CLI::App& app) {
+    const auto options = std::make_shared<CompareOptions>();
+    CLI::App* compare = app.add_subcommand("compare", "Show two placements side by side");
+    const auto add_side = [compare](const char* name, std::string& path, const char* description) {
+        compare->add_option(name, path, description)->type_name("")->required();
+    };
+    add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
+    add_side("AFTER", options->after, "What to compare it with, of either kind");
+    compare->add_flag("--json", options->json, "Report as JSON");
+    compare->callback([options] { compare_command(*options); });
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,250 @@
+// The limits together are relaxed with prices. Give each kbit/s, each PID and each transcoder a price, the
+// same on all modules. A service is then worth 1 less the price of what it takes, or nothing if that is
+// negative. An arrangement places at most what the streams on its inputs are worth, and the price of all
+// there is. That holds for any prices; the search below only looks for those that make the number small.
+
+#include "placement/bound.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <map>
+#include <numeric>
+#include <utility>
+
+namespace zarven::tool {
+
+namespace {
+
+/// What one service takes of each resource that has a price.
+struct Demand {
+    std::uint32_t bitrate = 0;
+    std::uint32_t pids = 0;
+    std::uint32_t transcoders = 0;
+};
+
+using Resource = std::uint32_t Demand::*;
+
+struct Totals {
+    std::uint64_t inputs = 0;
+    std::uint64_t places = 0;
+    std::uint64_t bitrate = 0;
+    std::uint64_t pids = 0;
+    std::uint64_t transcoders = 0;
+};
+
+std::size_t smaller(std::uint64_t total, std::size_t number) {
+    return static_cast<std::size_t>(std::min(total, std::uint64_t{number}));
+}
+
+class Relaxation {
+public:
+    Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
+
+    Bound bound() &&;
+
+private:
+    /// A resource with its total, and the price in force.
+    struct Priced {
+        Resource resource;
+        std::uint64_t capacity;
+        double lowest_price;
+        double highest_price;
+        double price = 0;
+    };
+
+    void add_totals(const std::vector<ModuleCapacity>& modules);
+    std::uint64_t common_divisor(Resource resource) const;
+    std::uint64_t wanted(Resource resource) const;
+    BoundLimit limit_of(Resource resource, std::uint64_t capacity) const;
+    BoundLimit limit_of_inputs() const;
+    void price(Resource resource, const BoundLimit& limit);
+    double value() const;
+    double least_value(std::size_t first);
+
+    std::vector<const tRec_Servicio*> possible_;
+    std::vector<Demand> demands_;
+    /// The numbers of services and their demands, stream by stream.
+    std::vector<std::vector<Demand>> streams_;
+    Totals totals_;
+    std::vector<Priced> priced_;
+    Bound bound_;
+};
+
+Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
+    std::map<std::pair<std::uint16_t, std::uint16_t>, std::vector<Demand>> by_stream;
+    for (const auto& service : loaded.engine.listaServicios) {
+        const std::string reason = why_none_could_take(modules, *service);
+        if (!reason.empty()) {
+            bound_.impossible.push_back(describe(*service, false));
+            bound_.impossible.back().reason = reason;
+            continue;
+        }
+        possible_.push_back(service.get());
+        demands_.push_back(
+            {service->peakBitRate, service->number_PIDs_CA, service->Transcoding == 1 ? 1u : 0u});
+        by_stream[{service->ONID, service->TSID}].push_back(demands_.back());
+    }
+    for (auto& [stream, demands] : by_stream)
+        streams_.push_back(std::move(demands));
+    bound_.loaded = loaded.engine.listaServicios.size();
+    add_totals(modules);
+}
+
+/// The loads of an output are multiples of what divides all bitrates, so the rest of it is of no use; PIDs
+/// alike.
+void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
+    const std::uint64_t bitrate_step = common_divisor(&Demand::bitrate);
+    const std::uint64_t pids_step = common_divisor(&Demand::pids);
+    for (const ModuleCapacity& module : modules) {
+        const auto takes = [&module](const tRec_Servicio* service) { return could_take(module, *service); };
+        if (std::none_of(possible_.begin(), possible_.end(), takes))
+            continue;
+        totals_.inputs += module.inputs;
+        totals_.pids += module.pids_max / pids_step * pids_step;
+        totals_.transcoders += module.transcoders;
+        for (const OutputCapacity& output : module.outputs) {
+            if (output.bitrate_max == 0)
+                continue;
+            totals_.bitrate += (output.bitrate_max - 1) / bitrate_step * bitrate_step;
+            totals_.places += output.service_max;
+        }
+    }
+}
+
+std::uint64_t Relaxation::common_divisor(Resource resource) const {
+    std::uint64_t divisor = 0;
+    for (const Demand& demand : demands_)
+        divisor = std::gcd(divisor, std::uint64_t{demand.*resource});
+    return std::max(divisor, std::uint64_t{1});
+}
+
+std::uint64_t Relaxation::wanted(Resource resource) const {
+    std::uint64_t sum = 0;
+    for (const Demand& demand : demands_)
+        sum += demand.*resource;
+    return sum;
+}
+
+/// As many services as share the total, those that take least first.
+BoundLimit Relaxation::limit_of(Resource resource, std::uint64_t capacity) const {
+    std::vector<std::uint32_t> sizes;
+    for (const Demand& demand : demands_)
+        sizes.push_back(demand.*resource);
+    std::sort(sizes.begin(), sizes.end());
+    BoundLimit limit{capacity, wanted(resource), 0};
+    std::uint64_t taken = 0;
+    for (const std::uint32_t size : sizes) {
+        taken += size;
+        if (taken > capacity)
+            break;
+        ++limit.allows;
+    }
+    return limit;
+}
+
+BoundLimit Relaxation::limit_of_inputs() const {
+    std::vector<std::size_t> sizes;
+    for (const auto& stream : streams_)
+        sizes.push_back(stream.size());
+    std::sort(sizes.begin(), sizes.end(), std::greater<>());
+    sizes.resize(smaller(totals_.inputs, sizes.size()));
+    return {totals_.inputs, streams_.size(), std::accumulate(sizes.begin(), sizes.end(), std::size_t{0})};
+}
+
+/// A resource of which there is enough has the price 0. At the highest price no service that takes any of it
+/// is worth anything; under the lowest one the price of all that is wanted does not matter.
+void Relaxation::price(Resource resource, const BoundLimit& limit) {
+    if (limit.wanted <= limit.capacity)
+        return;
+    std::uint32_t least = 0;
+    for (const Demand& demand : demands_)
+        if (demand.*resource != 0)
+            least = least == 0 ? demand.*resource : std::min(least, demand.*resource);
+    priced_.push_back({resource, limit.capacity, 1e-3 / static_cast<double>(limit.wanted),
+                       1.0 / static_cast<double>(least)});
+}
+
+/// The bound at the prices in force.
+double Relaxation::value() const {
+    std::vector<double> worths;
+    for (const auto& stream : streams_) {
+        double worth = 0;
+        for (const Demand& demand : stream) {
+            double left = 1;
+            for (const Priced& priced : priced_)
+                left -= priced.price * (demand.*priced.resource);
+            worth += std::max(left, 0.0);
+        }
+        worths.push_back(worth);
+    }
+    if (totals_.inputs < worths.size()) {
+        const auto middle = worths.begin() + static_cast<std::ptrdiff_t>(totals_.inputs);
+        std::nth_element(worths.begin(), middle, worths.end(), std::greater<>());
+        worths.erase(middle, worths.end());
+    }
+    double sum = std::accumulate(worths.begin(), worths.end(), 0.0);
+    for (const Priced& priced : priced_)
+        sum += priced.price * static_cast<double>(priced.capacity);
+    return sum;
+}
+
+/// The least value over the prices from the one numbered `first` on: golden sections on a logarithmic scale,
+/// one resource inside the other, which suits a convex function.
+double Relaxation::least_value(std::size_t first) {
+    if (first == priced_.size())
+        return value();
+    Priced& priced = priced_[first];
+    const auto at = [&](double logarithm) {
+        priced.price = std::exp(logarithm);
+        return least_value(first + 1);
+    };
+    const double section = (std::sqrt(5.0) - 1) / 2;
+    const int steps = 24;
+    double low = std::log(priced.lowest_price);
+    double high = std::log(priced.highest_price);
+    double left = high - section * (high - low);
+    double right = low + section * (high - low);
+    double at_left = at(left);
+    double at_right = at(right);
+    priced.price = 0;
+    double least = std::min({least_value(first + 1), at_left, at_right, at(high)});
+    for (int step = 0; step < steps; ++step) {
+        if (at_left < at_right) {
+            high = right;
+            right = std::exchange(left, right - section * (right - low));
+            at_right = std::exchange(at_left, at(left));
+        } else {
+            low = left;
+            left = std::exchange(right, left + section * (high - left));
+            at_left = std::exchange(at_right, at(right));
+        }
+        least = std::min({least, at_left, at_right});
+    }
+    return least;
+}
+
+Bound Relaxation::bound() && {
+    bound_.inputs = limit_of_inputs();
+    bound_.bitrate = limit_of(&Demand::bitrate, totals_.bitrate);
+    bound_.pids = limit_of(&Demand::pids, totals_.pids);
+    bound_.transcoders = limit_of(&Demand::transcoders, totals_.transcoders);
+    bound_.places = {totals_.places, demands_.size(), smaller(totals_.places, demands_.size())};
+    price(&Demand::bitrate, bound_.bitrate);
+    price(&Demand::pids, bound_.pids);
+    price(&Demand::transcoders, bound_.transcoders);
+    // Rounding errors are far smaller than this, and must not lower a bound that is a whole number.
+    const double tolerance = 1e-6;
+    const auto together = static_cast<std::size_t>(std::floor(least_value(0) + tolerance));
+    bound_.most = std::min({together, bound_.inputs.allows, bound_.bitrate.allows, bound_.pids.allows,
+                            bound_.transcoders.allows, bound_.places.allows});
+    return std::move(bound_);
+}
+
+} // namespace
+
+Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
+    return Relaxation(loaded, modules).bound();
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,43 @@
+// How many services any arrangement could place that keeps the limits of the head-end: a number that is
+// proven and cheap, and that no search will exceed. docs/tool.md gives the proof.
+
+#ifndef RECALCULO_BOUND_H
+#define RECALCULO_BOUND_H
+
+#include <cstdint>
+#include <vector>
+
+#include "placement/capacity.h"
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+/// What one kind of limit allows when all others are forgotten.
+struct BoundLimit {
+    /// Of all modules, and what all services that some module could take ask for.
+    std::uint64_t capacity = 0;
+    std::uint64_t wanted = 0;
+    /// Services, at most.
+    std::size_t allows = 0;
+};
+
+struct Bound {
+    /// All that were loaded; clones are no services of their own.
+    std::size_t loaded = 0;
+    /// Each with its reason: no module could take it, even an empty one.
+    std::vector<ServiceResult> impossible;
+    BoundLimit inputs;
+    BoundLimit bitrate;
+    BoundLimit pids;
+    BoundLimit transcoders;
+    BoundLimit places;
+    /// All limits together: the bound.
+    std::size_t most = 0;
+};
+
+/// Bounds what a loaded engine could place; `modules` may be others than its own.
+Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,85 @@
+// Two results side by side: which services one places and the other does not, which stand elsewhere, and what
+// became of inputs and limits. Some thousands of services.
+
+#ifndef RECALCULO_COMPARISON_H
+#define RECALCULO_COMPARISON_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+/// Where a service comes in and goes out on one module. The number of the input is 0 if none has it.
+struct Place {
+    std::string mac;
+    std::uint16_t input = 0;
+    std::vector<std::uint32_t> outputs;
+};
+
+/// A service in both results, or in one of them.
+struct ServiceChange {
+    /// As in the second result, if it is there.
+    ServiceResult service;
+    bool is_in_before = true;
+    bool is_in_after = true;
+    /// Where it is placed; empty where it is left out.
+    std::vector<Place> before;
+    std::vector<Place> after;
+};
+
+/// An input that is not tuned as before.
+struct InputChange {
+    std::string mac;
+    std::uint16_t number = 0;
+    bool was_tuned = false;
+    Stream before;
+    bool is_tuned = false;
+    Stream after;
+};
+
+enum class TightKind { inputs, pids, bitrate };
+
+/// A limit that has little left: an output or a PID budget with 95 % in use, a module without free input.
+struct TightLimit {
+    TightKind kind = TightKind::inputs;
+    std::string mac;
+    /// The output; 0 for a limit of the module.
+    std::uint32_t output = 0;
+    std::uint64_t used = 0;
+    std::uint64_t max = 0;
+};
+
+struct Comparison {
+    std::string name_before;
+    std::string name_after;
+    Counts before;
+    Counts after;
+    std::vector<ServiceChange> gained;
+    std::vector<ServiceChange> lost;
+    /// Placed in both, in other places.
+    std::vector<ServiceChange> moved;
+    /// Placed in both, in the same places.
+    std::size_t unmoved = 0;
+    /// Left out in both, or left out in the only one that has it.
+    std::size_t never_placed = 0;
+    std::vector<std::string> modules_gone;
+    std::vector<std::string> modules_new;
+    std::vector<InputChange> inputs_freed;
+    std::vector<InputChange> inputs_taken;
+    std::vector<InputChange> inputs_retuned;
+    /// In the second result and not in the first; with the figures of the second.
+    std::vector<TightLimit> became_tight;
+    /// In the first result and, though it is still there, not in the second; with the figures of the second.
+    std::vector<TightLimit> relaxed;
+};
+
+/// Compares two results. A service is the same in both if stream, LCN and SID are; of those then left, if the
+/// name is and no other has it. Clones stand with their parents and are not told apart.
+Comparison compare(const Result& before, const Result& after);
+
+} // namespace zarven::tool
+
+#endif

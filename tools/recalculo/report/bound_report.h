@@ -1,0 +1,20 @@
+// The bound of a head-end beside what the engine placed, for a person and for a program.
+
+#ifndef RECALCULO_BOUND_REPORT_H
+#define RECALCULO_BOUND_REPORT_H
+
+#include <string>
+
+#include "placement/bound.h"
+
+namespace zarven::tool {
+
+/// A sentence, a table of the limits, and the services that no module can take.
+std::string bound_text(const Bound& bound, const Result& result);
+
+/// The same facts as indented JSON, described in docs/tool.md.
+std::string bound_json(const Bound& bound, const Result& result);
+
+} // namespace zarven::tool
+
+#endif

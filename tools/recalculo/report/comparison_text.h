@@ -1,0 +1,23 @@
+// A comparison for a person: one line that sums up, then what differs, group by group. What is the same in
+// both is not listed.
+
+#ifndef RECALCULO_COMPARISON_TEXT_H
+#define RECALCULO_COMPARISON_TEXT_H
+
+#include <string>
+
+#include "placement/comparison.h"
+
+namespace zarven::tool {
+
+/// How the two results are called.
+struct ComparedFiles {
+    std::string before;
+    std::string after;
+};
+
+std::string comparison_text(const Comparison& comparison, const ComparedFiles& files);
+
+} // namespace zarven::tool
+
+#endif
