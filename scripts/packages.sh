@@ -15,7 +15,7 @@ need() {
 }
 
 # What the library and the tool are built with.
-BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev)
+BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev libutf8proc-dev)
 
 # What the presets of these names need besides.
 I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)
