@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/interruption.h"
 #include "base/utf8.h"
 #include "commands/import.h"
 #include "commands/run.h"
@@ -57,6 +58,7 @@ int dispatch(int argc, char** argv) {
 int main(int argc, char** argv) {
     // A reader that goes away is told like any other failure to write.
     std::signal(SIGPIPE, SIG_IGN);
+    interruption::install();
     try {
         return dispatch(argc, argv);
     } catch (const Failure& failure) {

@@ -3,15 +3,20 @@
 #include "commands/run.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+
+#include <unistd.h>
 
 #include "base/streams.h"
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
+#include "report/progress_line.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -23,7 +28,24 @@ struct RunOptions {
     bool pauses = false;
     /// Empty for no log.
     std::string log;
+    /// One of `colour_choices`.
+    std::string colour = "auto";
 };
+
+/// Runs the engine, with a line of progress on a terminal.
+void run_watched(EngineRun& run, const std::string& file, const std::string& log) {
+    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
+    std::optional<ProgressLine> line;
+    // A log on standard error tells more, and two cannot write there.
+    if (can_redraw(surroundings) && log != standard_stream)
+        line.emplace(means_of_standard_error(surroundings, [&run] { return services_left(run.engine); }));
+    const host::Watching watching(line ? &*line : nullptr);
+    run_engine(run, file);
+}
+
+std::string text_report_for_standard_output(const Result& result, const std::string& colour) {
+    return text_report(result, style_for(surroundings_of(STDOUT_FILENO), colour_choice(colour)));
+}
 
 void run_command(const RunOptions& options) {
     const std::string file = input_name(options.headend);
@@ -32,11 +54,12 @@ void run_command(const RunOptions& options) {
     host::Log log(options.log);
     host::keep_pauses(options.pauses);
     EngineRun run = load_engine(headend, file);
-    run_engine(run, file);
+    run_watched(run, file, options.log);
     log.finish();
 
     const Result result = result_of(run, headend.name);
-    write_text(standard_stream, options.json ? json_report(result) : text_report(result));
+    write_text(standard_stream,
+               options.json ? json_report(result) : text_report_for_standard_output(result, options.colour));
 }
 
 } // namespace
@@ -52,6 +75,9 @@ void add_run(CLI::App& app) {
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
         ->type_name("FILE");
+    run->add_option("--color", options->colour, "Colour the report: auto (on a terminal), always or never")
+        ->check(CLI::IsMember(colour_choices()).description(""))
+        ->type_name("WHEN");
     run->callback([options] { run_command(*options); });
 }
 

@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 #include <langinfo.h>
 #include <locale.h>
@@ -56,6 +55,17 @@ int width_of(const Surroundings& surroundings) {
 }
 
 } // namespace
+
+const std::vector<std::string>& colour_choices() {
+    static const std::vector<std::string> words = {"auto", "always", "never"};
+    return words;
+}
+
+ColourChoice colour_choice(std::string_view word) {
+    return word == "always"  ? ColourChoice::always
+           : word == "never" ? ColourChoice::never
+                             : ColourChoice::automatic;
+}
 
 Surroundings surroundings_of(int descriptor) {
     Surroundings surroundings;

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zarven::tool {
 
@@ -18,6 +19,12 @@ struct TextStyle {
 };
 
 enum class ColourChoice { automatic, always, never };
+
+/// The words for them on the command line: auto, always, never.
+const std::vector<std::string>& colour_choices();
+
+/// The choice that a word stands for; any other word is auto.
+ColourChoice colour_choice(std::string_view word);
 
 /// What a process can find out about one of its streams.
 struct Surroundings {
