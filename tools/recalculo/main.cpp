@@ -12,9 +12,9 @@
 
 #include "base/failure.h"
 #include "base/interruption.h"
-#include "base/utf8.h"
 #include "commands/import.h"
 #include "commands/run.h"
+#include "report/terminal.h"
 
 namespace {
 
@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
     try {
         return dispatch(argc, argv);
     } catch (const Failure& failure) {
-        fmt::print(stderr, "recalculo: {}\n", printable(failure.what()));
+        fmt::print(stderr, "recalculo: {}\n", shown_as_message(failure.what()));
         return status(failure.code);
     } catch (const std::exception& error) {
         fmt::print(stderr, "recalculo: the engine could not run: {}\n", error.what());

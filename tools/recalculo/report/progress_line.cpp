@@ -29,7 +29,7 @@ ProgressLine::ProgressLine(Means means)
     : means_(std::move(means)), start_(means_.now()), due_(start_ + patience) {}
 
 ProgressLine::~ProgressLine() {
-    if (!is_drawn_)
+    if (drawn_.empty())
         return;
     means_.write(erase);
     interruption::line_is_drawn(false);
@@ -45,9 +45,12 @@ void ProgressLine::wait() {
     if (now < due_)
         return;
     due_ = now + interval;
-    is_drawn_ = true;
+    std::string line = text(now);
+    if (line == drawn_)
+        return;
     interruption::line_is_drawn(true);
-    means_.write(text(now).insert(0, "\r").append("\x1B[K"));
+    means_.write("\r" + line + "\x1B[K");
+    drawn_ = std::move(line);
 }
 
 std::string ProgressLine::text(Clock::time_point now) const {

@@ -44,7 +44,8 @@ private:
     Progress progress_;
     Clock::time_point start_;
     Clock::time_point due_;
-    bool is_drawn_ = false;
+    /// Empty as long as nothing is.
+    std::string drawn_;
 };
 
 /// A line on standard error.

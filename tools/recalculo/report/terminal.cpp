@@ -104,6 +104,10 @@ std::string shown(std::string_view text, const TextStyle& style) {
     return style.utf8 ? printable(text) : ascii(printable(text));
 }
 
+std::string shown_as_message(std::string_view text) {
+    return shown(text, style_for(surroundings_of(STDERR_FILENO), ColourChoice::never));
+}
+
 std::string painted(std::string_view text, Paint paint, const TextStyle& style) {
     if (!style.colour || paint == Paint::none || text.empty())
         return std::string(text);

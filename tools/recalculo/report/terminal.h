@@ -61,6 +61,9 @@ const Symbols& symbols_of(const TextStyle& style);
 /// A name or sentence from outside, ready to be shown.
 std::string shown(std::string_view text, const TextStyle& style);
 
+/// The same for a message on standard error.
+std::string shown_as_message(std::string_view text);
+
 enum class Paint { none, bold, red, yellow };
 
 /// The text in that colour, if the style has colours.
