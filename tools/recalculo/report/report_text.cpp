@@ -51,14 +51,14 @@ std::vector<Column> output_columns() {
     Column bar;
     bar.least = 24;
     bar.narrowest = 8;
-    bar.dispensable = 3;
+    bar.dispensable = 2;
     Column load;
     Column percentage;
     percentage.align = Align::right;
     percentage.least = 7;
     percentage.dispensable = 1;
     Column services;
-    services.dispensable = 2;
+    services.dispensable = 3;
     return {number, bar, load, percentage, services};
 }
 
