@@ -2,11 +2,16 @@
 
 #include "base/streams.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
+#include "base/interruption.h"
 #include "failure_message.h"
 
 namespace zarven::tool {
@@ -52,6 +57,27 @@ TEST_F(Streams, AFileInAMissingFolderCannotBeWritten) {
 TEST_F(Streams, AFullDiskIsSeen) {
     EXPECT_EQ(failure_message([] { write_text("/dev/full", "text"); }),
               "/dev/full: cannot be written: No space left on device");
+}
+
+TEST_F(Streams, AnInterruptionLeavesAWholeFile) {
+    const std::string path = folder / "file";
+    const std::size_t size = 32 * 1024 * 1024;
+    const std::string text(size, 'x');
+    const pid_t child = fork();
+    if (child == 0) {
+        std::signal(SIGINT, SIG_DFL);
+        interruption::install();
+        for (;;)
+            write_text(path, text);
+    }
+    // Then the child is nearly always in the middle of a file.
+    while (!std::filesystem::exists(path) || std::filesystem::file_size(path) == 0)
+        usleep(100);
+    kill(child, SIGINT);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 130) << status;
+    EXPECT_EQ(std::filesystem::file_size(path), size);
 }
 
 TEST(InputName, TheDashIsStandardInput) {

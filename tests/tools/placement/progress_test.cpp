@@ -69,6 +69,13 @@ TEST(Progress, CountsTheOptimizationsOfAStrategy) {
     EXPECT_EQ(after({max, optimize, optimize, max_min, optimize}), "strategy 2 of 4, MAX MIN: optimize 1");
 }
 
+TEST(Progress, CountsTheServicesThatAnOptimizationSearchesFor) {
+    const std::string_view service = "soy el servicio nº%d";
+    EXPECT_EQ(after({max, optimize, service, service}), "strategy 1 of 4, MAX: optimize 1, service 2");
+    EXPECT_EQ(after({max, optimize, service, optimize}), "strategy 1 of 4, MAX: optimize 2");
+    EXPECT_EQ(after({max, optimize, service, max_min}), "strategy 2 of 4, MAX MIN: fill");
+}
+
 TEST(Progress, EndsWithTheClones) {
     EXPECT_EQ(after({max, "Una vez que hemos terminado de reordenar todo, se hora de transferir"}),
               "attach clones");

@@ -18,6 +18,7 @@ struct Sign {
     Phase phase;
 };
 constexpr std::string_view strategy_sign = "BEGIN OPTION: ";
+constexpr std::string_view search_sign = "soy el servicio nº";
 constexpr std::array<Sign, 9> signs = {{
     {" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_", Phase::fill},
     {" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT", Phase::check},
@@ -73,7 +74,11 @@ std::string_view name_of_strategy(int strategy) {
 void take_note(Progress& progress, std::string_view line) {
     if (begins_with(line, strategy_sign)) {
         if (const int strategy = strategy_in(line.substr(strategy_sign.size())); strategy != 0)
-            progress = {strategy, Phase::fill, 0};
+            progress = {strategy, Phase::fill};
+        return;
+    }
+    if (begins_with(line, search_sign)) {
+        ++progress.searched;
         return;
     }
     const auto sign = std::find_if(signs.begin(), signs.end(),
@@ -81,6 +86,7 @@ void take_note(Progress& progress, std::string_view line) {
     if (sign == signs.end())
         return;
     progress.phase = sign->phase;
+    progress.searched = 0;
     if (progress.phase == Phase::optimize)
         ++progress.optimization;
 }
@@ -105,6 +111,8 @@ std::string to_string(const Progress& progress) {
     words += word_for(progress.phase);
     if (progress.phase == Phase::optimize)
         words += fmt::format(" {}", progress.optimization);
+    if (progress.searched != 0)
+        words += fmt::format(", service {}", progress.searched);
     return words;
 }
 
