@@ -18,6 +18,7 @@ std::vector<Column> columns() {
     Column name;
     name.heading = "Name";
     name.narrowest = 6;
+    name.readable = 10;
     Column rate;
     rate.heading = "Rate";
     rate.align = Align::right;
@@ -47,27 +48,32 @@ TEST(Table, StaysAsItIsWhereItFits) {
     EXPECT_EQ(table(37), table(0));
 }
 
-TEST(Table, WrapsTheLastColumnFirst) {
-    EXPECT_EQ(table(36), " No  Name         Rate  Notes\n"
-                         "  7  海景 Música  4200  HD,\n"
-                         "                        scrambled\n"
-                         " 12  e\u0301te\u0301           200\n");
-}
-
-TEST(Table, ThenShortensNames) {
-    EXPECT_EQ(table(31), " No  Name        Rate  Notes\n"
-                         "  7  海景 Músi…  4200  HD,\n"
-                         "                       scramble\n"
-                         "                       d\n"
+TEST(Table, ShortensNamesFirstAsLongAsTheyAreReadable) {
+    EXPECT_EQ(table(36), " No  Name        Rate  Notes\n"
+                         "  7  海景 Músi…  4200  HD, scrambled\n"
                          " 12  e\u0301te\u0301          200\n");
 }
 
-TEST(Table, ThenWritesTheLastColumnBeneath) {
-    EXPECT_EQ(table(25), " No  Name         Rate\n"
-                         "     Notes\n"
+TEST(Table, ThenWrapsTheLastColumn) {
+    EXPECT_EQ(table(34), " No  Name        Rate  Notes\n"
+                         "  7  海景 Músi…  4200  HD,\n"
+                         "                       scrambled\n"
+                         " 12  e\u0301te\u0301          200\n");
+}
+
+TEST(Table, ThenPutsItBeneathWhereItDoesNotFitBeside) {
+    EXPECT_EQ(table(30), " No  Name         Rate  Notes\n"
                          "  7  海景 Música  4200\n"
                          "     HD, scrambled\n"
                          " 12  e\u0301te\u0301           200\n");
+}
+
+TEST(Table, ThenShortensNamesFurther) {
+    EXPECT_EQ(table(19), " No  Name      Rate\n"
+                         "     Notes\n"
+                         "  7  海景 Mú…  4200\n"
+                         "     HD, scrambled\n"
+                         " 12  e\u0301te\u0301        200\n");
 }
 
 TEST(Table, ThenLeavesColumnsAway) {
@@ -84,6 +90,18 @@ TEST(Table, NoLineIsEverLongerThanTheTerminal) {
         for (std::string line; std::getline(lines, line);)
             EXPECT_LE(display_width(line), width) << line;
     }
+}
+
+TEST(Table, GivesUpSpareRoomBeforeAnythingElse) {
+    Column number;
+    number.least = 5;
+    TextStyle style;
+    style.width = 9;
+    Table table({number, Column()}, 0, style);
+    const Row row = {"1", "abcdef"};
+    table.measure(row);
+    table.fit();
+    EXPECT_EQ(table.lines(row), "1  abcdef\n");
 }
 
 TEST(Table, AWideCellPushesItsOwnLineWhereTheWidthHasNoLimit) {

@@ -35,6 +35,7 @@ std::vector<Column> service_columns() {
     name.least = 16;
     name.most = 34;
     name.narrowest = 12;
+    name.readable = 20;
     Column bitrate;
     bitrate.align = Align::right;
     bitrate.least = 12;
@@ -42,7 +43,7 @@ std::vector<Column> service_columns() {
     Column place;
     place.dispensable = 1;
     Column marks;
-    marks.wrapped_at = 24;
+    marks.wrapped_at = 18;
     return {lcn, name, bitrate, place, marks};
 }
 

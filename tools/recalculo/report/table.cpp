@@ -31,9 +31,10 @@ Table::Table(std::vector<Column> columns, int indent, const TextStyle& style)
 void Table::measure(const Row& row) {
     for (std::size_t n = 0; n < row.size(); ++n) {
         Fitted& column = columns_[n];
-        const int needed = display_width(row[n].text);
+        const int columns = display_width(row[n].text);
         const bool is_bounded = style_.width == 0 && column.most != 0;
-        column.width = std::max(column.width, is_bounded ? std::min(needed, column.most) : needed);
+        column.needed = std::max(column.needed, is_bounded ? std::min(columns, column.most) : columns);
+        column.width = std::max(column.least, column.needed);
     }
 }
 
@@ -48,7 +49,7 @@ int Table::excess() const {
 }
 
 int Table::width(std::size_t column) const {
-    const bool is_beneath = wrapped_is_beneath_ && column + 1 == columns_.size();
+    const bool is_beneath = wrapped_is_beneath_ && is_last(column);
     return columns_[column].is_shown && !is_beneath ? columns_[column].width : 0;
 }
 
@@ -60,11 +61,28 @@ int Table::begin(std::size_t column) const {
     return place;
 }
 
-void Table::shorten() {
+void Table::give_up_spare_room() {
     for (Fitted& column : columns_)
-        if (column.narrowest != 0)
+        if (excess() > 0 && column.narrowest == 0)
+            column.width = column.needed;
+}
+
+void Table::shorten(int Column::*limit) {
+    for (Fitted& column : columns_)
+        if (column.*limit != 0)
             column.width =
-                std::max(column.width - std::max(excess(), 0), std::min(column.width, column.narrowest));
+                std::max(column.width - std::max(excess(), 0), std::min(column.width, column.*limit));
+}
+
+void Table::wrap_last() {
+    Fitted& last = columns_.back();
+    if (last.wrapped_at != 0)
+        last.width = std::max(last.width - std::max(excess(), 0), std::min(last.width, last.wrapped_at));
+}
+
+void Table::put_last_beneath() {
+    if (columns_.back().wrapped_at != 0 && excess() > 0)
+        wrapped_is_beneath_ = true;
 }
 
 bool Table::leave_one_away() {
@@ -78,40 +96,53 @@ bool Table::leave_one_away() {
 }
 
 void Table::fit() {
+    give_up_spare_room();
     const std::vector<Fitted> wanted = columns_;
-    Fitted& last = columns_.back();
-    if (last.wrapped_at != 0)
-        last.width = std::max(last.width - std::max(excess(), 0), std::min(last.width, last.wrapped_at));
-    shorten();
-    const auto retry = [&] {
+    const auto start_again = [&] {
         for (std::size_t n = 0; n < columns_.size(); ++n)
             columns_[n].width = wanted[n].width;
-        shorten();
     };
-    if (excess() > 0 && last.wrapped_at != 0) {
-        wrapped_is_beneath_ = true;
-        retry();
+    shorten(&Column::readable);
+    wrap_last();
+    put_last_beneath();
+    // Names may have the room back that this has made.
+    if (wrapped_is_beneath_)
+        start_again();
+    shorten(&Column::narrowest);
+    while (excess() > 0 && leave_one_away()) {
+        start_again();
+        shorten(&Column::narrowest);
     }
-    while (excess() > 0 && leave_one_away())
-        retry();
 }
 
 int Table::end_within(int end) const {
     return style_.width == 0 ? end : std::min(end, style_.width);
 }
 
+bool Table::is_last(std::size_t column) const {
+    return column + 1 == columns_.size();
+}
+
+bool Table::is_beside(const Cell& cell, std::size_t column, int start) const {
+    if (wrapped_is_beneath_ && is_last(column))
+        return start + display_width(cell.text) <= style_.width;
+    return width(column) != 0 && (style_.width == 0 || start < style_.width);
+}
+
 std::vector<std::string> Table::pieces_of(const Cell& cell, std::size_t column, int start) const {
     if (style_.width == 0)
         return {cell.text};
+    if (wrapped_is_beneath_ && is_last(column))
+        return {cell.text};
     const int room = end_within(start + width(column)) - start;
-    if (room <= 0)
-        return {};
     if (columns_[column].wrapped_at != 0)
         return wrapped(cell.text, room);
     return {shortened(cell.text, room, symbols_of(style_).ellipsis)};
 }
 
 std::string Table::beneath(const Cell& cell) const {
+    if (cell.text.empty())
+        return "";
     const auto named = std::find_if(columns_.begin(), columns_.end(),
                                     [](const Fitted& column) { return column.narrowest != 0; });
     int margin = begin(named == columns_.end() ? 0 : static_cast<std::size_t>(named - columns_.begin()));
@@ -129,15 +160,13 @@ std::string Table::lines(const Row& row) const {
     int used = 0;
     for (std::size_t n = 0; n < row.size(); ++n) {
         const Cell& cell = row[n];
-        if (wrapped_is_beneath_ && n + 1 == columns_.size() && !cell.text.empty())
-            below += beneath(cell);
-        if (cell.text.empty() || width(n) == 0)
-            continue;
         // A cell that is wider than its column has pushed this one.
         const int start = used == 0 ? begin(n) : std::max(begin(n), used + gap);
+        if (cell.text.empty() || !is_beside(cell, n, start)) {
+            below += is_last(n) && wrapped_is_beneath_ ? beneath(cell) : "";
+            continue;
+        }
         const std::vector<std::string> pieces = pieces_of(cell, n, start);
-        if (pieces.empty())
-            break;
         const int columns = display_width(pieces.front());
         const int begin_of_text = columns_[n].align == Align::right
                                       ? std::max(start, end_within(start + width(n)) - columns)

@@ -1,6 +1,7 @@
 // A table for the terminal: columns as wide as their widest cell on the screen, fitted to the terminal when
-// it is narrower. First the last column is wrapped, then names are shortened, then the wrapped column moves
-// beneath its row, then columns are left away. Some thousands of rows; only their widths are kept.
+// it is narrower. First names are shortened as far as they stay readable, then the last column is wrapped,
+// then it goes beneath its row where it does not fit beside it, then names are shortened further, and then
+// columns are left away. Some thousands of rows; only their widths are kept.
 
 #ifndef RECALCULO_TABLE_H
 #define RECALCULO_TABLE_H
@@ -19,12 +20,14 @@ enum class Align { left, right };
 struct Column {
     std::string heading;
     Align align = Align::left;
-    /// At least so wide.
+    /// So wide at least, where there is room for it.
     int least = 0;
     /// Cells beyond that width push their own line only, where the width has no limit; 0 for no such bound.
     int most = 0;
     /// May be shortened to that width; 0 for never.
     int narrowest = 0;
+    /// May be shortened to that width so that the last column stays beside it.
+    int readable = 0;
     /// The last column only: may be broken into lines of that width; 0 for never.
     int wrapped_at = 0;
     /// Columns are left away beginning with the highest number; 0 for never.
@@ -68,16 +71,23 @@ public:
 private:
     struct Fitted : Column {
         explicit Fitted(Column column) : Column(std::move(column)), width(least) {}
+        int needed = 0;
         int width;
         bool is_shown = true;
     };
 
     int excess() const;
-    void shorten();
+    void give_up_spare_room();
+    void shorten(int Column::*limit);
+    void wrap_last();
+    void put_last_beneath();
     bool leave_one_away();
     /// The place, or the edge of the terminal if that comes first.
     int end_within(int end) const;
-    /// The lines of a cell that begins there; none if there is no room at all.
+    bool is_last(std::size_t column) const;
+    /// A cell that would begin there stands in the line of its row.
+    bool is_beside(const Cell& cell, std::size_t column, int start) const;
+    /// The lines of such a cell.
     std::vector<std::string> pieces_of(const Cell& cell, std::size_t column, int start) const;
     std::string beneath(const Cell& cell) const;
 
