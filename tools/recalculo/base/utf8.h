@@ -20,6 +20,9 @@ std::string latin1_to_utf8(std::string_view text);
 /// not UTF-8 become U+FFFD.
 std::string printable(std::string_view text);
 
+/// The text, or its first characters and an ellipsis where it is too long to stand in a message.
+std::string shortened(std::string_view text);
+
 /// The text in ASCII: Latin letters lose their marks, anything else becomes a question mark per column, so
 /// that the width stays nearly always the same.
 std::string ascii(std::string_view text);

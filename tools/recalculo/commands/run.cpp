@@ -13,9 +13,11 @@
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
+#include "placement/strategies.h"
 #include "report/progress_line.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
+#include "report/strategies_text.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -26,6 +28,7 @@ struct RunOptions {
     std::string headend;
     bool json = false;
     bool pauses = false;
+    bool strategies = false;
     /// Empty for no log.
     std::string log;
     /// One of `colour_choices`.
@@ -43,23 +46,40 @@ void run_watched(EngineRun& run, const std::string& file, const std::string& log
     run_engine(run, file);
 }
 
-std::string text_report_for_standard_output(const Result& result, const std::string& colour) {
-    return text_report(result, style_for(surroundings_of(STDOUT_FILENO), colour_choice(colour)));
+Result run_driver(const RunOptions& options, const Headend& headend, const std::string& file) {
+    host::Log log(options.log);
+    host::keep_pauses(options.pauses);
+    EngineRun run = load_engine(headend, file);
+    run_watched(run, file, options.log);
+    log.finish();
+    return result_of(run, headend.name);
+}
+
+/// The log tells the driver's run alone, and only that pauses.
+Strategies run_strategies(const Headend& headend, const std::string& file) {
+    const host::Log no_log("");
+    host::keep_pauses(false);
+    return strategies_of(headend, file);
+}
+
+std::string text_of(const Result& result, const std::optional<Strategies>& strategies,
+                    const std::string& colour) {
+    const TextStyle style = style_for(surroundings_of(STDOUT_FILENO), colour_choice(colour));
+    return (strategies ? strategies_text(*strategies, style) + "\n" : "") + text_report(result, style);
 }
 
 void run_command(const RunOptions& options) {
     const std::string file = input_name(options.headend);
     const Headend headend = read_headend(file, read_text(options.headend));
 
-    host::Log log(options.log);
-    host::keep_pauses(options.pauses);
-    EngineRun run = load_engine(headend, file);
-    run_watched(run, file, options.log);
-    log.finish();
-
-    const Result result = result_of(run, headend.name);
-    write_text(standard_stream,
-               options.json ? json_report(result) : text_report_for_standard_output(result, options.colour));
+    const Result result = run_driver(options, headend, file);
+    std::optional<Strategies> strategies;
+    if (options.strategies)
+        strategies = run_strategies(headend, file);
+    if (options.json)
+        write_text(standard_stream, json_report(result, strategies ? &*strategies : nullptr));
+    else
+        write_text(standard_stream, text_of(result, strategies, options.colour));
 }
 
 } // namespace
@@ -71,6 +91,8 @@ void add_run(CLI::App& app) {
         ->type_name("")
         ->required();
     run->add_flag("--json", options->json, "Report as JSON");
+    run->add_flag("--strategies", options->strategies,
+                  "Show first what each of the engine's four strategies alone would leave out");
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")

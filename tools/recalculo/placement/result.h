@@ -6,16 +6,13 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "placement/engine_run.h"
+#include "placement/stream.h"
 
 namespace zarven::tool {
-
-struct Stream {
-    std::uint16_t onid = 0;
-    std::uint16_t tsid = 0;
-};
 
 struct ServiceResult {
     Stream stream;
@@ -26,6 +23,7 @@ struct ServiceResult {
     std::string output_name;
     std::uint32_t bitrate = 0;
     bool is_hd = false;
+    bool is_radio = false;
     bool is_scrambled = false;
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
@@ -102,12 +100,17 @@ struct Result {
     std::vector<StreamResult> left_out;
     std::vector<ServiceResult> clones_waiting;
     Counts counts;
-    /// What does not add up, one sentence each; empty as a rule.
+    /// What the audit found, one sentence each; empty as a rule.
     std::vector<std::string> warnings;
 };
 
-/// How a stream is written in messages and reports: ONID/TSID.
-std::string to_string(Stream stream);
+/// What is known of a service wherever it stands.
+ServiceResult describe(const tRec_Servicio& service, bool is_clone);
+
+/// What tells the services of one result apart: LCN, ONID, TSID, SID, and whether it is a clone.
+using ServiceKey = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, bool>;
+
+ServiceKey key_of(const ServiceResult& service);
 
 /// Reads the result off an engine that has run.
 Result result_of(const EngineRun& run, const std::string& headend_name);

@@ -6,11 +6,12 @@
 #include <string>
 
 #include "placement/result.h"
+#include "placement/strategies.h"
 
 namespace zarven::tool {
 
-/// The whole result as indented JSON with a final line end.
-std::string json_report(const Result& result);
+/// The whole result as indented JSON with a final line end, with the strategies if there are any.
+std::string json_report(const Result& result, const Strategies* strategies = nullptr);
 
 } // namespace zarven::tool
 

@@ -331,10 +331,12 @@ void Report::write_clones_waiting() {
 }
 
 void Report::write_warnings() {
+    if (result_.warnings.empty())
+        return;
+    paragraph(0, "Audit: " + counted(result_.warnings.size(), "finding", "findings"));
     for (const std::string& warning : result_.warnings)
         paragraph(0, "Warning: " + shown(warning, style_), Paint::yellow);
-    if (!result_.warnings.empty())
-        text_ += '\n';
+    text_ += '\n';
 }
 
 void Report::write_summary() {

@@ -95,8 +95,8 @@ bool can_redraw(const Surroundings& surroundings) {
 }
 
 const Symbols& symbols_of(const TextStyle& style) {
-    static constexpr Symbols utf8{"…", "→", "·", "–", "█", "░"};
-    static constexpr Symbols ascii{"...", "->", "-", "-", "#", "."};
+    static constexpr Symbols utf8{"…", "→", "·", "–", "●", "█", "░"};
+    static constexpr Symbols ascii{"...", "->", "-", "-", "*", "#", "."};
     return style.utf8 ? utf8 : ascii;
 }
 

@@ -53,6 +53,8 @@ struct Symbols {
     /// Between the parts of a heading.
     std::string_view dot;
     std::string_view dash;
+    /// In a table of yes and no.
+    std::string_view mark;
     std::string_view full_cell;
     std::string_view empty_cell;
 };

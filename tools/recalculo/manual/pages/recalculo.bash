@@ -1,0 +1,21 @@
+# bash completion for recalculo
+
+_recalculo() {
+    local word=${COMP_WORDS[COMP_CWORD]} words=''
+    COMPREPLY=()
+    case $COMP_CWORD in
+    1) words='run import export --help --version' ;;
+    *) case ${COMP_WORDS[1]} in
+    run) words='-h --help --json --strategies --pauses --log --color --version' ;;
+    import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+    export) words='-h --help --format -o --output --version' ;;
+    esac ;;
+    esac
+    if [[ $word == -* || $COMP_CWORD -eq 1 ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+    else
+        compopt -o filenames 2>/dev/null || :
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+    fi
+}
+complete -F _recalculo recalculo
