@@ -1,9 +1,14 @@
 // The program from outside: what a shell sees of exit codes, standard streams and files.
 
+#include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -35,6 +40,9 @@ protected:
     CommandLine() {
         std::string pattern = (fs::temp_directory_path() / "recalculo-XXXXXX").string();
         folder = mkdtemp(pattern.data());
+        setenv("LC_ALL", "C.UTF-8", 1);
+        setenv("TERM", "xterm", 1);
+        unsetenv("NO_COLOR");
     }
     ~CommandLine() override { fs::remove_all(folder); }
 
@@ -172,7 +180,7 @@ TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
     EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
     EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
     EXPECT_NE(outcome.out.find(
-                  "\n  MAX           11         1       5 of 5      0   kept: leaves the fewest out\n"),
+                  "\n  MAX           11         1       5 of 5      0  kept: leaves the fewest out\n"),
               std::string::npos);
 }
 
@@ -471,6 +479,153 @@ TEST_F(CommandLine, WhatIsImportedRuns) {
     const json summary = json::parse(outcome.out).at("summary");
     EXPECT_EQ(summary.at("loaded"), 1);
     EXPECT_EQ(summary.at("placed"), 1);
+}
+
+TEST_F(CommandLine, TheReportIsAsciiWhereTheLocaleIs) {
+    const Outcome outcome = shell("LC_ALL=C '" + program + "' run " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_NE(outcome.out.find("22  Cine Clasico        3500 kbit/s  -> output 1"), std::string::npos);
+    EXPECT_NE(outcome.out.find("Output 1  ########................  14000 of"), std::string::npos);
+    EXPECT_TRUE(std::all_of(outcome.out.begin(), outcome.out.end(),
+                            [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }));
+    EXPECT_EQ(shell("LC_ALL=C '" + program + "' run --json " + small).out, run("run --json " + small).out);
+    EXPECT_EQ(shell("LC_ALL=C '" + program + "' run " + file("ñ")).err,
+              "recalculo: " + file("n") + ": cannot be opened: No such file or directory\n");
+}
+
+TEST_F(CommandLine, ColourIsAChoice) {
+    EXPECT_NE(run("run --color always " + small).out.find("\x1B[1mModule"), std::string::npos);
+    for (const std::string choice : {"", "--color auto ", "--color=never "})
+        EXPECT_EQ(run("run " + choice + small).out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    expect_refused(run("run --color blue " + small),
+                   "--color: blue not in {auto,always,never}\nRun with --help for more information.");
+}
+
+/// The program on a terminal of 72 columns, watched.
+class OnATerminal : public CommandLine {
+protected:
+    ~OnATerminal() override {
+        if (screen_ >= 0)
+            close(screen_);
+        if (child_ > 0) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
+    }
+
+    void start(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), program);
+        std::vector<char*> words;
+        for (std::string& argument : arguments)
+            words.push_back(argument.data());
+        words.push_back(nullptr);
+        winsize size{};
+        size.ws_row = 24;
+        size.ws_col = 72;
+        child_ = forkpty(&screen_, nullptr, nullptr, &size);
+        if (child_ == 0) {
+            // The test may have been started with it ignored.
+            std::signal(SIGINT, SIG_DFL);
+            execv(words[0], words.data());
+            std::_Exit(127);
+        }
+    }
+
+    /// Reads on until the text is on the screen, or, without one, to the end.
+    bool shows(const std::string& text) {
+        std::array<char, 4096> block;
+        while (text.empty() || shown_.find(text) == std::string::npos) {
+            const ssize_t length = read_block(block);
+            if (length <= 0)
+                return false;
+            shown_.append(block.data(), static_cast<std::size_t>(length));
+        }
+        return true;
+    }
+
+    void press_control_c() { ASSERT_EQ(::write(screen_, "\x03", 1), 1); }
+
+    int exit_code() {
+        shows("");
+        int status = 0;
+        waitpid(child_, &status, 0);
+        child_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    bool ends_with(const std::string& end) const {
+        return shown_.size() >= end.size() && shown_.compare(shown_.size() - end.size(), end.npos, end) == 0;
+    }
+
+    pid_t child_ = -1;
+    std::string shown_;
+
+private:
+    ssize_t read_block(std::array<char, 4096>& block) const {
+        return ::read(screen_, block.data(), block.size());
+    }
+
+    int screen_ = -1;
+};
+
+TEST_F(OnATerminal, TheReportIsInColourAndFits) {
+    start({"run", small});
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_NE(shown_.find("\x1B[1mModule"), std::string::npos);
+    EXPECT_NE(shown_.find("1 clone attached, 0\r\n  waiting; 5 of 5 inputs"), std::string::npos);
+}
+
+TEST_F(OnATerminal, NoColorIsObeyed) {
+    setenv("NO_COLOR", "1", 1);
+    start({"run", small});
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_EQ(shown_.find('\x1B'), std::string::npos);
+    unsetenv("NO_COLOR");
+}
+
+TEST_F(OnATerminal, ALongRunShowsItsProgressAndCtrlCEndsIt) {
+    start({"run", "--pauses", "--log", file("log"), small});
+    EXPECT_TRUE(shows("strategy 1 of 4, MAX: "));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_TRUE(ends_with("\r\x1B[Krecalculo: interrupted\r\n")) << shown_;
+    EXPECT_EQ(shown_.find("Small head-end"), std::string::npos);
+    const std::string log = read(file("log"));
+    ASSERT_FALSE(log.empty());
+    EXPECT_EQ(log.back(), '\n');
+    EXPECT_NE(log.find("BEGIN OPTION: MAX --"), std::string::npos);
+}
+
+TEST_F(OnATerminal, CtrlCEndsARunWithoutLogAtOnce) {
+    start({"run", "--pauses", small});
+    EXPECT_TRUE(shows("prepare"));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_TRUE(ends_with("\r\x1B[Krecalculo: interrupted\r\n")) << shown_;
+}
+
+TEST_F(OnATerminal, TheSignalToTerminateIsExitCode143) {
+    start({"run", "--pauses", small});
+    EXPECT_TRUE(shows("prepare"));
+    kill(child_, SIGTERM);
+    EXPECT_EQ(exit_code(), 143);
+}
+
+TEST_F(OnATerminal, ALogOnStandardErrorIsProgressEnough) {
+    start({"run", "--pauses", "--log", "-", small});
+    EXPECT_TRUE(shows("BEGIN OPTION: MAX --"));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_EQ(shown_.find("prepare"), std::string::npos);
+    EXPECT_EQ(shown_.find("strategy 1"), std::string::npos);
+}
+
+TEST_F(CommandLine, ElsewhereThereIsNoProgress) {
+    const int terminated = 143;
+    const Outcome outcome = shell("timeout --preserve-status 3 '" + program + "' run --pauses " + small);
+    EXPECT_EQ(outcome.code, terminated);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "recalculo: interrupted\n");
 }
 
 TEST_F(CommandLine, ExportWritesAChannelList) {

@@ -11,9 +11,10 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
-#include "base/utf8.h"
+#include "base/interruption.h"
 #include "base/words.h"
 #include "commands/program.h"
+#include "report/terminal.h"
 
 namespace {
 
@@ -70,10 +71,11 @@ int dispatch(int argc, char** argv) {
 int main(int argc, char** argv) {
     // A reader that goes away is told like any other failure to write.
     std::signal(SIGPIPE, SIG_IGN);
+    interruption::install();
     try {
         return dispatch(argc, argv);
     } catch (const Failure& failure) {
-        fmt::print(stderr, "recalculo: {}\n", printable(failure.what()));
+        fmt::print(stderr, "recalculo: {}\n", shown_as_message(failure.what()));
         return status(failure.code);
     } catch (const std::exception& error) {
         fmt::print(stderr, "recalculo: the engine could not run: {}\n", error.what());

@@ -2,11 +2,16 @@
 
 #include "base/streams.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
+#include "base/interruption.h"
 #include "failure_message.h"
 
 namespace zarven::tool {
@@ -52,6 +57,36 @@ TEST_F(Streams, AFileInAMissingFolderCannotBeWritten) {
 TEST_F(Streams, AFullDiskIsSeen) {
     EXPECT_EQ(failure_message([] { write_text("/dev/full", "text"); }),
               "/dev/full: cannot be written: No space left on device");
+}
+
+/// A child that writes the file over and over; gives its process id once the first one is there.
+pid_t write_forever(const std::string& path, const std::string& text) {
+    std::filesystem::remove(path);
+    const pid_t child = fork();
+    if (child == 0) {
+        std::signal(SIGINT, SIG_DFL);
+        interruption::install();
+        for (;;)
+            write_text(path, text);
+    }
+    while (!std::filesystem::exists(path) || std::filesystem::file_size(path) == 0)
+        usleep(100);
+    return child;
+}
+
+TEST_F(Streams, AnInterruptionLeavesAWholeFile) {
+    const std::string path = folder / "file";
+    const std::string text(8 * 1024 * 1024, 'x');
+    // Some of the signals arrive when the file has been emptied and not yet written.
+    for (unsigned round = 0; round < 20; ++round) {
+        const pid_t child = write_forever(path, text);
+        usleep(round * 500);
+        kill(child, SIGINT);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 130) << status;
+        ASSERT_EQ(std::filesystem::file_size(path), text.size());
+    }
 }
 
 TEST(InputName, TheDashIsStandardInput) {

@@ -3,14 +3,19 @@
 #include "placement/host.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <syslog.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "base/interruption.h"
 #include "failure_message.h"
 
 namespace zarven::tool {
@@ -88,6 +93,88 @@ TEST_F(Host, AFullDiskIsSeen) {
     syslog(7, "lost");
     EXPECT_EQ(failure_message([&] { log.finish(); }),
               "/dev/full: the log cannot be written: No space left on device");
+}
+
+/// Writes down what it is told.
+struct Note : host::Watcher {
+    void hear(std::string_view line) override { lines.emplace_back(line); }
+    void wait() override { ++waits; }
+
+    std::vector<std::string> lines;
+    int waits = 0;
+};
+
+TEST_F(Host, AWatcherHearsTheLinesWithoutALog) {
+    Note note;
+    {
+        const host::Watching watching(&note);
+        const host::Log none("");
+        syslog(7, "%s", "a constant");
+        syslog(5, "with %d values, %s", 2, "like this");
+        sleep(10);
+    }
+    syslog(7, "%s", "too late");
+    EXPECT_EQ(note.lines, (std::vector<std::string>{"a constant", "with %d values, %s"}));
+    EXPECT_EQ(note.waits, 0);
+}
+
+TEST_F(Host, AWatcherHearsTheLinesBesideALog) {
+    Note note;
+    const host::Watching watching(&note);
+    host::Log log(path);
+    syslog(7, "%s", "a constant");
+    log.finish();
+    EXPECT_EQ(note.lines, std::vector<std::string>{"a constant"});
+    EXPECT_EQ(read_text(path), "7 a constant\n");
+}
+
+TEST_F(Host, AWatcherIsToldThatTimeGoesByInAPause) {
+    host::keep_pauses(true);
+    Note note;
+    const host::Watching watching(&note);
+    sleep(1);
+    EXPECT_GE(note.waits, 2);
+}
+
+TEST_F(Host, AnInterruptionLeavesAWholeLog) {
+    const auto in_child = [this] {
+        std::signal(SIGINT, SIG_DFL);
+        interruption::install();
+        const host::Log log(path);
+        syslog(7, "first");
+        std::raise(SIGINT);
+        syslog(7, "second");
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(in_child(), testing::ExitedWithCode(130), "^recalculo: interrupted\n$");
+    EXPECT_EQ(read_text(path), "7 first\n7 second\n");
+}
+
+TEST_F(Host, AnInterruptionEndsAPause) {
+    const auto in_child = [this] {
+        std::signal(SIGINT, SIG_DFL);
+        interruption::install();
+        host::keep_pauses(true);
+        const host::Log log(path);
+        syslog(7, "first");
+        std::raise(SIGINT);
+        sleep(1000);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(in_child(), testing::ExitedWithCode(130), "^recalculo: interrupted\n$");
+    EXPECT_EQ(read_text(path), "7 first\n");
+}
+
+TEST_F(Host, AfterTheLogNothingWaits) {
+    const auto in_child = [this] {
+        std::signal(SIGINT, SIG_DFL);
+        interruption::install();
+        host::Log log(path);
+        log.finish();
+        std::raise(SIGINT);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(in_child(), testing::ExitedWithCode(130), "^recalculo: interrupted\n$");
 }
 
 } // namespace

@@ -3,9 +3,12 @@
 #include "report/strategies_text.h"
 
 #include <algorithm>
+#include <sstream>
+#include <string>
 
 #include <gtest/gtest.h>
 
+#include "base/utf8.h"
 #include "report/strategies_fixture.h"
 
 namespace zarven::tool {
@@ -15,13 +18,13 @@ TEST(StrategiesText, OneOfEverything) {
     EXPECT_EQ(
         strategies_text(strategies_with_everything()),
         "Strategies, each alone on the head-end, without clones\n"
-        "  Strategy  Placed  Left out                     Inputs used  Audit   Verdict\n"
-        "  MAX            7  3 (4 by the engine's count)       4 of 5      2   the fewest so far, but MIN "
+        "  Strategy  Placed                     Left out  Inputs used  Audit  Verdict\n"
+        "  MAX            7  3 (4 by the engine's count)       4 of 5      2  the fewest so far, but MIN "
         "leaves fewer out\n"
-        "  MAX MIN        6                            4       5 of 5      0   tie with MAX, which came "
+        "  MAX MIN        6                            4       5 of 5      0  tie with MAX, which came "
         "first\n"
-        "  MIN            8                            2       5 of 5      0   kept: leaves the fewest out\n"
-        "  MIN MAX        5                            5     3 of 123      1   worse than MIN\n"
+        "  MIN            8                            2       5 of 5      0  kept: leaves the fewest out\n"
+        "  MIN MAX        5                            5     3 of 123      1  worse than MIN\n"
         "\n"
         "  Placed by some of them only: 2 services, 1 of them left out by MIN:\n"
         "    LCN  Service                Stream  MAX  MAX MIN  MIN  MIN MAX\n"
@@ -44,11 +47,11 @@ TEST(StrategiesText, WhenOnePlacesEverything) {
     judge(strategies.list);
     EXPECT_EQ(strategies_text(strategies),
               "Strategies, each alone on the head-end, without clones\n"
-              "  Strategy  Placed  Left out  Inputs used  Audit   Verdict\n"
-              "  MAX            7         0       4 of 5      2   kept: places everything\n"
-              "  MAX MIN        6         1       5 of 5      0   not tried: MAX placed everything\n"
-              "  MIN            8         0       5 of 5      0   not tried: MAX placed everything\n"
-              "  MIN MAX        5         2     3 of 123      1   not tried: MAX placed everything\n"
+              "  Strategy  Placed  Left out  Inputs used  Audit  Verdict\n"
+              "  MAX            7         0       4 of 5      2  kept: places everything\n"
+              "  MAX MIN        6         1       5 of 5      0  not tried: MAX placed everything\n"
+              "  MIN            8         0       5 of 5      0  not tried: MAX placed everything\n"
+              "  MIN MAX        5         2     3 of 123      1  not tried: MAX placed everything\n"
               "\n"
               "  Placed by some of them only: none\n");
 }
@@ -80,6 +83,20 @@ TEST(StrategiesText, TenServicesAtMost) {
         cut.find("  Placed by some of them only: 11 services, 11 of them left out by MIN; the first 10:\n"),
         0u);
     EXPECT_EQ(cut.substr(cut.find('\n')), all.substr(all.find('\n')));
+}
+
+TEST(StrategiesText, NoLineIsLongerThanTheTerminal) {
+    for (int width = 1; width <= 100; ++width) {
+        std::istringstream text(strategies_text(strategies_with_everything(), {false, true, width}));
+        for (std::string line; std::getline(text, line);)
+            ASSERT_LE(display_width(line), width) << line;
+    }
+}
+
+TEST(StrategiesText, InAsciiTheMarkIsAnAsterisk) {
+    const std::string text = strategies_text(strategies_with_everything(), {false, false, 60});
+    EXPECT_NE(text.find("????"), std::string::npos);
+    EXPECT_NE(text.find("    *        -    -        *\n"), std::string::npos) << text;
 }
 
 } // namespace

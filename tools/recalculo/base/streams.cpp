@@ -5,10 +5,13 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include "base/failure.h"
+#include "base/interruption.h"
 
 namespace zarven::tool {
 
@@ -16,6 +19,12 @@ namespace {
 
 [[noreturn]] void fail(const std::string& name, const char* what) {
     throw Failure(fmt::format("{}: {}: {}", name, what, std::strerror(errno)));
+}
+
+/// Writing it takes no longer than it takes: nobody must read at the other end.
+bool is_file_or_new(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
 }
 
 } // namespace
@@ -51,6 +60,9 @@ File open_for_writing(const std::string& path) {
 
 void write_text(const std::string& path, const std::string& text) {
     const bool to_standard = path == standard_stream;
+    std::optional<interruption::Held> whole;
+    if (!to_standard && is_file_or_new(path))
+        whole.emplace();
     File opened;
     if (!to_standard)
         opened = open_for_writing(path);

@@ -28,7 +28,8 @@ std::string read_text(const std::string& path);
 /// Opens a file for writing, empty. Throws `Failure`.
 File open_for_writing(const std::string& path);
 
-/// Writes a whole file or to standard output, and is sure that it arrived. Throws `Failure`.
+/// Writes a whole file or to standard output, and is sure that it arrived. Ctrl-C does not leave half a file.
+/// Throws `Failure`.
 void write_text(const std::string& path, const std::string& text);
 
 } // namespace zarven::tool

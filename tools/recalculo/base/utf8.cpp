@@ -1,65 +1,130 @@
-// The C library knows how to decode UTF-8 and how wide each character is, whatever locale the user has: we
-// put its C.UTF-8 in force for as long as a text is walked.
+// libutf8proc has the tables: how UTF-8 is decoded, where one grapheme cluster ends and how wide a code point
+// is. They do not depend on the locale of the user.
 
 #include "base/utf8.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwchar>
+#include <array>
+#include <iterator>
+#include <utility>
 
-#include <locale.h>
-#include <wchar.h>
-#include <wctype.h>
+#include <utf8proc.h>
 
 namespace zarven::tool {
 
 namespace {
 
 constexpr std::string_view replacement = "\uFFFD";
+constexpr utf8proc_int32_t replacement_character = 0xFFFD;
 
-/// The UTF-8 locale in force for the life of the object, in this thread only.
-class Utf8Locale {
-public:
-    Utf8Locale() : previous_(uselocale(shared())) {}
-    ~Utf8Locale() { uselocale(previous_); }
-    Utf8Locale(const Utf8Locale&) = delete;
-    Utf8Locale& operator=(const Utf8Locale&) = delete;
-
-private:
-    static locale_t shared() {
-        static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-        return utf8;
-    }
-
-    locale_t previous_;
+struct Character {
+    utf8proc_int32_t code = 0;
+    std::string_view bytes;
+    bool is_well_formed = true;
 };
 
-/// Calls `visit(character, bytes)` for each character, with U+FFFD for a byte that belongs to none. False if
-/// there was such a byte.
-template <class Visit> bool for_each_character(std::string_view text, Visit visit) {
-    const Utf8Locale in_force;
-    bool is_well_formed = true;
-    while (!text.empty()) {
-        std::mbstate_t state{};
-        wchar_t character = 0;
-        std::size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
-        if (length > text.size()) { // the two error values are above all lengths
-            is_well_formed = false;
-            visit(L'\uFFFD', replacement);
-            length = 1;
-        } else {
-            length = std::max(length, std::size_t{1}); // NUL is told as a length of 0
-            visit(character, text.substr(0, length));
-        }
-        text.remove_prefix(length);
+/// Takes the first character off a text that is not empty: U+FFFD for a byte that belongs to none.
+Character take_character(std::string_view& text) {
+    Character character;
+    const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+    const utf8proc_ssize_t length =
+        utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &character.code);
+    if (length > 0) {
+        character.bytes = text.substr(0, static_cast<std::size_t>(length));
+        text.remove_prefix(character.bytes.size());
+    } else {
+        character = {replacement_character, replacement, false};
+        text.remove_prefix(1);
     }
-    return is_well_formed;
+    return character;
 }
+
+bool is_regional_indicator(utf8proc_int32_t code) {
+    return code >= 0x1F1E6 && code <= 0x1F1FF;
+}
+
+/// A piece of text that is shown as one, and its columns.
+struct Cluster {
+    std::string bytes;
+    int width = 0;
+};
+
+/// Takes the first cluster off a text that is not empty.
+Cluster take_cluster(std::string_view& text) {
+    Cluster cluster;
+    utf8proc_int32_t state = 0;
+    Character character = take_character(text);
+    for (;;) {
+        cluster.bytes += character.bytes;
+        // Its widest part, not the sum: marks and what is joined stand on the same place. Two letters that
+        // are shown as a flag are wide.
+        cluster.width = std::max(cluster.width, utf8proc_charwidth(character.code));
+        if (text.empty())
+            return cluster;
+        std::string_view rest = text;
+        const Character next = take_character(rest);
+        if (utf8proc_grapheme_break_stateful(character.code, next.code, &state))
+            return cluster;
+        if (is_regional_indicator(character.code) && is_regional_indicator(next.code))
+            cluster.width = 2;
+        character = next;
+        text = rest;
+    }
+}
+
+/// The line-breaking of `wrapped`, word by word.
+class Wrapping {
+public:
+    explicit Wrapping(int width) : width_(width) {}
+
+    void add(std::string_view word) {
+        const int columns = display_width(word);
+        if (used_ != 0 && used_ + 1 + columns > width_)
+            end_line();
+        if (used_ != 0) {
+            lines_.back() += ' ';
+            ++used_;
+        }
+        if (columns <= width_) {
+            lines_.back() += word;
+            used_ += columns;
+        } else {
+            add_in_pieces(word);
+        }
+    }
+
+    std::vector<std::string> lines() && { return std::move(lines_); }
+
+private:
+    void end_line() {
+        lines_.emplace_back();
+        used_ = 0;
+    }
+
+    void add_in_pieces(std::string_view word) {
+        while (!word.empty()) {
+            Cluster cluster = take_cluster(word);
+            if (cluster.width > width_)
+                cluster = {"?", 1};
+            if (used_ + cluster.width > width_)
+                end_line();
+            lines_.back() += cluster.bytes;
+            used_ += cluster.width;
+        }
+    }
+
+    int width_;
+    int used_ = 0;
+    std::vector<std::string> lines_{1};
+};
 
 } // namespace
 
 bool is_utf8(std::string_view text) {
-    return for_each_character(text, [](wchar_t, std::string_view) {});
+    while (!text.empty())
+        if (!take_character(text).is_well_formed)
+            return false;
+    return true;
 }
 
 std::string latin1_to_utf8(std::string_view text) {
@@ -78,10 +143,40 @@ std::string latin1_to_utf8(std::string_view text) {
 
 std::string printable(std::string_view text) {
     std::string clean;
-    for_each_character(text, [&clean](wchar_t character, std::string_view bytes) {
-        clean += iswcntrl(static_cast<wint_t>(character)) != 0 ? replacement : bytes;
-    });
+    while (!text.empty()) {
+        const Character character = take_character(text);
+        switch (utf8proc_category(character.code)) {
+        case UTF8PROC_CATEGORY_CC:
+        case UTF8PROC_CATEGORY_ZL: // the separators of lines and paragraphs
+        case UTF8PROC_CATEGORY_ZP:
+            clean += replacement;
+            break;
+        default:
+            clean += character.bytes;
+        }
+    }
     return clean;
+}
+
+std::string ascii(std::string_view text) {
+    std::string plain;
+    while (!text.empty()) {
+        const Cluster cluster = take_cluster(text);
+        std::array<utf8proc_int32_t, 16> parts{};
+        const utf8proc_ssize_t count = utf8proc_decompose(
+            reinterpret_cast<const utf8proc_uint8_t*>(cluster.bytes.data()),
+            static_cast<utf8proc_ssize_t>(cluster.bytes.size()), parts.data(),
+            static_cast<utf8proc_ssize_t>(parts.size()),
+            static_cast<utf8proc_option_t>(UTF8PROC_DECOMPOSE | UTF8PROC_COMPAT | UTF8PROC_STRIPMARK));
+        const auto end = parts.begin() + std::clamp<utf8proc_ssize_t>(count, 0, parts.size());
+        if (count > 0 && end != parts.end() &&
+            std::all_of(parts.begin(), end, [](utf8proc_int32_t code) { return code < 0x80; }))
+            std::transform(parts.begin(), end, std::back_inserter(plain),
+                           [](utf8proc_int32_t code) { return static_cast<char>(code); });
+        else
+            plain.append(static_cast<std::size_t>(cluster.width), '?');
+    }
+    return plain;
 }
 
 std::string shortened(std::string_view text) {
@@ -96,19 +191,51 @@ std::string shortened(std::string_view text) {
 
 int display_width(std::string_view text) {
     int width = 0;
-    for_each_character(text, [&width](wchar_t character, std::string_view) {
-        const int columns = wcwidth(character);
-        width += columns < 0 ? 1 : columns;
-    });
+    while (!text.empty())
+        width += take_cluster(text).width;
     return width;
 }
 
 std::string pad_right(std::string_view text, int width) {
-    std::string padded(text);
-    const int missing = width - display_width(text);
-    if (missing > 0)
-        padded.append(static_cast<std::size_t>(missing), ' ');
-    return padded;
+    const int missing = std::max(width - display_width(text), 0);
+    return std::string(text).append(static_cast<std::size_t>(missing), ' ');
+}
+
+std::string pad_left(std::string_view text, int width) {
+    const int missing = std::max(width - display_width(text), 0);
+    return std::string(static_cast<std::size_t>(missing), ' ').append(text);
+}
+
+std::string shortened(std::string_view text, int width, std::string_view ellipsis) {
+    if (display_width(text) <= width)
+        return std::string(text);
+    int room = width - display_width(ellipsis);
+    if (room < 0) {
+        ellipsis = "";
+        room = width;
+    }
+    std::string beginning;
+    while (!text.empty()) {
+        const Cluster cluster = take_cluster(text);
+        room -= cluster.width;
+        if (room < 0)
+            break;
+        beginning += cluster.bytes;
+    }
+    return beginning.append(ellipsis);
+}
+
+std::vector<std::string> wrapped(std::string_view text, int width) {
+    if (width <= 0 || display_width(text) <= width)
+        return {std::string(text)};
+    Wrapping wrapping(width);
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(' '), text.size());
+        if (end != 0)
+            wrapping.add(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return std::move(wrapping).lines();
 }
 
 } // namespace zarven::tool

@@ -11,10 +11,10 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
-#include "base/utf8.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -42,7 +42,7 @@ std::string counted(std::size_t number, std::string_view thing) {
 
 void tell(const std::string& file, const ImportedChannels& imported) {
     for (const UnreadableLine& line : imported.unreadable)
-        fmt::print(stderr, "{}: line {}: {}\n", file, line.line, printable(line.reason));
+        fmt::print(stderr, "{}: line {}: {}\n", file, line.line, shown_as_message(line.reason));
     fmt::print(stderr, "{}: {} in {} imported: {} SD, {} HD, {} radio; {} of them scrambled; {} left aside\n",
                file, counted(imported.services.size(), "service"),
                counted(number_of_streams(imported.services), "stream"), imported.sd, imported.hd,

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include <unistd.h>
+
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
@@ -14,9 +16,11 @@
 #include "placement/result.h"
 #include "placement/strategies.h"
 #include "report/page.h"
+#include "report/progress_line.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
 #include "report/strategies_text.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -31,13 +35,26 @@ struct RunOptions {
     std::string html;
     /// Empty for no log.
     std::string log;
+    /// One of `colour_choices`.
+    std::string colour = "auto";
 };
+
+/// Runs the engine, with a line of progress on a terminal.
+void run_watched(EngineRun& run, const std::string& file, const std::string& log) {
+    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
+    std::optional<ProgressLine> line;
+    // A log on standard error tells more, and two cannot write there.
+    if (can_redraw(surroundings) && log != standard_stream)
+        line.emplace(means_of_standard_error(surroundings, [&run] { return services_left(run.engine); }));
+    const host::Watching watching(line ? &*line : nullptr);
+    run_engine(run, file);
+}
 
 Result run_driver(const RunOptions& options, const Headend& headend, const std::string& file) {
     host::Log log(options.log);
     host::keep_pauses(options.pauses);
     EngineRun run = load_engine(headend, file);
-    run_engine(run, file);
+    run_watched(run, file, options.log);
     log.finish();
     return result_of(run, headend.name);
 }
@@ -49,17 +66,19 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
     return strategies_of(headend, file);
 }
 
+std::string text_of(const Result& result, const Strategies* strategies, const std::string& colour) {
+    const TextStyle style = style_for(surroundings_of(STDOUT_FILENO), colour_choice(colour));
+    return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
+           text_report(result, style);
+}
+
 /// The page goes first: when it cannot be written, nothing is reported.
 void write_reports(const RunOptions& options, const Result& result, const Strategies* strategies) {
     if (!options.html.empty())
         write_text(options.html, html_page(result));
-    if (options.html == standard_stream)
-        return;
-    if (options.json)
-        write_text(standard_stream, json_report(result, strategies));
-    else
-        write_text(standard_stream,
-                   (strategies == nullptr ? "" : strategies_text(*strategies) + "\n") + text_report(result));
+    if (options.html != standard_stream)
+        write_text(standard_stream, options.json ? json_report(result, strategies)
+                                                 : text_of(result, strategies, options.colour));
 }
 
 void run_command(const RunOptions& options) {
@@ -92,6 +111,9 @@ void add_run(CLI::App& app) {
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
         ->type_name("FILE");
+    run->add_option("--color", options->colour, "Colour the report: auto (on a terminal), always or never")
+        ->check(CLI::IsMember(colour_choices()).description(""))
+        ->type_name("WHEN");
     run->callback([options] { run_command(*options); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "placement/host.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdarg>
@@ -11,11 +12,51 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/interruption.h"
 
 namespace {
 
+using zarven::tool::host::Watcher;
+namespace interruption = zarven::tool::interruption;
+
 std::FILE* log_destination = nullptr;
+Watcher* watcher = nullptr;
 bool pauses_are_kept = false;
+
+/// Nobody waits longer for an answer to Ctrl-C, or for a second to go by.
+constexpr std::chrono::milliseconds slice(100);
+
+void write_line(int level, const char* format, va_list arguments) {
+    std::fprintf(log_destination, "%d ", level);
+    std::vfprintf(log_destination, format, arguments);
+    std::fputc('\n', log_destination);
+}
+
+/// The watcher hears the lines that are constants of the engine whole, and of the others the format, which
+/// saves making up the text.
+void tell(const char* format, va_list arguments) {
+    const bool is_constant = std::strcmp(format, "%s") == 0;
+    watcher->hear(is_constant ? va_arg(arguments, const char*) : format);
+}
+
+void obey_interruption() {
+    if (!interruption::is_pending())
+        return;
+    if (log_destination != nullptr)
+        std::fflush(log_destination);
+    interruption::obey();
+}
+
+void pause_for(std::chrono::steady_clock::duration time) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + time;
+    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
+        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, slice));
+        if (watcher != nullptr)
+            watcher->wait();
+        obey_interruption();
+    }
+}
 
 } // namespace
 
@@ -26,14 +67,20 @@ unsigned int sleep(unsigned int seconds);
 int setlogmask(int mask); // the C library's
 
 void syslog(int level, const char* format, ...) {
-    if (log_destination == nullptr)
+    if (log_destination == nullptr && watcher == nullptr)
         return;
-    std::fprintf(log_destination, "%d ", level);
     va_list arguments;
-    va_start(arguments, format);
-    std::vfprintf(log_destination, format, arguments);
-    va_end(arguments);
-    std::fputc('\n', log_destination);
+    if (log_destination != nullptr) {
+        va_start(arguments, format);
+        write_line(level, format, arguments);
+        va_end(arguments);
+    }
+    if (watcher != nullptr) {
+        va_start(arguments, format);
+        tell(format, arguments);
+        va_end(arguments);
+    }
+    obey_interruption();
 }
 
 unsigned int sleep(unsigned int seconds) {
@@ -41,7 +88,7 @@ unsigned int sleep(unsigned int seconds) {
         // Whoever follows the log sees it up to the pause.
         if (log_destination != nullptr)
             std::fflush(log_destination);
-        std::this_thread::sleep_for(std::chrono::seconds(seconds));
+        pause_for(std::chrono::seconds(seconds));
     }
     return 0;
 }
@@ -54,11 +101,21 @@ void keep_pauses(bool keep) {
     pauses_are_kept = keep;
 }
 
+Watching::Watching(Watcher* who) {
+    watcher = who;
+}
+
+Watching::~Watching() {
+    watcher = nullptr;
+}
+
 Log::Log(const std::string& path) : path_(path), previous_mask_(setlogmask(0)) {
     const int all_levels = 0xFF;
     const int emergencies = 0x01; // no mask is empty: that would only ask for the one in force
     if (!path.empty() && path != standard_stream)
         opened_ = open_for_writing(path);
+    if (!path.empty())
+        deferred_.emplace();
     if (!path.empty())
         log_destination = opened_ ? opened_.get() : stderr;
     setlogmask(path.empty() ? emergencies : all_levels);
@@ -75,6 +132,7 @@ void Log::finish() {
     if (std::fflush(log_destination) != 0 || std::ferror(log_destination) != 0)
         throw Failure(fmt::format("{}: the log cannot be written: {}", opened_ ? path_ : "standard error",
                                   std::strerror(errno)));
+    deferred_.reset();
 }
 
 } // namespace zarven::tool::host

@@ -5,14 +5,36 @@
 #ifndef RECALCULO_HOST_H
 #define RECALCULO_HOST_H
 
+#include <optional>
 #include <string>
+#include <string_view>
 
+#include "base/interruption.h"
 #include "base/streams.h"
 
 namespace zarven::tool::host {
 
 /// Whether the engine's pauses are kept; at first they are passed over.
 void keep_pauses(bool keep);
+
+/// Somebody who follows a run from the calls that the engine makes anyway.
+class Watcher {
+public:
+    virtual ~Watcher() = default;
+    /// A line that the engine logs; where it has values in it, its format.
+    virtual void hear(std::string_view line) = 0;
+    /// Time goes by in a kept pause; called some times a second.
+    virtual void wait() = 0;
+};
+
+/// For the life of the object the watcher is told; null for none. One at a time.
+class Watching {
+public:
+    explicit Watching(Watcher* who);
+    ~Watching();
+    Watching(const Watching&) = delete;
+    Watching& operator=(const Watching&) = delete;
+};
 
 /// Where the engine's log goes for the life of the object: each line after its level and a blank. One at a
 /// time.
@@ -25,11 +47,14 @@ public:
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
 
-    /// Makes sure that all lines have arrived. Throws `Failure`.
+    /// Makes sure that all lines have arrived. Up to here an interruption waits until none is cut off.
+    /// Throws `Failure`.
     void finish();
 
 private:
     std::string path_;
+    /// Before the file, which is closed first.
+    std::optional<interruption::Deferred> deferred_;
     File opened_;
     int previous_mask_;
 };

@@ -1,23 +1,67 @@
-// One writer per report; names share one column width in all of it, so that the eye can run down.
+// One writer per report; names share one column width in all of it, so that the eye can run down. Colour
+// repeats what the text says anyway.
 
 #include "report/report_text.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
 namespace {
 
-constexpr int bar_cells = 24;
-constexpr int narrowest_name = 16;
-/// A longer name pushes its own line only.
-constexpr int widest_name = 34;
+constexpr int service_indent = 4;
+constexpr int output_indent = 2;
+/// More of its bitrate in use deserves a look, in percent.
+constexpr std::uint64_t nearly_full = 90;
+
+/// Columns of the rows of services.
+enum ServiceColumn : std::size_t { lcn_column, name_column, bitrate_column, place_column };
+/// Columns of the rows of outputs.
+enum OutputColumn : std::size_t { number_column, bar_column };
+
+std::vector<Column> service_columns() {
+    Column lcn;
+    lcn.align = Align::right;
+    lcn.least = 5;
+    Column name;
+    name.least = 16;
+    name.most = 34;
+    name.narrowest = 12;
+    name.readable = 20;
+    Column bitrate;
+    bitrate.align = Align::right;
+    bitrate.least = 12;
+    bitrate.dispensable = 2;
+    Column place;
+    place.dispensable = 1;
+    Column marks;
+    marks.wrapped_at = 18;
+    return {lcn, name, bitrate, place, marks};
+}
+
+std::vector<Column> output_columns() {
+    Column number;
+    Column bar;
+    bar.least = 24;
+    bar.narrowest = 8;
+    bar.dispensable = 2;
+    Column load;
+    Column percentage;
+    percentage.align = Align::right;
+    percentage.least = 7;
+    percentage.dispensable = 1;
+    Column services;
+    services.dispensable = 3;
+    return {number, bar, load, percentage, services};
+}
 
 std::string counted(std::size_t number, std::string_view one, std::string_view many) {
     return fmt::format("{} {}", number, number == 1 ? one : many);
@@ -28,7 +72,7 @@ std::string services_counted(std::size_t number) {
 }
 
 /// What sets a service apart from a free SD programme.
-std::string marks_of(const ServiceResult& service) {
+std::string marks_of(const ServiceResult& service, const TextStyle& style) {
     std::string marks;
     const auto add = [&marks](const std::string& mark) { marks += (marks.empty() ? "" : ", ") + mark; };
     if (service.is_clone)
@@ -42,35 +86,45 @@ std::string marks_of(const ServiceResult& service) {
     if (service.is_transcoded)
         add("transcoded");
     if (service.output_name != service.name)
-        add(fmt::format("sent as \"{}\"", printable(service.output_name)));
+        add(fmt::format("sent as \"{}\"", shown(service.output_name, style)));
     return marks;
 }
 
-std::string outputs_of(const ServiceResult& service) {
+Cell outputs_of(const ServiceResult& service, const TextStyle& style) {
     if (service.outputs.empty())
-        return "on no output";
-    return fmt::format("→ output {}", fmt::join(service.outputs, ", "));
+        return {"on no output", Paint::yellow};
+    return fmt::format("{} output {}", symbols_of(style).arrow, fmt::join(service.outputs, ", "));
+}
+
+Row row_of(const ServiceResult& service, const Cell& place, const TextStyle& style) {
+    return {std::to_string(service.lcn), shown(service.name, style),
+            fmt::format("{} kbit/s", service.bitrate), place, marks_of(service, style)};
 }
 
 /// A bar that is empty only for nothing and full only for all.
-std::string bar(std::uint64_t used, std::uint64_t max) {
+Cell bar(std::uint64_t used, std::uint64_t max, int width, const TextStyle& style) {
+    const Symbols& symbols = symbols_of(style);
     int filled = 0;
     if (max != 0 && used >= max)
-        filled = bar_cells;
+        filled = width;
     else if (max != 0 && used != 0)
-        filled = std::clamp(static_cast<int>(used * bar_cells / max), 1, bar_cells - 1);
-    std::string cells;
-    for (int cell = 0; cell < bar_cells; ++cell)
-        cells += cell < filled ? "█" : "░";
-    return cells;
+        filled = std::clamp(static_cast<int>(used * static_cast<std::uint64_t>(width) / max), 1, width - 1);
+    Cell cell;
+    for (int place = 0; place < width; ++place)
+        cell.text += place < filled ? symbols.full_cell : symbols.empty_cell;
+    if (max != 0 && used >= max)
+        cell.paint = Paint::red;
+    else if (used * 100 > max * nearly_full)
+        cell.paint = Paint::yellow;
+    return cell;
 }
 
 int digits(std::uint32_t number) {
     return static_cast<int>(fmt::formatted_size("{}", number));
 }
 
-std::string percentage(std::uint32_t used, std::uint32_t max) {
-    return max == 0 ? "–" : fmt::format("{:.1f} %", 100.0 * used / max);
+std::string percentage(std::uint32_t used, std::uint32_t max, const TextStyle& style) {
+    return max == 0 ? std::string(symbols_of(style).dash) : fmt::format("{:.1f} %", 100.0 * used / max);
 }
 
 std::string pids(const ModuleResult& module) {
@@ -92,13 +146,27 @@ std::string transcoders(const ModuleResult& module) {
     return kinds.empty() ? "no transcoders" : fmt::format("transcoders in use: {}", fmt::join(kinds, ", "));
 }
 
+/// The one reason for all of them, if they share it; else empty.
+std::string common_reason(const std::vector<ServiceResult>& services) {
+    const std::string& reason = services.empty() ? std::string() : services.front().reason;
+    const bool is_common = services.size() > 1 &&
+                           std::all_of(services.begin(), services.end(),
+                                       [&reason](const auto& service) { return service.reason == reason; });
+    return is_common ? reason : "";
+}
+
 class Report {
 public:
-    explicit Report(const Result& result) : result_(result) { measure(); }
+    Report(const Result& result, const TextStyle& style) : result_(result), style_(style) {
+        measure_services();
+        measure_outputs();
+    }
 
     std::string text() && {
-        if (!result_.name.empty())
-            line("{}\n", printable(result_.name));
+        if (!result_.name.empty()) {
+            paragraph(0, shown(result_.name, style_), Paint::bold);
+            text_ += '\n';
+        }
         for (const ModuleResult& module : result_.modules)
             write(module);
         write_left_out();
@@ -109,124 +177,166 @@ public:
     }
 
 private:
-    template <class... Values> void line(fmt::format_string<Values...> format, Values&&... values) {
-        fmt::format_to(std::back_inserter(text_), format, std::forward<Values>(values)...);
-        text_ += '\n';
-    }
-
-    void measure();
+    void measure(const ServiceResult& service, const Cell& place, Table& table);
+    void measure_services();
+    void measure_outputs();
     void write(const ModuleResult& module);
     void write(const InputResult& input);
-    void write(const OutputResult& output);
-    void write(const ServiceResult& service, const std::string& where);
+    void write(const StreamResult& stream);
+    void write(const ServiceResult& service, const Cell& place);
     void write_left_out();
     void write_clones_waiting();
     void write_warnings();
     void write_summary();
 
+    void paragraph(int indent, const std::string& text, Paint paint = Paint::none);
+    /// Parts of a heading in one line.
+    std::string joined(const std::vector<std::string>& parts) const;
+    Row row_of(const OutputResult& output, int bar_width) const;
+    Cell place_of(const ServiceResult& service) const { return outputs_of(service, style_); }
+    Cell stream_of(const ServiceResult& clone) const { return "stream " + to_string(clone.stream); }
+
     const Result& result_;
-    int name_width_ = narrowest_name;
+    const TextStyle style_;
+    Table services_{service_columns(), service_indent, style_};
+    /// The same columns without places, which no service left out has.
+    Table left_out_{service_columns(), service_indent, style_};
+    Table outputs_{output_columns(), output_indent, style_};
     /// Digits of the largest bitrate of an output.
     int bitrate_width_ = 1;
-    /// Digits of the largest number of an output.
-    int number_width_ = 1;
     std::string text_;
 };
 
-void Report::measure() {
-    const auto widen = [this](const std::vector<ServiceResult>& services) {
-        for (const ServiceResult& service : services)
-            name_width_ = std::clamp(display_width(printable(service.name)), name_width_, widest_name);
-    };
+/// Has both tables of services widened by what they share, and one of them by all of the row.
+void Report::measure(const ServiceResult& service, const Cell& place, Table& table) {
+    const Row row = tool::row_of(service, place, style_);
+    const Row shared(row.begin(), row.begin() + place_column);
+    services_.measure(shared);
+    left_out_.measure(shared);
+    table.measure(row);
+}
+
+void Report::measure_services() {
     for (const ModuleResult& module : result_.modules) {
         for (const InputResult& input : module.inputs)
-            widen(input.services);
-        widen(module.without_input);
-        for (const OutputResult& output : module.outputs) {
-            bitrate_width_ = std::max(bitrate_width_, digits(std::max(output.bitrate, output.bitrate_max)));
-            number_width_ = std::max(number_width_, digits(output.number));
-        }
+            for (const ServiceResult& service : input.services)
+                measure(service, place_of(service), services_);
+        for (const ServiceResult& service : module.without_input)
+            measure(service, place_of(service), services_);
     }
     for (const StreamResult& stream : result_.left_out)
-        widen(stream.services);
-    widen(result_.clones_waiting);
+        for (const ServiceResult& service : stream.services)
+            measure(service, {}, left_out_);
+    for (const ServiceResult& clone : result_.clones_waiting)
+        measure(clone, stream_of(clone), services_);
+    services_.fit();
+    left_out_.fit();
+}
+
+void Report::measure_outputs() {
+    for (const ModuleResult& module : result_.modules)
+        for (const OutputResult& output : module.outputs)
+            bitrate_width_ = std::max(bitrate_width_, digits(std::max(output.bitrate, output.bitrate_max)));
+    for (const ModuleResult& module : result_.modules)
+        for (const OutputResult& output : module.outputs)
+            outputs_.measure(row_of(output, 0));
+    outputs_.fit();
+}
+
+Row Report::row_of(const OutputResult& output, int bar_width) const {
+    return {fmt::format("Output {}", output.number),
+            bar(output.bitrate, output.bitrate_max, bar_width, style_),
+            fmt::format("{:>{}} of {:>{}} kbit/s", output.bitrate, bitrate_width_, output.bitrate_max,
+                        bitrate_width_),
+            percentage(output.bitrate, output.bitrate_max, style_),
+            fmt::format("{:>4} of {} services", output.service_count, output.service_max)};
+}
+
+void Report::paragraph(int indent, const std::string& text, Paint paint) {
+    text_ += paragraph_text(text, indent, paint, style_);
+}
+
+std::string Report::joined(const std::vector<std::string>& parts) const {
+    return fmt::format("{}", fmt::join(parts, fmt::format(" {} ", symbols_of(style_).dot)));
 }
 
 void Report::write(const ModuleResult& module) {
-    line("Module {} · model {}{}", printable(module.mac), module.model,
-         module.is_controller ? " · controller" : "");
-    line("  PIDs in use: {} · {}", pids(module), transcoders(module));
+    std::vector<std::string> heading{"Module " + shown(module.mac, style_),
+                                     fmt::format("model {}", module.model)};
+    if (module.is_controller)
+        heading.emplace_back("controller");
+    paragraph(0, joined(heading), Paint::bold);
+    paragraph(2, joined({"PIDs in use: " + pids(module), transcoders(module)}));
     for (const InputResult& input : module.inputs)
         write(input);
     if (!module.without_input.empty()) {
-        line("  On no input · {}", services_counted(module.without_input.size()));
+        paragraph(2, joined({"On no input", services_counted(module.without_input.size())}), Paint::yellow);
         for (const ServiceResult& service : module.without_input)
-            write(service, outputs_of(service));
+            write(service, place_of(service));
     }
     for (const OutputResult& output : module.outputs)
-        write(output);
-    line("");
+        text_ += outputs_.lines(row_of(output, outputs_.width(bar_column)));
+    text_ += '\n';
 }
 
 void Report::write(const InputResult& input) {
+    const std::string number = fmt::format("Input {}", input.number);
     if (!input.is_tuned) {
-        line("  Input {} · free", input.number);
+        paragraph(2, joined({number, "free"}));
         return;
     }
-    line("  Input {} · stream {} · {}", input.number, to_string(input.stream),
-         services_counted(input.services.size()));
+    paragraph(2,
+              joined({number, "stream " + to_string(input.stream), services_counted(input.services.size())}),
+              Paint::bold);
     for (const ServiceResult& service : input.services)
-        write(service, outputs_of(service));
+        write(service, place_of(service));
 }
 
-void Report::write(const OutputResult& output) {
-    const std::string load =
-        fmt::format("{:>{}} of {:>{}} kbit/s  {:>7}", output.bitrate, bitrate_width_, output.bitrate_max,
-                    bitrate_width_, percentage(output.bitrate, output.bitrate_max));
-    line("  Output {:<{}}  {}  {}   {:>3} of {} services", output.number, number_width_,
-         bar(output.bitrate, output.bitrate_max), load, output.service_count, output.service_max);
+void Report::write(const ServiceResult& service, const Cell& place) {
+    text_ += services_.lines(tool::row_of(service, place, style_));
 }
 
-void Report::write(const ServiceResult& service, const std::string& where) {
-    std::string row = fmt::format("    {:>5}  {} {:>6} kbit/s", service.lcn,
-                                  pad_right(printable(service.name), name_width_), service.bitrate);
-    if (!where.empty())
-        row += "  " + where;
-    const std::string marks = marks_of(service);
-    if (!marks.empty())
-        row += "  " + marks;
-    line("{}", row);
+void Report::write(const StreamResult& stream) {
+    paragraph(2, joined({"Stream " + to_string(stream.stream), services_counted(stream.services.size())}),
+              Paint::bold);
+    const std::string common = common_reason(stream.services);
+    if (!common.empty())
+        paragraph(service_indent, shown(common, style_));
+    for (const ServiceResult& service : stream.services) {
+        text_ += left_out_.lines(tool::row_of(service, {}, style_));
+        if (common.empty() && !service.reason.empty())
+            paragraph(left_out_.begin(name_column), shown(service.reason, style_));
+    }
 }
 
 void Report::write_left_out() {
     if (result_.left_out.empty())
         return;
-    line("Left out: {} in {}", services_counted(result_.counts.left_out),
-         counted(result_.left_out.size(), "stream", "streams"));
-    for (const StreamResult& stream : result_.left_out) {
-        line("  Stream {} · {}", to_string(stream.stream), services_counted(stream.services.size()));
-        for (const ServiceResult& service : stream.services)
-            write(service, "");
-    }
-    line("");
+    paragraph(0,
+              fmt::format("Left out: {} in {}", services_counted(result_.counts.left_out),
+                          counted(result_.left_out.size(), "stream", "streams")),
+              Paint::red);
+    for (const StreamResult& stream : result_.left_out)
+        write(stream);
+    text_ += '\n';
 }
 
 void Report::write_clones_waiting() {
     if (result_.clones_waiting.empty())
         return;
-    line("Clones whose parent is on no output, or for which no AUX transcoder is left");
+    paragraph(0, "Clones whose parent is on no output, or for which no AUX transcoder is left", Paint::red);
     for (const ServiceResult& clone : result_.clones_waiting)
-        write(clone, fmt::format("stream {}", to_string(clone.stream)));
-    line("");
+        write(clone, stream_of(clone));
+    text_ += '\n';
 }
 
 void Report::write_warnings() {
     if (result_.warnings.empty())
         return;
-    line("Audit: {}", counted(result_.warnings.size(), "finding", "findings"));
+    paragraph(0, "Audit: " + counted(result_.warnings.size(), "finding", "findings"));
     for (const std::string& warning : result_.warnings)
-        line("Warning: {}", printable(warning));
-    line("");
+        paragraph(0, "Warning: " + shown(warning, style_), Paint::yellow);
+    text_ += '\n';
 }
 
 void Report::write_summary() {
@@ -242,15 +352,16 @@ void Report::write_summary() {
     if (counts.clones_attached + counts.clones_waiting != 0)
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone", "clones"),
                              counts.clones_waiting);
-    line("{} loaded: {} placed, {} left out{}; {} of {} in use on {}", services_counted(counts.loaded),
-         counts.placed, counts.left_out, clones, inputs_in_use, counted(inputs, "input", "inputs"),
-         counted(result_.modules.size(), "module", "modules"));
+    paragraph(0, fmt::format("{} loaded: {} placed, {} left out{}; {} of {} in use on {}",
+                             services_counted(counts.loaded), counts.placed, counts.left_out, clones,
+                             inputs_in_use, counted(inputs, "input", "inputs"),
+                             counted(result_.modules.size(), "module", "modules")));
 }
 
 } // namespace
 
-std::string text_report(const Result& result) {
-    return Report(result).text();
+std::string text_report(const Result& result, const TextStyle& style) {
+    return Report(result, style).text();
 }
 
 } // namespace zarven::tool

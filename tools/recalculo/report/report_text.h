@@ -6,11 +6,12 @@
 #include <string>
 
 #include "placement/result.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
-/// The whole report, lines in UTF-8.
-std::string text_report(const Result& result);
+/// The whole report; by default as for a file, in UTF-8.
+std::string text_report(const Result& result, const TextStyle& style = {});
 
 } // namespace zarven::tool
 

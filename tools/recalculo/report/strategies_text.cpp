@@ -3,10 +3,12 @@
 #include "report/strategies_text.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
-#include "base/utf8.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
@@ -14,8 +16,7 @@ namespace {
 
 /// Rows of the second table; the JSON report has them all.
 constexpr std::size_t services_shown = 10;
-constexpr int narrowest_name = 16;
-constexpr int widest_name = 34;
+constexpr int indent = 2;
 
 std::string verdict_of(const Strategies& strategies, const Strategy& strategy) {
     const std::string& rival = strategies.list[strategy.rival].name;
@@ -40,66 +41,80 @@ std::string left_out_of(const Strategy& strategy) {
     return fmt::format("{} ({} by the engine's count)", strategy.left_out, strategy.left_out_counted);
 }
 
-std::string table_of(const Strategies& strategies) {
-    const std::string heading = "Left out";
-    std::size_t left_out_width = heading.size();
+Column numbers(const std::string& heading) {
+    Column column;
+    column.heading = heading;
+    column.align = Align::right;
+    return column;
+}
+
+std::string table_of(const Strategies& strategies, const TextStyle& style) {
+    Column name;
+    name.heading = "Strategy";
+    Column left_out = numbers("Left out");
+    left_out.narrowest = 8;
+    Column inputs = numbers("Inputs used");
+    inputs.dispensable = 1;
+    Column verdict;
+    verdict.heading = "Verdict";
+    verdict.wrapped_at = 20;
+    std::vector<Row> rows;
     for (const Strategy& strategy : strategies.list)
-        left_out_width = std::max(left_out_width, left_out_of(strategy).size());
-    std::string text = fmt::format("  {:<8}  {:>6}  {:<{}}  {:>11}  {:>5}   {}\n", "Strategy", "Placed",
-                                   heading, left_out_width, "Inputs used", "Audit", "Verdict");
-    for (const Strategy& strategy : strategies.list) {
-        const std::string inputs = fmt::format("{} of {}", strategy.inputs_used, strategy.inputs);
-        text += fmt::format("  {:<8}  {:>6}  {:>{}}  {:>11}  {:>5}   {}\n", strategy.name, strategy.placed,
-                            left_out_of(strategy), left_out_width, inputs, strategy.findings,
-                            verdict_of(strategies, strategy));
+        rows.push_back({strategy.name, std::to_string(strategy.placed), left_out_of(strategy),
+                        fmt::format("{} of {}", strategy.inputs_used, strategy.inputs),
+                        std::to_string(strategy.findings), verdict_of(strategies, strategy)});
+    return table_text({name, numbers("Placed"), left_out, inputs, numbers("Audit"), verdict}, rows, indent,
+                      style);
+}
+
+std::string table_of_contested(const Strategies& strategies, std::size_t rows_shown, const TextStyle& style) {
+    const Symbols& symbols = symbols_of(style);
+    Column name;
+    name.heading = "Service";
+    name.least = 16;
+    name.most = 34;
+    name.narrowest = 12;
+    Column lcn = numbers("LCN");
+    lcn.least = 5;
+    Column stream = numbers("Stream");
+    stream.least = 11;
+    stream.dispensable = 1;
+    std::vector<Column> columns = {lcn, name, stream};
+    for (const Strategy& strategy : strategies.list)
+        columns.push_back(numbers(strategy.name));
+    std::vector<Row> rows;
+    for (std::size_t index = 0; index < rows_shown; ++index) {
+        const Contested& one = strategies.contested[index];
+        Row row = {std::to_string(one.service.lcn), shown(one.service.name, style),
+                   to_string(one.service.stream)};
+        for (const bool is_placed : one.is_placed_by)
+            row.emplace_back(std::string(is_placed ? symbols.mark : symbols.dash));
+        rows.push_back(std::move(row));
     }
-    return text;
+    return table_text(std::move(columns), rows, indent, style);
 }
 
-int name_width_of(const std::vector<Contested>& contested, std::size_t shown) {
-    int width = narrowest_name;
-    for (std::size_t index = 0; index < shown; ++index)
-        width = std::clamp(display_width(printable(contested[index].service.name)), width, widest_name);
-    return width;
-}
-
-std::string row_of(const Strategies& strategies, const Contested& contested, int name_width) {
-    std::string row = fmt::format("  {:>5}  {}  {:>11}", contested.service.lcn,
-                                  pad_right(printable(contested.service.name), name_width),
-                                  to_string(contested.service.stream));
-    for (std::size_t index = 0; index < strategy_count; ++index)
-        row += fmt::format("  {:>{}}", contested.is_placed_by[index] ? "●" : "–",
-                           strategies.list[index].name.size());
-    return row + "\n";
-}
-
-std::string contested_text(const Strategies& strategies) {
+std::string contested_text(const Strategies& strategies, const TextStyle& style) {
     const std::size_t number = strategies.contested.size();
     if (number == 0)
-        return "  Placed by some of them only: none\n";
-    const std::size_t shown = std::min(number, services_shown);
-    const int name_width = name_width_of(strategies.contested, shown);
+        return paragraph_text("Placed by some of them only: none", indent, Paint::none, style);
+    const std::size_t rows_shown = std::min(number, services_shown);
     const std::size_t kept = index_of_kept(strategies.list);
     const auto missed = std::count_if(strategies.contested.begin(), strategies.contested.end(),
                                       [kept](const Contested& one) { return !one.is_placed_by[kept]; });
-    std::string text =
-        fmt::format("  Placed by some of them only: {} {}, {} of them left out by {}{}\n", number,
-                    number == 1 ? "service" : "services", missed == 0 ? "none" : fmt::format("{}", missed),
-                    strategies.list[kept].name, shown < number ? fmt::format("; the first {}:", shown) : ":");
-    text += fmt::format("  {:>5}  {}  {:>11}", "LCN", pad_right("Service", name_width), "Stream");
-    for (const Strategy& strategy : strategies.list)
-        text += "  " + strategy.name;
-    text += "\n";
-    for (std::size_t index = 0; index < shown; ++index)
-        text += row_of(strategies, strategies.contested[index], name_width);
-    return text;
+    const std::string sentence = fmt::format(
+        "Placed by some of them only: {} {}, {} of them left out by {}{}", number,
+        number == 1 ? "service" : "services", missed == 0 ? "none" : fmt::format("{}", missed),
+        strategies.list[kept].name, rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
+    return paragraph_text(sentence, indent, Paint::none, style) +
+           table_of_contested(strategies, rows_shown, style);
 }
 
 } // namespace
 
-std::string strategies_text(const Strategies& strategies) {
-    return "Strategies, each alone on the head-end, without clones\n" + table_of(strategies) + "\n" +
-           contested_text(strategies);
+std::string strategies_text(const Strategies& strategies, const TextStyle& style) {
+    return paragraph_text("Strategies, each alone on the head-end, without clones", 0, Paint::none, style) +
+           table_of(strategies, style) + "\n" + contested_text(strategies, style);
 }
 
 } // namespace zarven::tool

@@ -6,11 +6,12 @@
 #include <string>
 
 #include "placement/strategies.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
-/// The whole section, lines in UTF-8.
-std::string strategies_text(const Strategies& strategies);
+/// The whole section; by default as for a file, in UTF-8.
+std::string strategies_text(const Strategies& strategies, const TextStyle& style = {});
 
 } // namespace zarven::tool
 

@@ -6,7 +6,7 @@ _recalculo() {
     case $COMP_CWORD in
     1) words='run compare size bound import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --set --json --html --strategies --pauses --log --version' ;;
+    run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
     compare) words='-h --help --json --version' ;;
     size) words='-h --help --set --add --most --jobs --json --version' ;;
     bound) words='-h --help --set --json --version' ;;

@@ -1,0 +1,48 @@
+// Ctrl-C and the like. The library of the engine is not written to be left in the middle, so nothing unwinds
+// it: the process ends where it is, after what has been begun is brought to a state that can be left.
+
+#ifndef RECALCULO_INTERRUPTION_H
+#define RECALCULO_INTERRUPTION_H
+
+#include <csignal>
+
+namespace zarven::tool::interruption {
+
+/// From now on SIGINT and SIGTERM end the program with 128 + their number, 130 and 143, after a message. One
+/// that is ignored at the start stays so, as a shell wants it for a program in the background.
+void install();
+
+/// While one is alive, a signal waits for `obey` or the end of the object; the second signal does not. One
+/// at a time.
+class Deferred {
+public:
+    Deferred();
+    ~Deferred();
+    Deferred(const Deferred&) = delete;
+    Deferred& operator=(const Deferred&) = delete;
+};
+
+/// A signal waits.
+bool is_pending();
+
+/// Ends the program if a signal waits.
+void obey();
+
+/// No signal at all arrives while one is alive: for the short time in which a file is written.
+class Held {
+public:
+    Held();
+    ~Held();
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    sigset_t previous_;
+};
+
+/// Whether standard error has a line that is to be erased before the message.
+void line_is_drawn(bool drawn);
+
+} // namespace zarven::tool::interruption
+
+#endif

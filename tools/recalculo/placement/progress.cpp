@@ -1,0 +1,119 @@
+// The engine says in which state it enters, and which option it begins and ends.
+
+#include "placement/progress.h"
+
+#include <algorithm>
+#include <array>
+
+#include <fmt/format.h>
+
+namespace zarven::tool {
+
+namespace {
+
+constexpr std::array<std::string_view, strategies> names = {"MAX", "MAX MIN", "MIN", "MIN MAX"};
+
+struct Sign {
+    std::string_view beginning;
+    Phase phase;
+};
+constexpr std::string_view strategy_sign = "BEGIN OPTION: ";
+constexpr std::string_view search_sign = "soy el servicio nº";
+constexpr std::array<Sign, 9> signs = {{
+    {" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_", Phase::fill},
+    {" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT", Phase::check},
+    {" RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES", Phase::complete},
+    {" RecalculationAlgorithm ---> STATUS_UNIFY_INPUTS", Phase::unify},
+    {" RecalculationAlgorithm ---> STATUS_OPTIMIZE", Phase::optimize},
+    {"END OPTION ", Phase::compare},
+    {"Mapa_Servicios_Procesado NOT EMPTY", Phase::compare},
+    {"Una vez que hemos terminado de reordenar todo", Phase::clones},
+    {"**************** END Service Recalculation", Phase::done},
+}};
+
+bool begins_with(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+/// The strategy of which the text begins with the name and a blank and a dash; else 0.
+int strategy_in(std::string_view text) {
+    const auto named = std::find(names.begin(), names.end(), text.substr(0, text.find(" -")));
+    return named == names.end() ? 0 : static_cast<int>(named - names.begin()) + 1;
+}
+
+std::string_view word_for(Phase phase) {
+    switch (phase) {
+    case Phase::prepare:
+        return "prepare";
+    case Phase::fill:
+        return "fill";
+    case Phase::check:
+        return "check";
+    case Phase::complete:
+        return "complete";
+    case Phase::unify:
+        return "unify";
+    case Phase::optimize:
+        return "optimize";
+    case Phase::compare:
+        return "compare";
+    case Phase::clones:
+        return "attach clones";
+    case Phase::done:
+        return "done";
+    }
+    return "";
+}
+
+} // namespace
+
+std::string_view name_of_strategy(int strategy) {
+    return strategy < 1 || strategy > strategies ? "" : names[static_cast<std::size_t>(strategy - 1)];
+}
+
+void take_note(Progress& progress, std::string_view line) {
+    if (begins_with(line, strategy_sign)) {
+        if (const int strategy = strategy_in(line.substr(strategy_sign.size())); strategy != 0)
+            progress = {strategy, Phase::fill};
+        return;
+    }
+    if (begins_with(line, search_sign)) {
+        ++progress.searched;
+        return;
+    }
+    const auto sign = std::find_if(signs.begin(), signs.end(),
+                                   [line](const Sign& known) { return begins_with(line, known.beginning); });
+    if (sign == signs.end())
+        return;
+    progress.phase = sign->phase;
+    progress.searched = 0;
+    if (progress.phase == Phase::optimize)
+        ++progress.optimization;
+}
+
+bool is_placing(const Progress& progress) {
+    return progress.phase >= Phase::fill && progress.phase <= Phase::optimize;
+}
+
+std::size_t services_left(const tRecalculo& engine) {
+    std::size_t left = 0;
+    for (const auto& [onid, network] : engine.Mapa_ONIDs)
+        for (const auto& [tsid, stream] : network.MapRec_TSIDs)
+            left += stream.MapRec_Services.size();
+    return left;
+}
+
+std::string to_string(const Progress& progress) {
+    std::string words;
+    if (progress.strategy != 0 && progress.phase < Phase::clones)
+        words = fmt::format("strategy {} of {}, {}: ", progress.strategy, strategies,
+                            name_of_strategy(progress.strategy));
+    words += word_for(progress.phase);
+    if (progress.phase == Phase::optimize)
+        words += fmt::format(" {}", progress.optimization);
+    if (progress.searched != 0)
+        words += fmt::format(", service {}", progress.searched);
+    return words;
+}
+
+} // namespace zarven::tool
