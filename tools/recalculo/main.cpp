@@ -12,6 +12,7 @@
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "commands/explain.h"
 #include "commands/import.h"
 #include "commands/run.h"
 
@@ -31,6 +32,7 @@ std::string complaint(const CLI::App*, const CLI::Error& error) {
 int dispatch(int argc, char** argv) {
     CLI::App app("Places the television services of a head-end onto its modules.", "recalculo");
     add_run(app);
+    add_explain(app);
     add_import(app);
     const std::string version = "recalculo " RECALCULO_VERSION;
     app.set_version_flag("--version", version);

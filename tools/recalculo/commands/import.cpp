@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "base/utf8.h"
+#include "base/words.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/channels_conf.h"
@@ -31,10 +32,6 @@ std::size_t number_of_streams(const std::vector<Service>& services) {
     for (const Service& service : services)
         streams.emplace(service.onid, service.tsid);
     return streams.size();
-}
-
-std::string counted(std::size_t number, std::string_view thing) {
-    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
 }
 
 void tell(const std::string& file, const ImportedChannels& imported) {

@@ -9,29 +9,13 @@
 
 #include <fmt/format.h>
 
+#include "placement/reason.h"
+
 namespace zarven::tool {
 
 namespace {
 
 using ServiceSet = std::set<const tRec_Servicio*>;
-
-ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
-    ServiceResult result;
-    result.stream = {service.ONID, service.TSID};
-    result.lcn = service.LCN;
-    result.sid = service.SID;
-    result.osid = service.OSID;
-    result.name = service.NombreEntrada;
-    result.output_name = service.NombreSalida;
-    result.bitrate = service.peakBitRate;
-    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
-    result.is_scrambled = service.Descifrar != 0;
-    result.ca_pids = service.number_PIDs_CA;
-    result.is_transcoded = service.Transcoding != 0;
-    result.is_clone = is_clone;
-    result.parent_sid = service.Parent_SID;
-    return result;
-}
 
 /// Walks the engine once and gathers the result.
 class Gathering {
@@ -42,8 +26,7 @@ public:
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
             result_.modules.push_back(gather(module));
         gather_left_out();
-        for (const auto& clone : run.engine.listaServiciosClonados)
-            result_.clones_waiting.push_back(describe(*clone, true));
+        gather_clones_waiting();
         count();
         warn();
     }
@@ -59,6 +42,7 @@ private:
     OutputResult gather(const tRec_Salida& output, const OutputsOf& outputs_of);
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
     void gather_left_out();
+    void gather_clones_waiting();
     void count();
     void warn();
     void warn_of(const tRec_Servicio& service);
@@ -146,16 +130,25 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
 }
 
 void Gathering::gather_left_out() {
+    const FinalState state(run_);
     for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
                 left_out_.insert(service.get());
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
+                result.services.back().reason = reason_left_out(state, *service);
             }
             if (!result.services.empty())
                 result_.left_out.push_back(std::move(result));
         }
+}
+
+void Gathering::gather_clones_waiting() {
+    for (const auto& clone : run_.engine.listaServiciosClonados) {
+        result_.clones_waiting.push_back(describe(*clone, true));
+        result_.clones_waiting.back().reason = reason_waiting(run_.engine, *clone);
+    }
 }
 
 void Gathering::count() {
@@ -206,6 +199,24 @@ void Gathering::warn_of(const tRec_Servicio& service) {
 
 std::string to_string(Stream stream) {
     return fmt::format("{}/{}", stream.onid, stream.tsid);
+}
+
+ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
+    ServiceResult result;
+    result.stream = {service.ONID, service.TSID};
+    result.lcn = service.LCN;
+    result.sid = service.SID;
+    result.osid = service.OSID;
+    result.name = service.NombreEntrada;
+    result.output_name = service.NombreSalida;
+    result.bitrate = service.peakBitRate;
+    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_scrambled = service.Descifrar != 0;
+    result.ca_pids = service.number_PIDs_CA;
+    result.is_transcoded = service.Transcoding != 0;
+    result.is_clone = is_clone;
+    result.parent_sid = service.Parent_SID;
+    return result;
 }
 
 Result result_of(const EngineRun& run, const std::string& headend_name) {

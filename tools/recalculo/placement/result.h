@@ -34,7 +34,7 @@ struct ServiceResult {
     std::uint16_t parent_sid = 0;
     /// The outputs of its module that carry it; none for a service that is not placed.
     std::vector<std::uint32_t> outputs;
-    /// For a service that is left out, why, in one sentence.
+    /// For a service that is left out and a clone that waits, why, in one sentence.
     std::string reason;
 };
 
@@ -108,6 +108,9 @@ struct Result {
 
 /// How a stream is written in messages and reports: ONID/TSID.
 std::string to_string(Stream stream);
+
+/// What reports show of a service, without its outputs and its reason.
+ServiceResult describe(const tRec_Servicio& service, bool is_clone);
 
 /// Reads the result off an engine that has run.
 Result result_of(const EngineRun& run, const std::string& headend_name);

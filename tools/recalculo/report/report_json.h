@@ -5,9 +5,14 @@
 
 #include <string>
 
+#include <nlohmann/json_fwd.hpp>
+
 #include "placement/result.h"
 
 namespace zarven::tool {
+
+/// The service as an object of the report.
+void to_json(nlohmann::ordered_json& json, const ServiceResult& service);
 
 /// The whole result as indented JSON with a final line end.
 std::string json_report(const Result& result);

@@ -18,6 +18,8 @@ constexpr int bar_cells = 24;
 constexpr int narrowest_name = 16;
 /// A longer name pushes its own line only.
 constexpr int widest_name = 34;
+/// Where names begin.
+constexpr std::string_view under_the_name = "           ";
 
 std::string counted(std::size_t number, std::string_view one, std::string_view many) {
     return fmt::format("{} {}", number, number == 1 ? one : many);
@@ -92,6 +94,13 @@ std::string transcoders(const ModuleResult& module) {
     return kinds.empty() ? "no transcoders" : fmt::format("transcoders in use: {}", fmt::join(kinds, ", "));
 }
 
+/// All services of a stream are left out for the same reason, which then stands once.
+bool share_one_reason(const std::vector<ServiceResult>& services) {
+    return services.size() > 1 && std::all_of(services.begin(), services.end(), [&](const auto& service) {
+               return service.reason == services.front().reason;
+           });
+}
+
 class Report {
 public:
     explicit Report(const Result& result) : result_(result) { measure(); }
@@ -119,6 +128,7 @@ private:
     void write(const InputResult& input);
     void write(const OutputResult& output);
     void write(const ServiceResult& service, const std::string& where);
+    void write_reason(const std::string& reason, std::string_view indent);
     void write_left_out();
     void write_clones_waiting();
     void write_warnings();
@@ -198,6 +208,11 @@ void Report::write(const ServiceResult& service, const std::string& where) {
     line("{}", row);
 }
 
+void Report::write_reason(const std::string& reason, std::string_view indent) {
+    if (!reason.empty())
+        line("{}{}", indent, printable(reason));
+}
+
 void Report::write_left_out() {
     if (result_.left_out.empty())
         return;
@@ -205,8 +220,14 @@ void Report::write_left_out() {
          counted(result_.left_out.size(), "stream", "streams"));
     for (const StreamResult& stream : result_.left_out) {
         line("  Stream {} · {}", to_string(stream.stream), services_counted(stream.services.size()));
-        for (const ServiceResult& service : stream.services)
+        const bool is_shared = share_one_reason(stream.services);
+        if (is_shared)
+            write_reason(stream.services.front().reason, "    ");
+        for (const ServiceResult& service : stream.services) {
             write(service, "");
+            if (!is_shared)
+                write_reason(service.reason, under_the_name);
+        }
     }
     line("");
 }
@@ -215,8 +236,10 @@ void Report::write_clones_waiting() {
     if (result_.clones_waiting.empty())
         return;
     line("Clones whose parent is on no output, or for which no AUX transcoder is left");
-    for (const ServiceResult& clone : result_.clones_waiting)
+    for (const ServiceResult& clone : result_.clones_waiting) {
         write(clone, fmt::format("stream {}", to_string(clone.stream)));
+        write_reason(clone.reason, under_the_name);
+    }
     line("");
 }
 

@@ -1,0 +1,79 @@
+// What can be wrong with the command line and the keys is told before the engine runs, which may take long.
+
+#include "commands/explain.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/streams.h"
+#include "headend/headend_json.h"
+#include "placement/engine_run.h"
+#include "placement/explanation.h"
+#include "placement/host.h"
+#include "placement/service_key.h"
+#include "report/explanation_json.h"
+#include "report/explanation_text.h"
+
+namespace zarven::tool {
+
+namespace {
+
+struct ExplainOptions {
+    std::string headend;
+    /// Empty for all that are left out.
+    std::vector<std::string> services;
+    bool json = false;
+};
+
+/// The services asked for, each once.
+Services services_with(const std::vector<ServiceKey>& keys, const EngineRun& run, const std::string& file) {
+    Services services;
+    for (const ServiceKey& key : keys)
+        for (const auto& service : services_with(key, run, file))
+            if (std::find(services.begin(), services.end(), service) == services.end())
+                services.push_back(service);
+    return services;
+}
+
+void explain_command(const ExplainOptions& options) {
+    std::vector<ServiceKey> keys;
+    for (const std::string& text : options.services)
+        keys.push_back(parse_service_key(text));
+    const std::string file = input_name(options.headend);
+    const Headend headend = read_headend(file, read_text(options.headend));
+
+    // No log: the engine is asked much that is no part of a run.
+    const host::Log silence("");
+    EngineRun run = load_engine(headend, file);
+    Services services = services_with(keys, run, file);
+    run_engine(run, file);
+    if (keys.empty())
+        services = left_out_of(run);
+
+    const std::vector<Explanation> explanations = explain(run, services);
+    write_text(standard_stream,
+               options.json ? explanation_json(headend.name, explanations) : explanation_text(explanations));
+}
+
+} // namespace
+
+void add_explain(CLI::App& app) {
+    const auto options = std::make_shared<ExplainOptions>();
+    CLI::App* explain =
+        app.add_subcommand("explain", "Tell why services are left out, and what each module answers");
+    explain->add_option("HEADEND", options->headend, "The head-end, a JSON file; - for standard input")
+        ->type_name("")
+        ->required();
+    explain
+        ->add_option("--service", options->services,
+                     "A service by its LCN, also LCN@ONID/TSID; may be given several times. Without it, all "
+                     "that are left out")
+        ->type_name("KEY")
+        ->allow_extra_args(false);
+    explain->add_flag("--json", options->json, "Answer as JSON");
+    explain->callback([options] { explain_command(*options); });
+}
+
+} // namespace zarven::tool

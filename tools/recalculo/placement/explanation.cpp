@@ -1,0 +1,107 @@
+#include "placement/explanation.h"
+
+#include <fmt/format.h>
+
+#include "placement/reason.h"
+
+namespace zarven::tool {
+
+namespace {
+
+using ServiceSet = std::set<const tRec_Servicio*>;
+
+ServiceSet set_of(const Services& services) {
+    ServiceSet set;
+    for (const auto& service : services)
+        set.insert(service.get());
+    return set;
+}
+
+class Explaining {
+public:
+    explicit Explaining(const EngineRun& run)
+        : run_(run), state_(run), clones_(set_of(run.clones)), not_placed_(set_of(left_out_of(run))) {
+        for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+            modules_.push_back(without_services(module));
+    }
+
+    Explanation explain(const std::shared_ptr<tRec_Servicio>& service) const;
+
+private:
+    Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
+    std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
+
+    const EngineRun& run_;
+    const FinalState state_;
+    const ServiceSet clones_;
+    /// Services left out and clones that wait.
+    const ServiceSet not_placed_;
+    std::vector<tRec_Modulo> modules_;
+};
+
+Standing Explaining::standing_of(const tRec_Servicio& service, bool is_carried) const {
+    const bool is_left = not_placed_.count(&service) != 0;
+    if (clones_.count(&service) != 0 && is_left != is_carried)
+        return is_left ? Standing::waiting : Standing::attached;
+    if (is_left)
+        return is_carried ? Standing::placed_and_left_out : Standing::left_out;
+    return is_carried ? Standing::placed : Standing::neither;
+}
+
+std::string Explaining::sentence_on(const tRec_Servicio& service, Standing standing,
+                                    const std::string& places) const {
+    switch (standing) {
+    case Standing::placed:
+        return fmt::format("It is placed on {}.", places);
+    case Standing::attached:
+        return fmt::format("It stands beside its parent on {}.", places);
+    case Standing::waiting:
+        return reason_waiting(run_.engine, service);
+    case Standing::neither:
+        return "It is neither placed nor left out: the engine's exchanges have lost it.";
+    default:
+        return reason_left_out(state_, service);
+    }
+}
+
+Explanation Explaining::explain(const std::shared_ptr<tRec_Servicio>& service) const {
+    const bool is_clone = clones_.count(service.get()) != 0;
+    std::vector<ModuleRefusal> refusals = state_.refusals_of(*service);
+    const std::string places = places_of(refusals);
+
+    Explanation explanation;
+    explanation.service = describe(*service, is_clone);
+    explanation.transcoding = service->Transcoding;
+    explanation.standing = standing_of(*service, !places.empty());
+    explanation.sentence = sentence_on(*service, explanation.standing, places);
+    if (is_clone)
+        return explanation;
+    for (std::size_t index = 0; index < refusals.size(); ++index)
+        explanation.modules.push_back(
+            {std::move(refusals[index]), engine_has_room(modules_[index], service)});
+    return explanation;
+}
+
+} // namespace
+
+Services left_out_of(const EngineRun& run) {
+    Services services;
+    for (const auto& [onid, network] : run.engine.Mapa_ONIDs_Final)
+        for (const auto& [tsid, stream] : network.MapRec_TSIDs)
+            for (const auto& [key, service] : stream.MapRec_Services)
+                services.push_back(service);
+    const Services& waiting = run.engine.listaServiciosClonados;
+    services.insert(services.end(), waiting.begin(), waiting.end());
+    return services;
+}
+
+std::vector<Explanation> explain(const EngineRun& run, const Services& services) {
+    const Explaining explaining(run);
+    std::vector<Explanation> explanations;
+    explanations.reserve(services.size());
+    for (const auto& service : services)
+        explanations.push_back(explaining.explain(service));
+    return explanations;
+}
+
+} // namespace zarven::tool
