@@ -37,6 +37,31 @@ Services services_with(const std::vector<ServiceKey>& keys, const EngineRun& run
     return services;
 }
 
+void write(const std::string& text) {
+    write_text(standard_stream, text);
+}
+
+/// Writes explanations one at a time, because all together may not fit into memory.
+void tell_as_text(Explainer& explainer, const Services& services) {
+    if (services.empty())
+        write("No service is left out.\n");
+    const char* before = "";
+    for (const auto& service : services) {
+        write(before + explanation_text(explainer.explain(service)));
+        before = "\n";
+    }
+}
+
+void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {
+    write(explanations_json_begin(name));
+    const char* before = "";
+    for (const auto& service : services) {
+        write(before + explanation_json(explainer.explain(service)));
+        before = ",";
+    }
+    write(explanations_json_end());
+}
+
 void explain_command(const ExplainOptions& options) {
     std::vector<ServiceKey> keys;
     for (const std::string& text : options.services)
@@ -49,12 +74,13 @@ void explain_command(const ExplainOptions& options) {
     EngineRun run = load_engine(headend, file);
     Services services = services_with(keys, run, file);
     run_engine(run, file);
+    Explainer explainer(run, keys.empty() ? Listing::with_an_input : Listing::all_modules);
     if (keys.empty())
         services = left_out_of(run);
-
-    const std::vector<Explanation> explanations = explain(run, services);
-    write_text(standard_stream,
-               options.json ? explanation_json(headend.name, explanations) : explanation_text(explanations));
+    if (options.json)
+        tell_as_json(explainer, services, headend.name);
+    else
+        tell_as_text(explainer, services);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "placement/explanation.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 
 #include "placement/reason.h"
@@ -8,78 +10,11 @@ namespace zarven::tool {
 
 namespace {
 
-using ServiceSet = std::set<const tRec_Servicio*>;
-
-ServiceSet set_of(const Services& services) {
-    ServiceSet set;
+std::set<const tRec_Servicio*> set_of(const Services& services) {
+    std::set<const tRec_Servicio*> set;
     for (const auto& service : services)
         set.insert(service.get());
     return set;
-}
-
-class Explaining {
-public:
-    explicit Explaining(const EngineRun& run)
-        : run_(run), state_(run), clones_(set_of(run.clones)), not_placed_(set_of(left_out_of(run))) {
-        for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
-            modules_.push_back(without_services(module));
-    }
-
-    Explanation explain(const std::shared_ptr<tRec_Servicio>& service) const;
-
-private:
-    Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
-    std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
-
-    const EngineRun& run_;
-    const FinalState state_;
-    const ServiceSet clones_;
-    /// Services left out and clones that wait.
-    const ServiceSet not_placed_;
-    std::vector<tRec_Modulo> modules_;
-};
-
-Standing Explaining::standing_of(const tRec_Servicio& service, bool is_carried) const {
-    const bool is_left = not_placed_.count(&service) != 0;
-    if (clones_.count(&service) != 0 && is_left != is_carried)
-        return is_left ? Standing::waiting : Standing::attached;
-    if (is_left)
-        return is_carried ? Standing::placed_and_left_out : Standing::left_out;
-    return is_carried ? Standing::placed : Standing::neither;
-}
-
-std::string Explaining::sentence_on(const tRec_Servicio& service, Standing standing,
-                                    const std::string& places) const {
-    switch (standing) {
-    case Standing::placed:
-        return fmt::format("It is placed on {}.", places);
-    case Standing::attached:
-        return fmt::format("It stands beside its parent on {}.", places);
-    case Standing::waiting:
-        return reason_waiting(run_.engine, service);
-    case Standing::neither:
-        return "It is neither placed nor left out: the engine's exchanges have lost it.";
-    default:
-        return reason_left_out(state_, service);
-    }
-}
-
-Explanation Explaining::explain(const std::shared_ptr<tRec_Servicio>& service) const {
-    const bool is_clone = clones_.count(service.get()) != 0;
-    std::vector<ModuleRefusal> refusals = state_.refusals_of(*service);
-    const std::string places = places_of(refusals);
-
-    Explanation explanation;
-    explanation.service = describe(*service, is_clone);
-    explanation.transcoding = service->Transcoding;
-    explanation.standing = standing_of(*service, !places.empty());
-    explanation.sentence = sentence_on(*service, explanation.standing, places);
-    if (is_clone)
-        return explanation;
-    for (std::size_t index = 0; index < refusals.size(); ++index)
-        explanation.modules.push_back(
-            {std::move(refusals[index]), engine_has_room(modules_[index], service)});
-    return explanation;
 }
 
 } // namespace
@@ -95,13 +30,64 @@ Services left_out_of(const EngineRun& run) {
     return services;
 }
 
-std::vector<Explanation> explain(const EngineRun& run, const Services& services) {
-    const Explaining explaining(run);
-    std::vector<Explanation> explanations;
-    explanations.reserve(services.size());
-    for (const auto& service : services)
-        explanations.push_back(explaining.explain(service));
-    return explanations;
+Explainer::Explainer(const EngineRun& run, Listing listing)
+    : run_(run), listing_(listing), state_(run), clones_(set_of(run.clones)),
+      not_placed_(set_of(left_out_of(run))) {
+    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+        probes_.emplace_back(module);
+}
+
+Standing Explainer::standing_of(const tRec_Servicio& service, bool is_carried) const {
+    const bool is_left = not_placed_.count(&service) != 0;
+    if (clones_.count(&service) != 0 && is_left != is_carried)
+        return is_left ? Standing::waiting : Standing::attached;
+    if (is_left)
+        return is_carried ? Standing::placed_and_left_out : Standing::left_out;
+    return is_carried ? Standing::placed : Standing::neither;
+}
+
+std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standing,
+                                   const std::string& places) const {
+    switch (standing) {
+    case Standing::placed:
+        return fmt::format("It is placed on {}.", places);
+    case Standing::attached:
+        return fmt::format("It stands beside its parent on {}.", places);
+    case Standing::waiting:
+        return reason_waiting(run_.engine, service);
+    case Standing::neither:
+        return "It is neither placed nor left out: the engine's exchanges have lost it.";
+    default:
+        return reason_left_out(state_, service);
+    }
+}
+
+Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
+    const bool is_clone = clones_.count(service.get()) != 0;
+    std::vector<ModuleRefusal> refusals = state_.refusals_of(*service);
+    const std::string places = places_of(refusals);
+
+    Explanation explanation;
+    explanation.service = describe(*service, is_clone);
+    explanation.transcoding = service->Transcoding;
+    explanation.standing = standing_of(*service, !places.empty());
+    explanation.sentence = sentence_on(*service, explanation.standing, places);
+    if (is_clone)
+        return explanation;
+    for (std::size_t index = 0; index < refusals.size(); ++index) {
+        ModuleAnswer answer{std::move(refusals[index]), false};
+        answer.engine_has_room = probes_[index].has_room(service, answer.refusal);
+        if (is_listed(answer))
+            explanation.modules.push_back(std::move(answer));
+        else
+            ++explanation.unlisted;
+    }
+    return explanation;
+}
+
+bool Explainer::is_listed(const ModuleAnswer& answer) const {
+    return listing_ == Listing::all_modules || answer.refusal.has_input() ||
+           !answer.refusal.carried_on.empty() || !answer.engine_agrees();
 }
 
 } // namespace zarven::tool

@@ -4,7 +4,9 @@
 #ifndef RECALCULO_EXPLANATION_H
 #define RECALCULO_EXPLANATION_H
 
+#include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,6 +42,16 @@ struct Explanation {
     std::string sentence;
     /// In the order of the modules; none for a clone, which goes by its parent alone.
     std::vector<ModuleAnswer> modules;
+    /// Modules without an input for the service that are not listed.
+    std::size_t unlisted = 0;
+};
+
+/// Which modules an explanation lists.
+enum class Listing {
+    all_modules,
+    /// Those that receive the stream or have an input free, as the others need not be looked at. A module
+    /// that carries the service, or about which the engine disagrees, is listed all the same.
+    with_an_input,
 };
 
 using Services = std::vector<std::shared_ptr<tRec_Servicio>>;
@@ -47,8 +59,28 @@ using Services = std::vector<std::shared_ptr<tRec_Servicio>>;
 /// The services that a run has left out, by stream, and the clones that wait.
 Services left_out_of(const EngineRun& run);
 
-/// Explains services and clones of a run, in the order given. Refers to the run.
-std::vector<Explanation> explain(const EngineRun& run, const Services& services);
+/// Explains services and clones of one run. Refers to the run.
+class Explainer {
+public:
+    Explainer(const EngineRun& run, Listing listing);
+
+    Explanation explain(const std::shared_ptr<tRec_Servicio>& service);
+
+private:
+    using ServiceSet = std::set<const tRec_Servicio*>;
+
+    Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
+    std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
+    bool is_listed(const ModuleAnswer& answer) const;
+
+    const EngineRun& run_;
+    const Listing listing_;
+    const FinalState state_;
+    const ServiceSet clones_;
+    /// Services left out and clones that wait.
+    const ServiceSet not_placed_;
+    std::vector<EngineProbe> probes_;
+};
 
 } // namespace zarven::tool
 

@@ -217,29 +217,26 @@ std::set<Limit> FinalState::limits_when_empty(const tRec_Servicio& service) cons
     return limits;
 }
 
-tRec_Modulo without_services(tRec_Modulo module) {
-    for (auto& [number, input] : module.mapEntradas)
+EngineProbe::EngineProbe(const tRec_Modulo& module) : module_(module) {
+    for (auto& [number, input] : module_.mapEntradas)
         input.MapaServicios.clear();
-    for (auto& [number, output] : module.mapSalidas)
+    for (auto& [number, output] : module_.mapSalidas)
         output.MapaServicios.clear();
-    return module;
+    copy_ = module_;
 }
 
-bool engine_has_room(const tRec_Modulo& module, const std::shared_ptr<tRec_Servicio>& service) {
-    tRec_Modulo copy = module;
-    const auto carries_stream = [&](const auto& entry) {
-        return entry.second.ONID == service->ONID && entry.second.TSID == service->TSID;
-    };
-    const auto is_free = [](const auto& entry) { return entry.second.MapaServicios.empty(); };
-    auto input = std::find_if(copy.mapEntradas.begin(), copy.mapEntradas.end(), carries_stream);
-    if (input == copy.mapEntradas.end())
-        input = std::find_if(copy.mapEntradas.begin(), copy.mapEntradas.end(), is_free);
-    if (input == copy.mapEntradas.end())
-        input = copy.mapEntradas.begin();
-    tRec_Entrada none(0);
-    tRec_Entrada& chosen = input == copy.mapEntradas.end() ? none : input->second;
+bool EngineProbe::has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal) {
+    tRec_Entrada any(0);
+    tRec_Entrada* input = copy_.mapEntradas.empty() ? &any : &copy_.mapEntradas.begin()->second;
+    if (!refusal.inputs_receiving.empty())
+        input = &copy_.mapEntradas.at(refusal.inputs_receiving.front());
+    else if (!refusal.inputs_free.empty())
+        input = &copy_.mapEntradas.at(refusal.inputs_free.front());
     tMapaServicios services{{service->idService, service}};
-    return tRecalculo().Try_to_Insert_Service_Input_Output(copy, chosen, services.begin()) != 0;
+    if (tRecalculo().Try_to_Insert_Service_Input_Output(copy_, *input, services.begin()) == 0)
+        return false;
+    copy_ = module_;
+    return true;
 }
 
 } // namespace zarven::tool

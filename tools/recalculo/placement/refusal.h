@@ -152,12 +152,21 @@ private:
     bool positive_keys_are_left_ = false;
 };
 
-/// A module with its counters and limits and no services, which is quickly copied.
-tRec_Modulo without_services(tRec_Modulo module);
+/// Asks the engine itself, for holding our answers against its own: whether it puts a service on a copy of a
+/// module. It does not look at what the input receives.
+class EngineProbe {
+public:
+    explicit EngineProbe(const tRec_Modulo& module);
 
-/// The engine's own answer, for holding ours against it: whether it puts the service on a copy of the module.
-/// It does not ask what the input receives.
-bool engine_has_room(const tRec_Modulo& module, const std::shared_ptr<tRec_Servicio>& service);
+    /// `refusal` is our answer for the same module.
+    bool has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal);
+
+private:
+    /// Without the services, of which the engine asks the counters only.
+    tRec_Modulo module_;
+    /// The one that is asked; a refusal leaves it as it is.
+    tRec_Modulo copy_;
+};
 
 } // namespace zarven::tool
 

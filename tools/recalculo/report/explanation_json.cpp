@@ -83,14 +83,27 @@ static void to_json(ordered_json& json, const Explanation& explanation) {
     json["standing"] = name_of(explanation.standing);
     json["sentence"] = explanation.sentence;
     json["modules"] = explanation.modules;
+    json["modules_not_listed"] = explanation.unlisted;
 }
 
-std::string explanation_json(const std::string& name, const std::vector<Explanation>& explanations) {
-    ordered_json json;
-    if (!name.empty())
-        json["name"] = name;
-    json["services"] = explanations;
-    return json.dump(2) + "\n";
+std::string explanations_json_begin(const std::string& name) {
+    const std::string member = name.empty() ? "" : "  \"name\": " + ordered_json(name).dump() + ",\n";
+    return "{\n" + member + "  \"services\": [";
+}
+
+std::string explanation_json(const Explanation& explanation) {
+    // Line ends within texts are escaped: every one that is left begins a line of ours.
+    std::string indented = "\n    ";
+    for (const char character : ordered_json(explanation).dump(2)) {
+        indented += character;
+        if (character == '\n')
+            indented += "    ";
+    }
+    return indented;
+}
+
+std::string explanations_json_end() {
+    return "\n  ]\n}\n";
 }
 
 } // namespace zarven::tool

@@ -127,16 +127,15 @@ std::string table(const Explanation& explanation) {
 
 } // namespace
 
-std::string explanation_text(const std::vector<Explanation>& explanations) {
-    if (explanations.empty())
-        return "No service is left out.\n";
-    std::string text;
-    for (const Explanation& explanation : explanations) {
-        text += (text.empty() ? "" : "\n") + heading(explanation) + "\n  " + printable(explanation.sentence) +
-                "\n";
-        if (!explanation.modules.empty())
-            text += table(explanation);
-    }
+std::string explanation_text(const Explanation& explanation) {
+    std::string text = fmt::format("{}\n  {}\n", heading(explanation), printable(explanation.sentence));
+    if (!explanation.modules.empty())
+        text += table(explanation);
+    if (explanation.unlisted != 0)
+        text += fmt::format(
+            "    {} no input free\n",
+            counted(explanation.unlisted, explanation.modules.empty() ? "module" : "other module") +
+                (explanation.unlisted == 1 ? " has" : " have"));
     return text;
 }
 
