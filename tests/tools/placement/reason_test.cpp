@@ -186,7 +186,7 @@ TEST_F(Reason, PlacedAndLeftOutAtOnce) {
 TEST_F(Reason, PlacesInWords) {
     load({1, 1}, {service(1, 10)});
     module("A").mapSalidas.emplace(2, tRec_Salida(2, 512));
-    for (unsigned short number : {1, 2})
+    for (const std::uint16_t number : {std::uint16_t{1}, std::uint16_t{2}})
         module("A").addService(loaded(0), 1, number);
     EXPECT_EQ(places_of(FinalState(run).refusals_of(*loaded(0))), "module A, outputs 1 and 2");
     module("B").addService(loaded(0), 1, 1);

@@ -20,6 +20,35 @@ TEST(TextReport, AnEmptyResult) {
               "0 services loaded: 0 placed, 0 left out; 0 of 0 inputs in use on 0 modules\n");
 }
 
+/// The part about what is left out, of a report with two services of one stream.
+std::string left_out(const std::string& first_reason, const std::string& second_reason) {
+    ServiceResult first;
+    first.name = first.output_name = "Uno";
+    first.reason = first_reason;
+    ServiceResult second = first;
+    second.reason = second_reason;
+    Result result;
+    result.left_out = {{{1, 2}, {first, second}}};
+    const std::string text = text_report(result);
+    const std::size_t begin = text.find('\n') + 1;
+    return text.substr(begin, text.find("\n\n") + 1 - begin);
+}
+
+TEST(TextReport, AReasonThatServicesOfAStreamShareStandsOnce) {
+    EXPECT_EQ(left_out("Why.", "Why."), "  Stream 1/2 · 2 services\n"
+                                        "    Why.\n"
+                                        "        0  Uno                   0 kbit/s\n"
+                                        "        0  Uno                   0 kbit/s\n");
+}
+
+TEST(TextReport, ReasonsThatDifferStandWithTheirServices) {
+    EXPECT_EQ(left_out("Why.", "Because."), "  Stream 1/2 · 2 services\n"
+                                            "        0  Uno                   0 kbit/s\n"
+                                            "           Why.\n"
+                                            "        0  Uno                   0 kbit/s\n"
+                                            "           Because.\n");
+}
+
 /// The bar of the only output of a module.
 std::string bar(std::uint32_t used, std::uint32_t max) {
     ModuleResult module;
