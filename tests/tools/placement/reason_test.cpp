@@ -42,12 +42,12 @@ TEST_F(Reason, OneModuleReceivesTheStream) {
               "Module B alone receives stream 1/10, and its PIDs are short by 2 (6 of 8 in use, 4 needed).");
     output("B").BitRateActual = 6500;
     EXPECT_EQ(reason(),
-              "Module B alone receives stream 1/10, and its output 1 is short by 501 kbit/s (6500 in "
-              "use and 4000 needed must stay below 10000), its PIDs are short by 2 as well.");
+              "Module B alone receives stream 1/10, and its output 1 is short by 501 kbit/s (6500 + "
+              "4000 must stay below 10000), its PIDs by 2.");
     module("B").PIDsModulo = 4;
     EXPECT_EQ(reason(),
-              "Module B alone receives stream 1/10, and its output 1 is short by 501 kbit/s (6500 in "
-              "use and 4000 needed must stay below 10000).");
+              "Module B alone receives stream 1/10, and its output 1 is short by 501 kbit/s (6500 + "
+              "4000 must stay below 10000).");
     output("B").NumServicios = 512;
     EXPECT_EQ(reason(),
               "Module B alone receives stream 1/10, and its output carries as many services as it may.");
@@ -72,7 +72,7 @@ TEST_F(Reason, OneModuleHasAFreeInput) {
     output("B").BitRateActual = 6000;
     EXPECT_EQ(reason(),
               "Module B alone has a free input for stream 1/10, and its output 1 is short by 1 kbit/s "
-              "(6000 in use and 4000 needed must stay below 10000).");
+              "(6000 + 4000 must stay below 10000).");
 }
 
 TEST_F(Reason, OfSeveralModulesTheNearest) {
@@ -144,7 +144,8 @@ TEST_F(Reason, WhereTheStreamIsReceivedFreeInputsDoNotCountForTranscoding) {
 }
 
 TEST_F(Reason, NoModuleCouldEverTakeIt) {
-    load({1, 1}, {with_pids(service(1, 10), 9), service(2, 10, 10000), transcoded(service(3, 10))});
+    load({1, 1}, {with_pids(service(1, 10), 9), service(2, 10, 10000), transcoded(service(3, 10)),
+                  transcoded(with_pids(service(4, 10), 9))});
     EXPECT_EQ(reason(0), "No module could ever take it: it needs 9 PIDs and the largest budget is 8.");
     EXPECT_EQ(reason(1),
               "No module could ever take it: its 10000 kbit/s must stay below the maximum of an output, "
@@ -162,11 +163,26 @@ TEST_F(Reason, NoModuleCouldEverTakeIt) {
     EXPECT_EQ(reason(0),
               "No module could ever take it: not even when empty does one offer the 4000 kbit/s and 9 "
               "PIDs that it needs.");
+    EXPECT_EQ(reason(3),
+              "No module could ever take it: not even when empty does one offer the 4000 kbit/s, 9 PIDs "
+              "and a transcoder that it needs.");
     module("A").mapSalidas.clear();
     module("B").mapSalidas.clear();
-    EXPECT_EQ(reason(0), "No module could ever take it: none has an output.");
+    EXPECT_EQ(reason(0), "No module could ever take it: none has an input and an output.");
     load({0}, {service(1, 10)});
-    EXPECT_EQ(reason(), "No module could ever take it: none has an input.");
+    EXPECT_EQ(reason(), "No module could ever take it: none has an input and an output.");
+}
+
+TEST_F(Reason, ModulesThatCouldTakeNothingDoNotCountForTheLargest) {
+    load({1, 0, 1}, {service(1, 10, 30000), with_pids(service(2, 10), 9)});
+    output("B").BitRateMax = 38000;
+    module("B").PIDsModuloMax = 40;
+    module("C").mapSalidas.clear();
+    module("C").PIDsModuloMax = 40;
+    EXPECT_EQ(reason(0),
+              "No module could ever take it: its 30000 kbit/s must stay below the maximum of an output, "
+              "and the largest is 10000.");
+    EXPECT_EQ(reason(1), "No module could ever take it: it needs 9 PIDs and the largest budget is 8.");
 }
 
 TEST_F(Reason, OnePidIsSingular) {

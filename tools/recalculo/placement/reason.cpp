@@ -22,23 +22,27 @@ std::string stream_of(const tRec_Servicio& service) {
 
 /// What the service asks of a module, for the case that no single limit tells it.
 std::string needs_of(const tRec_Servicio& service) {
-    std::string needs = fmt::format("{} kbit/s", service.peakBitRate);
+    std::vector<std::string> others;
     if (service.number_PIDs_CA != 0)
-        needs += " and " + counted(service.number_PIDs_CA, "PID");
+        others.push_back(counted(service.number_PIDs_CA, "PID"));
     if (service.Transcoding == 1)
-        needs += " and a transcoder";
-    return needs;
+        others.emplace_back("a transcoder");
+    std::string text = fmt::format("{} kbit/s", service.peakBitRate);
+    for (const std::string& need : others)
+        text += (&need == &others.back() ? " and " : ", ") + need;
+    return text;
 }
 
-std::string why_never(const FinalState& state, const tRec_Servicio& service, const std::set<Limit>& limits) {
+std::string why_never(const FinalState& state, const tRec_Servicio& service, std::set<Limit> limits) {
     const Largest& largest = state.largest();
+    if (largest.modules == 0)
+        return "none has an input and an output";
+    // The others tell more.
+    limits.erase(Limit::no_input);
+    limits.erase(Limit::no_output);
     if (limits.size() > 1)
         return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
     switch (*limits.begin()) {
-    case Limit::no_input:
-        return "none has an input";
-    case Limit::no_output:
-        return "none has an output";
     case Limit::bitrate:
         return fmt::format("its {} kbit/s must stay below the maximum of an output, and the largest is {}",
                            service.peakBitRate, largest.bitrate_max);
@@ -63,11 +67,9 @@ std::string shortage(const ModuleRefusal& refusal, const tRec_Servicio& service)
                                  : "each of its outputs carries as many services as it may";
     case Limit::bitrate:
         return fmt::format(
-            "its output {} is short by {} kbit/s ({} in use and {} needed must stay below {}){}",
-            room.output.number, room.output.short_by, room.output.bitrate, service.peakBitRate,
-            room.output.bitrate_max,
-            room.pids_short_by == 0 ? ""
-                                    : fmt::format(", its PIDs are short by {} as well", room.pids_short_by));
+            "its output {} is short by {} kbit/s ({} + {} must stay below {}){}", room.output.number,
+            room.output.short_by, room.output.bitrate, service.peakBitRate, room.output.bitrate_max,
+            room.pids_short_by == 0 ? "" : fmt::format(", its PIDs by {}", room.pids_short_by));
     case Limit::pids:
         return fmt::format("its PIDs are short by {} ({} of {} in use, {} needed)", room.pids_short_by,
                            room.pids_used, room.pids_max, service.number_PIDs_CA);

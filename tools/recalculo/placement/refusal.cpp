@@ -77,6 +77,9 @@ FinalState::FinalState(const EngineRun& run) {
 
 void FinalState::note_largest() {
     for (const ModuleState& module : modules_) {
+        if (module.inputs.empty() || module.outputs.empty())
+            continue;
+        ++largest_.modules;
         for (const OutputState& output : module.outputs)
             largest_.bitrate_max = std::max(largest_.bitrate_max, output.bitrate_max);
         largest_.pids_max = std::max(largest_.pids_max, module.pids_max);

@@ -85,8 +85,9 @@ struct ModuleRefusal {
     bool has_input() const { return !inputs_receiving.empty() || !inputs_free.empty(); }
 };
 
-/// The most that any module has.
+/// The most that any module has, of those with an input and an output.
 struct Largest {
+    std::size_t modules = 0;
     std::uint32_t bitrate_max = 0;
     std::uint16_t pids_max = 0;
     std::uint16_t hd_transcoders_max = 0;
