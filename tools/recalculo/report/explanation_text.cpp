@@ -53,7 +53,7 @@ std::string verdict_of_limit(const ModuleRefusal& refusal, const ServiceResult& 
     case Limit::bitrate:
         return can_be_freed ? fmt::format("{} kbit/s short", room.short_by()) : "outputs too small";
     case Limit::pids:
-        return can_be_freed ? counted(room.short_by(), "PID") + " short" : "PID budget too small";
+        return can_be_freed ? counted(room.pids_short_by, "PID") + " short" : "PID budget too small";
     case Limit::transcoders:
         return can_be_freed ? "no transcoder left" : "has no transcoder";
     case Limit::stream_not_chosen:
