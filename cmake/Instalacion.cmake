@@ -28,4 +28,8 @@ if(TARGET recalculo_cli)
     file(RELATIVE_PATH to_library /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
     set_target_properties(recalculo_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
     install(TARGETS recalculo_cli)
+    set(pages tools/recalculo/manual/pages)
+    install(DIRECTORY ${pages}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1")
+    install(FILES ${pages}/recalculo.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME recalculo)
 endif()

@@ -15,7 +15,7 @@ while [ $# -gt 0 ]; do
     esac
     shift 2
 done
-need "${BUILD_PACKAGES[@]}" libgtest-dev libbenchmark-dev valgrind git g++-i686-linux-gnu
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" libbenchmark-dev valgrind git g++-i686-linux-gnu
 
 build=build/bench
 cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need "${BUILD_PACKAGES[@]}" libgtest-dev git clang-format clang-tidy shellcheck
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" git clang-format clang-tidy shellcheck
 
 echo "== formatting"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror

@@ -76,6 +76,8 @@ use_natively() {
             $(pkg-config --cflags --libs recalculo) -o host
         ./host | grep -x "left out: Demasiado"
         recalculo --version
+        test -s /usr/share/man/man1/recalculo-run.1.gz
+        test -s /usr/share/bash-completion/completions/recalculo
         recalculo run /usr/share/doc/recalculo-tools/examples/small.json | grep "services loaded"'
 }
 

@@ -5,13 +5,13 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 [ $# -gt 0 ] || set -- gcc
-need "${BUILD_PACKAGES[@]}" libgtest-dev pkg-config
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 
 for preset in "$@"; do
     case $preset in
     clang) need clang ;;
-    i686) need "${I686_PACKAGES[@]}" ;;
-    armhf) need "${ARMHF_PACKAGES[@]}" ;;
+    i686) need "${I686_PACKAGES[@]}" && foreign i386 "${FOREIGN_PACKAGES[@]}" ;;
+    armhf) need "${ARMHF_PACKAGES[@]}" && foreign armhf "${FOREIGN_PACKAGES[@]}" ;;
     esac
     echo "== $preset"
     cmake --preset "$preset" >/dev/null

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need "${BUILD_PACKAGES[@]}" libgtest-dev valgrind
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" valgrind
 
 cmake --preset gcc >/dev/null
 cmake --build --preset gcc -- --quiet

@@ -16,3 +16,6 @@ if(NOT recalculo_result EQUAL 0)
 endif()
 
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+
+# Where scripts/packages.sh unpacks what the tool needs for this target.
+set(CMAKE_LIBRARY_PATH ${CMAKE_CURRENT_LIST_DIR}/../../build/foreign/i386/usr/lib/i386-linux-gnu)

@@ -113,9 +113,15 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(run(""), "A command (run, explain, import) is required" + advice);
-    expect_refused(run("rum"), "The following argument was not expected: rum" + advice);
+    expect_refused(run("rum"),
+                   "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
-    expect_refused(run("run x --jsn"), "The following argument was not expected: --jsn" + advice);
+    expect_refused(run("run x --jsn"),
+                   "The following argument was not expected: --jsn; did you mean \"--json\"?" + advice);
+    expect_refused(run("run x --qqqqqqq"), "The following argument was not expected: --qqqqqqq" + advice);
+    expect_refused(run("import x --modules y --sd-bitrat=5"),
+                   "The following argument was not expected: --sd-bitrat=5; did you mean \"--sd-bitrate\"?" +
+                       advice);
     expect_refused(run("import x --modules y --sd-bitrate many"),
                    "Could not convert: --sd-bitrate = many" + advice);
 }
@@ -131,6 +137,45 @@ TEST_F(CommandLine, RunReadsStandardInput) {
     const Outcome outcome = run("run -", read(small));
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+}
+
+TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
+    const Outcome outcome = run("run --strategies " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_report.txt");
+    ASSERT_GT(outcome.out.size(), report.size());
+    EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
+    EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
+    EXPECT_NE(outcome.out.find(
+                  "\n  MAX           11         1       5 of 5      0   kept: leaves the fewest out\n"),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
+    const json asked = json::parse(run("run --json --strategies " + small).out);
+    EXPECT_EQ(asked.at("strategies").size(), 4u);
+    EXPECT_EQ(asked.at("contested").size(), 6u);
+    const json plain = json::parse(run("run --json " + small).out);
+    EXPECT_EQ(plain.count("strategies") + plain.count("contested"), 0u);
+    EXPECT_EQ(asked.at("modules"), plain.at("modules"));
+    EXPECT_EQ(asked.at("summary"), plain.at("summary"));
+}
+
+TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
+    const Outcome outcome = run("run --strategies -",
+                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
+    run("run " + small + " --log " + file("plain.log"));
+    run("run " + small + " --strategies --log " + file("strategies.log"));
+    EXPECT_FALSE(read(file("plain.log")).empty());
+    EXPECT_EQ(read(file("strategies.log")), read(file("plain.log")));
+    const Outcome outcome = run("run " + small + " --strategies --log -");
+    EXPECT_EQ(outcome.err, read(file("plain.log")));
 }
 
 TEST_F(CommandLine, RunReportsAsJson) {

@@ -1,11 +1,55 @@
 #include "base/words.h"
 
+#include <algorithm>
+#include <numeric>
+
 #include <fmt/format.h>
 
 namespace zarven::tool {
 
-std::string counted(std::size_t number, std::string_view thing) {
-    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
+namespace {
+
+/// Slips between two words, row by row of the table of all their beginnings; three rows of it are enough.
+std::size_t slips(std::string_view from, std::string_view to) {
+    std::vector<std::size_t> before_last(to.size() + 1);
+    std::vector<std::size_t> last(to.size() + 1);
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= from.size(); ++i) {
+        before_last.swap(last);
+        last.swap(row);
+        row[0] = i;
+        for (std::size_t j = 1; j <= to.size(); ++j) {
+            const std::size_t replaced = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
+            row[j] = std::min({replaced, last[j] + 1, row[j - 1] + 1});
+            if (i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1])
+                row[j] = std::min(row[j], before_last[j - 2] + 1);
+        }
+    }
+    return row.back();
+}
+
+/// How much of a word must change; a short one is not near because it is short.
+double part_to_change(std::string_view word, std::string_view valid) {
+    const std::size_t longer = std::max(word.size(), valid.size());
+    return longer == 0 ? 0 : static_cast<double>(slips(word, valid)) / static_cast<double>(longer);
+}
+
+} // namespace
+
+std::string nearest_word(std::string_view word, const std::vector<std::string>& valid) {
+    const auto nearest = std::min_element(valid.begin(), valid.end(),
+                                          [word](const std::string& one, const std::string& other) {
+                                              return part_to_change(word, one) < part_to_change(word, other);
+                                          });
+    return nearest == valid.end() ? "" : *nearest;
+}
+
+std::string did_you_mean(std::string_view word, const std::vector<std::string>& valid) {
+    const std::string nearest = nearest_word(word, valid);
+    if (nearest.empty() || part_to_change(word, nearest) > 0.5)
+        return "";
+    return fmt::format("; did you mean \"{}\"?", nearest);
 }
 
 } // namespace zarven::tool

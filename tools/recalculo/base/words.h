@@ -1,16 +1,21 @@
-// Numbers as they stand in sentences.
+// Words that were mistyped: commands, options, keys, names of formats. Lists of some dozens.
 
-#ifndef RECALCULO_WORDS_H
-#define RECALCULO_WORDS_H
+#ifndef RECALCULO_BASE_WORDS_H
+#define RECALCULO_BASE_WORDS_H
 
-#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zarven::tool {
 
-/// "1 module", "2 modules": the number and the thing, which takes an s in the plural.
-std::string counted(std::size_t number, std::string_view thing);
+/// The valid word of which the least part must change, the first of equals; empty only for an empty list. A
+/// slip is a letter too many, too few, wrong, or two of them exchanged.
+std::string nearest_word(std::string_view word, const std::vector<std::string>& valid);
+
+/// `; did you mean "run"?` with the nearest valid word, or nothing where more than half of it would have to
+/// change.
+std::string did_you_mean(std::string_view word, const std::vector<std::string>& valid);
 
 } // namespace zarven::tool
 

@@ -8,10 +8,10 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/failure.h"
 #include "base/streams.h"
 #include "base/utf8.h"
-#include "base/words.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/channels_conf.h"

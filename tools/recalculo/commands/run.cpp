@@ -3,6 +3,7 @@
 #include "commands/run.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/streams.h"
@@ -10,8 +11,10 @@
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
+#include "placement/strategies.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
+#include "report/strategies_text.h"
 
 namespace zarven::tool {
 
@@ -21,22 +24,40 @@ struct RunOptions {
     std::string headend;
     bool json = false;
     bool pauses = false;
+    bool strategies = false;
     /// Empty for no log.
     std::string log;
 };
 
-void run_command(const RunOptions& options) {
-    const std::string file = input_name(options.headend);
-    const Headend headend = read_headend(file, read_text(options.headend));
-
+Result run_driver(const RunOptions& options, const Headend& headend, const std::string& file) {
     host::Log log(options.log);
     host::keep_pauses(options.pauses);
     EngineRun run = load_engine(headend, file);
     run_engine(run, file);
     log.finish();
+    return result_of(run, headend.name);
+}
 
-    const Result result = result_of(run, headend.name);
-    write_text(standard_stream, options.json ? json_report(result) : text_report(result));
+/// The log tells the driver's run alone, and only that pauses.
+Strategies run_strategies(const Headend& headend, const std::string& file) {
+    const host::Log no_log("");
+    host::keep_pauses(false);
+    return strategies_of(headend, file);
+}
+
+void run_command(const RunOptions& options) {
+    const std::string file = input_name(options.headend);
+    const Headend headend = read_headend(file, read_text(options.headend));
+
+    const Result result = run_driver(options, headend, file);
+    std::optional<Strategies> strategies;
+    if (options.strategies)
+        strategies = run_strategies(headend, file);
+    if (options.json)
+        write_text(standard_stream, json_report(result, strategies ? &*strategies : nullptr));
+    else
+        write_text(standard_stream,
+                   (strategies ? strategies_text(*strategies) + "\n" : "") + text_report(result));
 }
 
 } // namespace
@@ -48,6 +69,8 @@ void add_run(CLI::App& app) {
         ->type_name("")
         ->required();
     run->add_flag("--json", options->json, "Report as JSON");
+    run->add_flag("--strategies", options->strategies,
+                  "Show first what each of the engine's four strategies alone would leave out");
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")

@@ -3,12 +3,12 @@
 #include "headend/json_cursor.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/words.h"
 
 namespace zarven::tool {
 
@@ -30,34 +30,6 @@ std::string describe(const json& value) {
     while ((text[end] & 0xC0) == 0x80) // not in the middle of a character
         --end;
     return text.substr(0, end) + "…";
-}
-
-/// The number of characters to insert, delete or replace to make one word of the other.
-std::size_t edit_distance(const std::string& from, const std::string& to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
-        }
-    }
-    return row.back();
-}
-
-/// The known word of which the least part must change; a short one is not near because it is short.
-std::string nearest(const std::string& word, const std::vector<std::string>& known) {
-    const auto part_to_change = [&word](const std::string& key) {
-        return static_cast<double>(edit_distance(word, key)) /
-               static_cast<double>(std::max(word.size(), key.size()));
-    };
-    return *std::min_element(known.begin(), known.end(),
-                             [&part_to_change](const auto& one, const auto& other) {
-                                 return part_to_change(one) < part_to_change(other);
-                             });
 }
 
 } // namespace
@@ -83,7 +55,7 @@ void JsonCursor::check_keys(const std::vector<std::string>& known) const {
     for (const auto& member : value_->items()) {
         if (std::find(known.begin(), known.end(), member.key()) == known.end())
             complain_of(fmt::format("the unknown key \"{}\"", member.key()),
-                        fmt::format("a known one, such as \"{}\"", nearest(member.key(), known)));
+                        fmt::format("a known one, such as \"{}\"", nearest_word(member.key(), known)));
     }
 }
 

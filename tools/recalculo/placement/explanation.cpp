@@ -21,10 +21,12 @@ std::set<const tRec_Servicio*> set_of(const Services& services) {
 
 Services left_out_of(const EngineRun& run) {
     Services services;
+    std::set<const tRec_Servicio*> seen;
     for (const auto& [onid, network] : run.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs)
             for (const auto& [key, service] : stream.MapRec_Services)
-                services.push_back(service);
+                if (seen.insert(service.get()).second)
+                    services.push_back(service);
     const Services& waiting = run.engine.listaServiciosClonados;
     services.insert(services.end(), waiting.begin(), waiting.end());
     return services;

@@ -56,7 +56,7 @@ enum class Listing {
 
 using Services = std::vector<std::shared_ptr<tRec_Servicio>>;
 
-/// The services that a run has left out, by stream, and the clones that wait.
+/// The services that a run has left out, by stream and each once, and the clones that wait.
 Services left_out_of(const EngineRun& run);
 
 /// Explains services and clones of one run. Refers to the run.

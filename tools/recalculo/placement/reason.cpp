@@ -9,7 +9,7 @@
 
 #include <fmt/format.h>
 
-#include "base/words.h"
+#include "base/counted.h"
 #include "placement/result.h"
 
 namespace zarven::tool {

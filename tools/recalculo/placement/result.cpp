@@ -7,11 +7,28 @@
 #include <map>
 #include <set>
 
-#include <fmt/format.h>
-
+#include "placement/audit.h"
 #include "placement/reason.h"
 
 namespace zarven::tool {
+
+ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
+    ServiceResult result;
+    result.stream = {service.ONID, service.TSID};
+    result.lcn = service.LCN;
+    result.sid = service.SID;
+    result.osid = service.OSID;
+    result.name = service.NombreEntrada;
+    result.output_name = service.NombreSalida;
+    result.bitrate = service.peakBitRate;
+    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_scrambled = service.Descifrar != 0;
+    result.ca_pids = service.number_PIDs_CA;
+    result.is_transcoded = service.Transcoding != 0;
+    result.is_clone = is_clone;
+    result.parent_sid = service.Parent_SID;
+    return result;
+}
 
 namespace {
 
@@ -28,7 +45,7 @@ public:
         gather_left_out();
         gather_clones_waiting();
         count();
-        warn();
+        result_.warnings = audit(run);
     }
 
     Result result() && { return std::move(result_); }
@@ -44,19 +61,13 @@ private:
     void gather_left_out();
     void gather_clones_waiting();
     void count();
-    void warn();
-    void warn_of(const tRec_Servicio& service);
 
     const EngineRun& run_;
     Result result_;
     ServiceSet clones_;
     ServiceSet left_out_;
-    /// On how many outputs each service stands, clones too; twice on one output counts twice.
-    std::map<const tRec_Servicio*, std::size_t> appearances_;
-    /// On an output of some module none of whose inputs has it.
-    ServiceSet without_input_;
-    /// On an input that is tuned to a stream not its own.
-    ServiceSet on_foreign_input_;
+    /// On some output, clones too.
+    ServiceSet on_outputs_;
 };
 
 ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {
@@ -72,11 +83,8 @@ InputResult Gathering::gather(const tRec_Entrada& input, const OutputsOf& output
     result.number = input.NumEntrada;
     result.stream = {input.ONID, input.TSID};
     result.is_tuned = input.ONID != 0 || input.TSID != 0 || !input.MapaServicios.empty();
-    for (const auto& [key, service] : input.MapaServicios) {
+    for (const auto& [key, service] : input.MapaServicios)
         result.services.push_back(describe_placed(*service, outputs_of));
-        if (service->ONID != input.ONID || service->TSID != input.TSID)
-            on_foreign_input_.insert(service.get());
-    }
     return result;
 }
 
@@ -89,7 +97,7 @@ OutputResult Gathering::gather(const tRec_Salida& output, const OutputsOf& outpu
     result.service_max = output.NumServiciosMax;
     for (const auto& [key, service] : output.MapaServicios) {
         result.services.push_back(describe_placed(*service, outputs_of));
-        ++appearances_[service.get()];
+        on_outputs_.insert(service.get());
     }
     return result;
 }
@@ -109,8 +117,7 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
     for (const auto& [number, output] : module.mapSalidas)
         for (const auto& [key, service] : output.MapaServicios)
             outputs_of[service.get()].push_back(output.NumSalida);
-    for (const auto& [service, outputs] : outputs_of)
-        result.pids += service->number_PIDs_CA;
+    result.pids = pids_needed(module);
     ServiceSet on_inputs;
     for (const auto& [number, input] : module.mapEntradas) {
         result.inputs.push_back(gather(input, outputs_of));
@@ -120,10 +127,8 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
     for (const auto& [number, output] : module.mapSalidas) {
         result.outputs.push_back(gather(output, outputs_of));
         for (const auto& [key, service] : output.MapaServicios) {
-            if (on_inputs.count(service.get()) != 0)
-                continue;
-            without_input_.insert(service.get());
-            result.without_input.push_back(describe_placed(*service, outputs_of));
+            if (on_inputs.count(service.get()) == 0)
+                result.without_input.push_back(describe_placed(*service, outputs_of));
         }
     }
     return result;
@@ -156,68 +161,13 @@ void Gathering::count() {
     counts.loaded = run_.engine.listaServicios.size();
     counts.left_out = left_out_.size();
     counts.placed = static_cast<std::size_t>(
-        std::count_if(appearances_.begin(), appearances_.end(),
-                      [this](const auto& entry) { return clones_.count(entry.first) == 0; }));
+        std::count_if(on_outputs_.begin(), on_outputs_.end(),
+                      [this](const tRec_Servicio* service) { return clones_.count(service) == 0; }));
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
     counts.clones_attached = run_.clones.size() - counts.clones_waiting;
 }
 
-void Gathering::warn() {
-    const Counts& counts = result_.counts;
-    if (counts.placed + counts.left_out != counts.loaded)
-        result_.warnings.push_back(fmt::format("{} placed and {} left out do not make {} loaded",
-                                               counts.placed, counts.left_out, counts.loaded));
-    for (const auto& service : run_.engine.listaServicios)
-        warn_of(*service);
-    for (const auto& clone : run_.clones)
-        if (appearances_.count(clone.get()) != 0)
-            warn_of(*clone);
-}
-
-void Gathering::warn_of(const tRec_Servicio& service) {
-    const auto found = appearances_.find(&service);
-    const std::size_t appearances = found == appearances_.end() ? 0 : found->second;
-    const bool is_left_out = left_out_.count(&service) != 0;
-    const auto add = [&](const std::string& problem) {
-        result_.warnings.push_back(fmt::format("LCN {} \"{}\" of stream {}: {}", service.LCN,
-                                               service.NombreEntrada, to_string({service.ONID, service.TSID}),
-                                               problem));
-    };
-    if (appearances == 0 && !is_left_out)
-        add("neither placed nor left out");
-    if (appearances > 0 && is_left_out)
-        add("placed and left out at once");
-    if (appearances > 1)
-        add(fmt::format("{} times on outputs", appearances));
-    if (without_input_.count(&service) != 0)
-        add("on an output of a module that has it on no input");
-    if (on_foreign_input_.count(&service) != 0)
-        add("on an input that is tuned to another stream");
-}
-
 } // namespace
-
-std::string to_string(Stream stream) {
-    return fmt::format("{}/{}", stream.onid, stream.tsid);
-}
-
-ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
-    ServiceResult result;
-    result.stream = {service.ONID, service.TSID};
-    result.lcn = service.LCN;
-    result.sid = service.SID;
-    result.osid = service.OSID;
-    result.name = service.NombreEntrada;
-    result.output_name = service.NombreSalida;
-    result.bitrate = service.peakBitRate;
-    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
-    result.is_scrambled = service.Descifrar != 0;
-    result.ca_pids = service.number_PIDs_CA;
-    result.is_transcoded = service.Transcoding != 0;
-    result.is_clone = is_clone;
-    result.parent_sid = service.Parent_SID;
-    return result;
-}
 
 Result result_of(const EngineRun& run, const std::string& headend_name) {
     Result result = Gathering(run).result();

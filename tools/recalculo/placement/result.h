@@ -9,13 +9,9 @@
 #include <vector>
 
 #include "placement/engine_run.h"
+#include "placement/stream.h"
 
 namespace zarven::tool {
-
-struct Stream {
-    std::uint16_t onid = 0;
-    std::uint16_t tsid = 0;
-};
 
 struct ServiceResult {
     Stream stream;
@@ -102,12 +98,12 @@ struct Result {
     std::vector<StreamResult> left_out;
     std::vector<ServiceResult> clones_waiting;
     Counts counts;
-    /// What does not add up, one sentence each; empty as a rule.
+    /// What the audit found, one sentence each; empty as a rule.
     std::vector<std::string> warnings;
 };
 
-/// How a stream is written in messages and reports: ONID/TSID.
-std::string to_string(Stream stream);
+/// What is known of a service wherever it stands.
+ServiceResult describe(const tRec_Servicio& service, bool is_clone);
 
 /// What reports show of a service, without its outputs and its reason.
 ServiceResult describe(const tRec_Servicio& service, bool is_clone);

@@ -8,8 +8,8 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/utf8.h"
-#include "base/words.h"
 
 namespace zarven::tool {
 

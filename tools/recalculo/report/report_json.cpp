@@ -2,6 +2,8 @@
 
 #include "report/report_json.h"
 
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 namespace zarven::tool {
@@ -75,10 +77,57 @@ static void to_json(ordered_json& json, const Counts& counts) {
             {"clones_waiting", counts.clones_waiting}};
 }
 
-std::string json_report(const Result& result) {
+static const char* name_of(Verdict verdict) {
+    switch (verdict) {
+    case Verdict::kept:
+        return "kept";
+    case Verdict::surpassed:
+        return "surpassed";
+    case Verdict::tie:
+        return "tie";
+    case Verdict::worse:
+        return "worse";
+    case Verdict::not_tried:
+        break;
+    }
+    return "not tried";
+}
+
+static void add(ordered_json& json, const Strategies& strategies) {
+    json["strategies"] = ordered_json::array();
+    for (const Strategy& strategy : strategies.list) {
+        ordered_json one = {{"name", strategy.name},
+                            {"placed", strategy.placed},
+                            {"left_out", strategy.left_out},
+                            {"left_out_counted", strategy.left_out_counted},
+                            {"inputs_used", strategy.inputs_used},
+                            {"inputs", strategy.inputs},
+                            {"warnings", strategy.findings},
+                            {"verdict", name_of(strategy.verdict)}};
+        if (strategy.verdict != Verdict::kept)
+            one["rival"] = strategies.list[strategy.rival].name;
+        json["strategies"].push_back(std::move(one));
+    }
+    json["contested"] = ordered_json::array();
+    for (const Contested& contested : strategies.contested) {
+        ordered_json one = {{"lcn", contested.service.lcn},
+                            {"name", contested.service.name},
+                            {"onid", contested.service.stream.onid},
+                            {"tsid", contested.service.stream.tsid},
+                            {"placed_by", ordered_json::array()}};
+        for (std::size_t index = 0; index < strategy_count; ++index)
+            if (contested.is_placed_by[index])
+                one["placed_by"].push_back(strategies.list[index].name);
+        json["contested"].push_back(std::move(one));
+    }
+}
+
+std::string json_report(const Result& result, const Strategies* strategies) {
     ordered_json json;
     if (!result.name.empty())
         json["name"] = result.name;
+    if (strategies != nullptr)
+        add(json, *strategies);
     json["modules"] = result.modules;
     json["left_out"] = result.left_out;
     json["clones_waiting"] = result.clones_waiting;

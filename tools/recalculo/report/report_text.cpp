@@ -244,10 +244,12 @@ void Report::write_clones_waiting() {
 }
 
 void Report::write_warnings() {
+    if (result_.warnings.empty())
+        return;
+    line("Audit: {}", counted(result_.warnings.size(), "finding", "findings"));
     for (const std::string& warning : result_.warnings)
         line("Warning: {}", printable(warning));
-    if (!result_.warnings.empty())
-        line("");
+    line("");
 }
 
 void Report::write_summary() {

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# completion.sh FILE: sources the bash completion and looks at what it offers.
+set -euo pipefail
+
+# shellcheck source=/dev/null
+source "$1"
+
+# expect WORDS WHAT...: completing the last of the words offers these, among others.
+expect() {
+    read -ra COMP_WORDS <<<"$1"
+    [[ $1 != *' ' ]] || COMP_WORDS+=('')
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    _recalculo
+    local what
+    for what in "${@:2}"; do
+        printf '%s\n' "${COMPREPLY[@]}" | grep -qxF -- "$what" || {
+            echo "'$1': expected '$what' among: ${COMPREPLY[*]}"
+            exit 1
+        }
+    done
+}
+
+expect 'recalculo ' run import --help --version
+expect 'recalculo im' import
+expect 'recalculo run --' --json --log --pauses --help
+expect 'recalculo import --sd' --sd-bitrate
+expect 'recalculo run --lo' --log
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+touch 'head end.json' other.txt
+expect 'recalculo run ' 'head end.json' other.txt
+expect 'recalculo run oth' other.txt
+expect 'recalculo run x --log oth' other.txt

@@ -1,0 +1,95 @@
+// An engine brought by hand into states that its exchanges can leave behind, for the tests of what is read
+// off it.
+
+#ifndef RECALCULO_PLACED_BY_HAND_H
+#define RECALCULO_PLACED_BY_HAND_H
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "placement/engine_run.h"
+
+namespace zarven::tool {
+
+/// A head-end of two modules: two inputs and two outputs each, the first with transcoders.
+inline Headend two_modules() {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 2, {10000, 10000}, 8, 1, 2, 1});
+    headend.modules.push_back({"B", 3, false, 2, {10000, 10000}, 8, 0, 0, 0});
+    return headend;
+}
+
+inline Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 4000) {
+    Service made;
+    made.lcn = lcn;
+    made.name = "S" + std::to_string(lcn);
+    made.output_name = made.name;
+    made.onid = 1;
+    made.tsid = tsid;
+    made.sid = static_cast<std::uint16_t>(100 + lcn);
+    made.osid = made.sid;
+    made.bitrate = bitrate;
+    return made;
+}
+
+inline Clone clone_of(const Service& parent, std::uint16_t transcoding = 0) {
+    Clone made;
+    static_cast<Programme&>(made) = parent;
+    made.output_name = "copy";
+    made.transcoding = transcoding;
+    return made;
+}
+
+/// A loaded engine whose result is empty: the loaded modules, nothing placed, nothing left out.
+class PlacedByHand : public testing::Test {
+protected:
+    void load(const Headend& headend) {
+        run = load_engine(headend, "f");
+        run.engine.Mapa_ModulosCabecera_Final = run.engine.Mapa_ModulosCabecera_Inicial;
+    }
+
+    std::shared_ptr<tRec_Servicio> loaded(std::size_t index) { return run.engine.listaServicios.at(index); }
+    tRec_Modulo& module(const std::string& mac) { return run.engine.Mapa_ModulosCabecera_Final.at(mac); }
+    tRec_Entrada& input(const std::string& mac, unsigned short number) {
+        return module(mac).mapEntradas.at(number);
+    }
+    tRec_Salida& output(const std::string& mac, unsigned short number) {
+        return module(mac).mapSalidas.at(number);
+    }
+
+    /// Puts a service on an output alone, and counts it there.
+    void put_on_output(const std::string& mac, const std::shared_ptr<tRec_Servicio>& placed,
+                       unsigned short number) {
+        output(mac, number).addServicioALaSalida(placed);
+        ++output(mac, number).NumServicios;
+    }
+
+    /// Puts a service on an input, which is tuned to its stream, and on an output, with all the engine's
+    /// counts but those of the transcoders.
+    void place(const std::string& mac, const std::shared_ptr<tRec_Servicio>& placed, unsigned short in,
+               unsigned short out) {
+        input(mac, in).confEntrada(placed->TSID, placed->ONID);
+        module(mac).addService(placed, in, out);
+        ++output(mac, out).NumServicios;
+    }
+
+    /// Puts a clone on an input and an output, free of charge.
+    void attach(const std::string& mac, std::size_t index, unsigned short in, unsigned short out) {
+        module(mac).addService(run.clones.at(index), in, out);
+        run.engine.listaServiciosClonados.clear();
+    }
+
+    void leave_out(const std::shared_ptr<tRec_Servicio>& left, unsigned short tsid) {
+        run.engine.Mapa_ONIDs_Final[left->ONID].MapRec_TSIDs[tsid].MapRec_Services.emplace(left->idService,
+                                                                                           left);
+    }
+    void leave_out(const std::shared_ptr<tRec_Servicio>& left) { leave_out(left, left->TSID); }
+
+    EngineRun run;
+};
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,21 @@
+#include "commands/program.h"
+
+#include "commands/explain.h"
+#include "commands/import.h"
+#include "commands/run.h"
+
+namespace zarven::tool {
+
+void describe_program(CLI::App& program) {
+    program.name("recalculo");
+    program.description("Places the television services of a head-end onto its modules.");
+    for (const auto add : {add_run, add_explain, add_import})
+        add(program);
+
+    const std::string version = "recalculo " RECALCULO_VERSION;
+    program.set_version_flag("--version", version);
+    for (CLI::App* command : program.get_subcommands({}))
+        command->set_version_flag("--version", version);
+}
+
+} // namespace zarven::tool

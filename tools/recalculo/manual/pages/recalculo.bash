@@ -1,0 +1,21 @@
+# bash completion for recalculo
+
+_recalculo() {
+    local word=${COMP_WORDS[COMP_CWORD]} words=''
+    COMPREPLY=()
+    case $COMP_CWORD in
+    1) words='run explain import --help --version' ;;
+    *) case ${COMP_WORDS[1]} in
+    run) words='-h --help --json --strategies --pauses --log --version' ;;
+    explain) words='-h --help --service --json --version' ;;
+    import) words='-h --help --modules -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+    esac ;;
+    esac
+    if [[ $word == -* || $COMP_CWORD -eq 1 ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+    else
+        compopt -o filenames 2>/dev/null || :
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+    fi
+}
+complete -F _recalculo recalculo

@@ -1,0 +1,136 @@
+// Each strategy gets an engine loaded anew: engines share nothing, while copies of the modules of one engine
+// share their services.
+
+#include "placement/strategies.h"
+
+#include <algorithm>
+#include <future>
+#include <utility>
+
+namespace zarven::tool {
+
+namespace {
+
+constexpr std::array<const char*, strategy_count> names = {"MAX", "MAX MIN", "MIN", "MIN MAX"};
+
+/// What one strategy comes to.
+struct Trial {
+    EngineRun run;
+    Strategy strategy;
+    /// For each loaded service, whether it is on some output.
+    std::vector<bool> is_placed;
+};
+
+std::vector<bool> placement_of(const tRecalculo& engine) {
+    std::vector<const tRec_Servicio*> placed;
+    for (const auto& [mac, module] : engine.Mapa_ModulosCabecera_Final)
+        for (const auto& [number, output] : module.mapSalidas)
+            for (const auto& [key, service] : output.MapaServicios)
+                placed.push_back(service.get());
+    std::sort(placed.begin(), placed.end());
+    std::vector<bool> is_placed;
+    for (const auto& service : engine.listaServicios)
+        is_placed.push_back(std::binary_search(placed.begin(), placed.end(), service.get()));
+    return is_placed;
+}
+
+Trial try_strategy(const Headend& headend, const std::string& file, std::size_t index) {
+    Trial trial;
+    trial.run = load_engine(headend, file);
+    const EngineRun& run = trial.run;
+    run_strategy(trial.run, index);
+
+    const Result result = result_of(run, "");
+    trial.is_placed = placement_of(run.engine);
+    Strategy& strategy = trial.strategy;
+    strategy.name = names[index];
+    strategy.placed = result.counts.placed;
+    strategy.left_out = result.counts.left_out;
+    strategy.left_out_counted = run.engine.Mapa_ONIDs.empty() ? 0 : run.engine.num_servicios_procesado();
+    strategy.findings = result.warnings.size();
+    for (const ModuleResult& module : result.modules)
+        for (const InputResult& input : module.inputs) {
+            ++strategy.inputs;
+            strategy.inputs_used += input.is_tuned;
+        }
+    return trial;
+}
+
+std::vector<Contested> contested_by(const std::array<Trial, strategy_count>& trials) {
+    // In all engines the services are loaded in the same order.
+    const auto& loaded = trials.front().run.engine.listaServicios;
+    std::vector<Contested> contested;
+    for (std::size_t index = 0; index < loaded.size(); ++index) {
+        Contested one;
+        for (std::size_t strategy = 0; strategy < strategy_count; ++strategy)
+            one.is_placed_by[strategy] = trials[strategy].is_placed[index];
+        const auto times = std::count(one.is_placed_by.begin(), one.is_placed_by.end(), true);
+        if (times == 0 || times == static_cast<std::ptrdiff_t>(strategy_count))
+            continue;
+        one.service = describe(*loaded[index], false);
+        contested.push_back(std::move(one));
+    }
+    return contested;
+}
+
+} // namespace
+
+void run_strategy(EngineRun& run, std::size_t index) {
+    tRecalculo& engine = run.engine;
+    engine.Mapa_ModulosCabecera_Proceso = engine.Mapa_ModulosCabecera_Inicial;
+    engine.Mapa_ONIDs = engine.Mapa_ONIDs_Inicial;
+    engine.RecalculationAlgorithm(static_cast<char>(index + 1), engine.GetRecursoCabecera());
+    engine.Mapa_ModulosCabecera_Final = std::move(engine.Mapa_ModulosCabecera_Proceso);
+    engine.Mapa_ONIDs_Final = engine.Mapa_ONIDs;
+}
+
+std::size_t index_of_kept(const std::array<Strategy, strategy_count>& list) {
+    const auto kept = std::find_if(list.begin(), list.end(),
+                                   [](const Strategy& one) { return one.verdict == Verdict::kept; });
+    return static_cast<std::size_t>(kept - list.begin());
+}
+
+void judge(std::array<Strategy, strategy_count>& list) {
+    std::size_t best = 0;
+    for (std::size_t index = 0; index < strategy_count; ++index) {
+        Strategy& strategy = list[index];
+        const std::size_t fewest = list[best].left_out_counted;
+        strategy.rival = best;
+        if (index == 0) {
+            strategy.verdict = Verdict::kept;
+        } else if (fewest == 0) {
+            strategy.verdict = Verdict::not_tried;
+        } else if (strategy.left_out_counted == fewest) {
+            strategy.verdict = Verdict::tie;
+        } else if (strategy.left_out_counted > fewest) {
+            strategy.verdict = Verdict::worse;
+        } else {
+            strategy.verdict = Verdict::kept;
+            strategy.rival = index;
+            list[best].verdict = Verdict::surpassed;
+            list[best].rival = index;
+            best = index;
+        }
+    }
+}
+
+Strategies strategies_of(const Headend& headend, const std::string& file) {
+    std::array<std::future<Trial>, strategy_count> under_way;
+    for (std::size_t index = 0; index < strategy_count; ++index)
+        under_way[index] =
+            std::async(std::launch::async, try_strategy, std::cref(headend), std::cref(file), index);
+    Strategies strategies;
+    std::array<Trial, strategy_count> trials;
+    for (std::size_t index = 0; index < strategy_count; ++index) {
+        trials[index] = under_way[index].get();
+        strategies.list[index] = trials[index].strategy;
+    }
+    judge(strategies.list);
+    strategies.contested = contested_by(trials);
+    const std::size_t kept = index_of_kept(strategies.list);
+    std::stable_partition(strategies.contested.begin(), strategies.contested.end(),
+                          [kept](const Contested& one) { return !one.is_placed_by[kept]; });
+    return strategies;
+}
+
+} // namespace zarven::tool

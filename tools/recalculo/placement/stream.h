@@ -1,0 +1,21 @@
+// A transport stream by its two numbers, and how it is written in messages and reports.
+
+#ifndef RECALCULO_STREAM_H
+#define RECALCULO_STREAM_H
+
+#include <cstdint>
+#include <string>
+
+namespace zarven::tool {
+
+struct Stream {
+    std::uint16_t onid = 0;
+    std::uint16_t tsid = 0;
+};
+
+/// ONID/TSID.
+std::string to_string(Stream stream);
+
+} // namespace zarven::tool
+
+#endif
