@@ -40,7 +40,7 @@ foreign() {
 }
 
 # What the library and the tool are built with.
-BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev)
+BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev libkainjow-mustache-dev)
 
 # What the tests are built with besides.
 TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev mandoc)

@@ -80,7 +80,8 @@ const std::string channel_line =
     "Canal;Marca:11362:HC23:S19.2E:22000:6110=27:6120=deu@3:6130:98C:11110:1:1011:0\n";
 
 TEST_F(CommandLine, HelpIsEverywhere) {
-    for (const std::string arguments : {"--help", "-h", "run --help", "explain --help", "import --help"}) {
+    for (const std::string arguments :
+         {"--help", "-h", "run --help", "explain --help", "import --help", "export --help"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 0) << arguments;
         EXPECT_NE(outcome.out.find("Usage: recalculo"), std::string::npos) << outcome.out;
@@ -90,7 +91,7 @@ TEST_F(CommandLine, HelpIsEverywhere) {
 
 TEST_F(CommandLine, VersionIsEverywhere) {
     for (const std::string arguments :
-         {"--version", "run --version", "explain --version", "import --version"}) {
+         {"--version", "run --version", "explain --version", "import --version", "export --version"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 0) << arguments;
         EXPECT_EQ(outcome.out, "recalculo " RECALCULO_VERSION "\n");
@@ -101,8 +102,9 @@ TEST_F(CommandLine, VersionIsEverywhere) {
 TEST_F(CommandLine, WrongUseIsExitCode2) {
     for (const std::string arguments :
          {"", "rum", "run", "run a b", "run --jsn x", "explain", "explain x --service", "explain x y",
-          "import x", "import --modules x", "run x --log", "import x --modules y --sd-bitrate many",
-          "import x --modules y --sd-bitrate -1", "import x --modules y --hd-bitrate 4294967296"}) {
+          "import x", "import --modules x", "export", "export x", "run x --log", "run x --html",
+          "import x --modules y --sd-bitrate many", "import x --modules y --sd-bitrate -1",
+          "import x --modules y --hd-bitrate 4294967296"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -112,7 +114,7 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""), "A command (run, explain, import) is required" + advice);
+    expect_refused(run(""), "A command (run, explain, import, export) is required" + advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
@@ -176,6 +178,45 @@ TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
     EXPECT_EQ(read(file("strategies.log")), read(file("plain.log")));
     const Outcome outcome = run("run " + small + " --strategies --log -");
     EXPECT_EQ(outcome.err, read(file("plain.log")));
+}
+
+/// A whole page, from its first line to its last.
+void expect_page(const std::string& text) {
+    EXPECT_EQ(text.rfind("<!doctype html>\n", 0), 0u);
+    EXPECT_NE(text.find("<h1><bdi>Small head-end</bdi></h1>"), std::string::npos);
+    EXPECT_EQ(text.substr(text.size() - 8), "</html>\n");
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheReport) {
+    const Outcome outcome = run("run --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.err, "");
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheJsonReport) {
+    const Outcome outcome = run("run --json --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, run("run --json " + small).out);
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesThePageInPlaceOfTheReport) {
+    const Outcome outcome = run("run --html - " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    expect_page(outcome.out);
+}
+
+TEST_F(CommandLine, TwoReportsDoNotShareStandardOutput) {
+    expect_refused(run("run --json --html - " + small),
+                   "--json and --html - both write to standard output; expected a file for --html");
+}
+
+TEST_F(CommandLine, APageThatCannotBeWrittenLeavesNoReport) {
+    expect_refused(run("run --html '" + file("none/page.html") + "' " + small),
+                   file("none/page.html") + ": cannot be written: No such file or directory");
 }
 
 TEST_F(CommandLine, RunReportsAsJson) {
@@ -381,8 +422,10 @@ TEST_F(CommandLine, ImportWritesAHeadend) {
   ]
 }
 )");
-    EXPECT_EQ(outcome.err, file("list") + ": 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them "
-                                          "scrambled; no line left aside\n");
+    EXPECT_EQ(outcome.err, file("list") +
+                               ": 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them "
+                               "scrambled; no line left aside\n" +
+                               file("list") + ": read as channels.conf; estimated: bitrates by kind\n");
 }
 
 TEST_F(CommandLine, ImportTakesModulesOnly) {
@@ -406,7 +449,8 @@ TEST_F(CommandLine, ImportTellsTheLinesLeftAsideAndGoesOn) {
         "standard input: line 4: channel number 2 stands in stream 1/1011 already, on line 2\n"
         "standard input: line 6: channel number 70000 is too large, expected at most 65535\n"
         "standard input: 1 service in 1 stream imported: 0 SD, 1 HD, 0 radio; 1 of them scrambled; 3 lines left "
-        "aside\n");
+        "aside\n"
+        "standard input: read as channels.conf; estimated: bitrates by kind\n");
     EXPECT_EQ(json::parse(read(file("out.json"))).at("services").size(), 1u);
 }
 
@@ -415,6 +459,43 @@ TEST_F(CommandLine, ImportTakesEstimates) {
     const Outcome outcome =
         run("import - --radio-bitrate 320 --modules " + write("modules.json", modules_text), line);
     EXPECT_EQ(json::parse(outcome.out).at("services").at(0).at("bitrate"), 320);
+}
+
+TEST_F(CommandLine, ImportReadsEveryFormat) {
+    for (const auto& [name, format] :
+         {std::pair("sample.dvbv5.conf", "dvbv5"), std::pair("sample.lamedb", "lamedb")}) {
+        const std::string list = examples + "/" + name;
+        const Outcome shown = run("import " + list + " --modules " + small);
+        EXPECT_EQ(shown.code, 0);
+        EXPECT_EQ(json::parse(shown.out).at("services").size(), 4u);
+        EXPECT_NE(shown.err.find(list + ": read as " + format + "; estimated: bitrates by kind, "),
+                  std::string::npos)
+            << shown.err;
+        const Outcome said = run("import " + list + " --format " + format + " --modules " + small);
+        EXPECT_EQ(said.out, shown.out);
+    }
+}
+
+TEST_F(CommandLine, ImportTellsWhatItEstimates) {
+    EXPECT_NE(
+        run("import " + examples + "/sample.dvbv5.conf --modules " + small)
+            .err.find("estimated: bitrates by kind, every service free to air, LCN of 1 channel by place in "
+                      "the file, TSID of 1 stream by frequency\n"),
+        std::string::npos);
+    EXPECT_NE(
+        run("import " + examples + "/sample.lamedb --modules " + small)
+            .err.find("estimated: bitrates by kind, LCN of 4 channels by place in the file, TSID of 1 stream "
+                      "by frequency, CA PIDs of 1 scrambled service by kind\n"),
+        std::string::npos);
+}
+
+TEST_F(CommandLine, ImportRefusesWhatIsNoList) {
+    const Outcome outcome = run("import - --modules " + small, "no list\n");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.err.find("recalculo: standard input: found no line of a channel list"), 0u);
+    expect_refused(
+        run("import - --format dvb --modules " + small),
+        "--format: dvb not in {channels.conf,dvbv5,lamedb}\nRun with --help for more information.");
 }
 
 TEST_F(CommandLine, ImportCannotReadBothFromStandardInput) {
@@ -435,6 +516,45 @@ TEST_F(CommandLine, WhatIsImportedRuns) {
     const json summary = json::parse(outcome.out).at("summary");
     EXPECT_EQ(summary.at("loaded"), 1);
     EXPECT_EQ(summary.at("placed"), 1);
+}
+
+TEST_F(CommandLine, ExportWritesAChannelList) {
+    const std::string result = write("result.json", run("run " + small + " --json").out);
+    const Outcome outcome = run("export " + result + " --format channels.conf");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')), ":@1");
+    EXPECT_EQ(outcome.err,
+              result +
+                  ": 11 channels written, 0 of them renamed; not written: 1 left out, 1 that are clones\n");
+    const Outcome again = run("import - --modules " + small, outcome.out);
+    EXPECT_EQ(json::parse(again.out).at("services").size(), 11u);
+    EXPECT_EQ(json::parse(again.out).at("services").at(0).at("name"), "Canal Uno");
+}
+
+TEST_F(CommandLine, ExportWritesATable) {
+    const std::string result = run("run " + small + " --json").out;
+    const Outcome outcome = run("export - --format csv -o " + file("table.csv"), result);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out + outcome.err, "");
+    const std::string table = read(file("table.csv"));
+    EXPECT_EQ(table.substr(0, 14), "placed,module,");
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 14);
+    EXPECT_NE(table.find("\r\nno,,,,41,Canal Lejano,"), std::string::npos);
+}
+
+TEST_F(CommandLine, ExportOfWhatIsNoResult) {
+    expect_refused(run("export " + small + " --format csv"),
+                   small + ": top level: found a head-end, expected a result, which `recalculo run HEADEND "
+                           "--json` writes");
+    expect_refused(run("export x --format pdf"),
+                   "--format: pdf not in {channels.conf,csv}\nRun with --help for more information.");
+    expect_refused(run("export " + small), "--format is required\nRun with --help for more information.");
+}
+
+TEST_F(CommandLine, ExportToAFullDisk) {
+    const std::string result = run("run " + small + " --json").out;
+    expect_refused(run("export - --format channels.conf >/dev/full", result),
+                   "standard output: cannot be written: No space left on device");
 }
 
 } // namespace

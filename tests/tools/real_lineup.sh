@@ -20,4 +20,17 @@ for modules in modules-16 modules-8-tight; do
     "$recalculo" import "$folder/channels.conf" --modules "$examples/$modules.json" -o "$folder/$modules.json"
     "$recalculo" run "$folder/$modules.json" --json >"$folder/$modules.result.json"
     "$check_result" "$folder/$modules.result.json" "$folder/$modules.json"
+
+    # What is exported and imported again are services of the head-end, one a line, and all that are placed.
+    "$recalculo" export "$folder/$modules.result.json" --format channels.conf -o "$folder/exported.conf"
+    "$recalculo" import "$folder/exported.conf" --modules "$examples/$modules.json" -o "$folder/again.json"
+    sed 's/,$//' "$folder/$modules.json" | sort >"$folder/before"
+    sed 's/,$//' "$folder/again.json" | sort >"$folder/after"
+    if [ -n "$(comm -13 "$folder/before" "$folder/after")" ]; then
+        echo "what was exported is not what is imported:"
+        comm -13 "$folder/before" "$folder/after"
+        exit 1
+    fi
+    placed=$(grep -o '"placed": [0-9]*' "$folder/$modules.result.json" | grep -o '[0-9]*$')
+    [ "$(grep -c '"lcn"' "$folder/again.json")" -eq "$placed" ]
 done

@@ -116,6 +116,44 @@ TEST(ImportChannels, AScrambledServiceNeedsAllItsPids) {
     EXPECT_EQ(imported.scrambled, 3u);
 }
 
+TEST(ImportChannels, AKindThatIsToldCountsMoreThanThePicture) {
+    Channel told = channel(1, 6110, video_h264);
+    told.kind = ChannelKind::sd;
+    EXPECT_EQ(import({told}).services.at(0).video_format, 0);
+    told.kind = ChannelKind::radio;
+    EXPECT_EQ(import({told}).services.at(0).type, 2);
+    told = channel(1, 0);
+    told.kind = ChannelKind::hd;
+    EXPECT_EQ(import({told}).services.at(0).video_format, 4);
+}
+
+TEST(ImportChannels, PidsThatAreNotKnownAreEstimated) {
+    Channel television = channel(1, 0);
+    television.scrambled = true;
+    television.audio_pids = {};
+    Channel radio = television;
+    radio.number = 2;
+    // Without a word on the kind this is a radio without sound.
+    EXPECT_EQ(import({television}).services.at(0).ca_pids, 0);
+    EXPECT_EQ(import({television}).without_pids, 0u);
+    television.kind = ChannelKind::hd;
+    radio.kind = ChannelKind::radio;
+    const ImportedChannels imported = import({television, radio});
+    EXPECT_EQ(imported.services.at(0).ca_pids, 2);
+    EXPECT_EQ(imported.services.at(0).ca_pids_max, 2);
+    EXPECT_EQ(imported.services.at(1).ca_pids, 1);
+    EXPECT_EQ(imported.without_pids, 2u);
+    television.audio_pids = {1};
+    EXPECT_EQ(import({television}).services.at(0).ca_pids, 1);
+    EXPECT_EQ(import({television}).without_pids, 0u);
+}
+
+TEST(ImportChannels, StreamsWithoutIdsAreCounted) {
+    EXPECT_EQ(
+        import({nameless(1, 11362), nameless(2, 11493), nameless(3, 11362), channel(4)}).nameless_streams,
+        2u);
+}
+
 TEST(ImportChannels, StreamsWithoutIdsAreToldApartByFrequency) {
     EXPECT_EQ(tsids(import({nameless(1, 11362), nameless(2, 11493), nameless(3, 11362)})),
               (std::vector<std::uint16_t>{11362, 11493, 11362}));

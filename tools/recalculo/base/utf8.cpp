@@ -84,6 +84,16 @@ std::string printable(std::string_view text) {
     return clean;
 }
 
+std::string shortened(std::string_view text) {
+    const std::size_t most_bytes = 60;
+    if (text.size() <= most_bytes)
+        return std::string(text);
+    std::size_t end = most_bytes;
+    while (end > 0 && (text[end] & 0xC0) == 0x80) // not in the middle of a character
+        --end;
+    return std::string(text.substr(0, end)) + "…";
+}
+
 int display_width(std::string_view text) {
     int width = 0;
     for_each_character(text, [&width](wchar_t character, std::string_view) {

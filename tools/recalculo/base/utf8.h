@@ -18,6 +18,9 @@ std::string latin1_to_utf8(std::string_view text);
 /// not UTF-8 become U+FFFD.
 std::string printable(std::string_view text);
 
+/// The text, or its first characters and an ellipsis where it is too long to stand in a message.
+std::string shortened(std::string_view text);
+
 /// Columns that a printable text takes on a terminal: 2 for wide East Asian characters, 0 for combining ones.
 int display_width(std::string_view text);
 

@@ -1,4 +1,5 @@
-// What can be wrong with the command line and the keys is told before the engine runs, which may take long.
+// What can be wrong with the command line and the queries is told before the engine runs, which may take
+// long.
 
 #include "commands/explain.h"
 
@@ -12,7 +13,7 @@
 #include "placement/engine_run.h"
 #include "placement/explanation.h"
 #include "placement/host.h"
-#include "placement/service_key.h"
+#include "placement/service_query.h"
 #include "report/explanation_json.h"
 #include "report/explanation_text.h"
 
@@ -28,10 +29,11 @@ struct ExplainOptions {
 };
 
 /// The services asked for, each once.
-Services services_with(const std::vector<ServiceKey>& keys, const EngineRun& run, const std::string& file) {
+Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
+                       const std::string& file) {
     Services services;
-    for (const ServiceKey& key : keys)
-        for (const auto& service : services_with(key, run, file))
+    for (const ServiceQuery& query : queries)
+        for (const auto& service : services_with(query, run, file))
             if (std::find(services.begin(), services.end(), service) == services.end())
                 services.push_back(service);
     return services;
@@ -63,19 +65,19 @@ void tell_as_json(Explainer& explainer, const Services& services, const std::str
 }
 
 void explain_command(const ExplainOptions& options) {
-    std::vector<ServiceKey> keys;
+    std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
-        keys.push_back(parse_service_key(text));
+        queries.push_back(parse_service_query(text));
     const std::string file = input_name(options.headend);
     const Headend headend = read_headend(file, read_text(options.headend));
 
     // No log: the engine is asked much that is no part of a run.
     const host::Log silence("");
     EngineRun run = load_engine(headend, file);
-    Services services = services_with(keys, run, file);
+    Services services = services_with(queries, run, file);
     run_engine(run, file);
-    Explainer explainer(run, keys.empty() ? Listing::with_an_input : Listing::all_modules);
-    if (keys.empty())
+    Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
+    if (queries.empty())
         services = left_out_of(run);
     if (options.json)
         tell_as_json(explainer, services, headend.name);

@@ -3,6 +3,7 @@
 #include "commands/import.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -14,7 +15,7 @@
 #include "base/utf8.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
-#include "lineup/channels_conf.h"
+#include "lineup/lineup.h"
 
 namespace zarven::tool {
 
@@ -24,6 +25,8 @@ struct ImportOptions {
     std::string channels;
     std::string modules;
     std::string output = standard_stream;
+    /// Empty for the one that the list shows.
+    std::string format;
     BitrateEstimates estimates;
 };
 
@@ -44,14 +47,37 @@ void tell(const std::string& file, const ImportedChannels& imported) {
                imported.unreadable.empty() ? "no line" : counted(imported.unreadable.size(), "line"));
 }
 
+/// What the list does not tell and the head-end needs.
+void tell_estimates(const std::string& file, const Lineup& lineup, const ImportedChannels& imported) {
+    std::vector<std::string> estimates = {"bitrates by kind"};
+    if (lineup.format == LineupFormat::dvbv5)
+        estimates.emplace_back("every service free to air");
+    if (lineup.list.numbered_by_place != 0)
+        estimates.push_back(
+            fmt::format("LCN of {} by place in the file", counted(lineup.list.numbered_by_place, "channel")));
+    if (imported.nameless_streams != 0)
+        estimates.push_back(
+            fmt::format("TSID of {} by frequency", counted(imported.nameless_streams, "stream")));
+    if (imported.without_pids != 0)
+        estimates.push_back(
+            fmt::format("CA PIDs of {} by kind", counted(imported.without_pids, "scrambled service")));
+    fmt::print(stderr, "{}: read as {}; estimated: {}\n", file, to_string(lineup.format),
+               fmt::join(estimates, ", "));
+}
+
 void import_command(const ImportOptions& options) {
     if (options.channels == standard_stream && options.modules == standard_stream)
         throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
 
     Headend planned = read_headend(input_name(options.modules), read_text(options.modules));
-    const ChannelList list = read_channels_conf(read_text(options.channels));
-    ImportedChannels imported = import_channels(list, options.estimates);
-    tell(input_name(options.channels), imported);
+    const std::string file = input_name(options.channels);
+    std::optional<LineupFormat> format;
+    if (!options.format.empty())
+        format = lineup_format(options.format);
+    const Lineup lineup = read_lineup(file, read_text(options.channels), format);
+    ImportedChannels imported = import_channels(lineup.list, options.estimates);
+    tell(file, imported);
+    tell_estimates(file, lineup, imported);
 
     Headend headend;
     headend.name = std::move(planned.name);
@@ -65,7 +91,9 @@ void import_command(const ImportOptions& options) {
 void add_import(CLI::App& app) {
     const auto options = std::make_shared<ImportOptions>();
     CLI::App* import = app.add_subcommand("import", "Make a head-end of a channel list and modules");
-    import->add_option("CHANNELS", options->channels, "The list, a channels.conf file; - for standard input")
+    import
+        ->add_option("CHANNELS", options->channels,
+                     "The list: channels.conf, dvbv5 or lamedb; - for standard input")
         ->type_name("")
         ->required();
     import
@@ -73,6 +101,9 @@ void add_import(CLI::App& app) {
                      "A head-end file whose modules to take; - for standard input")
         ->type_name("FILE")
         ->required();
+    import->add_option("--format", options->format, "What the list is; by default it shows that itself")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(lineup_format_names()));
     import->add_option("-o,--output", options->output, "Where to write the head-end; - for standard output")
         ->type_name("FILE")
         ->capture_default_str();

@@ -1,6 +1,7 @@
 #include "commands/program.h"
 
 #include "commands/explain.h"
+#include "commands/export.h"
 #include "commands/import.h"
 #include "commands/run.h"
 
@@ -9,7 +10,7 @@ namespace zarven::tool {
 void describe_program(CLI::App& program) {
     program.name("recalculo");
     program.description("Places the television services of a head-end onto its modules.");
-    for (const auto add : {add_run, add_explain, add_import})
+    for (const auto add : {add_run, add_explain, add_import, add_export})
         add(program);
 
     const std::string version = "recalculo " RECALCULO_VERSION;

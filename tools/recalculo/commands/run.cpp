@@ -6,12 +6,14 @@
 #include <optional>
 #include <string>
 
+#include "base/failure.h"
 #include "base/streams.h"
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
 #include "placement/strategies.h"
+#include "report/page.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
 #include "report/strategies_text.h"
@@ -25,6 +27,8 @@ struct RunOptions {
     bool json = false;
     bool pauses = false;
     bool strategies = false;
+    /// Empty for no page.
+    std::string html;
     /// Empty for no log.
     std::string log;
 };
@@ -45,7 +49,22 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
     return strategies_of(headend, file);
 }
 
+/// The page goes first: when it cannot be written, nothing is reported.
+void write_reports(const RunOptions& options, const Result& result, const Strategies* strategies) {
+    if (!options.html.empty())
+        write_text(options.html, html_page(result));
+    if (options.html == standard_stream)
+        return;
+    if (options.json)
+        write_text(standard_stream, json_report(result, strategies));
+    else
+        write_text(standard_stream,
+                   (strategies == nullptr ? "" : strategies_text(*strategies) + "\n") + text_report(result));
+}
+
 void run_command(const RunOptions& options) {
+    if (options.json && options.html == standard_stream)
+        throw Failure("--json and --html - both write to standard output; expected a file for --html");
     const std::string file = input_name(options.headend);
     const Headend headend = read_headend(file, read_text(options.headend));
 
@@ -53,11 +72,7 @@ void run_command(const RunOptions& options) {
     std::optional<Strategies> strategies;
     if (options.strategies)
         strategies = run_strategies(headend, file);
-    if (options.json)
-        write_text(standard_stream, json_report(result, strategies ? &*strategies : nullptr));
-    else
-        write_text(standard_stream,
-                   (strategies ? strategies_text(*strategies) + "\n" : "") + text_report(result));
+    write_reports(options, result, strategies ? &*strategies : nullptr);
 }
 
 } // namespace
@@ -69,6 +84,10 @@ void add_run(CLI::App& app) {
         ->type_name("")
         ->required();
     run->add_flag("--json", options->json, "Report as JSON");
+    run->add_option("--html", options->html,
+                    "Write the result as a page for a browser; - for standard output in the place of the "
+                    "report")
+        ->type_name("FILE");
     run->add_flag("--strategies", options->strategies,
                   "Show first what each of the engine's four strategies alone would leave out");
     run->add_flag("--pauses", options->pauses,

@@ -19,6 +19,10 @@ inline constexpr std::uint32_t typical_radio_bitrate = 200;
 inline constexpr std::uint32_t typical_sd_bitrate = 3500;
 inline constexpr std::uint32_t typical_hd_bitrate = 8000;
 
+/// Service types of digital television and digital radio sound.
+inline constexpr std::uint16_t type_television = 1;
+inline constexpr std::uint16_t type_radio = 2;
+
 struct Module {
     std::string mac;
     std::uint16_t model = tRec_Modulo::MODELO_SOPORTADO;
@@ -45,7 +49,7 @@ struct Programme {
     std::uint16_t simulcast_lcn = 0;
     std::uint16_t descramble = 0;
     std::uint32_t video_bitrate = 0;
-    std::uint16_t type = 1;
+    std::uint16_t type = type_television;
     std::uint16_t video_format = 0;
     std::uint16_t forced_name = 0;
     std::uint16_t transcoding = 0;

@@ -42,7 +42,7 @@ template <class Visitor> void visit_identity(Visitor& visit, Programme& programm
     visit.required("tsid", programme.tsid);
     visit.required("sid", programme.sid);
     visit.optional("osid", programme.osid, programme.sid);
-    visit.optional("type", programme.type, 1);
+    visit.optional("type", programme.type, type_television);
     visit.optional("video_format", programme.video_format, 0);
 }
 

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/utf8.h"
 #include "base/words.h"
 
 namespace zarven::tool {
@@ -22,14 +23,7 @@ std::string describe(const json& value) {
         return "an object";
     if (value.is_array())
         return value.size() == 1 ? "a list of 1 entry" : fmt::format("a list of {} entries", value.size());
-    const std::size_t most_bytes = 60;
-    std::string text = value.dump();
-    if (text.size() <= most_bytes)
-        return text;
-    std::size_t end = most_bytes;
-    while ((text[end] & 0xC0) == 0x80) // not in the middle of a character
-        --end;
-    return text.substr(0, end) + "…";
+    return shortened(value.dump());
 }
 
 } // namespace
@@ -49,9 +43,13 @@ JsonCursor JsonCursor::member(const std::string& key) const {
     return absent;
 }
 
-void JsonCursor::check_keys(const std::vector<std::string>& known) const {
+void JsonCursor::check_object() const {
     if (!present() || !value_->is_object())
         complain("an object");
+}
+
+void JsonCursor::check_keys(const std::vector<std::string>& known) const {
+    check_object();
     for (const auto& member : value_->items()) {
         if (std::find(known.begin(), known.end(), member.key()) == known.end())
             complain_of(fmt::format("the unknown key \"{}\"", member.key()),

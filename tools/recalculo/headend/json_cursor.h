@@ -23,6 +23,8 @@ public:
     JsonCursor member(const std::string& key) const;
     bool present() const { return value_ != nullptr; }
 
+    /// Complains unless this is an object.
+    void check_object() const;
     /// Complains unless this is an object all of whose keys are known ones.
     void check_keys(const std::vector<std::string>& known) const;
 

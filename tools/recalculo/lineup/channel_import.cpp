@@ -14,18 +14,18 @@ namespace zarven::tool {
 
 namespace {
 
-enum class Kind { radio, sd, hd };
-
-/// Service types of digital television and digital radio sound.
-constexpr std::uint16_t type_television = 1;
-constexpr std::uint16_t type_radio = 2;
-
-Kind kind_of(const Channel& channel) {
-    const std::uint16_t h264 = 27;
-    const std::uint16_t hevc = 36;
+ChannelKind kind_of(const Channel& channel) {
+    if (channel.kind)
+        return *channel.kind;
     if (channel.video_pid == 0)
-        return Kind::radio;
-    return channel.video_mode == h264 || channel.video_mode == hevc ? Kind::hd : Kind::sd;
+        return ChannelKind::radio;
+    return channel.video_mode == video_h264 || channel.video_mode == video_hevc ? ChannelKind::hd
+                                                                                : ChannelKind::sd;
+}
+
+/// PIDs to assume for a scrambled service of which none is known: picture and one sound.
+std::uint16_t typical_pids(ChannelKind kind) {
+    return kind == ChannelKind::radio ? 1 : 2;
 }
 
 /// Gives a TSID, under ONID 0, to each stream that the list tells apart only by where it is received.
@@ -58,6 +58,8 @@ public:
         return tsid;
     }
 
+    std::size_t size() const { return tsids_.size(); }
+
 private:
     std::set<std::uint16_t> taken_;
     std::map<std::tuple<std::string, std::uint32_t, char>, std::uint16_t> tsids_;
@@ -71,6 +73,7 @@ public:
         report_.unreadable = list.unreadable;
         for (const Channel& channel : list.channels)
             take(channel);
+        report_.nameless_streams = nameless_.size();
         std::sort(report_.unreadable.begin(), report_.unreadable.end(),
                   [](const auto& one, const auto& other) { return one.line < other.line; });
     }
@@ -114,17 +117,17 @@ private:
     void set_kind(const Channel& channel, Service& service) {
         service.type = type_television;
         switch (kind_of(channel)) {
-        case Kind::radio:
+        case ChannelKind::radio:
             ++report_.radio;
             service.type = type_radio;
             service.bitrate = estimates_.radio;
             service.video_bitrate = 0;
             return;
-        case Kind::sd:
+        case ChannelKind::sd:
             ++report_.sd;
             service.bitrate = estimates_.sd;
             break;
-        case Kind::hd:
+        case ChannelKind::hd:
             ++report_.hd;
             service.video_format = tRec_Servicio::VIDEO_HD;
             service.bitrate = estimates_.hd;
@@ -141,6 +144,11 @@ private:
             pids.insert(channel.video_pid);
         service.descramble = 1;
         service.ca_pids = static_cast<std::uint16_t>(pids.size());
+        // A file that tells the kind outright need not know the PIDs.
+        if (channel.kind && pids.empty()) {
+            ++report_.without_pids;
+            service.ca_pids = typical_pids(*channel.kind);
+        }
         service.ca_pids_max = service.ca_pids;
     }
 

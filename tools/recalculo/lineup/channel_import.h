@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "headend/headend.h"
-#include "lineup/channels_conf.h"
+#include "lineup/channel.h"
 
 namespace zarven::tool {
 
@@ -27,6 +27,10 @@ struct ImportedChannels {
     std::size_t sd = 0;
     std::size_t hd = 0;
     std::size_t scrambled = 0;
+    /// Scrambled services whose PIDs the list does not know, so that their number is an estimate.
+    std::size_t without_pids = 0;
+    /// Streams without ids, which have been given some.
+    std::size_t nameless_streams = 0;
 };
 
 /// Makes a service of each channel.

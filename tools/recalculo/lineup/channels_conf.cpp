@@ -4,55 +4,17 @@
 #include "lineup/channels_conf.h"
 
 #include <algorithm>
-#include <charconv>
-#include <limits>
-#include <stdexcept>
 
 #include <fmt/format.h>
 
-#include "base/utf8.h"
+#include "lineup/text_lines.h"
 
 namespace zarven::tool {
 
 namespace {
 
 constexpr std::size_t field_count = 13;
-constexpr std::uint16_t highest_pid = 8191;
 constexpr std::uint16_t highest_id = 65535;
-
-/// The reason why the line in hand cannot be read. It does not leave this file.
-struct BadLine : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-[[noreturn]] void reject(std::string_view field, std::string_view found, std::string_view expected) {
-    throw BadLine(fmt::format("{}: found \"{}\", expected {}", field, found, expected));
-}
-
-std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
-    std::vector<std::string_view> parts;
-    for (;;) {
-        const std::size_t end = text.find_first_of(separators);
-        parts.push_back(text.substr(0, end));
-        if (end == text.npos)
-            return parts;
-        text.remove_prefix(end + 1);
-    }
-}
-
-/// All of the text is one number without sign, in the base, and not above `most`.
-bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number, int base = 10) {
-    const char* const end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && stopped == end && number <= most;
-}
-
-std::uint16_t read_id(std::string_view field, std::string_view text) {
-    std::uint32_t number = 0;
-    if (!is_number(text, highest_id, number))
-        reject(field, text, fmt::format("a whole number from 0 to {}", highest_id));
-    return static_cast<std::uint16_t>(number);
-}
 
 /// `long,short;provider`. A long name may have commas; a colon in it is written as a bar.
 std::string read_name(std::string_view text) {
@@ -62,13 +24,6 @@ std::string read_name(std::string_view text) {
         reject("Name", text, "a name");
     std::replace(name.begin(), name.end(), '|', ':');
     return name;
-}
-
-std::uint32_t read_frequency(std::string_view text) {
-    std::uint32_t frequency = 0;
-    if (!is_number(text, std::numeric_limits<std::uint32_t>::max(), frequency) || frequency == 0)
-        reject("Frequency", text, "a whole number from 1");
-    return frequency;
 }
 
 std::string read_source(std::string_view text) {
@@ -137,7 +92,7 @@ Channel read_channel(std::string_view line) {
                                   fields.size() == 1 ? "" : "s", field_count));
     Channel channel;
     channel.name = read_name(fields[0]);
-    channel.frequency = read_frequency(fields[1]);
+    channel.frequency = read_frequency("Frequency", fields[1]);
     channel.source = read_source(fields[3]);
     channel.polarization = read_polarization(fields[2], channel.source);
     read_video(fields[5], channel);
@@ -147,6 +102,21 @@ Channel read_channel(std::string_view line) {
     channel.nid = read_id("NID", fields[10]);
     channel.tid = read_id("TID", fields[11]);
     return channel;
+}
+
+/// The name field: a comma at its end keeps those before it in the name.
+std::string name_field(std::string name) {
+    std::replace(name.begin(), name.end(), ':', '|');
+    return name.find(',') == name.npos ? name : name + ',';
+}
+
+std::string video_field(const Channel& channel) {
+    return channel.video_mode == 0 ? fmt::format("{}", channel.video_pid)
+                                   : fmt::format("{}={}", channel.video_pid, channel.video_mode);
+}
+
+std::string audio_field(const Channel& channel) {
+    return channel.audio_pids.empty() ? "0" : fmt::format("{}", fmt::join(channel.audio_pids, ","));
 }
 
 /// A line that begins with a colon, unless it is a channel that has lost its name.
@@ -168,43 +138,60 @@ void read_heading(std::string_view line, std::uint32_t& next_number) {
     next_number = number;
 }
 
-/// A line without its end, in UTF-8. Lists of mixed origin change the encoding from line to line.
-std::string clean_line(std::string_view line) {
-    if (!line.empty() && line.back() == '\r')
-        line.remove_suffix(1);
-    return is_utf8(line) ? std::string(line) : latin1_to_utf8(line);
-}
-
 } // namespace
 
-ChannelList read_channels_conf(std::string_view text) {
-    const std::string_view byte_order_mark = "\xEF\xBB\xBF";
-    if (text.substr(0, byte_order_mark.size()) == byte_order_mark)
-        text.remove_prefix(byte_order_mark.size());
+bool is_channels_conf_line(std::string_view line) {
+    return line.front() == ':' || split(line, ":").size() == field_count;
+}
 
+ChannelList read_channels_conf(std::string_view text) {
     ChannelList list;
     std::uint32_t next_number = 1;
-    std::size_t line_number = 0;
-    for (const std::string_view raw : split(text, "\n")) {
-        ++line_number;
-        const std::string line = clean_line(raw);
-        if (line.find_first_not_of(" \t") == line.npos)
+    for (const Line& line : lines_of(text)) {
+        if (is_blank(line.text))
             continue;
         try {
-            if (is_heading(line)) {
-                read_heading(line, next_number);
+            if (is_heading(line.text)) {
+                read_heading(line.text, next_number);
                 continue;
             }
             const std::uint32_t number = next_number++;
-            Channel channel = read_channel(line);
-            channel.line = line_number;
+            Channel channel = read_channel(line.text);
+            channel.line = line.number;
             channel.number = number;
             list.channels.push_back(std::move(channel));
         } catch (const BadLine& bad) {
-            list.unreadable.push_back({line_number, bad.what()});
+            list.unreadable.push_back({line.number, bad.what()});
         }
     }
     return list;
+}
+
+std::string channels_conf_name(std::string_view name) {
+    std::string held(name);
+    for (char& character : held) {
+        if (character == '|')
+            character = ':'; // what a reader makes of it
+        else if (character == ';')
+            character = ',';
+        else if (character == '\n' || character == '\r')
+            character = ' ';
+    }
+    return held;
+}
+
+std::string write_channels_conf(const std::vector<Channel>& channels) {
+    std::string text;
+    std::uint32_t next_number = 0; // so that a heading comes first
+    for (const Channel& channel : channels) {
+        if (channel.number != next_number)
+            text += fmt::format(":@{}\n", channel.number);
+        next_number = channel.number + 1;
+        text += fmt::format("{}:{}:M64:{}:6900:{}:{}:0:{}:{}:{}:{}:0\n", name_field(channel.name),
+                            channel.frequency, channel.source, video_field(channel), audio_field(channel),
+                            channel.scrambled ? "FFFF" : "0", channel.sid, channel.nid, channel.tid);
+    }
+    return text;
 }
 
 } // namespace zarven::tool

@@ -22,6 +22,7 @@ ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
     result.output_name = service.NombreSalida;
     result.bitrate = service.peakBitRate;
     result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_radio = service.Tipo == type_radio;
     result.is_scrambled = service.Descifrar != 0;
     result.ca_pids = service.number_PIDs_CA;
     result.is_transcoded = service.Transcoding != 0;
@@ -168,6 +169,10 @@ void Gathering::count() {
 }
 
 } // namespace
+
+ServiceKey key_of(const ServiceResult& service) {
+    return {service.lcn, service.stream.onid, service.stream.tsid, service.sid, service.is_clone};
+}
 
 Result result_of(const EngineRun& run, const std::string& headend_name) {
     Result result = Gathering(run).result();

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "placement/engine_run.h"
@@ -22,6 +23,7 @@ struct ServiceResult {
     std::string output_name;
     std::uint32_t bitrate = 0;
     bool is_hd = false;
+    bool is_radio = false;
     bool is_scrambled = false;
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
@@ -105,8 +107,10 @@ struct Result {
 /// What is known of a service wherever it stands.
 ServiceResult describe(const tRec_Servicio& service, bool is_clone);
 
-/// What reports show of a service, without its outputs and its reason.
-ServiceResult describe(const tRec_Servicio& service, bool is_clone);
+/// What tells the services of one result apart: LCN, ONID, TSID, SID, and whether it is a clone.
+using ServiceKey = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, bool>;
+
+ServiceKey key_of(const ServiceResult& service);
 
 /// Reads the result off an engine that has run.
 Result result_of(const EngineRun& run, const std::string& headend_name);

@@ -24,6 +24,8 @@ void to_json(ordered_json& json, const ServiceResult& service) {
             {"ca_pids", service.ca_pids},
             {"transcoded", service.is_transcoded},
             {"clone", service.is_clone}};
+    if (service.is_radio)
+        json["radio"] = true;
     if (service.is_clone)
         json["parent_sid"] = service.parent_sid;
     json["outputs"] = service.outputs;

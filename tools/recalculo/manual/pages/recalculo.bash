@@ -4,11 +4,12 @@ _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
     case $COMP_CWORD in
-    1) words='run explain import --help --version' ;;
+    1) words='run explain import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --json --strategies --pauses --log --version' ;;
+    run) words='-h --help --json --html --strategies --pauses --log --version' ;;
     explain) words='-h --help --service --json --version' ;;
-    import) words='-h --help --modules -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+    import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+    export) words='-h --help --format -o --output --version' ;;
     esac ;;
     esac
     if [[ $word == -* || $COMP_CWORD -eq 1 ]]; then

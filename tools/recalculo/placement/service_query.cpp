@@ -1,4 +1,4 @@
-#include "placement/service_key.h"
+#include "placement/service_query.h"
 
 #include <charconv>
 #include <iterator>
@@ -29,21 +29,21 @@ bool take(std::string_view& text, char expected) {
     return true;
 }
 
-bool take_key(std::string_view& text, ServiceKey& key) {
-    if (!take_number(text, key.lcn))
+bool take_query(std::string_view& text, ServiceQuery& query) {
+    if (!take_number(text, query.lcn))
         return false;
     if (!take(text, '@'))
         return true;
     Stream stream;
     if (!take_number(text, stream.onid) || !take(text, '/') || !take_number(text, stream.tsid))
         return false;
-    key.stream = stream;
+    query.stream = stream;
     return true;
 }
 
-bool matches(const tRec_Servicio& service, const ServiceKey& key) {
-    return service.LCN == key.lcn &&
-           (!key.stream || (service.ONID == key.stream->onid && service.TSID == key.stream->tsid));
+bool matches(const tRec_Servicio& service, const ServiceQuery& query) {
+    return service.LCN == query.lcn &&
+           (!query.stream || (service.ONID == query.stream->onid && service.TSID == query.stream->tsid));
 }
 
 /// The LCNs just below and just above one that nobody has.
@@ -58,40 +58,40 @@ std::string nearest_lcns(const std::set<std::uint16_t>& lcns, std::uint16_t lcn)
                                : fmt::format("the nearest are {} and {}", below, *above);
 }
 
-[[noreturn]] void complain(const ServiceKey& key, const tRecalculo& engine, const std::string& file) {
+[[noreturn]] void complain(const ServiceQuery& query, const tRecalculo& engine, const std::string& file) {
     std::set<std::uint16_t> lcns;
     std::vector<std::string> streams;
     for (const auto& service : engine.listaServicios) {
         lcns.insert(service->LCN);
-        if (service->LCN == key.lcn)
+        if (service->LCN == query.lcn)
             streams.push_back(to_string({service->ONID, service->TSID}));
     }
-    const std::string asked = fmt::format("{}: --service {}: ", file, key.text);
+    const std::string asked = fmt::format("{}: --service {}: ", file, query.text);
     if (streams.empty())
         throw Failure(
-            fmt::format("{}no service has the LCN {}; {}", asked, key.lcn, nearest_lcns(lcns, key.lcn)));
+            fmt::format("{}no service has the LCN {}; {}", asked, query.lcn, nearest_lcns(lcns, query.lcn)));
     throw Failure(fmt::format("{}no service of stream {} has the LCN {}; it is in stream {}", asked,
-                              to_string(*key.stream), key.lcn, fmt::join(streams, ", ")));
+                              to_string(*query.stream), query.lcn, fmt::join(streams, ", ")));
 }
 
 } // namespace
 
-ServiceKey parse_service_key(const std::string& text) {
-    ServiceKey key;
-    key.text = text;
+ServiceQuery parse_service_query(const std::string& text) {
+    ServiceQuery query;
+    query.text = text;
     std::string_view rest = text;
-    if (!take_key(rest, key) || !rest.empty())
+    if (!take_query(rest, query) || !rest.empty())
         throw Failure(fmt::format("--service {}: found \"{}\", expected an LCN, or LCN@ONID/TSID, as in "
                                   "25@1/1007; each number at most 65535",
                                   text, text));
-    return key;
+    return query;
 }
 
-std::vector<std::shared_ptr<tRec_Servicio>> services_with(const ServiceKey& key, const EngineRun& run,
+std::vector<std::shared_ptr<tRec_Servicio>> services_with(const ServiceQuery& query, const EngineRun& run,
                                                           const std::string& file) {
     std::vector<std::shared_ptr<tRec_Servicio>> found;
     for (const auto& service : run.engine.listaServicios) {
-        if (!matches(*service, key))
+        if (!matches(*service, query))
             continue;
         found.push_back(service);
         for (const auto& clone : run.clones)
@@ -99,7 +99,7 @@ std::vector<std::shared_ptr<tRec_Servicio>> services_with(const ServiceKey& key,
                 found.push_back(clone);
     }
     if (found.empty())
-        complain(key, run.engine, file);
+        complain(query, run.engine, file);
     return found;
 }
 

@@ -1,6 +1,6 @@
 // Keys from the command line, and what they find.
 
-#include "placement/service_key.h"
+#include "placement/service_query.h"
 
 #include "failure_message.h"
 #include "placement/engine_by_hand.h"
@@ -8,23 +8,23 @@
 namespace zarven::tool {
 namespace {
 
-TEST(ServiceKeyText, AnLcn) {
-    EXPECT_EQ(parse_service_key("0").lcn, 0);
-    EXPECT_EQ(parse_service_key("65535").lcn, 65535);
-    EXPECT_FALSE(parse_service_key("25").stream);
+TEST(ServiceQueryText, AnLcn) {
+    EXPECT_EQ(parse_service_query("0").lcn, 0);
+    EXPECT_EQ(parse_service_query("65535").lcn, 65535);
+    EXPECT_FALSE(parse_service_query("25").stream);
 }
 
-TEST(ServiceKeyText, AnLcnAndItsStream) {
-    const ServiceKey key = parse_service_key("25@1/65535");
-    EXPECT_EQ(key.lcn, 25);
-    ASSERT_TRUE(key.stream);
-    EXPECT_EQ(to_string(*key.stream), "1/65535");
+TEST(ServiceQueryText, AnLcnAndItsStream) {
+    const ServiceQuery query = parse_service_query("25@1/65535");
+    EXPECT_EQ(query.lcn, 25);
+    ASSERT_TRUE(query.stream);
+    EXPECT_EQ(to_string(*query.stream), "1/65535");
 }
 
-TEST(ServiceKeyText, AnythingElseIsRefused) {
+TEST(ServiceQueryText, AnythingElseIsRefused) {
     for (const std::string text : {"", "x", "-1", "+1", " 1", "1 ", "65536", "25@", "25@1", "25@1/", "25@/1",
                                    "25@1/2/3", "25@1/65536", "25/1/2", "@1/2"})
-        EXPECT_EQ(failure_message([&] { parse_service_key(text); }),
+        EXPECT_EQ(failure_message([&] { parse_service_query(text); }),
                   "--service " + text + ": found \"" + text +
                       "\", expected an LCN, or LCN@ONID/TSID, as in 25@1/1007; each number at most 65535");
 }
@@ -35,11 +35,11 @@ protected:
         load({1}, {service(5, 10), service(5, 20), service(9, 20)}, {clone_of(service(5, 20))});
     }
 
-    std::vector<std::shared_ptr<tRec_Servicio>> find(const std::string& key) {
-        return services_with(parse_service_key(key), run, "f");
+    std::vector<std::shared_ptr<tRec_Servicio>> find(const std::string& query) {
+        return services_with(parse_service_query(query), run, "f");
     }
-    std::string complaint(const std::string& key) {
-        return failure_message([&] { find(key); });
+    std::string complaint(const std::string& query) {
+        return failure_message([&] { find(query); });
     }
 };
 

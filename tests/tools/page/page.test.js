@@ -1,0 +1,359 @@
+// Pages of `recalculo run --html` in a browser, as people use them: with and without scripts, in light and dark, by
+// keyboard, on paper, on a phone. RECALCULO is the program; LINEUP, if set, a folder with a channels.conf.
+
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { mkdtempSync, rmSync, writeFileSync } from "node:fs";
+import { tmpdir } from "node:os";
+import { join, resolve } from "node:path";
+import { pathToFileURL } from "node:url";
+import { after, before, describe, test } from "node:test";
+import axe from "axe-core";
+import { openBrowser } from "./browser.js";
+
+const root = resolve(import.meta.dirname, "../../..");
+const recalculo = resolve(process.env.RECALCULO ?? join(root, "build/gcc/tools/recalculo/recalculo"));
+const examples = join(root, "examples");
+const folder = mkdtempSync(join(tmpdir(), "recalculo-page-"));
+const wide = { width: 1280, height: 900 };
+
+const run = (...parameters) => execFileSync(recalculo, parameters, { encoding: "utf8", maxBuffer: 2 ** 28 });
+
+/// What could leave the text it stands in, if something let it.
+const hostileNames = [
+    "<script>alert(1)</script>",
+    "</title></style></script><img src=x onerror=alert(1)>",
+    "\"&' onmouseover=alert(1) x='",
+    "&lt;b&gt; is no tag",
+    "{{code}} {{{style}}} {{>swatch}}",
+    "back\u202Ewards",
+    "\u0007bell\u001B[31m",
+    "NameWithoutAnyPlaceToBreakItAtThatGoesOnAndOnAndOnForMoreThanAPhoneIsWide",
+    "",
+];
+
+const hostileHeadend = () => {
+    const services = hostileNames.map((name, index) => ({
+        lcn: index + 1, name, output_name: hostileNames[(index + 1) % hostileNames.length],
+        onid: 1, tsid: index % 2 ? 1 : 65535, sid: index + 1, bitrate: index % 2 ? 4294967295 : 3000,
+    }));
+    const file = join(folder, "hostile-head-end.json");
+    writeFileSync(file, JSON.stringify({
+        name: hostileNames[1],
+        modules: [
+            { mac: "<b onclick='alert(1)'>&\"", controller: true, inputs: 3, outputs: [38000, 0], pids_max: 1 },
+            { mac: "plain", inputs: 0, outputs: [], pids_max: 0 },
+        ],
+        services,
+    }));
+    return file;
+};
+
+const sources = { small: join(examples, "small.json"), medium: join(examples, "medium.json"), hostile: hostileHeadend() };
+if (process.env.LINEUP) {
+    sources.lineup = join(folder, "lineup.json");
+    run("import", join(process.env.LINEUP, "channels.conf"), "--modules", join(examples, "modules-8-tight.json"),
+        "-o", sources.lineup);
+}
+const pages = Object.entries(sources).map(([name, source]) => {
+    const file = join(folder, `${name}.html`);
+    return { name, url: pathToFileURL(file).href, result: JSON.parse(run("run", source, "--json", "--html", file)) };
+});
+const urlOf = (name) => pages.find((page) => page.name === name).url;
+
+/// Every service that a result lists, wherever it stands.
+const servicesOf = (result) => [
+    ...result.modules.flatMap((module) => [...module.inputs.flatMap((input) => input.services), ...module.without_input]),
+    ...result.left_out.flatMap((stream) => stream.services),
+    ...result.clones_waiting,
+];
+const shown = (name) => name.replace(/\p{Cc}/gu, "\uFFFD");
+
+let browser;
+before(async () => { browser = await openBrowser(); });
+after(async () => {
+    await browser.close();
+    rmSync(folder, { recursive: true });
+});
+
+/// Opens a page, calls `look` and is sure that nothing was complained of and nothing fetched.
+const visit = async (url, options, look) => {
+    const context = await browser.newContext({ viewport: wide, ...options });
+    const page = await context.newPage();
+    const complaints = [];
+    const requests = [];
+    page.on("console", (message) => complaints.push(message.text()));
+    page.on("pageerror", (error) => complaints.push(String(error)));
+    page.on("dialog", (dialog) => { complaints.push(dialog.message()); return dialog.dismiss(); });
+    context.on("request", (request) => requests.push(request.url()));
+    await page.goto(url);
+    await look(page);
+    assert.deepEqual(complaints, []);
+    assert.deepEqual(requests.map((request) => request.split("#")[0]), [url]);
+    await context.close();
+};
+
+/// The names in the rows of services, from the top of the page to its end.
+const namesOn = (page) => page.$$eval("main tbody tr:not(.group) td:nth-child(2) > bdi",
+    (names) => names.map((name) => name.textContent));
+const visibleRows = (page) => page.locator(".module tr:not(.group):visible td:nth-child(2) > bdi, " +
+    "#left-out tbody tr:not(.group):visible td:nth-child(2) > bdi").allTextContents();
+
+for (const { name, url, result } of pages) {
+    describe(`the page of ${name}`, () => {
+        test("has every service, without and with scripts", async () => {
+            const expected = servicesOf(result).map((service) => shown(service.name)).sort();
+            for (const javaScriptEnabled of [false, true])
+                await visit(url, { javaScriptEnabled }, async (page) => {
+                    assert.deepEqual((await namesOn(page)).sort(), expected);
+                });
+        });
+
+        for (const colorScheme of ["light", "dark"])
+            test(`is accessible in ${colorScheme}`, async () => {
+                await visit(url, { colorScheme }, async (page) => {
+                    // What is off the screen is to be looked at, too.
+                    await page.$$eval(".module", (modules) => {
+                        for (const module of modules)
+                            module.style.contentVisibility = "visible";
+                    });
+                    await page.evaluate(axe.source);
+                    const { violations, passes } = await page.evaluate(() => window.axe.run({
+                        runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
+                    }));
+                    assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes[0].html, nodes[0].failureSummary]), []);
+                    for (const rule of ["color-contrast", "heading-order", "page-has-heading-one", "skip-link"])
+                        assert.ok(passes.some(({ id }) => id === rule), `${rule} was not looked at`);
+                });
+            });
+
+        test("does not scroll sideways on a phone", async () => {
+            for (const width of [320, 360, 640, 900])
+                await visit(url, { viewport: { width, height: 700 } }, async (page) => {
+                    const widest = await page.evaluate(() => {
+                        for (const module of document.querySelectorAll(".module"))
+                            module.style.contentVisibility = "visible";
+                        // A module cuts off what it cannot hold: look inside, too.
+                        const boxes = [...document.querySelectorAll("table, li, p, svg.bar")];
+                        return Math.max(document.documentElement.scrollWidth,
+                            ...boxes.map((box) => box.getBoundingClientRect().right));
+                    });
+                    assert.ok(widest <= width, `${widest} on ${width}`);
+                });
+        });
+    });
+}
+
+test("the structure says what is what", async () => {
+    await visit(urlOf("medium"), {}, async (page) => {
+        assert.equal(await page.locator("h1").count(), 1);
+        assert.equal(await page.locator("html").getAttribute("lang"), "en");
+        const tables = await page.locator("table").count();
+        assert.ok(tables > 8);
+        assert.equal(await page.locator("table > caption").count(), tables);
+        assert.equal(await page.locator("th:not([scope])").count(), 0);
+        const bars = await page.locator(".module svg.bar").evaluateAll((all) => all.map((bar) => bar.getAttribute("aria-label")));
+        assert.match(bars[0], /^Output 1: 30,548 of 38,000 kbit\/s, stream \w+ [\d,]+/);
+    });
+});
+
+test("the sections are reached by their links, and not hidden under the search", async () => {
+    await visit(urlOf("medium"), {}, async (page) => {
+        const links = page.locator("nav a");
+        assert.deepEqual(await links.allTextContents(),
+            ["At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14"]);
+        for (const link of await links.all()) {
+            await link.click();
+            const section = new URL(page.url()).hash;
+            const isInSight = await page.locator(`${section} h2`).evaluate((title) => {
+                const { left, top, bottom } = title.getBoundingClientRect();
+                return title.contains(document.elementFromPoint(left + 5, (top + bottom) / 2));
+            });
+            assert.ok(isInSight, section);
+        }
+    });
+});
+
+test("every stream has a mark of its own, and the marks are those of the legend", async () => {
+    await visit(urlOf("medium"), {}, async (page) => {
+        const marks = await page.$$eval("#streams tbody .mark", (all) => all.map((mark) => mark.textContent));
+        assert.equal(new Set(marks).size, marks.length);
+        const looks = await page.$$eval("#streams tbody .swatch", (all) => all.map((swatch) =>
+            [...swatch.children].map((rectangle) => getComputedStyle(rectangle).fill).join()));
+        assert.equal(new Set(looks).size, looks.length);
+        const legend = await page.$$eval(".legend .mark", (all) => all.map((mark) => mark.textContent));
+        assert.deepEqual(legend, marks.slice(0, legend.length));
+    });
+});
+
+test("the policy lets nothing pass but the page's own style and script", async () => {
+    const context = await browser.newContext();
+    const page = await context.newPage();
+    await page.goto(urlOf("small"));
+    const outcome = await page.evaluate(async () => {
+        const refused = [];
+        document.addEventListener("securitypolicyviolation", (event) => refused.push(event.effectiveDirective));
+        const script = document.createElement("script");
+        script.textContent = "window.intruder = true";
+        document.body.append(script);
+        const image = document.createElement("img");
+        image.src = "data:image/gif;base64,R0lGODlhAQABAAAAACw=";
+        document.body.append(image);
+        const fetched = await fetch("data:,x").then(() => true, () => false);
+        await new Promise((done) => setTimeout(done, 100));
+        return { intruder: window.intruder ?? false, fetched, refused: refused.sort() };
+    });
+    assert.deepEqual(outcome, { intruder: false, fetched: false, refused: ["connect-src", "img-src", "script-src-elem"] });
+    await context.close();
+});
+
+describe("without scripts", () => {
+    test("everything is there but the search and the sorting", async () => {
+        await visit(urlOf("small"), { javaScriptEnabled: false }, async (page) => {
+            assert.equal(await page.locator("form.search").isVisible(), false);
+            assert.equal(await page.locator("button").count(), 0);
+            assert.equal(await page.locator(".module").first().isVisible(), true);
+            assert.equal(await page.locator("tbody tr").locator("visible=false").count(), 0);
+        });
+    });
+});
+
+describe("the search", () => {
+    const search = (text, expected, count) => test(`finds ${text}`, async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            await page.getByRole("searchbox", { name: "Find a service" }).fill(text);
+            await page.getByRole("status").filter({ hasText: count }).waitFor({ timeout: 5000 });
+            assert.deepEqual(await visibleRows(page), expected);
+        });
+    });
+    search("clasico", ["Cine Clásico"], "1 of 13 matches: 1 on 1 module");
+    search("CANAL hd", ["Canal Uno HD", "Canal Dos HD"], "2 of 13 match: 2 on 1 module");
+    search("bienvenida", ["Canal Uno"], "1 of 13 matches: 1 on 1 module");
+    search("1", ["Canal Uno", "Canal Uno"], "2 of 13 match: 2 on 1 module");
+    search("24", ["Noticias 24"], "1 of 13 matches: 1 on 1 module");
+    search("2/8", ["Radio Mar", "Radio Sierra"], "2 of 13 match: 2 on 1 module");
+    search("00:02", ["Cine Estrella", "Cine Clásico", "Noticias 24", "Télévision du Sud"], "4 of 13 match: 4 on 1 module");
+    search("canal", ["Canal Uno HD", "Canal Dos HD", "Canal Uno", "Canal Uno", "Canal Dos", "Canal Lejano"],
+        "6 of 13 match: 5 on 1 module, 1 not placed");
+    search("lejano", ["Canal Lejano"], "1 of 13 matches: 1 not placed");
+    search("nothing of the kind", [], "0 of 13 match");
+
+    test("hides the modules without a match and brings all back with Escape", async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            const all = await visibleRows(page);
+            const box = page.getByRole("searchbox");
+            await box.fill("radio");
+            await page.getByRole("status").filter({ hasText: "2 of 13" }).waitFor({ timeout: 5000 });
+            assert.equal(await page.locator(".module:visible").count(), 1);
+            assert.equal(await page.locator("#glance").isVisible(), false);
+            await box.press("Escape");
+            assert.equal(await box.inputValue(), "");
+            assert.equal(await page.getByRole("status").textContent(), "");
+            assert.deepEqual(await visibleRows(page), all);
+            assert.equal(await page.locator(".module:visible").count(), 3);
+            assert.equal(await page.locator("#glance").isVisible(), true);
+        });
+    });
+
+    test("tells its count to those who do not see it", async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            assert.equal(await page.locator("#found").getAttribute("aria-live"), "polite");
+        });
+    });
+});
+
+describe("the keyboard", () => {
+    test("sorts a table, up and down", async () => {
+        await visit(urlOf("medium"), {}, async (page) => {
+            const table = page.locator("#glance table");
+            const header = (name) => table.getByRole("columnheader", { name });
+            const column = async (number) => table.locator(`tbody tr > :nth-child(${number})`).allTextContents();
+            const ascending = (await column(3)).map(Number).sort((a, b) => a - b);
+
+            await header("Services").getByRole("button").focus();
+            await page.keyboard.press("Enter");
+            assert.equal(await header("Services").getAttribute("aria-sort"), "ascending");
+            assert.deepEqual((await column(3)).map(Number), ascending);
+            await page.keyboard.press("Space");
+            assert.equal(await header("Services").getAttribute("aria-sort"), "descending");
+            assert.deepEqual((await column(3)).map(Number), ascending.reverse());
+
+            await header("Module").getByRole("button").press("Enter");
+            assert.equal(await header("Services").getAttribute("aria-sort"), null);
+            const macs = await column(1);
+            assert.deepEqual(macs, [...macs].sort());
+        });
+    });
+
+    test("sorts the services of each input by themselves", async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            const table = page.locator("#module-1 table");
+            const button = table.getByRole("columnheader", { name: "kbit/s" }).getByRole("button");
+            await button.press("Enter");
+            await button.press("Enter");
+            const rows = await table.locator("tbody tr > :first-child").allTextContents();
+            assert.deepEqual(rows.map((row) => row.replace(/\s+/g, " ").match(/^Input \d|^\d+/)[0]),
+                ["Input 1", "13", "11", "12", "Input 2", "1", "2", "1"]);
+        });
+    });
+
+    test("reaches everything in the order of the page, and shows where it is", async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            const expected = await page.$$eval("a[href], button, input", (all) => all.map((element, index) => {
+                element.dataset.place = index;
+                return String(index);
+            }));
+            assert.ok(expected.length > 30);
+            const walk = async (key) => {
+                const reached = [];
+                for (let step = 0; step < expected.length; ++step) {
+                    await page.keyboard.press(key);
+                    const { place, outline, isInSight } = await page.evaluate(() => {
+                        const element = document.activeElement;
+                        const { left, right, top, bottom } = element.getBoundingClientRect();
+                        // Neither off the screen nor under the search, which stays at the top.
+                        const atItsPlace = document.elementFromPoint((left + right) / 2, (top + bottom) / 2);
+                        return {
+                            place: element.dataset.place,
+                            outline: getComputedStyle(element).outlineStyle,
+                            isInSight: element.contains(atItsPlace),
+                        };
+                    });
+                    assert.equal(outline, "solid");
+                    assert.ok(isInSight, `place ${place} with ${key}`);
+                    reached.push(place);
+                }
+                return reached;
+            };
+            assert.deepEqual(await walk("Tab"), expected);
+            // Past the end of the page, and back.
+            await page.keyboard.press("Tab");
+            assert.deepEqual(await walk("Shift+Tab"), expected.reverse());
+        });
+    });
+
+    test("skips to the plan", async () => {
+        await visit(urlOf("small"), {}, async (page) => {
+            await page.keyboard.press("Tab");
+            await page.keyboard.press("Enter");
+            await page.keyboard.press("Tab");
+            assert.equal(await page.evaluate(() => document.activeElement.closest("main") !== null), true);
+        });
+    });
+});
+
+test("on paper it keeps its colours, in light, and breaks between the modules", async () => {
+    await visit(urlOf("medium"), { colorScheme: "dark" }, async (page) => {
+        await page.emulateMedia({ media: "print", colorScheme: "dark" });
+        assert.equal(await page.locator("form.search").isVisible(), false);
+        assert.equal(await page.locator("nav").isVisible(), false);
+        const look = await page.locator(".module").first().evaluate((module) => {
+            const style = getComputedStyle(module);
+            const bar = getComputedStyle(module.querySelector(".bar rect"));
+            return [style.breakInside, style.contentVisibility, style.backgroundColor, bar.printColorAdjust,
+                getComputedStyle(document.documentElement).colorScheme];
+        });
+        assert.deepEqual(look, ["avoid", "visible", "rgb(255, 255, 255)", "exact", "light"]);
+        assert.ok((await page.pdf({ preferCSSPageSize: true })).length > 20000);
+    });
+});

@@ -1,0 +1,274 @@
+// The text of a page. How it looks and behaves in a browser is tested in tests/tools/page.
+
+#include "report/page.h"
+
+#include <gtest/gtest.h>
+
+#include "report/page_files.h"
+#include "report/report_fixture.h"
+
+namespace zarven::tool {
+namespace {
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+    std::size_t number = 0;
+    for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1))
+        ++number;
+    return number;
+}
+
+bool has(const std::string& text, const std::string& part) {
+    return occurrences(text, part) != 0;
+}
+
+/// The page of a result without its style and script, where a text might be found that the page does not
+/// show.
+std::string body_of(const Result& result) {
+    const std::string page = html_page(result);
+    const std::size_t begin = page.find("<body>");
+    return page.substr(begin, page.find("<script>") - begin);
+}
+
+std::string everything() {
+    return body_of(result_with_everything());
+}
+
+/// A result with one module that has one output.
+Result result_with(const OutputResult& output) {
+    Result result;
+    result.modules.emplace_back();
+    result.modules.back().outputs = {output};
+    return result;
+}
+
+ServiceResult service(Stream stream, std::uint32_t bitrate) {
+    ServiceResult one;
+    one.stream = stream;
+    one.bitrate = bitrate;
+    return one;
+}
+
+std::string row(const std::string& cells) {
+    return "<tr>" + cells + "</tr>\n";
+}
+
+TEST(Page, EveryServiceHasItsRow) {
+    const std::string page = everything();
+    EXPECT_EQ(occurrences(page, "<tr><td class=\"number\">"), 7u);
+    EXPECT_TRUE(has(page, row(R"(<td class="number">5</td><td><bdi>Canal Uno</bdi></td>)"
+                              R"(<td class="number">4,200</td><td class="number">1</td>)")));
+    EXPECT_TRUE(has(
+        page,
+        row(R"(<td class="number">5</td><td><bdi>Canal Uno</bdi> <span class="tag">clone of SID 105</span></td>)"
+            R"(<td class="number">0</td><td class="number">1</td>)")));
+    EXPECT_TRUE(
+        has(page, row(R"(<td class="number">8</td><td><bdi>Canal Uno</bdi></td><td class="number">4,200</td>)"
+                      R"(<td class="number"><span class="lacking">none</span></td>)")));
+    EXPECT_TRUE(has(
+        page,
+        row("<td class=\"number\">12</td><td><bdi>海景 Música\uFFFD</bdi> <span class=\"note\">sent as <bdi>Mar"
+            "</bdi></span> <span class=\"tag\">HD</span> <span class=\"tag\">scrambled</span> "
+            "<span class=\"tag\">3 CA PIDs</span> <span class=\"tag\">transcoded</span></td>"
+            "<td class=\"number\">8,000</td><td class=\"number\">1, 10</td>")));
+    EXPECT_TRUE(has(
+        page,
+        row(R"(<td class="number">9</td><td><bdi>Canal Uno</bdi> <span class="tag">stream 1/1001</span></td>)"
+            R"(<td class="number">4,200</td><td class="number">10</td>)")));
+    EXPECT_TRUE(has(
+        page, row(R"(<td class="number">700</td><td><bdi>A name that is longer than the column is wide</bdi>)"
+                  R"( <span class="tag">scrambled</span> <span class="tag">1 CA PID</span></td>)"
+                  R"(<td class="number">4,200</td>)")));
+    EXPECT_TRUE(has(
+        page,
+        row(R"(<td class="number">700</td><td><bdi>Canal Uno</bdi> <span class="tag">clone of SID 105</span>)"
+            R"(</td><td class="number">0</td>)")));
+}
+
+TEST(Page, TheSummaryHasTheFigures) {
+    const std::string page = everything();
+    const auto tile = [](const std::string& label, const std::string& figure, const std::string& note) {
+        return "<dt>" + label + "</dt><dd><span class=\"big\">" + figure + "</span> <span class=\"note\">" +
+               note + "</span>";
+    };
+    EXPECT_TRUE(has(page, ">1 of 5 services left out, 1 clone waiting</p>"));
+    EXPECT_TRUE(has(page, tile("Placed", "4", "of 5 loaded")));
+    EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
+    EXPECT_TRUE(has(page, tile("Inputs in use", "2", "of 3")));
+    EXPECT_TRUE(has(page, tile("Output bitrate", "52,200", "of 76,000 kbit/s")));
+    EXPECT_TRUE(has(page, tile("PIDs in use", "3", "of 8")));
+    EXPECT_TRUE(has(page, tile("Clones attached", "1", "1 waiting")));
+}
+
+TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
+    Result result;
+    result.counts = {3, 3, 0, 1, 0};
+    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict good">3 of 3 services placed</p>)"));
+    result.counts = {3, 2, 1, 1, 0};
+    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">1 of 3 services left out</p>)"));
+    result.counts = {3, 3, 0, 1, 2};
+    EXPECT_TRUE(
+        has(body_of(result), R"(<p class="verdict short">3 of 3 services placed, 2 clones waiting</p>)"));
+    result.counts = {3, 2, 0, 1, 0};
+    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">2 of 3 services placed</p>)"));
+}
+
+TEST(Page, AModuleTellsWhatItIsAndUses) {
+    const std::string page = everything();
+    EXPECT_EQ(occurrences(page, R"(<article class="module")"), 2u);
+    EXPECT_EQ(occurrences(page, R"(<span class="badge">controller</span>)"), 1u);
+    EXPECT_TRUE(has(page, R"(PIDs <b>3</b> of 8 <span class="note">(5 by the engine&apos;s count)</span>)"));
+    EXPECT_TRUE(has(page, "SD transcoders <b>1</b> of 2<"));
+    EXPECT_TRUE(has(page, "AUX transcoders <b>0</b> of 1<"));
+    EXPECT_FALSE(has(page, "HD transcoders"));
+    EXPECT_TRUE(has(page, "<span>Input 2</span><span class=\"note\">free</span>"));
+    EXPECT_TRUE(has(page, "<span>stream 1/1001</span><span class=\"note\">4 services, 16,400 kbit/s</span>"));
+    EXPECT_TRUE(has(page, "<span>On no input</span><span class=\"note\">1 service</span>"));
+}
+
+TEST(Page, AnOutputTellsItsFigures) {
+    const std::string page = everything();
+    EXPECT_TRUE(has(page, R"(aria-label="Output 1: 12,200 of 38,000 kbit/s, stream A 12,200")"));
+    EXPECT_TRUE(has(page, "<b>12,200</b> of 38,000 kbit/s</span> <span class=\"right\">2 of 512 services"));
+    EXPECT_TRUE(has(page, "<b>Output 1</b> <span class=\"right\">32.1 %</span>"));
+    EXPECT_TRUE(has(page, "<b>Output 10</b> <span class=\"right\">105.3 %</span>"));
+    EXPECT_TRUE(has(page, "<b>Output 1</b> <span class=\"right\">–</span>"));
+}
+
+TEST(Page, StreamsShareOutTheFilledPartOfABar) {
+    const std::string page = body_of(result_with(
+        {1, 20000, 40000, 3, 512, {service({1, 1}, 6000), service({1, 2}, 14000), service({1, 1}, 0)}}));
+    EXPECT_TRUE(has(page, R"(<rect class="c0" x="0.00%" width="15.00%" height="100%"/>)"));
+    EXPECT_TRUE(has(page, R"(<rect class="c1" x="15.00%" width="35.00%" height="100%"/>)"));
+    EXPECT_TRUE(has(page, "stream A 6,000, stream B 14,000\""));
+}
+
+TEST(Page, ABarIsNeverFullerThanFull) {
+    EXPECT_TRUE(has(body_of(result_with({1, 4294967295u, 38000, 1, 512, {service({1, 1}, 8000)}})),
+                    R"(x="0.00%" width="100.00%")"));
+    EXPECT_TRUE(
+        has(body_of(result_with({1, 5, 0, 1, 512, {service({1, 1}, 5)}})), R"(x="0.00%" width="0.00%")"));
+}
+
+TEST(Page, ANarrowSegmentHasNoLetters) {
+    EXPECT_TRUE(
+        has(body_of(result_with({1, 70, 1000, 1, 512, {service({1, 1}, 70)}})), R"(y="50%">A</text>)"));
+    EXPECT_FALSE(has(body_of(result_with({1, 69, 1000, 1, 512, {service({1, 1}, 69)}})), "<text"));
+}
+
+TEST(Page, ACloneTakesNoPartOfABar) {
+    ServiceResult clone = service({1, 2}, 5000);
+    clone.is_clone = true;
+    const std::string page = body_of(result_with({1, 4000, 8000, 1, 512, {service({1, 1}, 4000), clone}}));
+    EXPECT_TRUE(has(page, R"(width="50.00%")"));
+    EXPECT_FALSE(has(page, "stream B"));
+}
+
+TEST(Page, AStreamTellsWhereItIsReceivedAndWhatItLacks) {
+    const std::string page = everything();
+    EXPECT_TRUE(has(
+        page, R"(B</span></th><td class="number">2/7</td><td class="number">0</td><td class="number">0</td>)"
+              R"(<td><a href="#module-2"><span class="mac">M2</span> input 1</a> </td>)"));
+    EXPECT_TRUE(
+        has(page, R"(<td class="number">1/1001</td><td class="number">3</td><td class="number">0</td>)"));
+    EXPECT_TRUE(has(
+        page, R"(<td class="number">1/1002</td><td class="number">0</td><td class="number lacking">1</td>)"
+              R"(<td><span class="note">none</span></td>)"));
+}
+
+TEST(Page, TheLegendHasWhatCanBeToldApart) {
+    Result result;
+    result.modules.emplace_back();
+    for (std::uint16_t number = 1; number <= 48; ++number)
+        result.modules[0].inputs.push_back({number, true, {1, number}, {}});
+    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 48u);
+    result.modules[0].inputs.push_back({49, true, {1, 49}, {}});
+    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 0u);
+    EXPECT_TRUE(has(body_of(result), "<a href=\"#streams\">at the end</a>"));
+}
+
+TEST(Page, ReasonsHaveAColumnIfThereAreAny) {
+    Result result = result_with_everything();
+    EXPECT_FALSE(has(body_of(result), "Reason"));
+    result.left_out.at(0).services.at(0).reason = "No input receives <its> stream.";
+    const std::string page = body_of(result);
+    EXPECT_EQ(occurrences(page, R"(<th scope="col" class="wide">Reason</th>)"), 1u);
+    EXPECT_TRUE(has(page, R"(<td class="wide">No input receives &lt;its&gt; stream.</td></tr>)"));
+    EXPECT_EQ(occurrences(page, R"(<th scope="rowgroup" colspan="4"><span class="line"><span class="mark">)"),
+              1u);
+}
+
+TEST(Page, WarningsComeBeforeThePlan) {
+    const std::string page = everything();
+    EXPECT_TRUE(has(page, "<li><bdi>something does not add up</bdi></li>"));
+    EXPECT_LT(page.find("something does not add up"), page.find("Modules at a glance"));
+    EXPECT_FALSE(has(body_of(Result()), "does not add up"));
+}
+
+/// A result with this text in every place that takes one.
+Result result_full_of(const std::string& text) {
+    Result result = result_with_everything();
+    result.name = text;
+    result.warnings = {text};
+    for (ModuleResult& module : result.modules) {
+        module.mac = text;
+        for (InputResult& input : module.inputs)
+            for (ServiceResult& one : input.services)
+                one.name = text;
+    }
+    ServiceResult& left_out = result.left_out.at(0).services.at(0);
+    left_out.name = text;
+    left_out.output_name = text + "2";
+    left_out.reason = text;
+    return result;
+}
+
+TEST(Page, NamesAreTextWhateverTheySay) {
+    const std::string text = "<script>alert(1)</script>\"&'{{{style}}}";
+    const std::string escaped = "&lt;script&gt;alert(1)&lt;/script&gt;&quot;&amp;&apos;{{{style}}}";
+    const std::string page = html_page(result_full_of(text));
+    EXPECT_FALSE(has(page, "<script>alert"));
+    EXPECT_FALSE(has(page, "\"&'"));
+    // Title, heading, warning; 4 + 3 in the list left out, 4 on an input; 7 for each of the 2 modules, one of
+    // which appears twice for its stream.
+    EXPECT_EQ(occurrences(page, "<bdi>" + escaped + "</bdi>"), 1 + 1 + 4 + 1u);
+    EXPECT_EQ(occurrences(page, "<title>Placement of " + escaped + "</title>"), 1u);
+    EXPECT_EQ(occurrences(page, "<bdi>" + escaped + "2</bdi>"), 1u);
+    EXPECT_EQ(occurrences(page, "<td class=\"wide\">" + escaped + "</td>"), 1u);
+    EXPECT_EQ(occurrences(page, "data-mac=\"" + escaped + "\""), 4u);
+}
+
+TEST(Page, WhatNoPageCanShowIsReplaced) {
+    const std::string page = html_page(result_full_of("a\x1B\x80z\u202E"));
+    EXPECT_FALSE(has(page, "\x1B"));
+    EXPECT_FALSE(has(page, "a\x1B\x80z"));
+    // A change of the direction of writing ends with the element around the name.
+    EXPECT_TRUE(has(page, "<bdi>a\uFFFD\uFFFDz\u202E</bdi>"));
+}
+
+TEST(Page, AnEmptyResultIsAWholePage) {
+    const std::string page = body_of(Result());
+    EXPECT_TRUE(has(page, "<h1>Head-end</h1>"));
+    EXPECT_FALSE(has(page, "<table"));
+    EXPECT_FALSE(has(page, "<li>"));
+    EXPECT_TRUE(has(html_page(Result()), "<title>Placement</title>"));
+}
+
+TEST(Page, AModuleWithoutInputsOrOutputsSaysSo) {
+    Result result;
+    result.modules.emplace_back();
+    const std::string page = body_of(result);
+    EXPECT_TRUE(has(page, "This module has no inputs."));
+    EXPECT_TRUE(has(page, "This module has no outputs."));
+}
+
+TEST(Page, NeedsNothingFromOutside) {
+    const std::string page = html_page(result_with_everything());
+    EXPECT_TRUE(has(page, "default-src 'none'"));
+    EXPECT_TRUE(has(page, "<style>" + std::string(page_style) + "</style>"));
+    EXPECT_TRUE(has(page, "<script>" + std::string(page_script) + "</script>"));
+    for (const char* outside : {"http:", "https:", "src=", "@import", "<link", "style=", "onclick"})
+        EXPECT_FALSE(has(page, outside)) << outside;
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,69 @@
+// The whole table: where each service stands, and fields that must be quoted.
+
+#include "report/report_csv.h"
+
+#include <gtest/gtest.h>
+
+#include "report/report_fixture.h"
+
+namespace zarven::tool {
+namespace {
+
+const std::string header =
+    "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
+    "scrambled,ca_pids,transcoded,clone\r\n";
+
+TEST(CsvReport, AnEmptyResult) {
+    EXPECT_EQ(csv_report(Result()), header);
+}
+
+TEST(CsvReport, OneOfEverything) {
+    const std::string long_name = "A name that is longer than the column is wide";
+    EXPECT_EQ(csv_report(result_with_everything()),
+              header +
+                  "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no\r\n"
+                  "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no\r\n"
+                  "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes\r\n"
+                  "yes,M1,1,1,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no\r\n"
+                  "yes,M1,1,10,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no\r\n"
+                  "no,,,,700," +
+                  long_name + "," + long_name +
+                  ",1,1002,105,105,4200,no,no,yes,1,no,no\r\n"
+                  "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes\r\n");
+}
+
+TEST(CsvReport, AServiceWithoutInput) {
+    Result result = result_with_everything();
+    result.modules.at(0).outputs = {{3, 0, 0, 0, 512, result.modules.at(0).without_input}};
+    EXPECT_NE(csv_report(result).find("yes,M1,,3,9,Canal Uno,"), std::string::npos);
+}
+
+TEST(CsvReport, FieldsAreQuotedWhereTheyMustBe) {
+    const auto name_field = [](const std::string& name) {
+        Result result;
+        ServiceResult service;
+        service.name = name;
+        result.left_out = {{{1, 1}, {service}}};
+        const std::string table = csv_report(result).substr(header.size());
+        const std::string before = "no,,,,0,";
+        EXPECT_EQ(table.substr(0, before.size()), before);
+        return table.substr(before.size(), table.find(",,0,0,") - before.size());
+    };
+    EXPECT_EQ(name_field(""), "");
+    EXPECT_EQ(name_field("a;b 'c'"), "a;b 'c'");
+    EXPECT_EQ(name_field("a,b"), "\"a,b\"");
+    EXPECT_EQ(name_field("\"a\" b"), "\"\"\"a\"\" b\"");
+    EXPECT_EQ(name_field("a\nb"), "\"a\nb\"");
+    EXPECT_EQ(name_field("a\rb"), "\"a\rb\"");
+}
+
+TEST(CsvReport, Radio) {
+    Result result;
+    ServiceResult service;
+    service.is_radio = true;
+    result.clones_waiting = {service};
+    EXPECT_NE(csv_report(result).find(",no,yes,no,0,no,no\r\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,75 @@
+// The result is read and written elsewhere; here is told what the written form left out.
+
+#include "commands/export.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "base/streams.h"
+#include "lineup/channels_conf.h"
+#include "report/channel_export.h"
+#include "report/report_csv.h"
+#include "report/result_reader.h"
+
+namespace zarven::tool {
+
+namespace {
+
+constexpr const char* format_channels_conf = "channels.conf";
+constexpr const char* format_csv = "csv";
+
+struct ExportOptions {
+    std::string result;
+    std::string format;
+    std::string output = standard_stream;
+};
+
+void tell(const std::string& file, const ChannelExport& exported) {
+    std::vector<std::string> parts;
+    const auto add = [&parts](std::size_t number, const char* what) {
+        if (number != 0)
+            parts.push_back(fmt::format("{} {}", number, what));
+    };
+    add(exported.left_out, "left out");
+    add(exported.without_lcn, "with LCN 0");
+    add(exported.clones, "that are clones");
+    fmt::print(stderr, "{}: {} channel{} written, {} of them renamed; not written: {}\n", file,
+               exported.channels.size(), exported.channels.size() == 1 ? "" : "s", exported.renamed,
+               parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", ")));
+}
+
+void export_command(const ExportOptions& options) {
+    const std::string file = input_name(options.result);
+    const Result result = read_result(file, read_text(options.result));
+    if (options.format == format_csv)
+        return write_text(options.output, csv_report(result));
+    const ChannelExport exported = export_channels(result);
+    write_text(options.output, write_channels_conf(exported.channels));
+    tell(file, exported);
+}
+
+} // namespace
+
+void add_export(CLI::App& app) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* command =
+        app.add_subcommand("export", "Write the result of a run as a channel list or a table");
+    command
+        ->add_option("RESULT", options->result,
+                     "The result, as `recalculo run --json` writes it; - for standard input")
+        ->type_name("")
+        ->required();
+    command->add_option("--format", options->format, "What to write")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({format_channels_conf, format_csv}))
+        ->required();
+    command->add_option("-o,--output", options->output, "Where to write it; - for standard output")
+        ->type_name("FILE")
+        ->capture_default_str();
+    command->callback([options] { export_command(*options); });
+}
+
+} // namespace zarven::tool

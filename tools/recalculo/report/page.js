@@ -1,0 +1,135 @@
+// Search and sorting. The page is whole without them, so what belongs to them is shown or made here.
+"use strict";
+(() => {
+    const folded = (text) => text.normalize("NFD").replace(/\p{M}/gu, "").toLowerCase();
+    const grouped = (number) => number.toLocaleString("en");
+
+    // Sorting
+
+    const value = (row, column) => {
+        const text = row.cells[column].textContent.trim();
+        const number = Number.parseFloat(text.replaceAll(",", ""));
+        return { text, number: Number.isNaN(number) ? -1 : number };
+    };
+
+    const sort = (header) => {
+        const table = header.closest("table");
+        const column = header.cellIndex;
+        const numeric = header.classList.contains("number");
+        // Z comes before AA.
+        const shortFirst = header.classList.contains("code");
+        const sign = header.getAttribute("aria-sort") === "ascending" ? -1 : 1;
+        for (const other of table.tHead.rows[0].cells)
+            other.removeAttribute("aria-sort");
+        header.setAttribute("aria-sort", sign > 0 ? "ascending" : "descending");
+        for (const body of table.tBodies) {
+            const rows = [...body.rows].filter((row) => !row.classList.contains("group"));
+            const keyed = rows.map((row) => ({ row, key: value(row, column) }));
+            keyed.sort(({ key: a }, { key: b }) =>
+                sign * ((numeric && a.number - b.number) || (shortFirst && a.text.length - b.text.length) ||
+                    a.text.localeCompare(b.text, "en", { numeric: true })));
+            body.append(...keyed.map(({ row }) => row));
+        }
+    };
+
+    for (const header of document.querySelectorAll("table.sortable thead th:not(.unsorted)")) {
+        const button = document.createElement("button");
+        button.type = "button";
+        button.append(...header.childNodes);
+        button.addEventListener("click", () => sort(header));
+        header.append(button);
+    }
+
+    // Search
+
+    const form = document.querySelector("form.search");
+    const query = document.getElementById("query");
+    const found = document.getElementById("found");
+    form.hidden = false;
+
+    /// Everything that can be hidden: rows in bodies in boxes, a box being a module or a section.
+    let boxes;
+    const index = () => {
+        const row_of = (element, inherited) => ({
+            element,
+            lcn: element.cells[0].textContent,
+            names: folded([...element.querySelectorAll("bdi")].map((name) => name.textContent).join("\n")),
+            ...inherited,
+        });
+        boxes = [...document.querySelectorAll(".module, #left-out, #waiting")].map((box) => ({
+            element: box,
+            isModule: box.classList.contains("module"),
+            bodies: [...box.querySelectorAll("tbody")].map((body) => ({
+                element: body,
+                rows: [...body.rows].filter((row) => !row.classList.contains("group")).map((row) =>
+                    row_of(row, { stream: body.dataset.stream ?? "", mac: folded(box.dataset.mac ?? "") })),
+            })),
+        }));
+    };
+
+    /// A number is an LCN or part of a name; anything else may also be a stream or part of a MAC.
+    const matches = (row, word) =>
+        row.lcn === word || row.names.includes(word) || (word.includes("/") && row.stream.startsWith(word)) ||
+        (!/^\d+$/.test(word) && row.mac.includes(word));
+
+    const summary = (onModules, elsewhere, total, modules) => {
+        const sum = onModules + elsewhere;
+        const where = [];
+        if (onModules > 0)
+            where.push(`${grouped(onModules)} on ${grouped(modules)} ${modules === 1 ? "module" : "modules"}`);
+        if (elsewhere > 0)
+            where.push(`${grouped(elsewhere)} not placed`);
+        return `${grouped(sum)} of ${grouped(total)} ${sum === 1 ? "matches" : "match"}` +
+            (sum > 0 ? `: ${where.join(", ")}` : "");
+    };
+
+    const filter = () => {
+        if (!boxes)
+            index();
+        const words = folded(query.value).split(/\s+/).filter(Boolean);
+        let onModules = 0;
+        let elsewhere = 0;
+        let total = 0;
+        let modules = 0;
+        for (const box of boxes) {
+            let inBox = 0;
+            for (const body of box.bodies) {
+                let inBody = 0;
+                for (const row of body.rows) {
+                    const isMatch = words.every((word) => matches(row, word));
+                    row.element.hidden = !isMatch;
+                    inBody += isMatch;
+                }
+                body.element.hidden = words.length > 0 && inBody === 0;
+                inBox += inBody;
+                total += body.rows.length;
+            }
+            box.element.hidden = words.length > 0 && inBox === 0;
+            if (box.isModule) {
+                modules += inBox > 0;
+                onModules += inBox;
+            } else {
+                elsewhere += inBox;
+            }
+        }
+        document.body.classList.toggle("searching", words.length > 0);
+        found.textContent = words.length === 0 ? "" : summary(onModules, elsewhere, total, modules);
+    };
+
+    let waiting;
+    query.addEventListener("input", () => {
+        clearTimeout(waiting);
+        waiting = setTimeout(filter, 120);
+    });
+    query.addEventListener("keydown", (event) => {
+        if (event.key !== "Escape")
+            return;
+        clearTimeout(waiting);
+        query.value = "";
+        filter();
+    });
+    form.addEventListener("submit", (event) => event.preventDefault());
+    // Going back in the browser may bring the old query with it.
+    if (query.value)
+        filter();
+})();
