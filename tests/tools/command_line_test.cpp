@@ -88,7 +88,7 @@ const std::string channel_line =
     "Canal;Marca:11362:HC23:S19.2E:22000:6110=27:6120=deu@3:6130:98C:11110:1:1011:0\n";
 
 std::vector<std::string> with_each_command(std::vector<std::string> all, const std::string& option) {
-    for (const char* command : {"run", "compare", "size", "bound", "import", "export"})
+    for (const char* command : {"run", "explain", "compare", "size", "bound", "import", "export"})
         all.push_back(std::string(command) + " " + option);
     return all;
 }
@@ -117,6 +117,9 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
                                         "run",
                                         "run a b",
                                         "run --jsn x",
+                                        "explain",
+                                        "explain x --service",
+                                        "explain x y",
                                         "import x",
                                         "import --modules x",
                                         "export",
@@ -144,7 +147,8 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""), "A command (run, compare, size, bound, import, export) is required" + advice);
+    expect_refused(run(""),
+                   "A command (run, explain, compare, size, bound, import, export) is required" + advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
@@ -179,9 +183,9 @@ TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
     ASSERT_GT(outcome.out.size(), report.size());
     EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
     EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
-    EXPECT_NE(outcome.out.find(
-                  "\n  MAX           11         1       5 of 5      0  kept: leaves the fewest out\n"),
-              std::string::npos);
+    EXPECT_NE(
+        outcome.out.find("\n  MAX           11         1       5 of 5      0  kept: leaves the fewest out\n"),
+        std::string::npos);
 }
 
 TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
@@ -370,6 +374,73 @@ TEST_F(CommandLine, AReaderThatGoesAwayIsTold) {
 TEST_F(CommandLine, AFullDiskIsTold) {
     const Outcome outcome = run("run " + small + " >/dev/full");
     expect_refused(outcome, "standard output: cannot be written: No space left on device");
+}
+
+const std::string lejano_explained =
+    "LCN 41 \"Canal Lejano\" · stream 3/5 · 3500 kbit/s\n"
+    "  No input is free for stream 3/5: all 5 inputs on 3 modules receive other streams.\n";
+
+TEST_F(CommandLine, ExplainTellsWhyAServiceIsLeftOut) {
+    const Outcome outcome = run("explain " + small + " --service 41");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(
+        outcome.out,
+        lejano_explained +
+            "    Module             Answer         Inputs       Output                 kbit/s        PIDs\n"
+            "    02:00:00:00:00:01  no input free  0 of 2 free       1  33600 + 3500 of 38000  3 + 0 of 8\n"
+            "    02:00:00:00:00:02  no input free  0 of 2 free       1  14000 + 3500 of 38000  4 + 0 of 8\n"
+            "    02:00:00:00:00:03  no input free  0 of 1 free       1    400 + 3500 of 20000  0 + 0 of 0\n");
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLine, ExplainWithoutAServiceExplainsAllThatAreLeftOut) {
+    EXPECT_EQ(run("explain -", read(small)).out, lejano_explained + "    3 modules have no input free\n");
+    EXPECT_EQ(run("explain -", modules_text).out, "No service is left out.\n");
+}
+
+TEST_F(CommandLine, ExplainTakesSeveralServicesEachOnce) {
+    const Outcome outcome = run("explain --service 41 --service 11@1/1002 --service 41@3/5 " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out.substr(0, lejano_explained.size()), lejano_explained);
+    const std::size_t second = outcome.out.find("\n\nLCN 11 \"Canal Uno HD\"");
+    EXPECT_NE(second, std::string::npos);
+    EXPECT_EQ(outcome.out.find("\nLCN ", second + 2), std::string::npos);
+}
+
+TEST_F(CommandLine, ExplainAnswersAsJson) {
+    const Outcome outcome = run("explain --json " + small + " --service 41 --service 11");
+    EXPECT_EQ(outcome.code, 0);
+    const json answer = json::parse(outcome.out);
+    EXPECT_EQ(answer.at("name"), "Small head-end");
+    ASSERT_EQ(answer.at("services").size(), 2u);
+    EXPECT_EQ(answer.at("services").at(0).at("standing"), "left_out");
+    EXPECT_EQ(answer.at("services").at(0).at("modules").size(), 3u);
+    EXPECT_EQ(answer.at("services").at(1).at("standing"), "placed");
+}
+
+TEST_F(CommandLine, ExplainAgreesWithTheEngineAndTheReport) {
+    const std::string medium = examples + "/medium.json";
+    const json left_out = json::parse(run("run --json " + medium).out).at("left_out");
+    const json explained = json::parse(run("explain --json " + medium).out).at("services");
+    EXPECT_EQ(explained.at(0).at("sentence"), left_out.at(0).at("services").at(0).at("reason"));
+    for (const json& service : explained)
+        for (const json& module : service.at("modules"))
+            EXPECT_TRUE(module.at("engine_agrees"));
+}
+
+TEST_F(CommandLine, ExplainOfAServiceThatIsNotThere) {
+    expect_refused(run("explain " + small + " --service 26"),
+                   small + ": --service 26: no service has the LCN 26; the nearest are 22 and 31");
+    expect_refused(run("explain - --service 41@1/2", read(small)),
+                   "standard input: --service 41@1/2: no service of stream 1/2 has the LCN 41; it is in "
+                   "stream 3/5");
+    expect_refused(run("explain none --service 4x"),
+                   "--service 4x: found \"4x\", expected an LCN, or LCN@ONID/TSID, as in 25@1/1007; each "
+                   "number at most 65535");
+}
+
+TEST_F(CommandLine, ExplainWithoutController) {
+    EXPECT_EQ(run("explain -", R"({"modules": []})").code, 1);
 }
 
 TEST_F(CommandLine, ImportWritesAHeadend) {

@@ -20,7 +20,7 @@ expect() {
     done
 }
 
-expect 'recalculo ' run compare size bound import export --help --version
+expect 'recalculo ' run explain compare size bound import export --help --version
 expect 'recalculo im' import
 expect 'recalculo run --' --json --log --pauses --help
 expect 'recalculo import --sd' --sd-bitrate

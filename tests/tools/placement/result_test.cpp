@@ -40,9 +40,16 @@ TEST(ResultOf, ARealRun) {
     ASSERT_EQ(result.left_out[0].services.size(), 1u);
     EXPECT_EQ(result.left_out[0].services[0].lcn, 4);
     EXPECT_TRUE(result.left_out[0].services[0].outputs.empty());
+    EXPECT_EQ(
+        result.left_out[0].services[0].reason,
+        "No module could ever take it: its 12000 kbit/s must stay below the maximum of an output, and the "
+        "largest is 10000.");
     ASSERT_EQ(result.clones_waiting.size(), 1u);
     EXPECT_TRUE(result.clones_waiting[0].is_clone);
     EXPECT_EQ(result.clones_waiting[0].parent_sid, 101);
+    EXPECT_EQ(result.clones_waiting[0].reason,
+              "No AUX transcoder is left on module A, which carries its parent (1 of 1 in use).");
+    EXPECT_EQ(first.outputs.at(0).services.at(0).reason, "");
 }
 
 TEST_F(ResultOfHand, AnInputAndItsOutputs) {

@@ -75,13 +75,14 @@ TEST(Page, EveryServiceHasItsRow) {
         row(R"(<td class="number">9</td><td><bdi>Canal Uno</bdi> <span class="tag">stream 1/1001</span></td>)"
             R"(<td class="number">4,200</td><td class="number">10</td>)")));
     EXPECT_TRUE(has(
-        page, row(R"(<td class="number">700</td><td><bdi>A name that is longer than the column is wide</bdi>)"
-                  R"( <span class="tag">scrambled</span> <span class="tag">1 CA PID</span></td>)"
-                  R"(<td class="number">4,200</td>)")));
+        page,
+        row(R"(<td class="number">700</td><td><bdi>A name that is longer than the column is wide</bdi>)"
+            R"( <span class="tag">scrambled</span> <span class="tag">1 CA PID</span></td>)"
+            R"(<td class="number">4,200</td><td class="wide">No input is free for stream 1/1002.</td>)")));
     EXPECT_TRUE(has(
         page,
         row(R"(<td class="number">700</td><td><bdi>Canal Uno</bdi> <span class="tag">clone of SID 105</span>)"
-            R"(</td><td class="number">0</td>)")));
+            "</td><td class=\"number\">0</td><td class=\"wide\">Its parent, \uFFFD, is left out.</td>")));
 }
 
 TEST(Page, TheSummaryHasTheFigures) {
@@ -188,6 +189,8 @@ TEST(Page, TheLegendHasWhatCanBeToldApart) {
 
 TEST(Page, ReasonsHaveAColumnIfThereAreAny) {
     Result result = result_with_everything();
+    result.left_out.at(0).services.at(0).reason.clear();
+    result.clones_waiting.at(0).reason.clear();
     EXPECT_FALSE(has(body_of(result), "Reason"));
     result.left_out.at(0).services.at(0).reason = "No input receives <its> stream.";
     const std::string page = body_of(result);

@@ -44,11 +44,13 @@ inline Result result_with_everything() {
     left_out.ca_pids = 1;
     left_out.is_scrambled = true;
     left_out.outputs = {};
+    left_out.reason = "No input is free for stream 1/1002.";
 
     ServiceResult waiting = attached;
     waiting.lcn = 700;
     waiting.stream = {1, 1002};
     waiting.outputs = {};
+    waiting.reason = "Its parent, \x1B, is left out.";
 
     ServiceResult inputless = plain;
     inputless.lcn = 9;

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/failure.h"
 #include "base/streams.h"
 #include "headend/headend_json.h"
@@ -34,10 +35,6 @@ std::size_t number_of_streams(const std::vector<Service>& services) {
     for (const Service& service : services)
         streams.emplace(service.onid, service.tsid);
     return streams.size();
-}
-
-std::string counted(std::size_t number, std::string_view thing) {
-    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
 }
 
 void tell(const std::string& file, const ImportedChannels& imported) {

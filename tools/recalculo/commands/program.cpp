@@ -2,6 +2,7 @@
 
 #include "commands/bound.h"
 #include "commands/compare.h"
+#include "commands/explain.h"
 #include "commands/export.h"
 #include "commands/import.h"
 #include "commands/run.h"
@@ -12,7 +13,7 @@ namespace zarven::tool {
 void describe_program(CLI::App& program) {
     program.name("recalculo");
     program.description("Places the television services of a head-end onto its modules.");
-    for (const auto add : {add_run, add_compare, add_size, add_bound, add_import, add_export})
+    for (const auto add : {add_run, add_explain, add_compare, add_size, add_bound, add_import, add_export})
         add(program);
 
     const std::string version = "recalculo " RECALCULO_VERSION;

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "placement/audit.h"
+#include "placement/reason.h"
 
 namespace zarven::tool {
 
@@ -43,8 +44,7 @@ public:
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
             result_.modules.push_back(gather(module));
         gather_left_out();
-        for (const auto& clone : run.engine.listaServiciosClonados)
-            result_.clones_waiting.push_back(describe(*clone, true));
+        gather_clones_waiting();
         count();
         result_.warnings = audit(run);
     }
@@ -60,6 +60,7 @@ private:
     OutputResult gather(const tRec_Salida& output, const OutputsOf& outputs_of);
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
     void gather_left_out();
+    void gather_clones_waiting();
     void count();
 
     const EngineRun& run_;
@@ -135,16 +136,25 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
 }
 
 void Gathering::gather_left_out() {
+    const FinalState state(run_);
     for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
                 left_out_.insert(service.get());
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
+                result.services.back().reason = reason_left_out(state, *service);
             }
             if (!result.services.empty())
                 result_.left_out.push_back(std::move(result));
         }
+}
+
+void Gathering::gather_clones_waiting() {
+    for (const auto& clone : run_.engine.listaServiciosClonados) {
+        result_.clones_waiting.push_back(describe(*clone, true));
+        result_.clones_waiting.back().reason = reason_waiting(run_.engine, *clone);
+    }
 }
 
 void Gathering::count() {

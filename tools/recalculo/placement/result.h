@@ -32,7 +32,7 @@ struct ServiceResult {
     std::uint16_t parent_sid = 0;
     /// The outputs of its module that carry it; none for a service that is not placed.
     std::vector<std::uint32_t> outputs;
-    /// For a service that is left out, why, in one sentence.
+    /// For a service that is left out and a clone that waits, why, in one sentence.
     std::string reason;
 };
 

@@ -10,7 +10,7 @@ namespace zarven::tool {
 
 using nlohmann::ordered_json;
 
-static void to_json(ordered_json& json, const ServiceResult& service) {
+void to_json(ordered_json& json, const ServiceResult& service) {
     json = {{"lcn", service.lcn},
             {"name", service.name},
             {"output_name", service.output_name},
@@ -29,6 +29,8 @@ static void to_json(ordered_json& json, const ServiceResult& service) {
     if (service.is_clone)
         json["parent_sid"] = service.parent_sid;
     json["outputs"] = service.outputs;
+    if (!service.reason.empty())
+        json["reason"] = service.reason;
 }
 
 static void to_json(ordered_json& json, const InputResult& input) {

@@ -5,10 +5,15 @@
 
 #include <string>
 
+#include <nlohmann/json_fwd.hpp>
+
 #include "placement/result.h"
 #include "placement/strategies.h"
 
 namespace zarven::tool {
+
+/// The service as an object of the report.
+void to_json(nlohmann::ordered_json& json, const ServiceResult& service);
 
 /// The whole result as indented JSON with a final line end, with the strategies if there are any.
 std::string json_report(const Result& result, const Strategies* strategies = nullptr);

@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/utf8.h"
 #include "report/table.h"
 
@@ -63,14 +64,6 @@ std::vector<Column> output_columns() {
     return {number, bar, load, percentage, services};
 }
 
-std::string counted(std::size_t number, std::string_view one, std::string_view many) {
-    return fmt::format("{} {}", number, number == 1 ? one : many);
-}
-
-std::string services_counted(std::size_t number) {
-    return counted(number, "service", "services");
-}
-
 /// What sets a service apart from a free SD programme.
 std::string marks_of(const ServiceResult& service, const TextStyle& style) {
     std::string marks;
@@ -82,7 +75,7 @@ std::string marks_of(const ServiceResult& service, const TextStyle& style) {
     if (service.is_scrambled)
         add("scrambled");
     if (service.ca_pids != 0)
-        add(counted(service.ca_pids, "CA PID", "CA PIDs"));
+        add(counted(service.ca_pids, "CA PID"));
     if (service.is_transcoded)
         add("transcoded");
     if (service.output_name != service.name)
@@ -270,7 +263,7 @@ void Report::write(const ModuleResult& module) {
     for (const InputResult& input : module.inputs)
         write(input);
     if (!module.without_input.empty()) {
-        paragraph(2, joined({"On no input", services_counted(module.without_input.size())}), Paint::yellow);
+        paragraph(2, joined({"On no input", counted(module.without_input.size(), "service")}), Paint::yellow);
         for (const ServiceResult& service : module.without_input)
             write(service, place_of(service));
     }
@@ -285,9 +278,9 @@ void Report::write(const InputResult& input) {
         paragraph(2, joined({number, "free"}));
         return;
     }
-    paragraph(2,
-              joined({number, "stream " + to_string(input.stream), services_counted(input.services.size())}),
-              Paint::bold);
+    paragraph(
+        2, joined({number, "stream " + to_string(input.stream), counted(input.services.size(), "service")}),
+        Paint::bold);
     for (const ServiceResult& service : input.services)
         write(service, place_of(service));
 }
@@ -297,7 +290,7 @@ void Report::write(const ServiceResult& service, const Cell& place) {
 }
 
 void Report::write(const StreamResult& stream) {
-    paragraph(2, joined({"Stream " + to_string(stream.stream), services_counted(stream.services.size())}),
+    paragraph(2, joined({"Stream " + to_string(stream.stream), counted(stream.services.size(), "service")}),
               Paint::bold);
     const std::string common = common_reason(stream.services);
     if (!common.empty())
@@ -313,8 +306,8 @@ void Report::write_left_out() {
     if (result_.left_out.empty())
         return;
     paragraph(0,
-              fmt::format("Left out: {} in {}", services_counted(result_.counts.left_out),
-                          counted(result_.left_out.size(), "stream", "streams")),
+              fmt::format("Left out: {} in {}", counted(result_.counts.left_out, "service"),
+                          counted(result_.left_out.size(), "stream")),
               Paint::red);
     for (const StreamResult& stream : result_.left_out)
         write(stream);
@@ -325,15 +318,18 @@ void Report::write_clones_waiting() {
     if (result_.clones_waiting.empty())
         return;
     paragraph(0, "Clones whose parent is on no output, or for which no AUX transcoder is left", Paint::red);
-    for (const ServiceResult& clone : result_.clones_waiting)
+    for (const ServiceResult& clone : result_.clones_waiting) {
         write(clone, stream_of(clone));
+        if (!clone.reason.empty())
+            paragraph(services_.begin(name_column), shown(clone.reason, style_));
+    }
     text_ += '\n';
 }
 
 void Report::write_warnings() {
     if (result_.warnings.empty())
         return;
-    paragraph(0, "Audit: " + counted(result_.warnings.size(), "finding", "findings"));
+    paragraph(0, "Audit: " + counted(result_.warnings.size(), "finding"));
     for (const std::string& warning : result_.warnings)
         paragraph(0, "Warning: " + shown(warning, style_), Paint::yellow);
     text_ += '\n';
@@ -350,12 +346,12 @@ void Report::write_summary() {
     const Counts& counts = result_.counts;
     std::string clones;
     if (counts.clones_attached + counts.clones_waiting != 0)
-        clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone", "clones"),
+        clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
     paragraph(0, fmt::format("{} loaded: {} placed, {} left out{}; {} of {} in use on {}",
-                             services_counted(counts.loaded), counts.placed, counts.left_out, clones,
-                             inputs_in_use, counted(inputs, "input", "inputs"),
-                             counted(result_.modules.size(), "module", "modules")));
+                             counted(counts.loaded, "service"), counts.placed, counts.left_out, clones,
+                             inputs_in_use, counted(inputs, "input"),
+                             counted(result_.modules.size(), "module")));
 }
 
 } // namespace

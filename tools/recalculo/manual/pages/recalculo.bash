@@ -4,9 +4,10 @@ _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
     case $COMP_CWORD in
-    1) words='run compare size bound import export --help --version' ;;
+    1) words='run explain compare size bound import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
     run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
+    explain) words='-h --help --service --json --version' ;;
     compare) words='-h --help --json --version' ;;
     size) words='-h --help --set --add --most --jobs --json --version' ;;
     bound) words='-h --help --set --json --version' ;;

@@ -1,0 +1,60 @@
+// Whole explanations, character by character.
+
+#include "report/explanation_text.h"
+
+#include <gtest/gtest.h>
+
+#include "base/streams.h"
+#include "report/explanation_fixture.h"
+
+namespace zarven::tool {
+namespace {
+
+TEST(ExplanationText, EveryAnswer) {
+    EXPECT_EQ(explanation_text(explanation_with_everything()),
+              read_text(RECALCULO_TOOL_TESTS "/report/explanation_with_everything.txt"));
+}
+
+Explanation plain() {
+    Explanation explanation;
+    explanation.service.lcn = 5;
+    explanation.service.name = "Uno";
+    explanation.service.stream = {1, 2};
+    explanation.service.bitrate = 4000;
+    explanation.sentence = "Why.";
+    return explanation;
+}
+
+TEST(ExplanationText, AServiceWithoutNeedsHasNoColumnForTranscoders) {
+    Explanation explanation = plain();
+    explanation.modules = {answer_with_room("M")};
+    EXPECT_EQ(explanation_text(explanation),
+              "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n"
+              "  Why.\n"
+              "    Module  Answer    Inputs       Output               kbit/s         PIDs\n"
+              "    M       has room  1 of 2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
+}
+
+TEST(ExplanationText, ModulesThatAreNotListed) {
+    Explanation explanation = plain();
+    explanation.unlisted = 1;
+    const std::string heading = "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n  Why.\n";
+    EXPECT_EQ(explanation_text(explanation), heading + "    1 module has no input free\n");
+    explanation.unlisted = 2;
+    EXPECT_EQ(explanation_text(explanation), heading + "    2 modules have no input free\n");
+    explanation.modules = {answer_with_room("M")};
+    const std::string text = explanation_text(explanation);
+    EXPECT_EQ(text.substr(text.rfind("    ")), "    2 other modules have no input free\n");
+}
+
+TEST(ExplanationText, ACloneAndAnOddTranscoding) {
+    Explanation explanation = plain();
+    explanation.service.is_clone = true;
+    explanation.service.parent_sid = 105;
+    explanation.transcoding = 7;
+    EXPECT_EQ(explanation_text(explanation),
+              "LCN 5 \"Uno\" · stream 1/2 · clone of SID 105 · transcoding 7\n  Why.\n");
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,107 @@
+// What can be wrong with the command line and the queries is told before the engine runs, which may take
+// long.
+
+#include "commands/explain.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/streams.h"
+#include "headend/headend_json.h"
+#include "placement/engine_run.h"
+#include "placement/explanation.h"
+#include "placement/host.h"
+#include "placement/service_query.h"
+#include "report/explanation_json.h"
+#include "report/explanation_text.h"
+
+namespace zarven::tool {
+
+namespace {
+
+struct ExplainOptions {
+    std::string headend;
+    /// Empty for all that are left out.
+    std::vector<std::string> services;
+    bool json = false;
+};
+
+/// The services asked for, each once.
+Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
+                       const std::string& file) {
+    Services services;
+    for (const ServiceQuery& query : queries)
+        for (const auto& service : services_with(query, run, file))
+            if (std::find(services.begin(), services.end(), service) == services.end())
+                services.push_back(service);
+    return services;
+}
+
+void write(const std::string& text) {
+    write_text(standard_stream, text);
+}
+
+/// Writes explanations one at a time, because all together may not fit into memory.
+void tell_as_text(Explainer& explainer, const Services& services) {
+    if (services.empty())
+        write("No service is left out.\n");
+    const char* before = "";
+    for (const auto& service : services) {
+        write(before + explanation_text(explainer.explain(service)));
+        before = "\n";
+    }
+}
+
+void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {
+    write(explanations_json_begin(name));
+    const char* before = "";
+    for (const auto& service : services) {
+        write(before + explanation_json(explainer.explain(service)));
+        before = ",";
+    }
+    write(explanations_json_end());
+}
+
+void explain_command(const ExplainOptions& options) {
+    std::vector<ServiceQuery> queries;
+    for (const std::string& text : options.services)
+        queries.push_back(parse_service_query(text));
+    const std::string file = input_name(options.headend);
+    const Headend headend = read_headend(file, read_text(options.headend));
+
+    // No log: the engine is asked much that is no part of a run.
+    const host::Log silence("");
+    EngineRun run = load_engine(headend, file);
+    Services services = services_with(queries, run, file);
+    run_engine(run, file);
+    Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
+    if (queries.empty())
+        services = left_out_of(run);
+    if (options.json)
+        tell_as_json(explainer, services, headend.name);
+    else
+        tell_as_text(explainer, services);
+}
+
+} // namespace
+
+void add_explain(CLI::App& app) {
+    const auto options = std::make_shared<ExplainOptions>();
+    CLI::App* explain =
+        app.add_subcommand("explain", "Tell why services are left out, and what each module answers");
+    explain->add_option("HEADEND", options->headend, "The head-end, a JSON file; - for standard input")
+        ->type_name("")
+        ->required();
+    explain
+        ->add_option("--service", options->services,
+                     "A service by its LCN, also LCN@ONID/TSID; may be given several times. Without it, all "
+                     "that are left out")
+        ->type_name("KEY")
+        ->allow_extra_args(false);
+    explain->add_flag("--json", options->json, "Answer as JSON");
+    explain->callback([options] { explain_command(*options); });
+}
+
+} // namespace zarven::tool

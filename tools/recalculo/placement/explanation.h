@@ -1,0 +1,87 @@
+// What became of a service and what each module answers to it. Made for the services that a planner asks
+// about; for all that are left out when none is named.
+
+#ifndef RECALCULO_EXPLANATION_H
+#define RECALCULO_EXPLANATION_H
+
+#include <cstddef>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "placement/refusal.h"
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+enum class Standing {
+    placed,
+    left_out,
+    /// The engine's exchanges may lead to these two.
+    placed_and_left_out,
+    neither,
+    /// Clones: beside their parent, or not.
+    attached,
+    waiting,
+};
+
+struct ModuleAnswer {
+    ModuleRefusal refusal;
+    /// Asked of the engine, on a copy of the module.
+    bool engine_has_room = false;
+
+    /// The limits that we name are the engine's.
+    bool engine_agrees() const { return engine_has_room == (refusal.room.limit == Limit::none); }
+};
+
+struct Explanation {
+    ServiceResult service;
+    std::uint16_t transcoding = 0;
+    Standing standing = Standing::neither;
+    std::string sentence;
+    /// In the order of the modules; none for a clone, which goes by its parent alone.
+    std::vector<ModuleAnswer> modules;
+    /// Modules without an input for the service that are not listed.
+    std::size_t unlisted = 0;
+};
+
+/// Which modules an explanation lists.
+enum class Listing {
+    all_modules,
+    /// Those that receive the stream or have an input free, as the others need not be looked at. A module
+    /// that carries the service, or about which the engine disagrees, is listed all the same.
+    with_an_input,
+};
+
+using Services = std::vector<std::shared_ptr<tRec_Servicio>>;
+
+/// The services that a run has left out, by stream and each once, and the clones that wait.
+Services left_out_of(const EngineRun& run);
+
+/// Explains services and clones of one run. Refers to the run.
+class Explainer {
+public:
+    Explainer(const EngineRun& run, Listing listing);
+
+    Explanation explain(const std::shared_ptr<tRec_Servicio>& service);
+
+private:
+    using ServiceSet = std::set<const tRec_Servicio*>;
+
+    Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
+    std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
+    bool is_listed(const ModuleAnswer& answer) const;
+
+    const EngineRun& run_;
+    const Listing listing_;
+    const FinalState state_;
+    const ServiceSet clones_;
+    /// Services left out and clones that wait.
+    const ServiceSet not_placed_;
+    std::vector<EngineProbe> probes_;
+};
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,267 @@
+// A planner wants to know the least that has to change. So a limit that even an empty head-end has is told
+// first, then that the engine does not tune inputs for such a service, then inputs, and last what is short,
+// on the module that is nearest to taking the service.
+
+#include "placement/reason.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include <fmt/format.h>
+
+#include "base/counted.h"
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+namespace {
+
+std::string stream_of(const tRec_Servicio& service) {
+    return "stream " + to_string({service.ONID, service.TSID});
+}
+
+/// What the service asks of a module, for the case that no single limit tells it.
+std::string needs_of(const tRec_Servicio& service) {
+    std::vector<std::string> others;
+    if (service.number_PIDs_CA != 0)
+        others.push_back(counted(service.number_PIDs_CA, "PID"));
+    if (service.Transcoding == 1)
+        others.emplace_back("a transcoder");
+    std::string text = fmt::format("{} kbit/s", service.peakBitRate);
+    for (const std::string& need : others)
+        text += (&need == &others.back() ? " and " : ", ") + need;
+    return text;
+}
+
+std::string why_never(const FinalState& state, const tRec_Servicio& service, std::set<Limit> limits) {
+    const Largest& largest = state.largest();
+    if (largest.modules == 0)
+        return "none has an input and an output";
+    // The others tell more.
+    limits.erase(Limit::no_input);
+    limits.erase(Limit::no_output);
+    if (limits.size() > 1)
+        return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
+    switch (*limits.begin()) {
+    case Limit::bitrate:
+        return fmt::format("its {} kbit/s must stay below the maximum of an output, and the largest is {}",
+                           service.peakBitRate, largest.bitrate_max);
+    case Limit::pids:
+        return fmt::format("it needs {} and the largest budget is {}", counted(service.number_PIDs_CA, "PID"),
+                           largest.pids_max);
+    default:
+        if (largest.hd_transcoders_max == 0)
+            return "it needs a transcoder and none has one";
+        return "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere";
+    }
+}
+
+/// What a module is short of; the sentence begins with the module.
+std::string shortage(const ModuleRefusal& refusal, const tRec_Servicio& service) {
+    const Room& room = refusal.room;
+    switch (room.limit) {
+    case Limit::no_output:
+        return "it has no output";
+    case Limit::service_count:
+        return room.outputs == 1 ? "its output carries as many services as it may"
+                                 : "each of its outputs carries as many services as it may";
+    case Limit::bitrate:
+        return fmt::format(
+            "its output {} is short by {} kbit/s ({} + {} must stay below {}){}", room.output.number,
+            room.output.short_by, room.output.bitrate, service.peakBitRate, room.output.bitrate_max,
+            room.pids_short_by == 0 ? "" : fmt::format(", its PIDs by {}", room.pids_short_by));
+    case Limit::pids:
+        return fmt::format("its PIDs are short by {} ({} of {} in use, {} needed)", room.pids_short_by,
+                           room.pids_used, room.pids_max, service.number_PIDs_CA);
+    default:
+        return fmt::format("no transcoder is left ({} of {} in use)", room.transcoders_used,
+                           room.transcoders_max);
+    }
+}
+
+/// The sentence about one service, from what the modules answer.
+class Sentence {
+public:
+    Sentence(const FinalState& state, const tRec_Servicio& service)
+        : state_(state), service_(service), is_stream_chosen_(state.chooses_stream_of(service)),
+          refusals_(state.refusals_of(service)) {
+        for (const ModuleRefusal& refusal : refusals_) {
+            inputs_ += refusal.inputs;
+            receiving_ += refusal.inputs_receiving.empty() ? 0 : 1;
+            with_input_ += has_input(refusal) ? 1 : 0;
+            some_has_room_ = some_has_room_ || refusal.room.limit == Limit::none;
+        }
+    }
+
+    std::string text() const;
+
+private:
+    std::string unused_room(const ModuleRefusal& refusal) const;
+    std::string not_chosen() const;
+    std::string no_input() const;
+    std::string nearest() const;
+    /// One that receives the stream, or that the engine would tune to it.
+    bool has_input(const ModuleRefusal& refusal) const {
+        return !refusal.inputs_receiving.empty() || (is_stream_chosen_ && !refusal.inputs_free.empty());
+    }
+    bool is_nearer(const ModuleRefusal& one, const ModuleRefusal& other) const;
+
+    const FinalState& state_;
+    const tRec_Servicio& service_;
+    const bool is_stream_chosen_;
+    const std::vector<ModuleRefusal> refusals_;
+    std::size_t inputs_ = 0;
+    /// Modules that receive the stream, and modules that receive it or have an input free.
+    std::size_t receiving_ = 0;
+    std::size_t with_input_ = 0;
+    bool some_has_room_ = false;
+};
+
+std::string Sentence::text() const {
+    const std::string places = places_of(refusals_);
+    if (!places.empty())
+        return fmt::format("It is on {} all the same: the engine has placed it and left it out.", places);
+    const std::set<Limit> limits = state_.limits_when_empty(service_);
+    if (!limits.empty())
+        return fmt::format("No module could ever take it: {}.", why_never(state_, service_, limits));
+    const auto unused = std::find_if(refusals_.begin(), refusals_.end(),
+                                     [](const auto& refusal) { return refusal.limit == Limit::none; });
+    if (unused != refusals_.end())
+        return unused_room(*unused);
+    if (receiving_ == 0 && !is_stream_chosen_)
+        return not_chosen();
+    return with_input_ == 0 ? no_input() : nearest();
+}
+
+std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
+    if (refusal.inputs_receiving.empty())
+        return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
+                           refusal.mac);
+    return fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
+                       refusal.mac, stream_of(service_));
+}
+
+std::string Sentence::not_chosen() const {
+    if (service_.Transcoding != 0)
+        return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
+                           "without transcoding asks for the stream.",
+                           stream_of(service_));
+    return fmt::format(
+        "Its LCN is 0: the engine tunes no input to {} for that while services with other LCNs "
+        "are left.",
+        stream_of(service_));
+}
+
+std::string Sentence::no_input() const {
+    const std::string modules = counted(refusals_.size(), "module");
+    const std::string others =
+        inputs_ == 1 ? "the only input receives another stream"
+                     : fmt::format("all {} inputs on {} receive other streams", inputs_, modules);
+    return fmt::format("No input is free for {}: {}{}.", stream_of(service_), others,
+                       some_has_room_ ? "" : "; no module has room for it, either");
+}
+
+bool Sentence::is_nearer(const ModuleRefusal& one, const ModuleRefusal& other) const {
+    const auto rank = [this](const ModuleRefusal& refusal) {
+        return std::make_tuple(!has_input(refusal), !refusal.room.can_be_freed(service_.number_PIDs_CA),
+                               -static_cast<int>(refusal.limit), refusal.room.short_by());
+    };
+    return rank(one) < rank(other);
+}
+
+std::string Sentence::nearest() const {
+    const ModuleRefusal* nearest = nullptr;
+    for (const ModuleRefusal& refusal : refusals_)
+        if (refusal.room.limit != Limit::none && (nearest == nullptr || is_nearer(refusal, *nearest)))
+            nearest = &refusal;
+    const std::string what = shortage(*nearest, service_);
+    const std::string stream = stream_of(service_);
+    if (with_input_ > 1) {
+        const std::string_view how = receiving_ == with_input_ ? "receive"
+                                     : receiving_ == 0         ? "have a free input for"
+                                                               : "receive or have a free input for";
+        return fmt::format("{} {} {}, none with room; nearest is {}: {}.", counted(with_input_, "module"),
+                           how, stream, nearest->mac, what);
+    }
+    if (receiving_ != 0)
+        return fmt::format("Module {} alone receives {}, and {}.", nearest->mac, stream, what);
+    return fmt::format("Module {} alone has a free input for {}, and {}.", nearest->mac, stream, what);
+}
+
+/// Looks for the parent of a clone the way the engine does when it attaches clones: by `OSID`, on the inputs
+/// tuned to the stream of the clone and on the outputs of their modules.
+bool has_parent(const tMapaServicios& services, const tRec_Servicio& clone) {
+    return std::any_of(services.begin(), services.end(),
+                       [&clone](const auto& entry) { return entry.second->OSID == clone.Parent_SID; });
+}
+
+bool carries_parent(const tRec_Modulo& module, const tRec_Servicio& clone) {
+    const auto is_on_input = [&clone](const auto& entry) {
+        const tRec_Entrada& input = entry.second;
+        return input.ONID == clone.ONID && input.TSID == clone.TSID && has_parent(input.MapaServicios, clone);
+    };
+    const auto is_on_output = [&clone](const auto& entry) {
+        return has_parent(entry.second.MapaServicios, clone);
+    };
+    return std::any_of(module.mapEntradas.begin(), module.mapEntradas.end(), is_on_input) &&
+           std::any_of(module.mapSalidas.begin(), module.mapSalidas.end(), is_on_output);
+}
+
+/// The parent in an index of services; null if it is not there.
+const tRec_Servicio* parent_in(const tMapaONIDs& index, const tRec_Servicio& clone) {
+    const auto network = index.find(clone.ONID);
+    if (network == index.end())
+        return nullptr;
+    const auto stream = network->second.MapRec_TSIDs.find(clone.TSID);
+    if (stream == network->second.MapRec_TSIDs.end())
+        return nullptr;
+    for (const auto& [key, service] : stream->second.MapRec_Services)
+        if (service->OSID == clone.Parent_SID)
+            return service.get();
+    return nullptr;
+}
+
+} // namespace
+
+std::string places_of(const std::vector<ModuleRefusal>& refusals) {
+    std::string places;
+    for (const ModuleRefusal& refusal : refusals)
+        if (!refusal.carried_on.empty())
+            places += fmt::format("{}module {}, output{} {}", places.empty() ? "" : " and ", refusal.mac,
+                                  refusal.carried_on.size() == 1 ? "" : "s",
+                                  fmt::join(refusal.carried_on, " and "));
+    return places;
+}
+
+std::string reason_left_out(const FinalState& state, const tRec_Servicio& service) {
+    return Sentence(state, service).text();
+}
+
+std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone) {
+    const tRec_Modulo* crowded = nullptr;
+    for (const auto& [mac, module] : engine.Mapa_ModulosCabecera_Final) {
+        if (!carries_parent(module, clone))
+            continue;
+        if (clone.Transcoding == 0 || module.AUX_Transcoding < module.AUX_MAX_Transcoding)
+            return fmt::format(
+                "Module {} carries its parent and would take it now: the engine had passed it by.", mac);
+        crowded = crowded == nullptr ? &module : crowded;
+    }
+    if (crowded != nullptr && crowded->AUX_MAX_Transcoding == 0)
+        return fmt::format("Module {}, which carries its parent, has no AUX transcoder.", crowded->MAC);
+    if (crowded != nullptr)
+        return fmt::format(
+            "No AUX transcoder is left on module {}, which carries its parent ({} of {} in use).",
+            crowded->MAC, crowded->AUX_Transcoding, crowded->AUX_MAX_Transcoding);
+    if (const tRec_Servicio* parent = parent_in(engine.Mapa_ONIDs_Final, clone))
+        return fmt::format("Its parent, LCN {} \"{}\", is left out.", parent->LCN, parent->NombreEntrada);
+    if (const tRec_Servicio* parent = parent_in(engine.Mapa_ONIDs_Inicial, clone))
+        return fmt::format(
+            "No module carries its parent, LCN {} \"{}\", both on an input tuned to {} and on an "
+            "output.",
+            parent->LCN, parent->NombreEntrada, stream_of(clone));
+    return fmt::format("No service of {} has the OSID {}, by which the engine looks for its parent.",
+                       stream_of(clone), clone.Parent_SID);
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,25 @@
+// The reason why a service is left out, in one sentence of the planner's words and figures: what would have
+// to be different, and where it would take least. Made for every service left out, of which there may be
+// thousands.
+
+#ifndef RECALCULO_REASON_H
+#define RECALCULO_REASON_H
+
+#include <string>
+
+#include "placement/refusal.h"
+
+namespace zarven::tool {
+
+/// Why a service is left out, over all modules.
+std::string reason_left_out(const FinalState& state, const tRec_Servicio& service);
+
+/// Why a clone waits.
+std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone);
+
+/// Where a service is carried: "module X, output 1"; empty if on no output.
+std::string places_of(const std::vector<ModuleRefusal>& refusals);
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,245 @@
+// The tests and their order are the engine's, and so are the widths: bitrates are added in 32 bits and may
+// wrap around, PIDs and transcoders in the width of an int.
+
+#include "placement/refusal.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace zarven::tool {
+
+namespace {
+
+template <class Visit> void for_each_service(const tMapaONIDs& index, Visit visit) {
+    for (const auto& [onid, network] : index)
+        for (const auto& [tsid, stream] : network.MapRec_TSIDs)
+            for (const auto& [key, service] : stream.MapRec_Services)
+                visit(onid, tsid, key, *service);
+}
+
+/// A stream counts for an input if the working index has such a service of it.
+bool counts_for_choosing(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
+    return service.Transcoding == 0 && (key > 0 || !positive_keys_are_left);
+}
+
+OutputRoom output_room(std::uint32_t number, std::uint32_t bitrate, std::uint32_t bitrate_max,
+                       std::uint32_t needed) {
+    OutputRoom room{number, bitrate, bitrate_max, 0, true};
+    const std::uint32_t sum = bitrate + needed;
+    if (sum >= bitrate_max) {
+        room.short_by = std::uint64_t{sum} - bitrate_max + 1;
+        room.can_be_freed = bitrate_max != 0 && room.short_by <= bitrate;
+    }
+    return room;
+}
+
+} // namespace
+
+std::uint64_t Room::short_by() const {
+    switch (limit) {
+    case Limit::bitrate:
+        return output.short_by;
+    case Limit::pids:
+        return pids_short_by;
+    case Limit::transcoders:
+        return std::uint64_t{transcoders_used} + 1 - transcoders_max;
+    default:
+        return 0;
+    }
+}
+
+bool Room::can_be_freed(std::uint32_t pids_needed) const {
+    switch (limit) {
+    case Limit::no_output:
+        return false;
+    case Limit::bitrate:
+        return output.can_be_freed;
+    case Limit::pids:
+        return pids_needed <= pids_max;
+    case Limit::transcoders:
+        return transcoders_max != 0;
+    default:
+        return true;
+    }
+}
+
+FinalState::FinalState(const EngineRun& run) {
+    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final) {
+        for (const auto& [number, output] : module.mapSalidas)
+            for (const auto& [key, service] : output.MapaServicios)
+                carried_on_[service.get()].emplace_back(modules_.size(), number);
+        modules_.push_back(state_of(module));
+        empty_modules_.push_back(emptied(modules_.back()));
+    }
+    note_largest();
+    note_chosen_streams(run.engine.Mapa_ONIDs_Final);
+}
+
+void FinalState::note_largest() {
+    for (const ModuleState& module : modules_) {
+        if (module.inputs.empty() || module.outputs.empty())
+            continue;
+        ++largest_.modules;
+        for (const OutputState& output : module.outputs)
+            largest_.bitrate_max = std::max(largest_.bitrate_max, output.bitrate_max);
+        largest_.pids_max = std::max(largest_.pids_max, module.pids_max);
+        largest_.hd_transcoders_max = std::max(largest_.hd_transcoders_max, module.hd_transcoders_max);
+    }
+}
+
+FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
+    ModuleState state{module.MAC,
+                      {},
+                      {},
+                      module.PIDsModulo,
+                      module.PIDsModuloMax,
+                      module.SD_Transcoding,
+                      module.HD_Transcoding,
+                      module.SD_MAX_Transcoding,
+                      module.HD_MAX_Transcoding};
+    for (const auto& [number, input] : module.mapEntradas)
+        state.inputs.push_back({number, {input.ONID, input.TSID}, input.MapaServicios.empty()});
+    for (const auto& [number, output] : module.mapSalidas)
+        state.outputs.push_back(
+            {number, output.BitRateActual, output.BitRateMax, output.NumServicios, output.NumServiciosMax});
+    return state;
+}
+
+FinalState::ModuleState FinalState::emptied(ModuleState module) {
+    for (InputState& input : module.inputs)
+        input = {input.number, {}, true};
+    for (OutputState& output : module.outputs)
+        output.bitrate = output.services = 0;
+    module.pids = module.sd_transcoders = module.hd_transcoders = 0;
+    return module;
+}
+
+// The tool loads modules of model 3 only; with such a module the engine never fills inputs by services with
+// transcoding, which is what these rules rest on.
+void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
+    for_each_service(left_out, [&](auto, auto, long key, const tRec_Servicio&) {
+        positive_keys_are_left_ = positive_keys_are_left_ || key > 0;
+    });
+    for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
+        if (counts_for_choosing(key, service, positive_keys_are_left_))
+            chosen_streams_.insert({onid, tsid});
+    });
+}
+
+bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {
+    return counts_for_choosing(service.idService, service, positive_keys_are_left_) ||
+           chosen_streams_.count({service.ONID, service.TSID}) != 0;
+}
+
+// Finds the output that the engine would take or, failing that, the one with the least lacking.
+void FinalState::judge_outputs(const ModuleState& module, const tRec_Servicio& service, Room& room) {
+    const auto lack = [](const OutputRoom& output) {
+        return std::make_tuple(!output.can_be_freed, output.short_by);
+    };
+    bool found = false;
+    for (const OutputState& output : module.outputs) {
+        ++room.outputs;
+        if (output.services >= output.services_max) {
+            ++room.outputs_full;
+            continue;
+        }
+        const OutputRoom candidate =
+            output_room(output.number, output.bitrate, output.bitrate_max, service.peakBitRate);
+        if (!found || lack(candidate) < lack(room.output))
+            room.output = candidate;
+        found = true;
+    }
+}
+
+Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& service) {
+    Room room;
+    judge_outputs(module, service, room);
+    room.pids_used = module.pids;
+    room.pids_max = module.pids_max;
+    const std::uint32_t pids = room.pids_used + service.number_PIDs_CA;
+    room.pids_short_by = pids <= room.pids_max ? 0 : pids - room.pids_max;
+    room.transcoders_used = std::uint32_t{module.sd_transcoders} + module.hd_transcoders;
+    room.transcoders_max = module.hd_transcoders != 0 ? module.hd_transcoders_max : module.sd_transcoders_max;
+
+    if (room.outputs == 0)
+        room.limit = Limit::no_output;
+    else if (room.outputs_full == room.outputs)
+        room.limit = Limit::service_count;
+    else if (room.output.short_by != 0)
+        room.limit = Limit::bitrate;
+    else if (room.pids_short_by != 0)
+        room.limit = Limit::pids;
+    else if (service.Transcoding == 1 && room.transcoders_used >= room.transcoders_max)
+        room.limit = Limit::transcoders;
+    return room;
+}
+
+ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servicio& service) const {
+    ModuleRefusal refusal;
+    refusal.mac = module.mac;
+    refusal.room = room_for(module, service);
+    refusal.inputs = module.inputs.size();
+    const StreamKey stream{service.ONID, service.TSID};
+    for (const InputState& input : module.inputs) {
+        // An untuned input has the ids 0 and 0, and so may a stream.
+        const bool is_tuned = input.stream != StreamKey{} || !input.is_empty;
+        if (is_tuned && input.stream == stream)
+            refusal.inputs_receiving.push_back(input.number);
+        else if (input.is_empty)
+            refusal.inputs_free.push_back(input.number);
+    }
+    if (!refusal.has_input())
+        refusal.limit = Limit::no_input;
+    else if (refusal.room.limit != Limit::none)
+        refusal.limit = refusal.room.limit;
+    else if (refusal.inputs_receiving.empty() && !chooses_stream_of(service))
+        refusal.limit = Limit::stream_not_chosen;
+    return refusal;
+}
+
+std::vector<ModuleRefusal> FinalState::refusals_of(const tRec_Servicio& service) const {
+    std::vector<ModuleRefusal> refusals;
+    refusals.reserve(modules_.size());
+    for (const ModuleState& module : modules_)
+        refusals.push_back(refusal_of(module, service));
+    const auto carried = carried_on_.find(&service);
+    if (carried != carried_on_.end())
+        for (const auto& [module, output] : carried->second)
+            refusals[module].carried_on.push_back(output);
+    return refusals;
+}
+
+std::set<Limit> FinalState::limits_when_empty(const tRec_Servicio& service) const {
+    std::set<Limit> limits;
+    for (const ModuleState& module : empty_modules_) {
+        const Limit limit = module.inputs.empty() ? Limit::no_input : room_for(module, service).limit;
+        if (limit == Limit::none)
+            return {};
+        limits.insert(limit);
+    }
+    return limits;
+}
+
+EngineProbe::EngineProbe(const tRec_Modulo& module) : module_(module) {
+    for (auto& [number, input] : module_.mapEntradas)
+        input.MapaServicios.clear();
+    for (auto& [number, output] : module_.mapSalidas)
+        output.MapaServicios.clear();
+    copy_ = module_;
+}
+
+bool EngineProbe::has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal) {
+    tRec_Entrada any(0);
+    tRec_Entrada* input = copy_.mapEntradas.empty() ? &any : &copy_.mapEntradas.begin()->second;
+    if (!refusal.inputs_receiving.empty())
+        input = &copy_.mapEntradas.at(refusal.inputs_receiving.front());
+    else if (!refusal.inputs_free.empty())
+        input = &copy_.mapEntradas.at(refusal.inputs_free.front());
+    tMapaServicios services{{service->idService, service}};
+    if (tRecalculo().Try_to_Insert_Service_Input_Output(copy_, *input, services.begin()) == 0)
+        return false;
+    copy_ = module_;
+    return true;
+}
+
+} // namespace zarven::tool

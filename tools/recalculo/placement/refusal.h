@@ -1,0 +1,174 @@
+// Why a module does not take a service: the first of the engine's limits that stands in the way, with its
+// figures, read off the final state. Every service left out is held against every module, which makes some
+// millions of pairs in a large head-end; so the modules are kept as flat values, made once.
+
+#ifndef RECALCULO_REFUSAL_H
+#define RECALCULO_REFUSAL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "placement/engine_run.h"
+
+namespace zarven::tool {
+
+/// In the order in which they are tried: whoever is stopped by a later one has passed the earlier.
+enum class Limit {
+    /// No input receives the stream and none is free.
+    no_input,
+    no_output,
+    /// Every output carries as many services as it may.
+    service_count,
+    bitrate,
+    pids,
+    transcoders,
+    /// There is a free input and room, but the engine tunes no input to this stream: it asks only for
+    /// services
+    /// without transcoding, and passes over LCN 0 as long as others wait.
+    stream_not_chosen,
+    /// Nothing is in the way: the engine's strategies did not come by.
+    none,
+};
+
+/// One output and what a service lacks on it.
+struct OutputRoom {
+    std::uint32_t number = 0;
+    std::uint32_t bitrate = 0;
+    std::uint32_t bitrate_max = 0;
+    /// How many kbit/s must be freed at the least; 0 if the service fits.
+    std::uint64_t short_by = 0;
+    /// So much can be freed.
+    bool can_be_freed = true;
+};
+
+/// What a module has left for a service, whatever its inputs receive.
+struct Room {
+    /// The engine's answer: `none`, or one from `no_output` to `transcoders`.
+    Limit limit = Limit::none;
+    std::uint32_t outputs = 0;
+    /// Of these by the number of services.
+    std::uint32_t outputs_full = 0;
+    /// The one that the engine takes, or the one that lacks least. Only if not all are full.
+    OutputRoom output;
+    /// By the engine's count.
+    std::uint32_t pids_used = 0;
+    std::uint32_t pids_max = 0;
+    /// How many PIDs must be freed; 0 if the service fits.
+    std::uint32_t pids_short_by = 0;
+    /// SD and HD share one pool; its limit depends on what is in use.
+    std::uint32_t transcoders_used = 0;
+    std::uint32_t transcoders_max = 0;
+
+    /// What must be freed of `limit`, in its own unit.
+    std::uint64_t short_by() const;
+    /// Freeing helps; otherwise the service is too large for the module.
+    bool can_be_freed(std::uint32_t pids_needed) const;
+};
+
+struct ModuleRefusal {
+    std::string_view mac;
+    Limit limit = Limit::none;
+    Room room;
+    std::size_t inputs = 0;
+    /// Inputs tuned to the stream of the service, and inputs that carry nothing.
+    std::vector<std::uint16_t> inputs_receiving;
+    std::vector<std::uint16_t> inputs_free;
+    /// The outputs that carry the service; with some of them, the rest tells of a second appearance.
+    std::vector<std::uint32_t> carried_on;
+
+    bool has_input() const { return !inputs_receiving.empty() || !inputs_free.empty(); }
+};
+
+/// The most that any module has, of those with an input and an output.
+struct Largest {
+    std::size_t modules = 0;
+    std::uint32_t bitrate_max = 0;
+    std::uint16_t pids_max = 0;
+    std::uint16_t hd_transcoders_max = 0;
+};
+
+/// The modules as the run has left them. Refers to the engine.
+class FinalState {
+public:
+    explicit FinalState(const EngineRun& run);
+
+    /// One answer for each module, in their order.
+    std::vector<ModuleRefusal> refusals_of(const tRec_Servicio& service) const;
+    /// What stops it where nothing is placed yet, over all modules; empty if some module would take it then.
+    std::set<Limit> limits_when_empty(const tRec_Servicio& service) const;
+    const Largest& largest() const { return largest_; }
+    /// The engine would tune a free input to the stream of the service, were it left out.
+    bool chooses_stream_of(const tRec_Servicio& service) const;
+
+private:
+    using StreamKey = std::pair<std::uint16_t, std::uint16_t>;
+
+    struct InputState {
+        std::uint16_t number;
+        StreamKey stream;
+        bool is_empty;
+    };
+
+    struct OutputState {
+        std::uint32_t number;
+        std::uint32_t bitrate;
+        std::uint32_t bitrate_max;
+        std::uint32_t services;
+        std::uint32_t services_max;
+    };
+
+    struct ModuleState {
+        std::string_view mac;
+        std::vector<InputState> inputs;
+        std::vector<OutputState> outputs;
+        std::uint16_t pids;
+        std::uint16_t pids_max;
+        std::uint16_t sd_transcoders;
+        std::uint16_t hd_transcoders;
+        std::uint16_t sd_transcoders_max;
+        std::uint16_t hd_transcoders_max;
+    };
+
+    static ModuleState state_of(const tRec_Modulo& module);
+    static ModuleState emptied(ModuleState module);
+    static void judge_outputs(const ModuleState& module, const tRec_Servicio& service, Room& room);
+    static Room room_for(const ModuleState& module, const tRec_Servicio& service);
+    ModuleRefusal refusal_of(const ModuleState& module, const tRec_Servicio& service) const;
+    void note_largest();
+    void note_chosen_streams(const tMapaONIDs& left_out);
+
+    std::vector<ModuleState> modules_;
+    std::vector<ModuleState> empty_modules_;
+    Largest largest_;
+    /// Index of the module and number of the output, for each service on one.
+    std::unordered_map<const tRec_Servicio*, std::vector<std::pair<std::size_t, std::uint32_t>>> carried_on_;
+    /// The streams with a service that the engine chooses streams for.
+    std::set<StreamKey> chosen_streams_;
+    bool positive_keys_are_left_ = false;
+};
+
+/// Asks the engine itself, for holding our answers against its own: whether it puts a service on a copy of a
+/// module. It does not look at what the input receives.
+class EngineProbe {
+public:
+    explicit EngineProbe(const tRec_Modulo& module);
+
+    /// `refusal` is our answer for the same module.
+    bool has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal);
+
+private:
+    /// Without the services, of which the engine asks the counters only.
+    tRec_Modulo module_;
+    /// The one that is asked; a refusal leaves it as it is.
+    tRec_Modulo copy_;
+};
+
+} // namespace zarven::tool
+
+#endif
