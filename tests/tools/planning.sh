@@ -90,6 +90,7 @@ check_document() {
 
 check_document README.md
 check_document docs/tool.md
+check_document docs/headend.md
 check_document docs/planning.md
 if ((failures > 0)); then
     echo "$failures faults"
