@@ -93,7 +93,7 @@ check_document docs/tool.md
 check_document docs/headend.md
 check_document docs/planning.md
 if ((failures > 0)); then
-    echo "$failures faults"
+    echo "faults: $failures"
     exit 1
 fi
 if [ -z "$lineup" ]; then
