@@ -273,7 +273,7 @@ TEST(WriteHeadend, EmptyListsStayAwaySaveTheModules) {
 }
 
 TEST(Examples, AllAreHeadendsAndSurviveWriting) {
-    for (const char* name : {"small", "medium", "modules-16", "modules-8-tight"}) {
+    for (const char* name : {"small", "medium", "modules-10", "modules-16", "modules-8-tight"}) {
         const std::string path = std::string(RECALCULO_EXAMPLES) + "/" + name + ".json";
         const std::string written = write_headend(read_headend(path, read_text(path)));
         EXPECT_EQ(write_headend(read_headend(path, written)), written);
