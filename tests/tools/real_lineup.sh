@@ -28,6 +28,9 @@ for modules in modules-16 modules-8-tight; do
     "$check_schema" explanation.schema.json "$folder/explanation.json"
     "$recalculo" bound "$folder/$modules.json" --json >"$folder/bound.json"
     "$check_schema" bound.schema.json "$folder/bound.json"
+    echo '{"inputs": 2, "outputs": [38000, 38000], "pids_max": 15}' |
+        "$recalculo" size "$folder/$modules.json" --add - --json >"$folder/sizing.json"
+    "$check_schema" sizing.schema.json "$folder/sizing.json"
 
     # What is exported and imported again are services of the head-end, one a line, and all that are placed.
     "$recalculo" export "$folder/$modules.result.json" --format channels.conf -o "$folder/exported.conf"

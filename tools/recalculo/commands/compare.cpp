@@ -11,6 +11,7 @@
 #include "placement/comparison.h"
 #include "placement/host.h"
 #include "report/comparison_json.h"
+#include "report/comparison_page.h"
 #include "report/comparison_text.h"
 #include "report/result_reader.h"
 
@@ -22,6 +23,8 @@ struct CompareOptions {
     std::string before;
     std::string after;
     bool json = false;
+    /// Empty for no page.
+    std::string html;
 };
 
 /// Every result has a summary, and no head-end does.
@@ -42,15 +45,24 @@ Result result_in(const std::string& path) {
     return result_of(run, headend.name);
 }
 
+/// The page goes first: when it cannot be written, nothing is reported.
+void write_reports(const CompareOptions& options, const Comparison& comparison) {
+    const ComparedFiles files{input_name(options.before), input_name(options.after)};
+    if (!options.html.empty())
+        write_text(options.html, comparison_page(comparison, files));
+    if (options.html != standard_stream)
+        write_text(standard_stream,
+                   options.json ? comparison_json(comparison) : comparison_text(comparison, files));
+}
+
 void compare_command(const CompareOptions& options) {
+    if (options.json && options.html == standard_stream)
+        throw Failure("--json and --html - both write to standard output; expected a file for --html");
     if (options.before == standard_stream && options.after == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");
     const Result before = result_in(options.before);
     const Result after = result_in(options.after);
-    const Comparison comparison = compare(before, after);
-    const ComparedFiles files{input_name(options.before), input_name(options.after)};
-    write_text(standard_stream,
-               options.json ? comparison_json(comparison) : comparison_text(comparison, files));
+    write_reports(options, compare(before, after));
 }
 
 } // namespace
@@ -64,6 +76,12 @@ void add_compare(CLI::App& app) {
     add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
     add_side("AFTER", options->after, "What to compare it with, of either kind");
     compare->add_flag("--json", options->json, "Report as JSON");
+    compare
+        ->add_option(
+            "--html", options->html,
+            "Write the comparison as a page for a browser; - for standard output in the place of the "
+            "report")
+        ->type_name("FILE");
     compare->callback([options] { compare_command(*options); });
 }
 
