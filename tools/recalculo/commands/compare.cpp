@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/report_output.h"
 #include "headend/headend_json.h"
 #include "headend/json_text.h"
 #include "placement/comparison.h"
@@ -22,9 +23,7 @@ namespace {
 struct CompareOptions {
     std::string before;
     std::string after;
-    bool json = false;
-    /// Empty for no page.
-    std::string html;
+    ReportOutput output;
 };
 
 /// Every result has a summary, and no head-end does.
@@ -45,24 +44,19 @@ Result result_in(const std::string& path) {
     return result_of(run, headend.name);
 }
 
-/// The page goes first: when it cannot be written, nothing is reported.
-void write_reports(const CompareOptions& options, const Comparison& comparison) {
-    const ComparedFiles files{input_name(options.before), input_name(options.after)};
-    if (!options.html.empty())
-        write_text(options.html, comparison_page(comparison, files));
-    if (options.html != standard_stream)
-        write_text(standard_stream,
-                   options.json ? comparison_json(comparison) : comparison_text(comparison, files));
-}
-
 void compare_command(const CompareOptions& options) {
-    if (options.json && options.html == standard_stream)
-        throw Failure("--json and --html - both write to standard output; expected a file for --html");
+    check(options.output);
     if (options.before == standard_stream && options.after == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");
     const Result before = result_in(options.before);
     const Result after = result_in(options.after);
-    write_reports(options, compare(before, after));
+    const Comparison comparison = compare(before, after);
+    const ComparedFiles files{input_name(options.before), input_name(options.after)};
+    write_reports(
+        options.output, [&] { return comparison_page(comparison, files); },
+        [&] {
+            return options.output.json ? comparison_json(comparison) : comparison_text(comparison, files);
+        });
 }
 
 } // namespace
@@ -75,13 +69,7 @@ void add_compare(CLI::App& app) {
     };
     add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
     add_side("AFTER", options->after, "What to compare it with, of either kind");
-    compare->add_flag("--json", options->json, "Report as JSON");
-    compare
-        ->add_option(
-            "--html", options->html,
-            "Write the comparison as a page for a browser; - for standard output in the place of the "
-            "report")
-        ->type_name("FILE");
+    add_report_output(*compare, options->output, "comparison");
     compare->callback([options] { compare_command(*options); });
 }
 

@@ -19,7 +19,7 @@ using kainjow::mustache::data;
 using kainjow::mustache::list;
 
 constexpr const char* place_template =
-    R"(<span class="place"><span class="mac">{{mac}}</span> {{input}}, {{outputs}}</span>)";
+    R"(<span class="place"><span class="mac">{{mac}}</span> <span class="ports">{{input}}, {{outputs}}</span></span>)";
 
 // ---- Services -----------------------------------------------------------------------------------------
 
@@ -238,6 +238,9 @@ list figures_of(const Counts& before, const Counts& after) {
     figures.push_back(figure("Services loaded", before.loaded, after.loaded, true));
     figures.push_back(figure("Placed", before.placed, after.placed, true));
     figures.push_back(figure("Left out", before.left_out, after.left_out, false));
+    const auto clones = [](const Counts& counts) { return counts.clones_attached + counts.clones_waiting; };
+    if (clones(before) + clones(after) == 0)
+        return figures;
     figures.push_back(figure("Clones attached", before.clones_attached, after.clones_attached, true));
     figures.push_back(figure("Clones waiting", before.clones_waiting, after.clones_waiting, false));
     return figures;
@@ -293,7 +296,7 @@ PageFrame frame_of(const Comparison& comparison, const ComparedFiles& files) {
 
 std::string comparison_page(const Comparison& comparison, const ComparedFiles& files) {
     PageFrame frame = frame_of(comparison, files);
-    link_section(frame.sections, "sides", "Before and after", 2);
+    frame.sections.push_back(section_link("sides", "Before and after", false));
     list changes;
     for (const Changes& one : changes_of(comparison)) {
         link_section(frame.sections, one.anchor, one.title, one.services.size());

@@ -60,14 +60,17 @@ data tile(const std::string& label, const std::string& figure, const std::string
     return entry;
 }
 
-void link_section(list& sections, const char* anchor, const char* title, std::size_t number) {
-    if (number == 0)
-        return;
+data section_link(const char* anchor, const char* title, data number) {
     data entry;
     entry["anchor"] = anchor;
     entry["title"] = title;
-    entry["number"] = grouped(number);
-    sections.push_back(entry);
+    entry["number"] = std::move(number);
+    return entry;
+}
+
+void link_section(list& sections, const char* anchor, const char* title, std::size_t number) {
+    if (number != 0)
+        sections.push_back(section_link(anchor, title, grouped(number)));
 }
 
 std::string grouped(std::uint64_t number) {

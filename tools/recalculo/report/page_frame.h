@@ -38,6 +38,9 @@ std::string framed(const PageFrame& frame, const char* content, kainjow::mustach
 kainjow::mustache::data tile(const std::string& label, const std::string& figure, const std::string& note,
                              kainjow::mustache::data share);
 
+/// A link to a section; `number` is of its entries, or `false`.
+kainjow::mustache::data section_link(const char* anchor, const char* title, kainjow::mustache::data number);
+
 /// Adds a link to a section that has entries.
 void link_section(kainjow::mustache::list& sections, const char* anchor, const char* title,
                   std::size_t number);
