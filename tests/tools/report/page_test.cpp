@@ -100,7 +100,7 @@ TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
 
 TEST(Page, AModuleTellsWhatItIsAndUses) {
     const std::string page = everything();
-    EXPECT_EQ(occurrences(page, R"(<article class="module")"), 2u);
+    EXPECT_EQ(occurrences(page, R"(<article class="module searched")"), 2u);
     EXPECT_EQ(occurrences(page, R"(<span class="badge">controller</span>)"), 1u);
     EXPECT_TRUE(has(page, R"(PIDs <b>3</b> of 8 <span class="note">(5 by the engine&apos;s count)</span>)"));
     EXPECT_TRUE(has(page, "SD transcoders <b>1</b> of 2<"));
