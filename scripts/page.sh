@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# page.sh: builds the tool and looks at its pages (recalculo run --html) in a browser.
+# page.sh: builds the tool and looks at its pages (run --html, compare --html) in a browser.
 # page.sh --screenshot FILE: renews the picture of the README instead.
 set -euo pipefail
 cd "$(dirname "$0")/.."

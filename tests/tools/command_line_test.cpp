@@ -126,6 +126,7 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
                                         "export x",
                                         "run x --log",
                                         "run x --html",
+                                        "compare x y --html",
                                         "import x --modules y --sd-bitrate many",
                                         "import x --modules y --sd-bitrate -1",
                                         "import x --modules y --hd-bitrate 4294967296",
@@ -842,6 +843,24 @@ TEST_F(CommandLine, CompareTakesHeadendsAndResults) {
     const json report = json::parse(run("compare --json " + richer + " " + headend).out);
     EXPECT_EQ(report.at("summary").at("lost"), 1);
     EXPECT_EQ(report.at("lost").at(0).at("after"), json::array());
+}
+
+TEST_F(CommandLine, CompareWritesAPageBesideTheReport) {
+    const std::string sides = "compare " + small + " " + small;
+    for (const std::string form : {"", " --json"}) {
+        const Outcome outcome = run(sides + form + " --html '" + file("compared.html") + "'");
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.out, run(sides + form).out);
+        EXPECT_EQ(outcome.err, "");
+        expect_page(read(file("compared.html")));
+    }
+    const Outcome alone = run(sides + " --html -");
+    EXPECT_EQ(alone.code, 0);
+    EXPECT_EQ(alone.out, read(file("compared.html")));
+    expect_refused(run(sides + " --json --html -"),
+                   "--json and --html - both write to standard output; expected a file for --html");
+    expect_refused(run(sides + " --html '" + file("none/page.html") + "'"),
+                   file("none/page.html") + ": cannot be written: No such file or directory");
 }
 
 TEST_F(CommandLine, CompareRefuses) {

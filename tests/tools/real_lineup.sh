@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# real_lineup.sh RECALCULO CHECK_RESULT EXAMPLES: runs the tool on a real satellite line-up and checks what must
-# hold for every result. Exit code 77 if the line-up cannot be fetched.
+# real_lineup.sh RECALCULO CHECK_RESULT CHECK_SCHEMA EXAMPLES: runs the tool on a real satellite line-up and checks
+# what must hold for every result. Exit code 77 if the line-up cannot be fetched.
 set -euo pipefail
 
 recalculo=$1
 check_result=$2
-examples=$3
+check_schema=$3
+examples=$4
 fetch_lineup=$(dirname "$0")/../../scripts/fetch_lineup.sh
 
 folder=$(mktemp -d)
@@ -21,6 +22,16 @@ for modules in modules-16 modules-8-tight; do
     "$recalculo" run "$folder/$modules.json" --json >"$folder/$modules.result.json"
     "$check_result" "$folder/$modules.result.json" "$folder/$modules.json"
 
+    "$recalculo" run "$folder/$modules.json" --strategies --json >"$folder/strategies.json"
+    "$check_schema" result.schema.json "$folder/$modules.result.json" "$folder/strategies.json"
+    "$recalculo" explain "$folder/$modules.json" --json >"$folder/explanation.json"
+    "$check_schema" explanation.schema.json "$folder/explanation.json"
+    "$recalculo" bound "$folder/$modules.json" --json >"$folder/bound.json"
+    "$check_schema" bound.schema.json "$folder/bound.json"
+    echo '{"inputs": 2, "outputs": [38000, 38000], "pids_max": 15}' |
+        "$recalculo" size "$folder/$modules.json" --add - --json >"$folder/sizing.json"
+    "$check_schema" sizing.schema.json "$folder/sizing.json"
+
     # What is exported and imported again are services of the head-end, one a line, and all that are placed.
     "$recalculo" export "$folder/$modules.result.json" --format channels.conf -o "$folder/exported.conf"
     "$recalculo" import "$folder/exported.conf" --modules "$examples/$modules.json" -o "$folder/again.json"
@@ -34,3 +45,6 @@ for modules in modules-16 modules-8-tight; do
     placed=$(grep -o '"placed": [0-9]*' "$folder/$modules.result.json" | grep -o '[0-9]*$')
     [ "$(grep -c '"lcn"' "$folder/again.json")" -eq "$placed" ]
 done
+
+"$recalculo" compare "$folder/modules-16.result.json" "$folder/modules-8-tight.result.json" --json >"$folder/comparison.json"
+"$check_schema" comparison.schema.json "$folder/comparison.json"

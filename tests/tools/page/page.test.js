@@ -1,4 +1,4 @@
-// Pages of `recalculo run --html` in a browser, as people use them: with and without scripts, in light and dark, by
+// Pages of `recalculo run --html` and `recalculo compare --html` in a browser, as people use them: with and without scripts, in light and dark, by
 // keyboard, on paper, on a phone. RECALCULO is the program; LINEUP, if set, a folder with a channels.conf.
 
 import assert from "node:assert/strict";
@@ -61,6 +61,31 @@ const pages = Object.entries(sources).map(([name, source]) => {
 });
 const urlOf = (name) => pages.find((page) => page.name === name).url;
 
+const compared = (name, before, after) => {
+    const file = join(folder, `${name}.html`);
+    const comparison = JSON.parse(run("compare", before, after, "--json", "--html", file));
+    return { name, url: pathToFileURL(file).href, comparison };
+};
+/// The second side has changes, as --set takes them.
+const comparedWith = (name, source, ...changes) => {
+    const file = join(folder, `${name}-after.json`);
+    writeFileSync(file, run("run", source, "--json", ...changes.flatMap((change) => ["--set", change])));
+    return compared(name, source, file);
+};
+const comparisons = [
+    comparedWith("small with more inputs", sources.small, "modules[2].inputs=2"),
+    comparedWith("medium with fewer inputs", sources.medium, "modules[0].inputs=1", "name=Elsewhere"),
+    compared("two head-ends", sources.small, sources.medium),
+    compared("hostile names", sources.hostile, sources.small),
+    compared("the same", sources.small, sources.small),
+];
+if (sources.lineup) {
+    const larger = join(folder, "lineup-16.json");
+    run("import", join(process.env.LINEUP, "channels.conf"), "--modules", join(examples, "modules-16.json"), "-o", larger);
+    comparisons.push(compared("the line-up on more modules", sources.lineup, larger));
+}
+const comparisonUrlOf = (name) => comparisons.find((page) => page.name === name).url;
+
 /// Every service that a result lists, wherever it stands.
 const servicesOf = (result) => [
     ...result.modules.flatMap((module) => [...module.inputs.flatMap((input) => input.services), ...module.without_input]),
@@ -99,6 +124,42 @@ const namesOn = (page) => page.$$eval("main tbody tr:not(.group) td:nth-child(2)
 const visibleRows = (page) => page.locator(".module tr:not(.group):visible td:nth-child(2) > bdi, " +
     "#left-out tbody tr:not(.group):visible td:nth-child(2) > bdi").allTextContents();
 
+/// What holds for every page.
+const looksWell = (url) => {
+    for (const colorScheme of ["light", "dark"])
+        test(`is accessible in ${colorScheme}`, async () => {
+            await visit(url, { colorScheme }, async (page) => {
+                // What is off the screen is to be looked at, too.
+                await page.$$eval(".module", (modules) => {
+                    for (const module of modules)
+                        module.style.contentVisibility = "visible";
+                });
+                await page.evaluate(axe.source);
+                const { violations, passes } = await page.evaluate(() => window.axe.run({
+                    runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
+                }));
+                assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes[0].html, nodes[0].failureSummary]), []);
+                for (const rule of ["color-contrast", "heading-order", "page-has-heading-one", "skip-link"])
+                    assert.ok(passes.some(({ id }) => id === rule), `${rule} was not looked at`);
+            });
+        });
+
+    test("does not scroll sideways on a phone", async () => {
+        for (const width of [320, 360, 640, 900])
+            await visit(url, { viewport: { width, height: 700 } }, async (page) => {
+                const widest = await page.evaluate(() => {
+                    for (const module of document.querySelectorAll(".module"))
+                        module.style.contentVisibility = "visible";
+                    // A module cuts off what it cannot hold: look inside, too.
+                    const boxes = [...document.querySelectorAll("table, li, p, svg.bar")];
+                    return Math.max(document.documentElement.scrollWidth,
+                        ...boxes.map((box) => box.getBoundingClientRect().right));
+                });
+                assert.ok(widest <= width, `${widest} on ${width}`);
+            });
+    });
+};
+
 for (const { name, url, result } of pages) {
     describe(`the page of ${name}`, () => {
         test("has every service, without and with scripts", async () => {
@@ -109,40 +170,77 @@ for (const { name, url, result } of pages) {
                 });
         });
 
-        for (const colorScheme of ["light", "dark"])
-            test(`is accessible in ${colorScheme}`, async () => {
-                await visit(url, { colorScheme }, async (page) => {
-                    // What is off the screen is to be looked at, too.
-                    await page.$$eval(".module", (modules) => {
-                        for (const module of modules)
-                            module.style.contentVisibility = "visible";
-                    });
-                    await page.evaluate(axe.source);
-                    const { violations, passes } = await page.evaluate(() => window.axe.run({
-                        runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
-                    }));
-                    assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes[0].html, nodes[0].failureSummary]), []);
-                    for (const rule of ["color-contrast", "heading-order", "page-has-heading-one", "skip-link"])
-                        assert.ok(passes.some(({ id }) => id === rule), `${rule} was not looked at`);
-                });
-            });
-
-        test("does not scroll sideways on a phone", async () => {
-            for (const width of [320, 360, 640, 900])
-                await visit(url, { viewport: { width, height: 700 } }, async (page) => {
-                    const widest = await page.evaluate(() => {
-                        for (const module of document.querySelectorAll(".module"))
-                            module.style.contentVisibility = "visible";
-                        // A module cuts off what it cannot hold: look inside, too.
-                        const boxes = [...document.querySelectorAll("table, li, p, svg.bar")];
-                        return Math.max(document.documentElement.scrollWidth,
-                            ...boxes.map((box) => box.getBoundingClientRect().right));
-                    });
-                    assert.ok(widest <= width, `${widest} on ${width}`);
-                });
-        });
+        looksWell(url);
     });
 }
+
+for (const { name, url, comparison } of comparisons) {
+    describe(`the comparison of ${name}`, () => {
+        test("has every service that is not where it was, without and with scripts", async () => {
+            const expected = [...comparison.gained, ...comparison.lost, ...comparison.moved]
+                .map((service) => shown(service.name));
+            for (const javaScriptEnabled of [false, true])
+                await visit(url, { javaScriptEnabled }, async (page) => {
+                    assert.deepEqual(await page.$$eval(".changes td:nth-child(2) > bdi",
+                        (names) => names.map((name) => name.textContent)), expected);
+                    assert.equal(await page.locator("form.search").isVisible(), javaScriptEnabled);
+                    assert.equal(await page.locator("tbody tr").locator("visible=false").count(), 0);
+                });
+        });
+
+        test("tells inputs, limits and modules", async () => {
+            const lengths = (...lists) => lists.reduce((sum, list) => sum + comparison[list].length, 0);
+            const expected = {
+                inputs: lengths("inputs_freed", "inputs_taken", "inputs_retuned"),
+                limits: lengths("became_tight", "relaxed"),
+                modules: lengths("modules_gone", "modules_new"),
+            };
+            await visit(url, {}, async (page) => {
+                for (const [section, rows] of Object.entries(expected))
+                    assert.equal(await page.locator(`#${section} tbody tr:not(.group)`).count(), rows, section);
+            });
+        });
+
+        looksWell(url);
+    });
+}
+
+describe("a comparison", () => {
+    const search = (text, expected, count) => test(`is searched for ${text}`, async () => {
+        await visit(comparisonUrlOf("two head-ends"), {}, async (page) => {
+            await page.getByRole("searchbox", { name: "Find a service" }).fill(text);
+            await page.getByRole("status").filter({ hasText: count }).waitFor({ timeout: 5000 });
+            assert.deepEqual(await page.locator(".changes tbody tr:visible td:nth-child(2) > bdi").allTextContents(), expected);
+            assert.equal(await page.locator("#sides").isVisible(), false);
+            assert.equal(await page.locator("#modules").isVisible(), false);
+            await page.getByRole("searchbox").press("Escape");
+            assert.equal(await page.locator("#sides").isVisible(), true);
+            assert.equal(await page.locator("tbody tr").locator("visible=false").count(), 0);
+        });
+    });
+    search("clasico", ["Gran Cine Clásico", "Cine Clásico"], "2 of 90 match: 1 gained, 1 lost");
+    search("02:00:00:00:00:02 cine", ["Cine Clásico", "Cine Estrella"], "2 of 90 match: 2 lost");
+    search("2/8", ["Radio Mar", "Radio Sierra"], "2 of 90 match: 2 lost");
+
+    test("is sorted by where services were", async () => {
+        await visit(comparisonUrlOf("two head-ends"), {}, async (page) => {
+            const header = page.locator("#lost").getByRole("columnheader", { name: "Before" });
+            await header.getByRole("button").press("Enter");
+            await header.getByRole("button").press("Enter");
+            assert.equal(await header.getAttribute("aria-sort"), "descending");
+            const places = await page.locator("#lost tbody td:nth-child(5)").allTextContents();
+            assert.deepEqual(places, [...places].sort().reverse());
+        });
+    });
+
+    test("has its sections, and links to each", async () => {
+        await visit(comparisonUrlOf("two head-ends"), {}, async (page) => {
+            const links = await page.$$eval("nav a", (all) => all.map((link) => link.getAttribute("href")));
+            const sections = await page.$$eval("main > section", (all) => all.map((section) => `#${section.id}`));
+            assert.deepEqual(links, sections);
+        });
+    });
+});
 
 test("the structure says what is what", async () => {
     await visit(urlOf("medium"), {}, async (page) => {
@@ -161,7 +259,7 @@ test("the sections are reached by their links, and not hidden under the search",
     await visit(urlOf("medium"), {}, async (page) => {
         const links = page.locator("nav a");
         assert.deepEqual(await links.allTextContents(),
-            ["At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14"]);
+            ["What does not add up 2", "At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14"]);
         for (const link of await links.all()) {
             await link.click();
             const section = new URL(page.url()).hash;

@@ -6,11 +6,13 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/report_output.h"
 #include "headend/headend_json.h"
 #include "headend/json_text.h"
 #include "placement/comparison.h"
 #include "placement/host.h"
 #include "report/comparison_json.h"
+#include "report/comparison_page.h"
 #include "report/comparison_text.h"
 #include "report/result_reader.h"
 
@@ -21,7 +23,7 @@ namespace {
 struct CompareOptions {
     std::string before;
     std::string after;
-    bool json = false;
+    ReportOutput output;
 };
 
 /// Every result has a summary, and no head-end does.
@@ -43,14 +45,18 @@ Result result_in(const std::string& path) {
 }
 
 void compare_command(const CompareOptions& options) {
+    check(options.output);
     if (options.before == standard_stream && options.after == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");
     const Result before = result_in(options.before);
     const Result after = result_in(options.after);
     const Comparison comparison = compare(before, after);
     const ComparedFiles files{input_name(options.before), input_name(options.after)};
-    write_text(standard_stream,
-               options.json ? comparison_json(comparison) : comparison_text(comparison, files));
+    write_reports(
+        options.output, [&] { return comparison_page(comparison, files); },
+        [&] {
+            return options.output.json ? comparison_json(comparison) : comparison_text(comparison, files);
+        });
 }
 
 } // namespace
@@ -63,7 +69,7 @@ void add_compare(CLI::App& app) {
     };
     add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
     add_side("AFTER", options->after, "What to compare it with, of either kind");
-    compare->add_flag("--json", options->json, "Report as JSON");
+    add_report_output(*compare, options->output, "comparison");
     compare->callback([options] { compare_command(*options); });
 }
 

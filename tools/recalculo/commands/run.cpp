@@ -8,9 +8,9 @@
 
 #include <unistd.h>
 
-#include "base/failure.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
+#include "commands/report_output.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
@@ -28,11 +28,9 @@ namespace {
 
 struct RunOptions {
     HeadendInput headend;
-    bool json = false;
+    ReportOutput output;
     bool pauses = false;
     bool strategies = false;
-    /// Empty for no page.
-    std::string html;
     /// Empty for no log.
     std::string log;
     /// One of `colour_choices`.
@@ -72,26 +70,22 @@ std::string text_of(const Result& result, const Strategies* strategies, const st
            text_report(result, style);
 }
 
-/// The page goes first: when it cannot be written, nothing is reported.
-void write_reports(const RunOptions& options, const Result& result, const Strategies* strategies) {
-    if (!options.html.empty())
-        write_text(options.html, html_page(result));
-    if (options.html != standard_stream)
-        write_text(standard_stream, options.json ? json_report(result, strategies)
-                                                 : text_of(result, strategies, options.colour));
-}
-
 void run_command(const RunOptions& options) {
-    if (options.json && options.html == standard_stream)
-        throw Failure("--json and --html - both write to standard output; expected a file for --html");
+    check(options.output);
     const std::string file = input_name(options.headend.path);
     const Headend headend = read_input(options.headend);
 
     const Result result = run_driver(options, headend, file);
-    std::optional<Strategies> strategies;
+    std::optional<Strategies> run_alone;
     if (options.strategies)
-        strategies = run_strategies(headend, file);
-    write_reports(options, result, strategies ? &*strategies : nullptr);
+        run_alone = run_strategies(headend, file);
+    const Strategies* strategies = run_alone ? &*run_alone : nullptr;
+    write_reports(
+        options.output, [&] { return html_page(result); },
+        [&] {
+            return options.output.json ? json_report(result, strategies)
+                                       : text_of(result, strategies, options.colour);
+        });
 }
 
 } // namespace
@@ -100,11 +94,7 @@ void add_run(CLI::App& app) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand("run", "Place the services of a head-end and report where they went");
     add_headend_input(*run, options->headend);
-    run->add_flag("--json", options->json, "Report as JSON");
-    run->add_option("--html", options->html,
-                    "Write the result as a page for a browser; - for standard output in the place of the "
-                    "report")
-        ->type_name("FILE");
+    add_report_output(*run, options->output, "result");
     run->add_flag("--strategies", options->strategies,
                   "Show first what each of the engine's four strategies alone would leave out");
     run->add_flag("--pauses", options->pauses,

@@ -1,18 +1,16 @@
-// The facts of a result are put into the names that page.mustache knows. A name that an object lacks would be
-// looked for in the objects around it, so each object sets all of its names, and `false` stands for nothing.
-// The template escapes every text; here they lose what no page can show.
+// The facts of a result are put into the names that page.mustache knows. As page_frame.cpp says, each object
+// sets all of its names, and texts lose what no page can show.
 
 #include "report/page.h"
 
 #include <algorithm>
 #include <map>
-#include <stdexcept>
 
 #include <fmt/format.h>
-#include <kainjow/mustache.hpp>
 
 #include "base/utf8.h"
 #include "report/page_files.h"
+#include "report/page_frame.h"
 #include "report/stream_marks.h"
 
 namespace zarven::tool {
@@ -34,57 +32,17 @@ constexpr const char* segments_template =
     R"(<rect class="p{{pattern}}" x="{{x}}%" width="{{width}}%" height="100%"/>{{/pattern}})"
     R"(<rect class="edge" x="{{end}}%" width="1" height="100%"/>{{/segments}})";
 
-/// With commas between the thousands.
-std::string grouped(std::uint64_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t place = digits.size(); place > 3; place -= 3)
-        digits.insert(place - 3, ",");
-    return digits;
-}
-
-std::string counted(std::size_t number, std::string_view one, std::string_view many) {
-    return fmt::format("{} {}", grouped(number), number == 1 ? one : many);
-}
-
 std::string services_counted(std::size_t number) {
     return counted(number, "service", "services");
-}
-
-double share(std::uint64_t used, std::uint64_t max) {
-    return max == 0 ? 0 : std::min(100.0, 100.0 * static_cast<double>(used) / static_cast<double>(max));
-}
-
-std::string share_text(std::uint64_t used, std::uint64_t max) {
-    return fmt::format("{:.2f}", share(used, max));
-}
-
-/// Not bounded by 100 %, unlike a share: what does not add up is to be seen.
-std::string percentage(std::uint64_t used, std::uint64_t max) {
-    return max == 0 ? "–"
-                    : fmt::format("{:.1f} %", 100.0 * static_cast<double>(used) / static_cast<double>(max));
 }
 
 bool is_same(Stream one, Stream other) {
     return key_of(one) == key_of(other);
 }
 
-data text_or_nothing(const std::string& text) {
-    return text.empty() ? data(false) : data(text);
-}
-
-/// What sets a service apart from a free SD programme of the stream under which it is listed, if any.
-list tags_of(const ServiceResult& service, const Stream* listed_under) {
-    list tags;
-    if (service.is_clone)
-        tags.emplace_back(fmt::format("clone of SID {}", service.parent_sid));
-    if (service.is_hd)
-        tags.emplace_back("HD");
-    if (service.is_scrambled)
-        tags.emplace_back("scrambled");
-    if (service.ca_pids != 0)
-        tags.emplace_back(counted(service.ca_pids, "CA PID", "CA PIDs"));
-    if (service.is_transcoded)
-        tags.emplace_back("transcoded");
+/// With the stream, where it is not the one under which the service is listed.
+list tags_under(const ServiceResult& service, const Stream* listed_under) {
+    list tags = tags_of(service);
     if (listed_under == nullptr || !is_same(*listed_under, service.stream))
         tags.emplace_back("stream " + to_string(service.stream));
     return tags;
@@ -96,7 +54,7 @@ data service_row(const ServiceResult& service, const Stream* listed_under) {
     row["name"] = printable(service.name);
     row["sent_as"] =
         text_or_nothing(service.output_name == service.name ? "" : printable(service.output_name));
-    row["tags"] = data(tags_of(service, listed_under));
+    row["tags"] = data(tags_under(service, listed_under));
     row["bitrate"] = grouped(service.bitrate);
     row["outputs"] = text_or_nothing(fmt::format("{}", fmt::join(service.outputs, ", ")));
     row["reason"] = printable(service.reason);
@@ -185,7 +143,8 @@ class Page {
 public:
     explicit Page(const Result& result) : result_(result), marks_(result) {}
 
-    data root() const;
+    PageFrame frame() const;
+    data facts() const;
 
 private:
     struct StreamFacts {
@@ -197,8 +156,8 @@ private:
     using Mix = std::map<StreamKey, std::uint64_t>;
     using FactsOf = std::map<StreamKey, StreamFacts>;
 
-    data tiles() const;
-    data sections() const;
+    list tiles() const;
+    list sections() const;
     data streams() const;
     data legend() const;
     FactsOf stream_facts() const;
@@ -216,16 +175,7 @@ private:
     StreamMarks marks_;
 };
 
-data tile(const std::string& label, const std::string& figure, const std::string& note, data share) {
-    data entry;
-    entry["label"] = label;
-    entry["figure"] = figure;
-    entry["note"] = text_or_nothing(note);
-    entry["share"] = std::move(share);
-    return entry;
-}
-
-data Page::tiles() const {
+list Page::tiles() const {
     std::size_t inputs = 0;
     std::size_t tuned = 0;
     std::uint64_t pids = 0;
@@ -260,23 +210,14 @@ data Page::tiles() const {
     return tiles;
 }
 
-data Page::sections() const {
+list Page::sections() const {
     list sections;
-    const auto add = [&sections](const char* anchor, const char* title, std::size_t number) {
-        if (number == 0)
-            return;
-        data entry;
-        entry["anchor"] = anchor;
-        entry["title"] = title;
-        entry["number"] = grouped(number);
-        sections.push_back(entry);
-    };
-    add("audit", "What does not add up", result_.warnings.size());
-    add("glance", "At a glance", result_.modules.size());
-    add("modules", "Modules", result_.modules.size());
-    add("left-out", "Left out", result_.counts.left_out);
-    add("waiting", "Clones waiting", result_.clones_waiting.size());
-    add("streams", "Streams", marks_.in_order().size());
+    link_section(sections, "audit", "What does not add up", result_.warnings.size());
+    link_section(sections, "glance", "At a glance", result_.modules.size());
+    link_section(sections, "modules", "Modules", result_.modules.size());
+    link_section(sections, "left-out", "Left out", result_.counts.left_out);
+    link_section(sections, "waiting", "Clones waiting", result_.clones_waiting.size());
+    link_section(sections, "streams", "Streams", marks_.in_order().size());
     return sections;
 }
 
@@ -511,49 +452,53 @@ std::string verdict(const Counts& counts) {
     return text;
 }
 
-data Page::root() const {
+PageFrame Page::frame() const {
+    const Counts& counts = result_.counts;
+    PageFrame frame;
+    frame.title = result_.name.empty() ? "Placement" : "Placement of " + result_.name;
+    frame.skip = "Skip to the plan";
+    frame.eyebrow = "Head-end placement";
+    if (!result_.name.empty())
+        frame.names = {result_.name};
+    frame.verdict = verdict(counts);
+    frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0;
+    frame.tiles = tiles();
+    frame.sections = sections();
+    frame.footer =
+        "A stream is written as ONID/TSID. Its letters, colour and pattern are the same in all of the "
+        "page. A clone stands where its parent stands and costs neither bitrate nor a place on the "
+        "output.";
+    return frame;
+}
+
+data Page::facts() const {
     list modules;
     for (std::size_t index = 0; index < result_.modules.size(); ++index)
         modules.push_back(module_entry(index));
     list warnings;
     for (const std::string& warning : result_.warnings)
         warnings.emplace_back(printable(warning));
-    const Counts& counts = result_.counts;
-    const bool is_complete =
-        counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0;
-    data root;
-    root["style_hash"] = page_style_hash;
-    root["script_hash"] = page_script_hash;
-    root["style"] = page_style;
-    root["script"] = page_script;
-    root["swatch"] = swatch_template;
-    root["segments_of_bar"] = segments_template;
-    root["headend"] = text_or_nothing(printable(result_.name));
-    root["complete"] = is_complete;
-    root["verdict"] = verdict(counts);
-    root["tiles"] = tiles();
-    root["sections"] = sections();
-    root["has_warnings"] = !result_.warnings.empty();
-    root["warnings"] = warnings;
-    root["has_modules"] = !result_.modules.empty();
-    root["modules"] = modules;
-    root["has_streams"] = !marks_.in_order().empty();
-    root["streams"] = streams();
+    data facts;
+    facts["swatch"] = swatch_template;
+    facts["segments_of_bar"] = segments_template;
+    facts["has_warnings"] = !result_.warnings.empty();
+    facts["warnings"] = warnings;
+    facts["has_modules"] = !result_.modules.empty();
+    facts["modules"] = modules;
+    facts["has_streams"] = !marks_.in_order().empty();
+    facts["streams"] = streams();
     // Above, looks come again, and the list would be longer than the table under it.
-    root["has_legend"] = marks_.received() <= stream_colours * stream_patterns;
-    root["legend"] = legend();
-    root["lists"] = lists();
-    return root;
+    facts["has_legend"] = marks_.received() <= stream_colours * stream_patterns;
+    facts["legend"] = legend();
+    facts["lists"] = lists();
+    return facts;
 }
 
 } // namespace
 
 std::string html_page(const Result& result) {
-    kainjow::mustache::mustache page{page_template};
-    std::string text = page.render(Page(result).root());
-    if (!page.is_valid())
-        throw std::logic_error("the template of the page: " + page.error_message());
-    return text;
+    const Page page(result);
+    return framed(page.frame(), page_template, page.facts());
 }
 
 } // namespace zarven::tool

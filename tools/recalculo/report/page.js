@@ -47,22 +47,23 @@
     const found = document.getElementById("found");
     form.hidden = false;
 
-    /// Everything that can be hidden: rows in bodies in boxes, a box being a module or a section.
+    /// Everything that can be hidden: rows in bodies in boxes, a box being a module or a section. Stream and MACs are
+    /// those of the row, or of what it stands in.
     let boxes;
     const index = () => {
-        const row_of = (element, inherited) => ({
+        const row_of = (element) => ({
             element,
             lcn: element.cells[0].textContent,
             names: folded([...element.querySelectorAll("bdi")].map((name) => name.textContent).join("\n")),
-            ...inherited,
+            stream: element.closest("[data-stream]")?.dataset.stream ?? "",
+            mac: folded(element.closest("[data-mac]")?.dataset.mac ?? ""),
         });
-        boxes = [...document.querySelectorAll(".module, #left-out, #waiting")].map((box) => ({
+        boxes = [...document.querySelectorAll(".searched")].map((box) => ({
             element: box,
-            isModule: box.classList.contains("module"),
+            found: box.dataset.found,
             bodies: [...box.querySelectorAll("tbody")].map((body) => ({
                 element: body,
-                rows: [...body.rows].filter((row) => !row.classList.contains("group")).map((row) =>
-                    row_of(row, { stream: body.dataset.stream ?? "", mac: folded(box.dataset.mac ?? "") })),
+                rows: [...body.rows].filter((row) => !row.classList.contains("group")).map(row_of),
             })),
         }));
     };
@@ -72,13 +73,12 @@
         row.lcn === word || row.names.includes(word) || (word.includes("/") && row.stream.startsWith(word)) ||
         (!/^\d+$/.test(word) && row.mac.includes(word));
 
-    const summary = (onModules, elsewhere, total, modules) => {
-        const sum = onModules + elsewhere;
-        const where = [];
-        if (onModules > 0)
-            where.push(`${grouped(onModules)} on ${grouped(modules)} ${modules === 1 ? "module" : "modules"}`);
-        if (elsewhere > 0)
-            where.push(`${grouped(elsewhere)} not placed`);
+    /// What matches, by what the boxes call it: how many rows, in how many boxes.
+    const summary = (matching, total) => {
+        const sum = [...matching.values()].reduce((all, { rows }) => all + rows, 0);
+        const where = [...matching].map(([name, { rows, boxes: number }]) => name === "module"
+            ? `${grouped(rows)} on ${grouped(number)} ${number === 1 ? "module" : "modules"}`
+            : `${grouped(rows)} ${name}`);
         return `${grouped(sum)} of ${grouped(total)} ${sum === 1 ? "matches" : "match"}` +
             (sum > 0 ? `: ${where.join(", ")}` : "");
     };
@@ -87,10 +87,8 @@
         if (!boxes)
             index();
         const words = folded(query.value).split(/\s+/).filter(Boolean);
-        let onModules = 0;
-        let elsewhere = 0;
+        const matching = new Map();
         let total = 0;
-        let modules = 0;
         for (const box of boxes) {
             let inBox = 0;
             for (const body of box.bodies) {
@@ -105,15 +103,13 @@
                 total += body.rows.length;
             }
             box.element.hidden = words.length > 0 && inBox === 0;
-            if (box.isModule) {
-                modules += inBox > 0;
-                onModules += inBox;
-            } else {
-                elsewhere += inBox;
+            if (inBox > 0) {
+                const sum = matching.get(box.found) ?? { rows: 0, boxes: 0 };
+                matching.set(box.found, { rows: sum.rows + inBox, boxes: sum.boxes + 1 });
             }
         }
         document.body.classList.toggle("searching", words.length > 0);
-        found.textContent = words.length === 0 ? "" : summary(onModules, elsewhere, total, modules);
+        found.textContent = words.length === 0 ? "" : summary(matching, total);
     };
 
     let waiting;

@@ -1,4 +1,4 @@
-# Run by the build: cmake -DOUTPUT=page_files.cpp -P page_files.cmake writes the files of the page into a source file.
+# Run by the build: cmake -DOUTPUT=page_files.cpp -P page_files.cmake writes the files of the pages into a source file.
 
 # sha256_base64(variable text) puts SHA-256 of the text, in base 64, into the variable.
 function(sha256_base64 variable text)
@@ -18,7 +18,9 @@ function(sha256_base64 variable text)
     set(${variable} "${base64}=" PARENT_SCOPE)
 endfunction()
 
+file(READ ${CMAKE_CURRENT_LIST_DIR}/page_frame.mustache page_frame_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page.mustache page_template)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/comparison_page.mustache comparison_page_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page.css page_style)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page.js page_script)
 sha256_base64(page_style_hash "${page_style}")

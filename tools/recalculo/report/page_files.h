@@ -1,11 +1,14 @@
-// The files that a page is made of, which the build puts into the program (page_files.cpp.in).
+// The files that the pages are made of, which the build puts into the program (page_files.cpp.in).
 
 #ifndef RECALCULO_PAGE_FILES_H
 #define RECALCULO_PAGE_FILES_H
 
 namespace zarven::tool {
 
+/// What stands around the content of every page, and the contents.
+extern const char* const page_frame_template;
 extern const char* const page_template;
+extern const char* const comparison_page_template;
 extern const char* const page_style;
 extern const char* const page_script;
 /// What the page's security policy lets pass: SHA-256 of the two above, in base 64.

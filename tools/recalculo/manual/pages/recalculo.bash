@@ -8,7 +8,7 @@ _recalculo() {
     *) case ${COMP_WORDS[1]} in
     run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
     explain) words='-h --help --service --json --version' ;;
-    compare) words='-h --help --json --version' ;;
+    compare) words='-h --help --json --html --version' ;;
     size) words='-h --help --set --add --most --jobs --json --version' ;;
     bound) words='-h --help --set --json --version' ;;
     import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;

@@ -1,0 +1,176 @@
+// The text of the page of a comparison. How it looks and behaves in a browser is tested in tests/tools/page.
+
+#include "report/comparison_page.h"
+
+#include <gtest/gtest.h>
+
+#include "report/page_text.h"
+
+namespace zarven::tool {
+namespace {
+
+std::string body_of(const Comparison& comparison) {
+    return body_of_page(comparison_page(comparison, {"old.json", "new.json"}));
+}
+
+ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Place> before,
+                     std::vector<Place> after) {
+    ServiceChange made;
+    made.service.stream = {1, 1001};
+    made.service.lcn = lcn;
+    made.service.name = name;
+    made.service.bitrate = 4200;
+    made.before = std::move(before);
+    made.after = std::move(after);
+    return made;
+}
+
+Comparison a_comparison() {
+    Comparison comparison;
+    comparison.name_before = "Casa";
+    comparison.name_after = "Hotel";
+    comparison.before.loaded = 1005;
+    comparison.before.placed = 3;
+    comparison.before.left_out = 1002;
+    comparison.after.loaded = 4;
+    comparison.after.placed = 4;
+    comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
+    comparison.gained[0].service.is_hd = true;
+    comparison.lost = {change(2, "Dos", {{"A", 1, {1}}}, {})};
+    comparison.moved = {change(3, "Tres", {{"A", 1, {1}}, {"B", 0, {2}}}, {{"B", 2, {1}}})};
+    comparison.unmoved = 2004;
+    comparison.never_placed = 5;
+    comparison.modules_gone = {"X"};
+    comparison.modules_new = {"Y", "Z"};
+    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
+    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
+    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
+    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 16}};
+    comparison.relaxed = {{TightKind::bitrate, "B", 1, 19000, 38000}};
+    return comparison;
+}
+
+TEST(ComparisonPage, EveryServiceHasItsRow) {
+    const std::string page = body_of(a_comparison());
+    EXPECT_TRUE(has(
+        page, R"(<tr data-stream="1/1001" data-mac="A "><td class="number">1</td>)"
+              R"(<td><bdi>Uno</bdi> <span class="tag">HD</span></td>)"
+              R"(<td class="number roomy">4,200</td><td class="roomy">1/1001</td>)"
+              R"(<td><span class="note">left out</span></td><td><span class="place">)"
+              R"(<span class="mac">A</span> <span class="ports">input 1, outputs 1, 2</span></span></td>)"));
+    EXPECT_TRUE(
+        has(page, R"(output 1</span></span></td><td><span class="lacking">left out</span></td></tr>)"));
+    EXPECT_TRUE(has(page, R"(<tr data-stream="1/1001" data-mac="A B B "><td class="number">3</td>)"));
+    EXPECT_TRUE(has(page, R"(<span class="place"><span class="mac">A</span> )"
+                          R"(<span class="ports">input 1, output 1</span></span>)"
+                          R"(<span class="place"><span class="mac">B</span> )"
+                          R"(<span class="ports">no input, output 2</span></span></td><td>)"
+                          R"(<span class="place"><span class="mac">B</span> )"
+                          R"(<span class="ports">input 2, output 1</span></span></td></tr>)"));
+    EXPECT_EQ(occurrences(page, "<tr data-stream"), 3u);
+}
+
+TEST(ComparisonPage, AServiceThatOneSideDoesNotHaveIsNotThere) {
+    Comparison comparison = a_comparison();
+    comparison.gained[0].is_in_before = false;
+    comparison.lost[0].is_in_after = false;
+    const std::string page = body_of(comparison);
+    EXPECT_TRUE(has(page, R"(<td><span class="note">not there</span></td>)"));
+    EXPECT_TRUE(has(page, R"(<td><span class="lacking">not there</span></td>)"));
+    EXPECT_FALSE(has(page, ">left out<"));
+}
+
+TEST(ComparisonPage, TheSummaryTellsBothSides) {
+    const std::string page = body_of(a_comparison());
+    EXPECT_TRUE(has(page, R"(<p class="verdict short">1 gained, 1 lost, 1 moved</p>)"));
+    EXPECT_TRUE(has(page, R"(<bdi>Casa</bdi> <span class="note">→</span> <bdi>Hotel</bdi></h1>)"));
+    EXPECT_TRUE(has(page, R"(<dt>In the same place</dt><dd><span class="big">2,004</span></dd>)"));
+    EXPECT_TRUE(has(page, R"(<dt>Placed before</dt><dd><span class="big">3</span> )"
+                          R"(<span class="note">of 1,005 loaded</span>)"));
+    EXPECT_TRUE(has(
+        page, R"(<td class="number"><bdi>old.json</bdi></td><td class="number"><bdi>new.json</bdi></td>)"));
+    EXPECT_TRUE(has(page, R"(Services loaded</th><td class="number">1,005</td><td class="number">4</td>)"
+                          R"(<td class="number lacking">−1,001</td>)"));
+    EXPECT_TRUE(has(
+        page, R"(Placed</th><td class="number">3</td><td class="number">4</td><td class="number">+1</td>)"));
+    EXPECT_TRUE(has(page, R"(<td class="number">−1,002</td>)"));
+}
+
+TEST(ComparisonPage, MoreLeftOutIsWorse) {
+    Comparison comparison;
+    comparison.after.left_out = 1;
+    EXPECT_TRUE(has(body_of(comparison), R"(<td class="number">1</td><td class="number lacking">+1</td>)"));
+}
+
+TEST(ComparisonPage, NothingLostIsGood) {
+    Comparison comparison = a_comparison();
+    comparison.lost.clear();
+    EXPECT_TRUE(has(body_of(comparison), R"(<p class="verdict good">1 gained, 0 lost, 1 moved</p>)"));
+}
+
+TEST(ComparisonPage, ClonesAreToldWhereThereAreAny) {
+    Comparison comparison = a_comparison();
+    EXPECT_FALSE(has(body_of(comparison), "Clones attached"));
+    comparison.after.clones_waiting = 1;
+    EXPECT_TRUE(has(body_of(comparison),
+                    R"(Clones waiting</th><td class="number">0</td><td class="number">1</td>)"
+                    R"(<td class="number lacking">+1</td>)"));
+}
+
+TEST(ComparisonPage, AHeadendIsNamedOnce) {
+    Comparison comparison = a_comparison();
+    comparison.name_after = "Casa";
+    EXPECT_TRUE(has(body_of(comparison), "<h1><bdi>Casa</bdi></h1>"));
+    comparison.name_after = "";
+    EXPECT_TRUE(has(body_of(comparison), "<bdi>new.json</bdi></h1>"));
+    EXPECT_TRUE(
+        has(comparison_page(a_comparison(), {"a", "b"}), "<title>Comparison of Casa and Hotel</title>"));
+}
+
+TEST(ComparisonPage, InputsLimitsAndModulesStandInGroups) {
+    const std::string page = body_of(a_comparison());
+    EXPECT_TRUE(has(
+        page, R"(<td><span class="mac">A</span></td><td class="number">1</td><td>1/10</td><td>free</td>)"));
+    EXPECT_TRUE(has(
+        page, R"(<td><span class="mac">A</span></td><td class="number">2</td><td>free</td><td>1/20</td>)"));
+    EXPECT_TRUE(has(
+        page, R"(<td><span class="mac">B</span></td><td class="number">1</td><td>1/30</td><td>1/40</td>)"));
+    EXPECT_TRUE(has(page, R"(<td>Inputs</td><td class="number">2</td><td class="number">2</td>)"
+                          R"(<td class="number">100.0 %</td>)"));
+    EXPECT_TRUE(has(page, R"(<td>PIDs</td><td class="number">15</td><td class="number">16</td>)"));
+    EXPECT_TRUE(has(page, R"(<td>Output 1, kbit/s</td><td class="number">19,000</td>)"));
+    EXPECT_TRUE(has(page, R"(colspan="1"><span class="line"><span>New</span><span class="note">2</span>)"));
+    for (const char* title :
+         {"Freed", "Taken", "Tuned to another stream", "Became tight", "No longer tight", "Gone"})
+        EXPECT_TRUE(has(page, "<span>" + std::string(title) + R"(</span><span class="note">)")) << title;
+}
+
+TEST(ComparisonPage, WhatIsTheSameHasNoSection) {
+    const std::string page = body_of(Comparison());
+    EXPECT_EQ(occurrences(page, "<section"), 1u);
+    EXPECT_EQ(occurrences(page, "<a href"), 1u); // "Before and after"; the other is the skip link
+    EXPECT_TRUE(has(page, R"(<p class="verdict good">Every service stands where it stood</p>)"));
+}
+
+TEST(ComparisonPage, NamesAreTextWhateverTheySay) {
+    const std::string text = "<script>alert(1)</script>\"&'{{{style}}}\x1B";
+    Comparison comparison = a_comparison();
+    comparison.name_before = text;
+    comparison.gained[0].service.name = comparison.gained[0].after[0].mac = text;
+    comparison.modules_new = {text};
+    comparison.inputs_freed[0].mac = comparison.became_tight[0].mac = text;
+    const std::string page = comparison_page(comparison, {text, text});
+    const std::string escaped = "&lt;script&gt;alert(1)&lt;/script&gt;&quot;&amp;&apos;{{{style}}}\uFFFD";
+    EXPECT_FALSE(has(page, "<script>alert"));
+    EXPECT_FALSE(has(page, "\x1B"));
+    // Title; heading, both files, the name and the service; 4 places of a MAC and 1 for the search.
+    EXPECT_EQ(occurrences(page, escaped), 1 + 5 + 4 + 1u);
+}
+
+TEST(ComparisonPage, NeedsNothingFromOutside) {
+    const std::string page = comparison_page(a_comparison(), {"a", "b"});
+    expect_nothing_from_outside(page);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,322 @@
+// The facts of a comparison are put into the names that comparison_page.mustache knows. Services have tables
+// of their own; inputs, limits and modules share one form of table.
+
+#include "report/comparison_page.h"
+
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "base/utf8.h"
+#include "report/page_files.h"
+#include "report/page_frame.h"
+
+namespace zarven::tool {
+
+namespace {
+
+using kainjow::mustache::data;
+using kainjow::mustache::list;
+
+constexpr const char* place_template =
+    R"(<span class="place"><span class="mac">{{mac}}</span> <span class="ports">{{input}}, {{outputs}}</span></span>)";
+
+// ---- Services -----------------------------------------------------------------------------------------
+
+list places(const std::vector<Place>& places) {
+    list entries;
+    for (const Place& place : places) {
+        data entry;
+        entry["mac"] = printable(place.mac);
+        entry["input"] = place.input == 0 ? "no input" : fmt::format("input {}", place.input);
+        entry["outputs"] =
+            fmt::format("output{} {}", place.outputs.size() == 1 ? "" : "s", fmt::join(place.outputs, ", "));
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+std::string absent(bool is_there) {
+    return is_there ? "left out" : "not there";
+}
+
+/// What the search looks for.
+std::string macs_of(const ServiceChange& change) {
+    std::string macs;
+    for (const auto* places : {&change.before, &change.after})
+        for (const Place& place : *places)
+            macs += printable(place.mac) + " ";
+    return macs;
+}
+
+data service_row(const ServiceChange& change) {
+    data row;
+    row["stream"] = to_string(change.service.stream);
+    row["macs"] = macs_of(change);
+    row["lcn"] = std::to_string(change.service.lcn);
+    row["name"] = printable(change.service.name);
+    row["tags"] = data(tags_of(change.service));
+    row["bitrate"] = grouped(change.service.bitrate);
+    row["before"] = data(places(change.before));
+    row["absent_before"] = absent(change.is_in_before);
+    row["after"] = data(places(change.after));
+    row["absent_after"] = absent(change.is_in_after);
+    return row;
+}
+
+struct Changes {
+    const char* anchor;
+    const char* title;
+    const char* explanation;
+    const std::vector<ServiceChange>& services;
+};
+
+std::vector<Changes> changes_of(const Comparison& comparison) {
+    return {{"gained", "Gained", "Services that are placed after and not before.", comparison.gained},
+            {"lost", "Lost", "Services that are placed before and not after.", comparison.lost},
+            {"moved", "Moved", "Services that are placed in both, with another module, input or output.",
+             comparison.moved}};
+}
+
+data changes_entry(const Changes& changes) {
+    list rows;
+    for (const ServiceChange& change : changes.services)
+        rows.push_back(service_row(change));
+    data entry;
+    entry["anchor"] = changes.anchor;
+    entry["found"] = changes.anchor;
+    entry["title"] = changes.title;
+    entry["number"] = grouped(changes.services.size());
+    entry["explanation"] = changes.explanation;
+    entry["services"] = rows;
+    return entry;
+}
+
+// ---- Inputs, limits and modules -----------------------------------------------------------------------
+
+struct Cell {
+    std::string text;
+    bool is_number = false;
+};
+
+list cells(const std::vector<Cell>& row, const char* name) {
+    list entries;
+    for (const Cell& cell : row) {
+        data entry;
+        entry[name] = cell.text;
+        entry["is_number"] = cell.is_number;
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+/// A table of modules with further columns, and rows in groups of which none is empty.
+class ModuleTable {
+public:
+    ModuleTable(const char* anchor, const char* title, const char* explanation, std::vector<Cell> columns)
+        : anchor_(anchor), title_(title), explanation_(explanation), columns_(std::move(columns)) {}
+
+    template <class Entry, class CellsOf>
+    void add(const char* title, const std::vector<Entry>& entries, CellsOf cells_of) {
+        if (entries.empty())
+            return;
+        list rows;
+        for (const Entry& entry : entries) {
+            data row;
+            row["mac"] = printable(mac_of(entry));
+            row["cells"] = data(cells(cells_of(entry), "text"));
+            rows.push_back(row);
+        }
+        data group;
+        group["title"] = title;
+        group["number"] = grouped(entries.size());
+        group["width"] = std::to_string(columns_.size() + 1);
+        group["rows"] = rows;
+        groups_.push_back(group);
+        number_ += entries.size();
+    }
+
+    void put_into(list& tables, list& sections) const {
+        if (number_ == 0)
+            return;
+        data table;
+        table["anchor"] = anchor_;
+        table["title"] = title_;
+        table["number"] = grouped(number_);
+        table["explanation"] = explanation_;
+        table["caption"] = std::string(title_) + ", by what became of them";
+        table["columns"] = data(cells(columns_, "name"));
+        table["groups"] = groups_;
+        tables.push_back(table);
+        link_section(sections, anchor_, title_, number_);
+    }
+
+private:
+    static const std::string& mac_of(const std::string& mac) { return mac; }
+    template <class Entry> static const std::string& mac_of(const Entry& entry) { return entry.mac; }
+
+    const char* anchor_;
+    const char* title_;
+    const char* explanation_;
+    std::vector<Cell> columns_;
+    std::size_t number_ = 0;
+    list groups_{};
+};
+
+std::string stream_or_free(bool is_tuned, Stream stream) {
+    return is_tuned ? to_string(stream) : "free";
+}
+
+ModuleTable inputs_table(const Comparison& comparison) {
+    ModuleTable table("inputs", "Inputs", "Inputs that are not tuned as before.",
+                      {{"Input", true}, {"Before"}, {"After"}});
+    const auto cells_of = [](const InputChange& change) -> std::vector<Cell> {
+        return {{std::to_string(change.number), true},
+                {stream_or_free(change.was_tuned, change.before)},
+                {stream_or_free(change.is_tuned, change.after)}};
+    };
+    table.add("Freed", comparison.inputs_freed, cells_of);
+    table.add("Taken", comparison.inputs_taken, cells_of);
+    table.add("Tuned to another stream", comparison.inputs_retuned, cells_of);
+    return table;
+}
+
+std::string limit_text(const TightLimit& limit) {
+    switch (limit.kind) {
+    case TightKind::inputs:
+        return "Inputs";
+    case TightKind::pids:
+        return "PIDs";
+    case TightKind::bitrate:
+        break;
+    }
+    return fmt::format("Output {}, kbit/s", limit.output);
+}
+
+ModuleTable limits_table(const Comparison& comparison) {
+    ModuleTable table(
+        "limits", "Limits",
+        "Limits that became tight or no longer are, with the figures after: an output or a PID budget "
+        "is tight from 95 % on, a module's inputs are when none is free.",
+        {{"Limit"}, {"In use", true}, {"Of", true}, {"Share", true}});
+    const auto cells_of = [](const TightLimit& limit) -> std::vector<Cell> {
+        return {{limit_text(limit)},
+                {grouped(limit.used), true},
+                {grouped(limit.max), true},
+                {percentage(limit.used, limit.max), true}};
+    };
+    table.add("Became tight", comparison.became_tight, cells_of);
+    table.add("No longer tight", comparison.relaxed, cells_of);
+    return table;
+}
+
+ModuleTable modules_table(const Comparison& comparison) {
+    ModuleTable table("modules", "Modules", "Modules that only one side has.", {});
+    const auto no_cells = [](const std::string&) { return std::vector<Cell>(); };
+    table.add("Gone", comparison.modules_gone, no_cells);
+    table.add("New", comparison.modules_new, no_cells);
+    return table;
+}
+
+// ---- Summary ------------------------------------------------------------------------------------------
+
+/// `is_better` is for more.
+data figure(const char* label, std::size_t before, std::size_t after, bool is_better) {
+    data entry;
+    entry["label"] = label;
+    entry["before"] = grouped(before);
+    entry["after"] = grouped(after);
+    entry["difference"] = after == before  ? "0"
+                          : after > before ? "+" + grouped(after - before)
+                                           : "−" + grouped(before - after);
+    entry["is_worse"] = is_better ? after < before : after > before;
+    return entry;
+}
+
+list figures_of(const Counts& before, const Counts& after) {
+    list figures;
+    figures.push_back(figure("Services loaded", before.loaded, after.loaded, true));
+    figures.push_back(figure("Placed", before.placed, after.placed, true));
+    figures.push_back(figure("Left out", before.left_out, after.left_out, false));
+    const auto clones = [](const Counts& counts) { return counts.clones_attached + counts.clones_waiting; };
+    if (clones(before) + clones(after) == 0)
+        return figures;
+    figures.push_back(figure("Clones attached", before.clones_attached, after.clones_attached, true));
+    figures.push_back(figure("Clones waiting", before.clones_waiting, after.clones_waiting, false));
+    return figures;
+}
+
+list tiles_of(const Comparison& comparison) {
+    const auto placed = [](const char* label, const Counts& counts) {
+        return tile(label, grouped(counts.placed), fmt::format("of {} loaded", grouped(counts.loaded)),
+                    share_text(counts.placed, counts.loaded));
+    };
+    list tiles;
+    tiles.push_back(placed("Placed before", comparison.before));
+    tiles.push_back(placed("Placed after", comparison.after));
+    for (const Changes& changes : changes_of(comparison))
+        tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
+    tiles.push_back(tile("In the same place", grouped(comparison.unmoved), "", false));
+    tiles.push_back(tile("Left out by both", grouped(comparison.never_placed), "", false));
+    return tiles;
+}
+
+std::string verdict_on(const Comparison& comparison) {
+    if (comparison.gained.empty() && comparison.lost.empty() && comparison.moved.empty())
+        return "Every service stands where it stood";
+    return fmt::format("{} gained, {} lost, {} moved", grouped(comparison.gained.size()),
+                       grouped(comparison.lost.size()), grouped(comparison.moved.size()));
+}
+
+/// Once if both sides have the same; a side without a name is called by its file.
+std::vector<std::string> names_of(const Comparison& comparison, const ComparedFiles& files) {
+    const std::string& before = comparison.name_before.empty() ? files.before : comparison.name_before;
+    const std::string& after = comparison.name_after.empty() ? files.after : comparison.name_after;
+    if (before == after)
+        return {before};
+    return {before, after};
+}
+
+PageFrame frame_of(const Comparison& comparison, const ComparedFiles& files) {
+    PageFrame frame;
+    frame.names = names_of(comparison, files);
+    frame.title = fmt::format("Comparison of {}", fmt::join(frame.names, " and "));
+    frame.skip = "Skip to the comparison";
+    frame.eyebrow = "Two placements compared";
+    frame.verdict = verdict_on(comparison);
+    frame.is_good = comparison.lost.empty();
+    frame.tiles = tiles_of(comparison);
+    frame.footer =
+        "A stream is written as ONID/TSID. A service is the same in both placements if stream, LCN and SID "
+        "are, or else its name. Clones stand with their parents and are not told.";
+    return frame;
+}
+
+} // namespace
+
+std::string comparison_page(const Comparison& comparison, const ComparedFiles& files) {
+    PageFrame frame = frame_of(comparison, files);
+    frame.sections.push_back(section_link("sides", "Before and after", false));
+    list changes;
+    for (const Changes& one : changes_of(comparison)) {
+        link_section(frame.sections, one.anchor, one.title, one.services.size());
+        if (!one.services.empty())
+            changes.push_back(changes_entry(one));
+    }
+    list tables;
+    for (const ModuleTable& table :
+         {inputs_table(comparison), limits_table(comparison), modules_table(comparison)})
+        table.put_into(tables, frame.sections);
+    data facts;
+    facts["place"] = place_template;
+    facts["file_before"] = printable(files.before);
+    facts["file_after"] = printable(files.after);
+    facts["name_before"] = printable(comparison.name_before);
+    facts["name_after"] = printable(comparison.name_after);
+    facts["figures"] = figures_of(comparison.before, comparison.after);
+    facts["changes"] = changes;
+    facts["tables"] = tables;
+    return framed(frame, comparison_page_template, std::move(facts));
+}
+
+} // namespace zarven::tool
