@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/style_input.h"
 #include "headend/headend_json.h"
 #include "headend/json_text.h"
 #include "placement/comparison.h"
@@ -22,6 +23,7 @@ struct CompareOptions {
     std::string before;
     std::string after;
     bool json = false;
+    StyleInput style;
 };
 
 /// Every result has a summary, and no head-end does.
@@ -49,8 +51,8 @@ void compare_command(const CompareOptions& options) {
     const Result after = result_in(options.after);
     const Comparison comparison = compare(before, after);
     const ComparedFiles files{input_name(options.before), input_name(options.after)};
-    write_text(standard_stream,
-               options.json ? comparison_json(comparison) : comparison_text(comparison, files));
+    write_text(standard_stream, options.json ? comparison_json(comparison)
+                                             : comparison_text(comparison, files, style_of(options.style)));
 }
 
 } // namespace
@@ -64,6 +66,7 @@ void add_compare(CLI::App& app) {
     add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
     add_side("AFTER", options->after, "What to compare it with, of either kind");
     compare->add_flag("--json", options->json, "Report as JSON");
+    add_style_input(*compare, options->style);
     compare->callback([options] { compare_command(*options); });
 }
 

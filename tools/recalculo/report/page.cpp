@@ -13,6 +13,7 @@
 
 #include "base/utf8.h"
 #include "report/page_files.h"
+#include "report/service_marks.h"
 #include "report/stream_marks.h"
 
 namespace zarven::tool {
@@ -75,16 +76,8 @@ data text_or_nothing(const std::string& text) {
 /// What sets a service apart from a free SD programme of the stream under which it is listed, if any.
 list tags_of(const ServiceResult& service, const Stream* listed_under) {
     list tags;
-    if (service.is_clone)
-        tags.emplace_back(fmt::format("clone of SID {}", service.parent_sid));
-    if (service.is_hd)
-        tags.emplace_back("HD");
-    if (service.is_scrambled)
-        tags.emplace_back("scrambled");
-    if (service.ca_pids != 0)
-        tags.emplace_back(counted(service.ca_pids, "CA PID", "CA PIDs"));
-    if (service.is_transcoded)
-        tags.emplace_back("transcoded");
+    for (const std::string& mark : marks_of(service))
+        tags.emplace_back(mark);
     if (listed_under == nullptr || !is_same(*listed_under, service.stream))
         tags.emplace_back("stream " + to_string(service.stream));
     return tags;
