@@ -247,7 +247,8 @@ TEST(Bound, WhatNoModuleCanTakeIsOut) {
     EXPECT_EQ(bound.impossible[0].reason,
               "its 1000 kbit/s must stay below the maximum of an output, and the largest is 1000");
     EXPECT_EQ(bound.impossible[1].reason, "it needs 101 PIDs and the largest budget is 100");
-    EXPECT_EQ(bound.impossible[2].reason, "it needs a transcoder and none has one");
+    EXPECT_EQ(bound.impossible[2].reason,
+              "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere");
 }
 
 TEST(Bound, NoOneModuleHasAllThatAServiceNeeds) {

@@ -52,7 +52,7 @@ std::string table_of_limits(const Bound& bound, const TextStyle& style) {
     Column name;
     name.heading = "Limit";
     name.least = 28;
-    name.narrowest = 12;
+    name.narrowest = 17;
     std::vector<Row> rows;
     for (const NamedLimit& named : limits_of(bound))
         rows.push_back({named.name, std::to_string(named.limit.capacity), std::to_string(named.limit.wanted),
