@@ -848,16 +848,20 @@ TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
 }
 
 TEST_F(OnATerminal, SizeTellsItsRuns) {
-    // No number of modules places the three: the search goes on until it is interrupted.
-    const std::string crowded =
-        write("crowded.json", R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [100],
-        "pids_max": 0}], "services": [
-        {"lcn": 1, "name": "a", "onid": 1, "tsid": 10, "sid": 1, "bitrate": 60},
-        {"lcn": 2, "name": "b", "onid": 1, "tsid": 10, "sid": 2, "bitrate": 60},
-        {"lcn": 3, "name": "c", "onid": 1, "tsid": 10, "sid": 3, "bitrate": 60},
-        {"lcn": 4, "name": "d", "onid": 1, "tsid": 10, "sid": 4, "bitrate": 1}]})");
+    // Each module has room for one of them, while by the total of bitrates fewer modules would do. So the
+    // search has much to try.
+    json headend = json::parse(R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [100],
+        "pids_max": 0}], "services": []})");
+    for (int lcn = 1; lcn <= 300; ++lcn)
+        headend["services"].push_back({{"lcn", lcn},
+                                       {"name", "s"},
+                                       {"onid", 1},
+                                       {"tsid", 10},
+                                       {"sid", lcn},
+                                       {"bitrate", lcn == 1 ? 1 : 60}});
+    const std::string crowded = write("crowded.json", headend.dump());
     const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [100], "pids_max": 0})");
-    start({"size", "--most", "10000", crowded, "--add", kind});
+    start({"size", "--most", "10000", "--jobs", "1", crowded, "--add", kind});
     EXPECT_TRUE(shows(" runs · "));
     press_control_c();
     EXPECT_EQ(exit_code(), 130);
