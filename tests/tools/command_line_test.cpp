@@ -440,6 +440,14 @@ TEST_F(CommandLine, ExplainOfAServiceThatIsNotThere) {
                    "number at most 65535");
 }
 
+TEST_F(CommandLine, ExplainTakesChanges) {
+    const Outcome outcome = run("explain --service 41 --set 'modules[2].inputs=2' " + small);
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("\n  It is placed on module 02:00:00:00:00:03, output 1.\n"),
+              std::string::npos)
+        << outcome.out;
+}
+
 TEST_F(CommandLine, ExplainWithoutController) {
     EXPECT_EQ(run("explain -", R"({"modules": []})").code, 1);
 }
@@ -571,6 +579,39 @@ TEST_F(CommandLine, ColourIsAChoice) {
         EXPECT_EQ(run("run " + choice + small).out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
     expect_refused(run("run --color blue " + small),
                    "--color: blue not in {auto,always,never}\nRun with --help for more information.");
+}
+
+TEST_F(CommandLine, EveryTextReportHasItsStyleFromTheSurroundings) {
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
+    const std::string named = "--set 'name=Ñandú' " + small;
+    const std::string poorer =
+        write("poorer.json", run("run --json --set 'modules[0].inputs=0' " + named).out);
+    for (const std::string& arguments :
+         {"run --strategies " + named, "explain --service 41 " + named, "compare " + small + " " + poorer,
+          "bound " + named, "size --most 1 " + named + " --add " + kind}) {
+        const Outcome plain = shell("LC_ALL=C '" + program + "' " + arguments);
+        EXPECT_EQ(plain.code, 0) << plain.err;
+        EXPECT_TRUE(std::all_of(plain.out.begin(), plain.out.end(), [](char byte) {
+            return byte == '\n' || (byte >= ' ' && byte <= '~');
+        })) << plain.out;
+        EXPECT_NE(run(arguments).out, plain.out) << arguments;
+        EXPECT_EQ(run(arguments + " --color auto").out, run(arguments).out);
+        EXPECT_NE(run(arguments + " --color always").out.find("\x1B[1m"), std::string::npos) << arguments;
+    }
+}
+
+TEST_F(CommandLine, MessagesOfFilesAreAsciiWhereTheLocaleIs) {
+    const std::string result = write("ñ.json", run("run --json " + small).out);
+    const Outcome outcome =
+        shell("LC_ALL=C '" + program + "' export --format channels.conf -o /dev/null '" + result + "'");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err.find(file("n.json") + ": 11 channels written"), 0u) << outcome.err;
+    const std::string list = write("ñ.conf", channel_line);
+    const std::string modules = write("modules.json", modules_text);
+    const Outcome imported =
+        shell("LC_ALL=C '" + program + "' import -o /dev/null --modules " + modules + " '" + list + "'");
+    EXPECT_EQ(imported.err.find(file("n.conf") + ": 1 service in 1 stream imported"), 0u) << imported.err;
+    EXPECT_NE(imported.err.find("\n" + file("n.conf") + ": read as"), std::string::npos) << imported.err;
 }
 
 /// The program on a terminal of 72 columns, watched.
@@ -768,6 +809,9 @@ TEST_F(CommandLine, AChangeThatCannotBeMade) {
     expect_refused(run("bound --set 'modules[0].inputs=many' " + headend),
                    "--set 'modules[0].inputs=many': " + headend +
                        ": /modules/0/inputs: found \"many\", expected a whole number from 0 to 65535");
+    expect_refused(run("explain --set 'modules[0].outputs=1' " + headend),
+                   "--set 'modules[0].outputs=1': " + headend +
+                       ": /modules/0/outputs: found 1, expected a list");
     expect_refused(run("size --add x --set name " + headend),
                    "--set 'name': found no \"=\", expected PATH=VALUE");
 }
@@ -804,14 +848,25 @@ TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
     EXPECT_EQ(json::parse(run("size - --json --add " + whole, two_streams).out).at("add").at("number"), 1);
 }
 
-TEST_F(CommandLine, SizeTellsItsRunsToATerminal) {
-    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
-    const std::string headend = write("headend.json", two_streams);
-    const Outcome outcome = shell("script -qec \"'" + program + "' size " + headend + " --add " + kind +
-                                  " >/dev/null\" /dev/null");
-    EXPECT_EQ(outcome.code, 0);
-    EXPECT_NE(outcome.out.find("\r\033[K1 of 1 runs\r\033[K"), std::string::npos) << outcome.out;
-    EXPECT_EQ(outcome.out.substr(outcome.out.size() - 4), "\r\033[K");
+TEST_F(OnATerminal, SizeTellsItsRuns) {
+    // Each module has room for one of them, while by the total of bitrates fewer modules would do. So the
+    // search has much to try.
+    json headend = json::parse(R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [100],
+        "pids_max": 0}], "services": []})");
+    for (int lcn = 1; lcn <= 300; ++lcn)
+        headend["services"].push_back({{"lcn", lcn},
+                                       {"name", "s"},
+                                       {"onid", 1},
+                                       {"tsid", 10},
+                                       {"sid", lcn},
+                                       {"bitrate", lcn == 1 ? 1 : 60}});
+    const std::string crowded = write("crowded.json", headend.dump());
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [100], "pids_max": 0})");
+    start({"size", "--most", "10000", "--jobs", "1", crowded, "--add", kind});
+    EXPECT_TRUE(shows(" runs · "));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_TRUE(ends_with("\r\x1B[Krecalculo: interrupted\r\n")) << shown_;
 }
 
 TEST_F(CommandLine, SizeRefuses) {

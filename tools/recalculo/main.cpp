@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
         fmt::print(stderr, "recalculo: {}\n", shown_as_message(failure.what()));
         return status(failure.code);
     } catch (const std::exception& error) {
-        fmt::print(stderr, "recalculo: the engine could not run: {}\n", error.what());
+        fmt::print(stderr, "recalculo: the engine could not run: {}\n", shown_as_message(error.what()));
         return status(ExitCode::engine_did_not_run);
     }
 }

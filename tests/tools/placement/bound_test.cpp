@@ -10,26 +10,10 @@
 
 #include "headend/headend_json.h"
 #include "placement/host.h"
+#include "placement/made_services.h"
 
 namespace zarven::tool {
 namespace {
-
-Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate, std::uint16_t ca_pids = 0,
-                std::uint16_t transcoding = 0) {
-    Service made;
-    made.lcn = lcn;
-    made.name = "S" + std::to_string(lcn);
-    made.output_name = made.name;
-    made.onid = 1;
-    made.tsid = tsid;
-    made.sid = lcn;
-    made.osid = lcn;
-    made.bitrate = bitrate;
-    made.ca_pids = ca_pids;
-    made.ca_pids_max = ca_pids;
-    made.transcoding = transcoding;
-    return made;
-}
 
 Bound bound_of(const Headend& headend) {
     const EngineRun run = load_engine(headend, "f");
@@ -260,9 +244,11 @@ TEST(Bound, WhatNoModuleCanTakeIsOut) {
     EXPECT_EQ(bound.most, 2u);
     ASSERT_EQ(bound.impossible.size(), 3u);
     EXPECT_EQ(bound.impossible[0].lcn, 2);
-    EXPECT_EQ(bound.impossible[0].reason, "its 1000 kbit/s are not under the 1000 of the largest output");
-    EXPECT_EQ(bound.impossible[1].reason, "its 101 PIDs are above the 100 of the largest budget");
-    EXPECT_EQ(bound.impossible[2].reason, "it needs a transcoder, and no module has one");
+    EXPECT_EQ(bound.impossible[0].reason,
+              "its 1000 kbit/s must stay below the maximum of an output, and the largest is 1000");
+    EXPECT_EQ(bound.impossible[1].reason, "it needs 101 PIDs and the largest budget is 100");
+    EXPECT_EQ(bound.impossible[2].reason,
+              "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere");
 }
 
 TEST(Bound, NoOneModuleHasAllThatAServiceNeeds) {
@@ -270,10 +256,10 @@ TEST(Bound, NoOneModuleHasAllThatAServiceNeeds) {
     headend.modules[0].pids_max = 10;
     headend.modules.push_back({"B", 3, false, 1, {400}, 100, 0, 0, 0});
     EXPECT_EQ(bound_of(headend).impossible.at(0).reason,
-              "no module has the output, the PIDs and the transcoder for it at once");
+              "not even when empty does one offer the 500 kbit/s and 50 PIDs that it needs");
     headend.modules[0].inputs = 0;
     headend.modules[1].inputs = 0;
-    EXPECT_EQ(bound_of(headend).impossible.at(0).reason, "no module has an input and an output");
+    EXPECT_EQ(bound_of(headend).impossible.at(0).reason, "none has an input and an output");
 }
 
 TEST(Bound, OfNothing) {

@@ -7,22 +7,10 @@
 
 #include "placement/engine_run.h"
 #include "placement/host.h"
+#include "placement/made_services.h"
 #include "placement/refusal.h"
 
 namespace zarven::tool {
-
-inline Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 4000) {
-    Service made;
-    made.lcn = lcn;
-    made.name = "S" + std::to_string(lcn);
-    made.output_name = made.name;
-    made.onid = 1;
-    made.tsid = tsid;
-    made.sid = static_cast<std::uint16_t>(100 + lcn);
-    made.osid = made.sid;
-    made.bitrate = bitrate;
-    return made;
-}
 
 inline Service with_pids(Service made, std::uint16_t pids) {
     made.ca_pids = pids;
@@ -30,13 +18,6 @@ inline Service with_pids(Service made, std::uint16_t pids) {
 }
 
 inline Service transcoded(Service made, std::uint16_t transcoding = 1) {
-    made.transcoding = transcoding;
-    return made;
-}
-
-inline Clone clone_of(const Service& parent, std::uint16_t transcoding = 0) {
-    Clone made;
-    static_cast<Programme&>(made) = parent;
     made.transcoding = transcoding;
     return made;
 }

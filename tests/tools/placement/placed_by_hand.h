@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "placement/engine_run.h"
+#include "placement/made_services.h"
 
 namespace zarven::tool {
 
@@ -19,27 +20,6 @@ inline Headend two_modules() {
     headend.modules.push_back({"A", 3, true, 2, {10000, 10000}, 8, 1, 2, 1});
     headend.modules.push_back({"B", 3, false, 2, {10000, 10000}, 8, 0, 0, 0});
     return headend;
-}
-
-inline Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 4000) {
-    Service made;
-    made.lcn = lcn;
-    made.name = "S" + std::to_string(lcn);
-    made.output_name = made.name;
-    made.onid = 1;
-    made.tsid = tsid;
-    made.sid = static_cast<std::uint16_t>(100 + lcn);
-    made.osid = made.sid;
-    made.bitrate = bitrate;
-    return made;
-}
-
-inline Clone clone_of(const Service& parent, std::uint16_t transcoding = 0) {
-    Clone made;
-    static_cast<Programme&>(made) = parent;
-    made.output_name = "copy";
-    made.transcoding = transcoding;
-    return made;
 }
 
 /// A loaded engine whose result is empty: the loaded modules, nothing placed, nothing left out.

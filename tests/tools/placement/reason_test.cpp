@@ -156,7 +156,10 @@ TEST_F(Reason, NoModuleCouldEverTakeIt) {
               "that for SD, is 0 everywhere.");
     module("A").HD_MAX_Transcoding = module("B").HD_MAX_Transcoding = 0;
     EXPECT_EQ(reason(2), "No module could ever take it: it needs a transcoder and none has one.");
+    // Each module lacks something else.
     output("A").BitRateMax = 4000;
+    module("A").PIDsModuloMax = 9;
+    module("A").SD_MAX_Transcoding = 1;
     EXPECT_EQ(reason(2),
               "No module could ever take it: not even when empty does one offer the 4000 kbit/s and a "
               "transcoder that it needs.");

@@ -265,22 +265,23 @@ TEST_F(Refusal, WhenEmptyOneModuleIsEnough) {
     output("A").BitRateActual = output("B").BitRateActual = 5000;
     module("A").PIDsModulo = module("B").PIDsModulo = 8;
     module("A").PIDsModuloMax = 7;
-    EXPECT_TRUE(FinalState(run).limits_when_empty(*loaded(0)).empty());
+    EXPECT_EQ(FinalState(run).why_never(*loaded(0)), "");
     output("B").BitRateMax = 9999;
-    EXPECT_EQ(FinalState(run).limits_when_empty(*loaded(0)), (std::set<Limit>{Limit::bitrate, Limit::pids}));
+    EXPECT_EQ(FinalState(run).why_never(*loaded(0)),
+              "not even when empty does one offer the 9999 kbit/s and 8 PIDs that it needs");
 }
 
 TEST_F(Refusal, WhenEmptyTranscodersAreFree) {
     load({1}, {transcoded(service(1, 10))});
     module("A").HD_Transcoding = 2;
-    EXPECT_TRUE(FinalState(run).limits_when_empty(*loaded(0)).empty());
+    EXPECT_EQ(FinalState(run).why_never(*loaded(0)), "");
     module("A").SD_MAX_Transcoding = 0;
-    EXPECT_EQ(FinalState(run).limits_when_empty(*loaded(0)), std::set<Limit>{Limit::transcoders});
+    EXPECT_NE(FinalState(run).why_never(*loaded(0)), "");
 }
 
 TEST_F(Refusal, WhenEmptyAnInputIsNeeded) {
     load({0}, {service(1, 10)});
-    EXPECT_EQ(FinalState(run).limits_when_empty(*loaded(0)), std::set<Limit>{Limit::no_input});
+    EXPECT_EQ(FinalState(run).why_never(*loaded(0)), "none has an input and an output");
 }
 
 TEST_F(Refusal, TheProbeAsksAgainAndAgain) {

@@ -50,6 +50,11 @@ TEST(ResultOf, ARealRun) {
     EXPECT_EQ(result.clones_waiting[0].reason,
               "No AUX transcoder is left on module A, which carries its parent (1 of 1 in use).");
     EXPECT_EQ(first.outputs.at(0).services.at(0).reason, "");
+
+    const Result without_reasons = result_of(run, "Casa", Reasons::omitted);
+    EXPECT_EQ(without_reasons.counts.left_out, 1u);
+    EXPECT_EQ(without_reasons.left_out.at(0).services.at(0).reason, "");
+    EXPECT_EQ(without_reasons.clones_waiting.at(0).reason, "");
 }
 
 TEST_F(ResultOfHand, AnInputAndItsOutputs) {

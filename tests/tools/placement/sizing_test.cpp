@@ -9,25 +9,15 @@
 
 #include "failure_message.h"
 #include "placement/host.h"
+#include "placement/made_services.h"
 
 namespace zarven::tool {
 namespace {
 
-Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 10, std::uint16_t ca_pids = 0,
-                std::uint16_t transcoding = 0) {
-    Service made;
-    made.lcn = lcn;
-    made.name = "S" + std::to_string(lcn);
-    made.output_name = made.name;
-    made.onid = 1;
-    made.tsid = tsid;
-    made.sid = lcn;
-    made.osid = lcn;
-    made.bitrate = bitrate;
-    made.ca_pids = ca_pids;
-    made.ca_pids_max = ca_pids;
-    made.transcoding = transcoding;
-    return made;
+/// A service that leaves room for others on an output of 100 kbit/s.
+Service light(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitrate = 10, std::uint16_t ca_pids = 0,
+              std::uint16_t transcoding = 0) {
+    return service(lcn, tsid, bitrate, ca_pids, transcoding);
 }
 
 /// One input, one output under 100 kbit/s, 4 PIDs.
@@ -56,7 +46,7 @@ std::vector<std::size_t> numbers_tried(const Addition& addition) {
 }
 
 TEST(Sizing, NothingIsNeededWhereAllIsPlaced) {
-    const Sizing sizing = size(one_module({service(1, 10), service(2, 10)}), plain);
+    const Sizing sizing = size(one_module({light(1, 10), light(2, 10)}), plain);
     EXPECT_EQ(sizing.now.placed, 2u);
     EXPECT_EQ(sizing.addition.number, 0u);
     EXPECT_EQ(sizing.addition.at_least, 0u);
@@ -65,7 +55,7 @@ TEST(Sizing, NothingIsNeededWhereAllIsPlaced) {
 }
 
 TEST(Sizing, AModuleForEachStreamWithoutInput) {
-    const Headend headend = one_module({service(1, 10), service(2, 20), service(3, 30), service(4, 40)});
+    const Headend headend = one_module({light(1, 10), light(2, 20), light(3, 30), light(4, 40)});
     const Sizing sizing = size(headend, plain);
     EXPECT_EQ(sizing.now.placed, 1u);
     EXPECT_EQ(sizing.addition.number, 3u);
@@ -78,8 +68,7 @@ TEST(Sizing, AModuleForEachStreamWithoutInput) {
 
 TEST(Sizing, TheSearchGoesUpwardsFromWhatTheBoundAllows) {
     // By the total of bitrate two modules could do: 4 x 49 is under 2 x 99. But each takes only one of 60.
-    Headend headend =
-        one_module({service(1, 10, 60), service(2, 10, 60), service(3, 10, 60), service(4, 10, 1)});
+    Headend headend = one_module({light(1, 10, 60), light(2, 10, 60), light(3, 10, 60), light(4, 10, 1)});
     const Sizing sizing = size(headend, plain);
     EXPECT_EQ(sizing.addition.at_least, 1u);
     EXPECT_EQ(sizing.addition.number, 2u);
@@ -91,7 +80,7 @@ TEST(Sizing, TheSearchGoesUpwardsFromWhatTheBoundAllows) {
 }
 
 TEST(Sizing, UpToTheMost) {
-    const Headend headend = one_module({service(1, 10), service(2, 20), service(3, 30), service(4, 40)});
+    const Headend headend = one_module({light(1, 10), light(2, 20), light(3, 30), light(4, 40)});
     EXPECT_EQ(size(headend, plain, 3).addition.number, 3u);
     const Addition addition = size(headend, plain, 2).addition;
     EXPECT_FALSE(addition.number);
@@ -104,8 +93,7 @@ TEST(Sizing, UpToTheMost) {
 
 TEST(Sizing, WhatRemainsIsToldWhereNoNumberSuffices) {
     // Two services that need the same input at different loads: the second module cannot be reached.
-    Headend headend =
-        one_module({service(1, 10, 60), service(2, 10, 60), service(3, 10, 60), service(4, 10, 1)});
+    Headend headend = one_module({light(1, 10, 60), light(2, 10, 60), light(3, 10, 60), light(4, 10, 1)});
     const Addition addition = size(headend, plain, 1).addition;
     EXPECT_FALSE(addition.number);
     EXPECT_EQ(numbers_tried(addition), std::vector<std::size_t>{1});
@@ -114,32 +102,31 @@ TEST(Sizing, WhatRemainsIsToldWhereNoNumberSuffices) {
 }
 
 TEST(Sizing, TheImpossibleIsNamedAndTheAnswerIsForTheOthers) {
-    const Headend headend =
-        one_module({service(1, 10), service(2, 20), service(3, 20, 100), service(4, 20, 1, 5),
-                    service(5, 20, 1, 0, 1), service(6, 60, 1, 0, 1)});
+    const Headend headend = one_module({light(1, 10), light(2, 20), light(3, 20, 100), light(4, 20, 1, 5),
+                                        light(5, 20, 1, 0, 1), light(6, 60, 1, 0, 1)});
     Module with_transcoder = plain;
     with_transcoder.sd_transcoders = 1;
     const Addition addition = size(headend, with_transcoder).addition;
     EXPECT_EQ(addition.number, 1u);
     ASSERT_EQ(addition.impossible.size(), 3u);
     EXPECT_EQ(addition.impossible[0].lcn, 3);
-    EXPECT_EQ(addition.impossible[0].reason, "its 100 kbit/s are not under the 100 of the largest output");
+    EXPECT_EQ(addition.impossible[0].reason,
+              "its 100 kbit/s must stay below the maximum of an output, and the largest is 100");
     EXPECT_EQ(addition.impossible[1].lcn, 4);
-    EXPECT_EQ(addition.impossible[1].reason, "its 5 PIDs are above the 4 of the largest budget");
+    EXPECT_EQ(addition.impossible[1].reason, "it needs 5 PIDs and the largest budget is 4");
     EXPECT_EQ(addition.impossible[2].lcn, 6);
     EXPECT_EQ(addition.impossible[2].reason,
               "all services of its stream need transcoding, and for such the engine tunes no input");
     ASSERT_EQ(size(headend, plain).addition.impossible.size(), 4u);
-    EXPECT_EQ(size(headend, plain).addition.impossible[2].reason,
-              "it needs a transcoder, and no module has one");
+    EXPECT_EQ(size(headend, plain).addition.impossible[2].reason, "it needs a transcoder and none has one");
 }
 
 TEST(Sizing, TheAnswerDoesNotDependOnTheThreads) {
     std::mt19937 random(5);
     std::vector<Service> services;
     for (std::uint16_t lcn = 1; lcn <= 25; ++lcn)
-        services.push_back(service(lcn, static_cast<std::uint16_t>(random() % 5 + 1),
-                                   static_cast<std::uint32_t>(random() % 40 + 10)));
+        services.push_back(light(lcn, static_cast<std::uint16_t>(random() % 5 + 1),
+                                 static_cast<std::uint32_t>(random() % 40 + 10)));
     const Headend headend = one_module(services);
     const Sizing alone = size(headend, plain, 30, 1);
     ASSERT_TRUE(alone.addition.number);
@@ -160,21 +147,20 @@ std::string only_raise(const Sizing& sizing) {
 }
 
 TEST(Sizing, TheSmallestValueThatPlacesAsMany) {
-    const Sizing pids =
-        size(one_module({service(1, 10, 1, 4), service(2, 10, 1, 4), service(3, 10, 1, 3)}), plain);
+    const Sizing pids = size(one_module({light(1, 10, 1, 4), light(2, 10, 1, 4), light(3, 10, 1, 3)}), plain);
     EXPECT_EQ(only_raise(pids), "modules[0].pids_max=11");
     EXPECT_EQ(pids.raises[0].kind, LimitKind::pids);
     EXPECT_EQ(pids.raises[0].mac, "M");
     EXPECT_EQ(pids.raises[0].from, 4u);
     EXPECT_EQ(pids.raises[0].to, 11u);
     EXPECT_EQ(pids.raises[0].placed, 3u);
-    EXPECT_EQ(only_raise(size(one_module({service(1, 10), service(2, 20), service(3, 30)}), plain)),
+    EXPECT_EQ(only_raise(size(one_module({light(1, 10), light(2, 20), light(3, 30)}), plain)),
               "modules[0].inputs=3");
-    EXPECT_EQ(only_raise(size(one_module({service(1, 10, 200)}), plain)), "modules[0].outputs[0]=201");
+    EXPECT_EQ(only_raise(size(one_module({light(1, 10, 200)}), plain)), "modules[0].outputs[0]=201");
 }
 
 TEST(Sizing, AFurtherOutput) {
-    const Sizing sizing = size(one_module({service(1, 10, 60), service(2, 10, 60)}), plain);
+    const Sizing sizing = size(one_module({light(1, 10, 60), light(2, 10, 60)}), plain);
     ASSERT_EQ(sizing.raises.size(), 2u);
     EXPECT_EQ(sizing.raises[0].setting, "modules[0].outputs[0]=121");
     EXPECT_EQ(sizing.raises[0].output, 1u);
@@ -185,7 +171,7 @@ TEST(Sizing, AFurtherOutput) {
 }
 
 TEST(Sizing, Transcoders) {
-    Headend headend = one_module({service(1, 10), service(2, 10, 1, 0, 1), service(3, 10, 1, 0, 1)});
+    Headend headend = one_module({light(1, 10), light(2, 10, 1, 0, 1), light(3, 10, 1, 0, 1)});
     EXPECT_EQ(only_raise(size(headend, plain)), "modules[0].sd_transcoders=2");
     headend.services[1].video_format = headend.services[2].video_format = 4;
     headend.modules[0].sd_transcoders = 1;
@@ -193,8 +179,8 @@ TEST(Sizing, Transcoders) {
 }
 
 TEST(Sizing, TheModuleOnWhichItHelpsMost) {
-    Headend headend = one_module({service(1, 10, 1, 4), service(2, 10, 1, 4), service(3, 20, 1, 4),
-                                  service(4, 20, 1, 4), service(5, 20, 1, 4)});
+    Headend headend = one_module(
+        {light(1, 10, 1, 4), light(2, 10, 1, 4), light(3, 20, 1, 4), light(4, 20, 1, 4), light(5, 20, 1, 4)});
     headend.modules.push_back(plain);
     headend.modules[1].mac = "N";
     headend.modules[1].controller = false;
@@ -215,12 +201,12 @@ TEST(Sizing, RunsAreCounted) {
         EXPECT_EQ(done, ++calls);
         EXPECT_LE(done, planned);
     };
-    size_headend(one_module({service(1, 10), service(2, 20)}), "f", plain, options);
+    size_headend(one_module({light(1, 10), light(2, 20)}), "f", plain, options);
     EXPECT_GT(calls, 3u);
 }
 
 TEST(Sizing, AHeadendThatCannotRun) {
-    Headend headend = one_module({service(1, 10)});
+    Headend headend = one_module({light(1, 10)});
     headend.modules[0].controller = false;
     EXPECT_NE(failure_message([&] { size(headend, plain); }).find("f: the engine could not run"),
               std::string::npos);

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "report/fitting.h"
+
 namespace zarven::tool {
 namespace {
 
@@ -64,6 +66,25 @@ TEST(BoundText, UnderAtAndAboveTheBound) {
     EXPECT_EQ(verdict(9), "the engine placed 9: at most 1 more");
     EXPECT_EQ(verdict(10), "the engine placed 10: none can do better");
     EXPECT_EQ(verdict(11), "the engine placed 11: its result breaks a limit");
+}
+
+std::string everything(const TextStyle& style) {
+    return bound_text(a_bound(), placed(8, "Casa\xC3\xB1"), style);
+}
+
+TEST(BoundText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(BoundText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+    EXPECT_EQ(everything({false, false, 0}).find("Casan\n"), 0u);
+}
+
+TEST(BoundText, WhatEachLimitAllowsStaysLongest) {
+    const std::string text = everything({false, true, 40});
+    EXPECT_NE(text.find("  Limit                   wanted  allows\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  7  Música\uFFFD  1/1001  it is too large\n"), std::string::npos) << text;
 }
 
 TEST(BoundJson, TheSameFacts) {

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "report/fitting.h"
+
 namespace zarven::tool {
 namespace {
 
@@ -89,6 +91,32 @@ TEST(ComparisonText, WhatIsTheSameIsNotListed) {
     EXPECT_EQ(comparison_text(Comparison(), {"a", "b"}),
               "0 gained, 0 lost, 0 moved, 0 in the same place, 0 left out by both\n\n"
               "Before a: 0 of 0 services placed\nAfter  b: 0 of 0 services placed\n");
+}
+
+std::string everything(const TextStyle& style) {
+    Comparison comparison = a_comparison();
+    comparison.gained[0].service.name = "Música con un nombre muy largo";
+    comparison.moved[0].before[0].mac = "módulo";
+    comparison.inputs_freed[0].mac = "un módulo con una dirección muy larga";
+    return comparison_text(comparison, {"o\x1B.json", "ñ.json"}, style);
+}
+
+TEST(ComparisonText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(ComparisonText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+    EXPECT_NE(everything({false, false, 0}).find("left out -> A in 1 out 1+2\n"), std::string::npos);
+}
+
+TEST(ComparisonText, AChangeGoesBeneathItsServiceOnANarrowTerminal) {
+    const std::string text = comparison_text(a_comparison(), {"a", "b"}, {false, true, 48});
+    EXPECT_NE(text.find("\n  3  Tres        1/1001\n"
+                        "     A in 1 out 1, B no input out 2 → B in 2 out\n"
+                        "     1\n"),
+              std::string::npos)
+        << text;
 }
 
 TEST(ComparisonJson, TheSameFacts) {

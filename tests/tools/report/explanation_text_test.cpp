@@ -6,6 +6,7 @@
 
 #include "base/streams.h"
 #include "report/explanation_fixture.h"
+#include "report/fitting.h"
 
 namespace zarven::tool {
 namespace {
@@ -54,6 +55,42 @@ TEST(ExplanationText, ACloneAndAnOddTranscoding) {
     explanation.transcoding = 7;
     EXPECT_EQ(explanation_text(explanation),
               "LCN 5 \"Uno\" · stream 1/2 · clone of SID 105 · transcoding 7\n  Why.\n");
+}
+
+std::string everything(const TextStyle& style) {
+    Explanation explanation = explanation_with_everything();
+    explanation.unlisted = 12;
+    return explanation_text(explanation, style);
+}
+
+TEST(ExplanationText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(ExplanationText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+    EXPECT_EQ(everything({false, false, 0}).find("LCN 12 \"???? Musica?\" - stream 1/1002 - 8000 kbit/s"),
+              0u);
+}
+
+TEST(ExplanationText, TheAnswerStaysWhereFiguresAreLeftAway) {
+    Explanation explanation = plain();
+    explanation.modules = {answer_with_room("M")};
+    const std::string above = "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n  Why.\n";
+    EXPECT_EQ(explanation_text(explanation, {false, true, 76}),
+              above + "    Module  Answer    Inputs       Output               kbit/s         PIDs\n"
+                      "    M       has room  1 of 2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 74}),
+              above + "    Module  Answer    Inputs                    kbit/s         PIDs\n"
+                      "    M       has room  1 of 2 free  200 + 4000 of 38000  3 + 0 of 15\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 60}),
+              above + "    Module  Answer                 kbit/s         PIDs\n"
+                      "    M       has room  200 + 4000 of 38000  3 + 0 of 15\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 42}),
+              above + "    Module  Answer                 kbit/s\n"
+                      "    M       has room  200 + 4000 of 38000\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 40}), above + "    Module  Answer\n"
+                                                                        "    M       has room\n");
 }
 
 } // namespace

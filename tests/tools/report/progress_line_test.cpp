@@ -18,9 +18,10 @@ protected:
 
     void show(const TextStyle& style) {
         line.reset();
-        line = std::make_unique<ProgressLine>(ProgressLine::Means{
-            style, [this] { return left; }, [this](std::string_view text) { written.emplace_back(text); },
-            [this] { return now; }});
+        line = std::make_unique<ProgressLine>(
+            DrawnLine::Means{style, [this](std::string_view text) { written.emplace_back(text); },
+                             [this] { return now; }},
+            [this] { return left; });
     }
 
     /// What was written since the last time.
@@ -32,7 +33,7 @@ protected:
         return text;
     }
 
-    ProgressLine::Clock::time_point now{};
+    DrawnLine::Clock::time_point now{};
     std::size_t left = 82;
     std::vector<std::string> written;
     std::unique_ptr<ProgressLine> line;

@@ -2,7 +2,6 @@
 
 #include "report/report_text.h"
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 
 #include "base/streams.h"
 #include "base/utf8.h"
+#include "report/fitting.h"
 #include "report/report_fixture.h"
 
 namespace zarven::tool {
@@ -35,14 +35,6 @@ TEST(TextReport, OnANarrowerTerminalWithoutUtf8) {
               read_text(RECALCULO_TOOL_TESTS "/report/report_narrow_in_ascii.txt"));
 }
 
-std::vector<std::string> lines_of(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 /// Everything, with names in many scripts.
 Result result_with_names() {
     Result result = result_with_everything();
@@ -62,10 +54,11 @@ Result result_with_names() {
 TEST(TextReport, NoLineIsLongerThanTheTerminal) {
     Result result = result_with_names();
     result.left_out[0].services[0].reason = "No input is tuned to stream 1/1002 and none is free.";
-    for (const bool is_utf8 : {true, false})
-        for (int width = 1; width <= 130; ++width)
-            for (const std::string& line : lines_of(text_report(result, {false, is_utf8, width})))
-                ASSERT_LE(display_width(line), width) << line;
+    expect_to_fit([&](const TextStyle& style) { return text_report(result, style); });
+}
+
+TEST(TextReport, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters([](const TextStyle& style) { return text_report(result_with_names(), style); });
 }
 
 TEST(TextReport, NamesInAnyScriptKeepTheColumns) {

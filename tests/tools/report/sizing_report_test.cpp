@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "report/fitting.h"
+
 namespace zarven::tool {
 namespace {
 
@@ -98,7 +100,7 @@ TEST(SizingText, WhatRemains) {
     sizing.addition.remaining = {service(9, "")};
     sizing.addition.remaining[0].is_transcoded = true;
     EXPECT_NE(sizing_text(sizing).find("Left out by the best of these: 1 service\n"
-                                       "      9  S9  1/1001         5200 kbit/s   2 PIDs  transcoded\n"),
+                                       "      9  S9  1/1001         5200 kbit/s  2 CA PIDs, transcoded\n"),
               std::string::npos)
         << sizing_text(sizing);
 }
@@ -109,6 +111,33 @@ TEST(SizingText, RaisesAreToldWhereSomethingIsLeftOutOnly) {
     EXPECT_NE(sizing_text(sizing).find("  None that alone lets the engine place more.\n"), std::string::npos);
     sizing.now.placed = 20;
     EXPECT_EQ(sizing_text(sizing).find("One limit"), std::string::npos);
+}
+
+std::string everything(const TextStyle& style) {
+    Sizing sizing = a_sizing();
+    sizing.addition.remaining = {service(9, "")};
+    sizing.addition.remaining[0].name = "Música con un nombre muy largo";
+    sizing.addition.remaining[0].is_transcoded = true;
+    sizing.raises[0].mac = "módulo";
+    return sizing_text(sizing, style);
+}
+
+TEST(SizingText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(SizingText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+}
+
+TEST(SizingText, ASettingStaysInOnePiece) {
+    const std::string text = sizing_text(a_sizing(), {false, true, 80});
+    EXPECT_NE(text.find("  2 more  bitrate of output 2 from 38000 to 40001  B\n"
+                        "          --set 'modules[1].outputs[1]=40001'\n"
+                        "  1 more  one more output of 38000 kbit/s          B\n"
+                        "          --set 'modules[1].outputs=[38000, 38000, 38000]'\n"),
+              std::string::npos)
+        << text;
 }
 
 TEST(SizingJson, TheSameFacts) {

@@ -3,12 +3,11 @@
 #include "report/strategies_text.h"
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "base/utf8.h"
+#include "report/fitting.h"
 #include "report/strategies_fixture.h"
 
 namespace zarven::tool {
@@ -86,11 +85,8 @@ TEST(StrategiesText, TenServicesAtMost) {
 }
 
 TEST(StrategiesText, NoLineIsLongerThanTheTerminal) {
-    for (int width = 1; width <= 100; ++width) {
-        std::istringstream text(strategies_text(strategies_with_everything(), {false, true, width}));
-        for (std::string line; std::getline(text, line);)
-            ASSERT_LE(display_width(line), width) << line;
-    }
+    expect_to_fit(
+        [](const TextStyle& style) { return strategies_text(strategies_with_everything(), style); });
 }
 
 TEST(StrategiesText, InAsciiTheMarkIsAnAsterisk) {

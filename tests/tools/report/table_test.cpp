@@ -133,5 +133,9 @@ TEST(Table, ColourTakesNoColumns) {
     EXPECT_EQ(table.lines(row), "\x1B[31m123…\x1B[0m  abc\n");
 }
 
+TEST(Table, WithoutHeadingsHasNoLineForThem) {
+    EXPECT_EQ(table_text({Column(), Column()}, {{"a", "b"}, {"cd", "e"}}, 2, {}), "  a   b\n  cd  e\n");
+}
+
 } // namespace
 } // namespace zarven::tool

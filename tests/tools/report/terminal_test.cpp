@@ -117,5 +117,13 @@ TEST(Paragraph, BeginsAtTheEdgeOfANarrowTerminal) {
     EXPECT_EQ(paragraph(23, 4), "one two three four five\nsix\n");
 }
 
+TEST(Heading, OfPartsAndOfAHeadend) {
+    EXPECT_EQ(joined({"a", "b", "c"}, {}), "a · b · c");
+    EXPECT_EQ(joined({"a", "b"}, {false, false, 0}), "a - b");
+    EXPECT_EQ(title_text("", {}), "");
+    EXPECT_EQ(title_text("Casa\x1B", {}), "Casa\uFFFD\n\n");
+    EXPECT_EQ(title_text("Casa", {true, true, 0}), "\x1B[1mCasa\x1B[0m\n\n");
+}
+
 } // namespace
 } // namespace zarven::tool

@@ -6,6 +6,7 @@
 
 #include "base/streams.h"
 #include "commands/headend_input.h"
+#include "commands/style_input.h"
 #include "placement/bound.h"
 #include "placement/host.h"
 #include "report/bound_report.h"
@@ -16,6 +17,7 @@ namespace {
 
 struct BoundOptions {
     HeadendInput headend;
+    StyleInput style;
     bool json = false;
 };
 
@@ -26,8 +28,9 @@ void bound_command(const BoundOptions& options) {
     EngineRun run = load_engine(headend, file);
     const Bound bound = bound_of(run, capacities_of(run));
     run_engine(run, file);
-    const Result result = result_of(run, headend.name);
-    write_text(standard_stream, options.json ? bound_json(bound, result) : bound_text(bound, result));
+    const Result result = result_of(run, headend.name, Reasons::omitted);
+    write_text(standard_stream,
+               options.json ? bound_json(bound, result) : bound_text(bound, result, style_of(options.style)));
 }
 
 } // namespace
@@ -38,6 +41,7 @@ void add_bound(CLI::App& app) {
         app.add_subcommand("bound", "Tell how many services any arrangement of a head-end could place");
     add_headend_input(*bound, options->headend);
     bound->add_flag("--json", options->json, "Report as JSON");
+    add_style_input(*bound, options->style);
     bound->callback([options] { bound_command(*options); });
 }
 

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/report_output.h"
+#include "commands/style_input.h"
 #include "headend/headend_json.h"
 #include "headend/json_text.h"
 #include "placement/comparison.h"
@@ -24,6 +25,7 @@ struct CompareOptions {
     std::string before;
     std::string after;
     ReportOutput output;
+    StyleInput style;
 };
 
 /// Every result has a summary, and no head-end does.
@@ -55,7 +57,8 @@ void compare_command(const CompareOptions& options) {
     write_reports(
         options.output, [&] { return comparison_page(comparison, files); },
         [&] {
-            return options.output.json ? comparison_json(comparison) : comparison_text(comparison, files);
+            return options.output.json ? comparison_json(comparison)
+                                       : comparison_text(comparison, files, style_of(options.style));
         });
 }
 
@@ -70,6 +73,7 @@ void add_compare(CLI::App& app) {
     add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
     add_side("AFTER", options->after, "What to compare it with, of either kind");
     add_report_output(*compare, options->output, "comparison");
+    add_style_input(*compare, options->style);
     compare->callback([options] { compare_command(*options); });
 }
 

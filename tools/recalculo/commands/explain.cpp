@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "base/streams.h"
-#include "headend/headend_json.h"
+#include "commands/headend_input.h"
+#include "commands/style_input.h"
 #include "placement/engine_run.h"
 #include "placement/explanation.h"
 #include "placement/host.h"
@@ -22,10 +23,11 @@ namespace zarven::tool {
 namespace {
 
 struct ExplainOptions {
-    std::string headend;
+    HeadendInput headend;
     /// Empty for all that are left out.
     std::vector<std::string> services;
     bool json = false;
+    StyleInput style;
 };
 
 /// The services asked for, each once.
@@ -44,12 +46,12 @@ void write(const std::string& text) {
 }
 
 /// Writes explanations one at a time, because all together may not fit into memory.
-void tell_as_text(Explainer& explainer, const Services& services) {
+void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
     if (services.empty())
-        write("No service is left out.\n");
+        write(paragraph_text("No service is left out.", 0, Paint::none, style));
     const char* before = "";
     for (const auto& service : services) {
-        write(before + explanation_text(explainer.explain(service)));
+        write(before + explanation_text(explainer.explain(service), style));
         before = "\n";
     }
 }
@@ -68,8 +70,8 @@ void explain_command(const ExplainOptions& options) {
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));
-    const std::string file = input_name(options.headend);
-    const Headend headend = read_headend(file, read_text(options.headend));
+    const std::string file = input_name(options.headend.path);
+    const Headend headend = read_input(options.headend);
 
     // No log: the engine is asked much that is no part of a run.
     const host::Log silence("");
@@ -82,7 +84,7 @@ void explain_command(const ExplainOptions& options) {
     if (options.json)
         tell_as_json(explainer, services, headend.name);
     else
-        tell_as_text(explainer, services);
+        tell_as_text(explainer, services, style_of(options.style));
 }
 
 } // namespace
@@ -91,9 +93,7 @@ void add_explain(CLI::App& app) {
     const auto options = std::make_shared<ExplainOptions>();
     CLI::App* explain =
         app.add_subcommand("explain", "Tell why services are left out, and what each module answers");
-    explain->add_option("HEADEND", options->headend, "The head-end, a JSON file; - for standard input")
-        ->type_name("")
-        ->required();
+    add_headend_input(*explain, options->headend);
     explain
         ->add_option("--service", options->services,
                      "A service by its LCN, also LCN@ONID/TSID; may be given several times. Without it, all "
@@ -101,6 +101,7 @@ void add_explain(CLI::App& app) {
         ->type_name("KEY")
         ->allow_extra_args(false);
     explain->add_flag("--json", options->json, "Answer as JSON");
+    add_style_input(*explain, options->style);
     explain->callback([options] { explain_command(*options); });
 }
 

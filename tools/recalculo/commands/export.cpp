@@ -8,11 +8,13 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/streams.h"
 #include "lineup/channels_conf.h"
 #include "report/channel_export.h"
 #include "report/report_csv.h"
 #include "report/result_reader.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -36,8 +38,8 @@ void tell(const std::string& file, const ChannelExport& exported) {
     add(exported.left_out, "left out");
     add(exported.without_lcn, "with LCN 0");
     add(exported.clones, "that are clones");
-    fmt::print(stderr, "{}: {} channel{} written, {} of them renamed; not written: {}\n", file,
-               exported.channels.size(), exported.channels.size() == 1 ? "" : "s", exported.renamed,
+    fmt::print(stderr, "{}: {} written, {} of them renamed; not written: {}\n", shown_as_message(file),
+               counted(exported.channels.size(), "channel"), exported.renamed,
                parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", ")));
 }
 

@@ -37,7 +37,8 @@ std::size_t number_of_streams(const std::vector<Service>& services) {
     return streams.size();
 }
 
-void tell(const std::string& file, const ImportedChannels& imported) {
+void tell(const std::string& path, const ImportedChannels& imported) {
+    const std::string file = shown_as_message(path);
     for (const UnreadableLine& line : imported.unreadable)
         fmt::print(stderr, "{}: line {}: {}\n", file, line.line, shown_as_message(line.reason));
     fmt::print(stderr, "{}: {} in {} imported: {} SD, {} HD, {} radio; {} of them scrambled; {} left aside\n",
@@ -61,7 +62,7 @@ void tell_estimates(const std::string& file, const Lineup& lineup, const Importe
     if (imported.without_pids != 0)
         estimates.push_back(
             fmt::format("CA PIDs of {} by kind", counted(imported.without_pids, "scrambled service")));
-    fmt::print(stderr, "{}: read as {}; estimated: {}\n", file, to_string(lineup.format),
+    fmt::print(stderr, "{}: read as {}; estimated: {}\n", shown_as_message(file), to_string(lineup.format),
                fmt::join(estimates, ", "));
 }
 

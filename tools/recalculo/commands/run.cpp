@@ -11,6 +11,7 @@
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/report_output.h"
+#include "commands/style_input.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
@@ -29,12 +30,11 @@ namespace {
 struct RunOptions {
     HeadendInput headend;
     ReportOutput output;
+    StyleInput style;
     bool pauses = false;
     bool strategies = false;
     /// Empty for no log.
     std::string log;
-    /// One of `colour_choices`.
-    std::string colour = "auto";
 };
 
 /// Runs the engine, with a line of progress on a terminal.
@@ -43,7 +43,7 @@ void run_watched(EngineRun& run, const std::string& file, const std::string& log
     std::optional<ProgressLine> line;
     // A log on standard error tells more, and two cannot write there.
     if (can_redraw(surroundings) && log != standard_stream)
-        line.emplace(means_of_standard_error(surroundings, [&run] { return services_left(run.engine); }));
+        line.emplace(means_of_standard_error(surroundings), [&run] { return services_left(run.engine); });
     const host::Watching watching(line ? &*line : nullptr);
     run_engine(run, file);
 }
@@ -64,8 +64,7 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
     return strategies_of(headend, file);
 }
 
-std::string text_of(const Result& result, const Strategies* strategies, const std::string& colour) {
-    const TextStyle style = style_for(surroundings_of(STDOUT_FILENO), colour_choice(colour));
+std::string text_of(const Result& result, const Strategies* strategies, const TextStyle& style) {
     return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
            text_report(result, style);
 }
@@ -84,7 +83,7 @@ void run_command(const RunOptions& options) {
         options.output, [&] { return html_page(result); },
         [&] {
             return options.output.json ? json_report(result, strategies)
-                                       : text_of(result, strategies, options.colour);
+                                       : text_of(result, strategies, style_of(options.style));
         });
 }
 
@@ -101,9 +100,7 @@ void add_run(CLI::App& app) {
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
         ->type_name("FILE");
-    run->add_option("--color", options->colour, "Colour the report: auto (on a terminal), always or never")
-        ->check(CLI::IsMember(colour_choices()).description(""))
-        ->type_name("WHEN");
+    add_style_input(*run, options->style);
     run->callback([options] { run_command(*options); });
 }
 

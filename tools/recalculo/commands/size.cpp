@@ -2,8 +2,9 @@
 
 #include "commands/size.h"
 
-#include <cstdio>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include <unistd.h>
 
@@ -13,9 +14,11 @@
 #include "base/streams.h"
 #include "base/workers.h"
 #include "commands/headend_input.h"
+#include "commands/style_input.h"
 #include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/sizing.h"
+#include "report/progress_line.h"
 #include "report/sizing_report.h"
 
 namespace zarven::tool {
@@ -28,23 +31,7 @@ struct SizeOptions {
     std::size_t most = SizingOptions().most;
     unsigned jobs = cores();
     bool json = false;
-};
-
-/// One line on standard error, written over and over, and wiped out at the end. Nothing where nobody watches.
-class ProgressLine {
-public:
-    ~ProgressLine() {
-        if (is_terminal_)
-            fmt::print(stderr, "\r\033[K");
-    }
-
-    void tell(std::size_t done, std::size_t planned) const {
-        if (is_terminal_)
-            fmt::print(stderr, "\r\033[K{} of {} runs", done, planned);
-    }
-
-private:
-    bool is_terminal_ = isatty(STDERR_FILENO) == 1;
+    StyleInput style;
 };
 
 Sizing size_input(const SizeOptions& options) {
@@ -54,11 +41,17 @@ Sizing size_input(const SizeOptions& options) {
     // What the engine refuses of the module is told under its own name.
     load_engine(with_modules({}, kind, 1), input_name(options.add));
 
-    const ProgressLine line;
+    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
+    std::optional<DrawnLine> line;
+    if (can_redraw(surroundings))
+        line.emplace(means_of_standard_error(surroundings));
     SizingOptions sizing;
     sizing.most = options.most;
     sizing.jobs = options.jobs;
-    sizing.progress = [&line](std::size_t done, std::size_t planned) { line.tell(done, planned); };
+    sizing.progress = [&line](std::size_t done, std::size_t planned) {
+        if (line)
+            line->draw([&] { return std::vector{fmt::format("{} of {} runs", done, planned)}; });
+    };
     return size_headend(headend, input_name(options.headend.path), kind, sizing);
 }
 
@@ -66,7 +59,8 @@ void size_command(const SizeOptions& options) {
     if (options.headend.path == standard_stream && options.add == standard_stream)
         throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
     const Sizing sizing = size_input(options);
-    write_text(standard_stream, options.json ? sizing_json(sizing) : sizing_text(sizing));
+    write_text(standard_stream,
+               options.json ? sizing_json(sizing) : sizing_text(sizing, style_of(options.style)));
 }
 
 } // namespace
@@ -87,6 +81,7 @@ void add_size(CLI::App& app) {
         ->type_name("N")
         ->check(CLI::Range(1, 256));
     size->add_flag("--json", options->json, "Report as JSON");
+    add_style_input(*size, options->style);
     size->callback([options] { size_command(*options); });
 }
 

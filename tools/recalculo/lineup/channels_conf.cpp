@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "lineup/text_lines.h"
 
 namespace zarven::tool {
@@ -88,8 +89,8 @@ bool read_scrambled(std::string_view text) {
 Channel read_channel(std::string_view line) {
     const std::vector<std::string_view> fields = split(line, ":");
     if (fields.size() != field_count)
-        throw BadLine(fmt::format("found {} field{}, expected {} with colons between them", fields.size(),
-                                  fields.size() == 1 ? "" : "s", field_count));
+        throw BadLine(fmt::format("found {}, expected {} with colons between them",
+                                  counted(fields.size(), "field"), field_count));
     Channel channel;
     channel.name = read_name(fields[0]);
     channel.frequency = read_frequency("Frequency", fields[1]);

@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "placement/stream.h"
 
 namespace zarven::tool {
@@ -34,17 +35,8 @@ ServiceSet on_outputs(const tRec_Modulo& module) {
     return set;
 }
 
-bool same(Stream a, Stream b) {
-    return a.onid == b.onid && a.tsid == b.tsid;
-}
-
 Stream stream_of(const tRec_Servicio& service) {
     return {service.ONID, service.TSID};
-}
-
-/// The end of a noun after a number.
-const char* plural(std::size_t number) {
-    return number == 1 ? "" : "s";
 }
 
 /// An input or an output on which a service stands.
@@ -142,7 +134,7 @@ void PlaceAudit::visit(const tRec_Modulo& module) {
             Whereabouts& where = whereabouts_[service.get()];
             note(where.inputs, module.MAC, input.NumEntrada);
             const Stream tuned{input.ONID, input.TSID};
-            if (where.inputs.back().times == 1 && !same(tuned, stream_of(*service)))
+            if (where.inputs.back().times == 1 && !(tuned == stream_of(*service)))
                 where.foreign_inputs.emplace_back(where.inputs.back(), tuned);
         }
     for (const auto& [number, output] : module.mapSalidas)
@@ -220,7 +212,7 @@ void PlaceAudit::examine_left_out(const tRec_Servicio& service, const Whereabout
     if (where.left_out.size() > 1)
         find(service, fmt::format("left out {} times", where.left_out.size()));
     for (const Stream stream : where.left_out)
-        if (!same(stream, stream_of(service)))
+        if (!(stream == stream_of(service)))
             find(service, fmt::format("left out under stream {}", to_string(stream)));
 }
 
@@ -229,7 +221,7 @@ Places PlaceAudit::outputs_of_parent(const tRec_Servicio& clone) const {
     Places outputs;
     for (const auto& service : run_.engine.listaServicios) {
         const auto found = whereabouts_.find(service.get());
-        if (service->OSID == clone.Parent_SID && same(stream_of(*service), stream_of(clone)) &&
+        if (service->OSID == clone.Parent_SID && stream_of(*service) == stream_of(clone) &&
             found != whereabouts_.end())
             outputs.insert(outputs.end(), found->second.outputs.begin(), found->second.outputs.end());
     }
@@ -298,20 +290,20 @@ void ModuleAudit::examine(const tRec_Salida& output) {
         find("the services on output {} need {} kbit/s, they must stay below {}", output.NumSalida, bitrate,
              output.BitRateMax);
     if (output.NumServicios != services)
-        find("the engine counts {} service{} on output {}, it carries {} of {}", output.NumServicios,
-             plural(output.NumServicios), output.NumSalida, services, output.NumServiciosMax);
+        find("the engine counts {} on output {}, it carries {} of {}",
+             counted(output.NumServicios, "service"), output.NumSalida, services, output.NumServiciosMax);
     if (services > output.NumServiciosMax)
-        find("output {} carries {} service{}, it may carry {}", output.NumSalida, services, plural(services),
+        find("output {} carries {}, it may carry {}", output.NumSalida, counted(services, "service"),
              output.NumServiciosMax);
 }
 
 void ModuleAudit::examine_pids() {
     const std::uint32_t needed = pids_needed(module_);
     if (module_.PIDsModulo != needed)
-        find("the engine counts {} PID{} in use, its services need {} of {}", module_.PIDsModulo,
-             plural(module_.PIDsModulo), needed, module_.PIDsModuloMax);
+        find("the engine counts {} in use, its services need {} of {}", counted(module_.PIDsModulo, "PID"),
+             needed, module_.PIDsModuloMax);
     if (needed > module_.PIDsModuloMax)
-        find("its services need {} PID{}, it may use {}", needed, plural(needed), module_.PIDsModuloMax);
+        find("its services need {}, it may use {}", counted(needed, "PID"), module_.PIDsModuloMax);
 }
 
 Transcoders ModuleAudit::transcoders_needed() const {
@@ -327,22 +319,21 @@ Transcoders ModuleAudit::transcoders_needed() const {
 
 void ModuleAudit::examine_transcoders() {
     const Transcoders needed = transcoders_needed();
-    const auto compare = [this](const char* kind, unsigned counted, const char* whose, std::size_t need) {
-        if (counted != need)
-            find("the engine counts {} {} transcoder{} in use, its {} need {}", counted, kind,
-                 plural(counted), whose, need);
+    const auto compare = [this](const char* kind, unsigned count, const char* whose, std::size_t need) {
+        if (count != need)
+            find("the engine counts {} in use, its {} need {}", counted(count, kind), whose, need);
     };
-    compare("SD", module_.SD_Transcoding, "services", needed.sd);
-    compare("HD", module_.HD_Transcoding, "services", needed.hd);
-    compare("AUX", module_.AUX_Transcoding, "clones", needed.aux);
+    compare("SD transcoder", module_.SD_Transcoding, "services", needed.sd);
+    compare("HD transcoder", module_.HD_Transcoding, "services", needed.hd);
+    compare("AUX transcoder", module_.AUX_Transcoding, "clones", needed.aux);
 
     const unsigned limit = needed.hd != 0 ? module_.HD_MAX_Transcoding : module_.SD_MAX_Transcoding;
     if (needed.sd + needed.hd > limit)
-        find("its services need {} transcoder{} ({} SD, {} HD), it may use {}{}", needed.sd + needed.hd,
-             plural(needed.sd + needed.hd), needed.sd, needed.hd, limit,
+        find("its services need {} ({} SD, {} HD), it may use {}{}",
+             counted(needed.sd + needed.hd, "transcoder"), needed.sd, needed.hd, limit,
              needed.hd != 0 ? " with HD among them" : "");
     if (needed.aux > module_.AUX_MAX_Transcoding)
-        find("its clones need {} AUX transcoder{}, it may use {}", needed.aux, plural(needed.aux),
+        find("its clones need {}, it may use {}", counted(needed.aux, "AUX transcoder"),
              module_.AUX_MAX_Transcoding);
 }
 

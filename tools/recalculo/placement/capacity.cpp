@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
+
 namespace zarven::tool {
 
 namespace {
@@ -25,19 +27,53 @@ std::uint32_t largest_output(const ModuleCapacity& module) {
     return largest;
 }
 
+/// What the service asks of a module, for the case that no single limit tells it.
+std::string needs_of(const tRec_Servicio& service) {
+    std::vector<std::string> others;
+    if (service.number_PIDs_CA != 0)
+        others.push_back(counted(service.number_PIDs_CA, "PID"));
+    if (service.Transcoding == 1)
+        others.emplace_back("a transcoder");
+    std::string text = fmt::format("{} kbit/s", service.peakBitRate);
+    for (const std::string& need : others)
+        text += (&need == &others.back() ? " and " : ", ") + need;
+    return text;
+}
+
+/// The most of each kind that any module has, of those with an input and an output.
+ModuleCapacity most_of(const std::vector<ModuleCapacity>& modules) {
+    ModuleCapacity most;
+    OutputCapacity output;
+    for (const ModuleCapacity& module : modules) {
+        if (module.inputs == 0 || module.outputs.empty())
+            continue;
+        most.inputs = std::max(most.inputs, module.inputs);
+        output.bitrate_max = std::max(output.bitrate_max, largest_output(module));
+        most.pids_max = std::max(most.pids_max, module.pids_max);
+        most.transcoders = std::max(most.transcoders, module.transcoders);
+        most.hd_transcoders = std::max(most.hd_transcoders, module.hd_transcoders);
+    }
+    most.outputs = {output};
+    return most;
+}
+
 } // namespace
+
+ModuleCapacity capacity_of(const tRec_Modulo& module) {
+    ModuleCapacity capacity;
+    capacity.inputs = module.mapEntradas.size();
+    for (const auto& [number, output] : module.mapSalidas)
+        capacity.outputs.push_back({output.BitRateMax, output.NumServiciosMax});
+    capacity.pids_max = module.PIDsModuloMax;
+    capacity.transcoders = transcoders_of(module);
+    capacity.hd_transcoders = module.HD_MAX_Transcoding;
+    return capacity;
+}
 
 std::vector<ModuleCapacity> capacities_of(const EngineRun& loaded) {
     std::vector<ModuleCapacity> all;
-    for (const auto& [mac, module] : loaded.engine.Mapa_ModulosCabecera_Inicial) {
-        ModuleCapacity capacity;
-        capacity.inputs = module.mapEntradas.size();
-        for (const auto& [number, output] : module.mapSalidas)
-            capacity.outputs.push_back({output.BitRateMax, output.NumServiciosMax});
-        capacity.pids_max = module.PIDsModuloMax;
-        capacity.transcoders = transcoders_of(module);
-        all.push_back(std::move(capacity));
-    }
+    for (const auto& [mac, module] : loaded.engine.Mapa_ModulosCabecera_Inicial)
+        all.push_back(capacity_of(module));
     return all;
 }
 
@@ -47,29 +83,24 @@ bool could_take(const ModuleCapacity& module, const tRec_Servicio& service) {
 }
 
 std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, const tRec_Servicio& service) {
-    std::uint32_t bitrate = 0;
-    std::uint32_t pids = 0;
-    std::uint32_t transcoders = 0;
-    for (const ModuleCapacity& module : modules) {
-        if (could_take(module, service))
-            return "";
-        if (module.inputs == 0)
-            continue;
-        bitrate = std::max(bitrate, largest_output(module));
-        pids = std::max(pids, module.pids_max);
-        transcoders = std::max(transcoders, module.transcoders);
-    }
-    if (bitrate == 0)
-        return "no module has an input and an output";
-    if (service.peakBitRate >= bitrate)
-        return fmt::format("its {} kbit/s are not under the {} of the largest output", service.peakBitRate,
-                           bitrate);
-    if (service.number_PIDs_CA > pids)
-        return fmt::format("its {} PIDs are above the {} of the largest budget", service.number_PIDs_CA,
-                           pids);
-    if (service.Transcoding == 1 && transcoders == 0)
-        return "it needs a transcoder, and no module has one";
-    return "no module has the output, the PIDs and the transcoder for it at once";
+    const auto takes = [&service](const ModuleCapacity& module) { return could_take(module, service); };
+    if (std::any_of(modules.begin(), modules.end(), takes))
+        return "";
+    const ModuleCapacity most = most_of(modules);
+    const std::uint32_t bitrate_max = most.outputs.front().bitrate_max;
+    if (most.inputs == 0)
+        return "none has an input and an output";
+    if (service.peakBitRate >= bitrate_max)
+        return fmt::format("its {} kbit/s must stay below the maximum of an output, and the largest is {}",
+                           service.peakBitRate, bitrate_max);
+    if (service.number_PIDs_CA > most.pids_max)
+        return fmt::format("it needs {} and the largest budget is {}", counted(service.number_PIDs_CA, "PID"),
+                           most.pids_max);
+    if (service.Transcoding == 1 && most.hd_transcoders == 0 && most.transcoders == 0)
+        return "it needs a transcoder and none has one";
+    if (service.Transcoding == 1 && most.transcoders == 0)
+        return "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere";
+    return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
 }
 
 } // namespace zarven::tool

@@ -25,7 +25,11 @@ struct ModuleCapacity {
     std::uint32_t pids_max = 0;
     /// The most services that can be transcoded at once.
     std::uint32_t transcoders = 0;
+    /// The limit once there is an HD service among them.
+    std::uint32_t hd_transcoders = 0;
 };
+
+ModuleCapacity capacity_of(const tRec_Modulo& module);
 
 /// The modules by MAC, as the engine fills them.
 std::vector<ModuleCapacity> capacities_of(const EngineRun& loaded);
@@ -33,7 +37,7 @@ std::vector<ModuleCapacity> capacities_of(const EngineRun& loaded);
 /// The module could carry the service if it were empty.
 bool could_take(const ModuleCapacity& module, const tRec_Servicio& service);
 
-/// Why none of the modules could carry the service, as a clause; empty if one could.
+/// Why none of the modules could carry the service even if they were empty, as a clause; empty if one could.
 std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, const tRec_Servicio& service);
 
 } // namespace zarven::tool

@@ -11,10 +11,6 @@
 
 namespace zarven::tool {
 
-static bool operator==(Stream one, Stream other) {
-    return one.onid == other.onid && one.tsid == other.tsid;
-}
-
 static bool operator<(const Place& one, const Place& other) {
     return std::tie(one.mac, one.input, one.outputs) < std::tie(other.mac, other.input, other.outputs);
 }

@@ -20,42 +20,6 @@ std::string stream_of(const tRec_Servicio& service) {
     return "stream " + to_string({service.ONID, service.TSID});
 }
 
-/// What the service asks of a module, for the case that no single limit tells it.
-std::string needs_of(const tRec_Servicio& service) {
-    std::vector<std::string> others;
-    if (service.number_PIDs_CA != 0)
-        others.push_back(counted(service.number_PIDs_CA, "PID"));
-    if (service.Transcoding == 1)
-        others.emplace_back("a transcoder");
-    std::string text = fmt::format("{} kbit/s", service.peakBitRate);
-    for (const std::string& need : others)
-        text += (&need == &others.back() ? " and " : ", ") + need;
-    return text;
-}
-
-std::string why_never(const FinalState& state, const tRec_Servicio& service, std::set<Limit> limits) {
-    const Largest& largest = state.largest();
-    if (largest.modules == 0)
-        return "none has an input and an output";
-    // The others tell more.
-    limits.erase(Limit::no_input);
-    limits.erase(Limit::no_output);
-    if (limits.size() > 1)
-        return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
-    switch (*limits.begin()) {
-    case Limit::bitrate:
-        return fmt::format("its {} kbit/s must stay below the maximum of an output, and the largest is {}",
-                           service.peakBitRate, largest.bitrate_max);
-    case Limit::pids:
-        return fmt::format("it needs {} and the largest budget is {}", counted(service.number_PIDs_CA, "PID"),
-                           largest.pids_max);
-    default:
-        if (largest.hd_transcoders_max == 0)
-            return "it needs a transcoder and none has one";
-        return "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere";
-    }
-}
-
 /// What a module is short of; the sentence begins with the module.
 std::string shortage(const ModuleRefusal& refusal, const tRec_Servicio& service) {
     const Room& room = refusal.room;
@@ -121,9 +85,9 @@ std::string Sentence::text() const {
     const std::string places = places_of(refusals_);
     if (!places.empty())
         return fmt::format("It is on {} all the same: the engine has placed it and left it out.", places);
-    const std::set<Limit> limits = state_.limits_when_empty(service_);
-    if (!limits.empty())
-        return fmt::format("No module could ever take it: {}.", why_never(state_, service_, limits));
+    const std::string never = state_.why_never(service_);
+    if (!never.empty())
+        return fmt::format("No module could ever take it: {}.", never);
     const auto unused = std::find_if(refusals_.begin(), refusals_.end(),
                                      [](const auto& refusal) { return refusal.limit == Limit::none; });
     if (unused != refusals_.end())

@@ -69,22 +69,9 @@ FinalState::FinalState(const EngineRun& run) {
             for (const auto& [key, service] : output.MapaServicios)
                 carried_on_[service.get()].emplace_back(modules_.size(), number);
         modules_.push_back(state_of(module));
-        empty_modules_.push_back(emptied(modules_.back()));
+        capacities_.push_back(capacity_of(module));
     }
-    note_largest();
     note_chosen_streams(run.engine.Mapa_ONIDs_Final);
-}
-
-void FinalState::note_largest() {
-    for (const ModuleState& module : modules_) {
-        if (module.inputs.empty() || module.outputs.empty())
-            continue;
-        ++largest_.modules;
-        for (const OutputState& output : module.outputs)
-            largest_.bitrate_max = std::max(largest_.bitrate_max, output.bitrate_max);
-        largest_.pids_max = std::max(largest_.pids_max, module.pids_max);
-        largest_.hd_transcoders_max = std::max(largest_.hd_transcoders_max, module.hd_transcoders_max);
-    }
 }
 
 FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
@@ -103,15 +90,6 @@ FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
         state.outputs.push_back(
             {number, output.BitRateActual, output.BitRateMax, output.NumServicios, output.NumServiciosMax});
     return state;
-}
-
-FinalState::ModuleState FinalState::emptied(ModuleState module) {
-    for (InputState& input : module.inputs)
-        input = {input.number, {}, true};
-    for (OutputState& output : module.outputs)
-        output.bitrate = output.services = 0;
-    module.pids = module.sd_transcoders = module.hd_transcoders = 0;
-    return module;
 }
 
 // The tool loads modules of model 3 only; with such a module the engine never fills inputs by services with
@@ -209,15 +187,8 @@ std::vector<ModuleRefusal> FinalState::refusals_of(const tRec_Servicio& service)
     return refusals;
 }
 
-std::set<Limit> FinalState::limits_when_empty(const tRec_Servicio& service) const {
-    std::set<Limit> limits;
-    for (const ModuleState& module : empty_modules_) {
-        const Limit limit = module.inputs.empty() ? Limit::no_input : room_for(module, service).limit;
-        if (limit == Limit::none)
-            return {};
-        limits.insert(limit);
-    }
-    return limits;
+std::string FinalState::why_never(const tRec_Servicio& service) const {
+    return why_none_could_take(capacities_, service);
 }
 
 EngineProbe::EngineProbe(const tRec_Modulo& module) : module_(module) {

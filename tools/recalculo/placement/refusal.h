@@ -9,11 +9,13 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "placement/capacity.h"
 #include "placement/engine_run.h"
 
 namespace zarven::tool {
@@ -85,14 +87,6 @@ struct ModuleRefusal {
     bool has_input() const { return !inputs_receiving.empty() || !inputs_free.empty(); }
 };
 
-/// The most that any module has, of those with an input and an output.
-struct Largest {
-    std::size_t modules = 0;
-    std::uint32_t bitrate_max = 0;
-    std::uint16_t pids_max = 0;
-    std::uint16_t hd_transcoders_max = 0;
-};
-
 /// The modules as the run has left them. Refers to the engine.
 class FinalState {
 public:
@@ -100,9 +94,8 @@ public:
 
     /// One answer for each module, in their order.
     std::vector<ModuleRefusal> refusals_of(const tRec_Servicio& service) const;
-    /// What stops it where nothing is placed yet, over all modules; empty if some module would take it then.
-    std::set<Limit> limits_when_empty(const tRec_Servicio& service) const;
-    const Largest& largest() const { return largest_; }
+    /// Why no module would take it even where nothing is placed yet, as a clause; empty if one would.
+    std::string why_never(const tRec_Servicio& service) const;
     /// The engine would tune a free input to the stream of the service, were it left out.
     bool chooses_stream_of(const tRec_Servicio& service) const;
 
@@ -136,16 +129,14 @@ private:
     };
 
     static ModuleState state_of(const tRec_Modulo& module);
-    static ModuleState emptied(ModuleState module);
     static void judge_outputs(const ModuleState& module, const tRec_Servicio& service, Room& room);
     static Room room_for(const ModuleState& module, const tRec_Servicio& service);
     ModuleRefusal refusal_of(const ModuleState& module, const tRec_Servicio& service) const;
-    void note_largest();
     void note_chosen_streams(const tMapaONIDs& left_out);
 
     std::vector<ModuleState> modules_;
-    std::vector<ModuleState> empty_modules_;
-    Largest largest_;
+    /// The same modules when they are empty.
+    std::vector<ModuleCapacity> capacities_;
     /// Index of the module and number of the output, for each service on one.
     std::unordered_map<const tRec_Servicio*, std::vector<std::pair<std::size_t, std::uint32_t>>> carried_on_;
     /// The streams with a service that the engine chooses streams for.

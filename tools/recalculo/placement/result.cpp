@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "placement/audit.h"
@@ -38,13 +39,13 @@ using ServiceSet = std::set<const tRec_Servicio*>;
 /// Walks the engine once and gathers the result.
 class Gathering {
 public:
-    explicit Gathering(const EngineRun& run) : run_(run) {
+    Gathering(const EngineRun& run, Reasons reasons) : run_(run) {
         for (const auto& clone : run.clones)
             clones_.insert(clone.get());
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
             result_.modules.push_back(gather(module));
-        gather_left_out();
-        gather_clones_waiting();
+        gather_left_out(reasons);
+        gather_clones_waiting(reasons);
         count();
         result_.warnings = audit(run);
     }
@@ -59,8 +60,8 @@ private:
     InputResult gather(const tRec_Entrada& input, const OutputsOf& outputs_of);
     OutputResult gather(const tRec_Salida& output, const OutputsOf& outputs_of);
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
-    void gather_left_out();
-    void gather_clones_waiting();
+    void gather_left_out(Reasons reasons);
+    void gather_clones_waiting(Reasons reasons);
     void count();
 
     const EngineRun& run_;
@@ -135,25 +136,29 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
     return result;
 }
 
-void Gathering::gather_left_out() {
-    const FinalState state(run_);
+void Gathering::gather_left_out(Reasons reasons) {
+    std::optional<FinalState> state;
+    if (reasons == Reasons::told)
+        state.emplace(run_);
     for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
                 left_out_.insert(service.get());
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
-                result.services.back().reason = reason_left_out(state, *service);
+                if (state)
+                    result.services.back().reason = reason_left_out(*state, *service);
             }
             if (!result.services.empty())
                 result_.left_out.push_back(std::move(result));
         }
 }
 
-void Gathering::gather_clones_waiting() {
+void Gathering::gather_clones_waiting(Reasons reasons) {
     for (const auto& clone : run_.engine.listaServiciosClonados) {
         result_.clones_waiting.push_back(describe(*clone, true));
-        result_.clones_waiting.back().reason = reason_waiting(run_.engine, *clone);
+        if (reasons == Reasons::told)
+            result_.clones_waiting.back().reason = reason_waiting(run_.engine, *clone);
     }
 }
 
@@ -174,8 +179,8 @@ ServiceKey key_of(const ServiceResult& service) {
     return {service.lcn, service.stream.onid, service.stream.tsid, service.sid, service.is_clone};
 }
 
-Result result_of(const EngineRun& run, const std::string& headend_name) {
-    Result result = Gathering(run).result();
+Result result_of(const EngineRun& run, const std::string& headend_name, Reasons reasons) {
+    Result result = Gathering(run, reasons).result();
     result.name = headend_name;
     return result;
 }

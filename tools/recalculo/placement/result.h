@@ -112,8 +112,11 @@ using ServiceKey = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::
 
 ServiceKey key_of(const ServiceResult& service);
 
+/// Whether a result tells why services are left out. It takes long where many are.
+enum class Reasons { told, omitted };
+
 /// Reads the result off an engine that has run.
-Result result_of(const EngineRun& run, const std::string& headend_name);
+Result result_of(const EngineRun& run, const std::string& headend_name, Reasons reasons = Reasons::told);
 
 } // namespace zarven::tool
 

@@ -35,7 +35,7 @@ public:
     Result run(const Headend& headend) {
         EngineRun run = load_engine(headend, file_);
         run_engine(run, file_);
-        Result result = result_of(run, headend.name);
+        Result result = result_of(run, headend.name, Reasons::omitted);
         const std::lock_guard<std::mutex> one_at_a_time(mutex_);
         ++done_;
         planned_ = std::max(planned_, done_);

@@ -40,7 +40,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     const EngineRun& run = trial.run;
     run_strategy(trial.run, index);
 
-    const Result result = result_of(run, "");
+    const Result result = result_of(run, "", Reasons::omitted);
     trial.is_placed = placement_of(run.engine);
     Strategy& strategy = trial.strategy;
     strategy.name = names[index];

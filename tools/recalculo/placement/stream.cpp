@@ -4,6 +4,10 @@
 
 namespace zarven::tool {
 
+bool operator==(Stream one, Stream other) {
+    return one.onid == other.onid && one.tsid == other.tsid;
+}
+
 std::string to_string(Stream stream) {
     return fmt::format("{}/{}", stream.onid, stream.tsid);
 }

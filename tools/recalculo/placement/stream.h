@@ -13,6 +13,8 @@ struct Stream {
     std::uint16_t tsid = 0;
 };
 
+bool operator==(Stream one, Stream other);
+
 /// ONID/TSID.
 std::string to_string(Stream stream);
 

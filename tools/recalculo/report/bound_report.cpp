@@ -2,14 +2,14 @@
 
 #include "report/bound_report.h"
 
-#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "base/utf8.h"
+#include "base/counted.h"
 #include "report/service_list.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
@@ -39,21 +39,40 @@ std::string verdict(const Bound& bound, std::size_t placed) {
     return fmt::format("at most {} more", bound.most - placed);
 }
 
+Column figures(const std::string& heading, int least, int dispensable) {
+    Column column;
+    column.heading = heading;
+    column.align = Align::right;
+    column.least = least;
+    column.dispensable = dispensable;
+    return column;
+}
+
+std::string table_of_limits(const Bound& bound, const TextStyle& style) {
+    Column name;
+    name.heading = "Limit";
+    name.least = 28;
+    name.narrowest = 17;
+    std::vector<Row> rows;
+    for (const NamedLimit& named : limits_of(bound))
+        rows.push_back({named.name, std::to_string(named.limit.capacity), std::to_string(named.limit.wanted),
+                        std::to_string(named.limit.allows)});
+    rows.push_back({"All together", "", "", std::to_string(bound.most)});
+    return table_text({name, figures("there is", 10, 2), figures("wanted", 10, 1), figures("allows", 8, 0)},
+                      rows, 2, style);
+}
+
 } // namespace
 
-std::string bound_text(const Bound& bound, const Result& result) {
+std::string bound_text(const Bound& bound, const Result& result, const TextStyle& style) {
     const std::size_t placed = result.counts.placed;
-    std::string text = result.name.empty() ? "" : printable(result.name) + "\n\n";
-    const auto out = std::back_inserter(text);
-    fmt::format_to(out, "{} loaded: no arrangement places more than {}, the engine placed {}: {}\n\n",
-                   services_counted(bound.loaded), bound.most, placed, verdict(bound, placed));
-    fmt::format_to(out, "  {:<28}{:>12}{:>12}{:>10}\n", "Limit", "there is", "wanted", "allows");
-    for (const NamedLimit& named : limits_of(bound))
-        fmt::format_to(out, "  {:<28}{:>12}{:>12}{:>10}\n", named.name, named.limit.capacity,
-                       named.limit.wanted, named.limit.allows);
-    fmt::format_to(out, "  {:<52}{:>10}\n", "All together", bound.most);
+    const std::string sentence =
+        fmt::format("{} loaded: no arrangement places more than {}, the engine placed {}: {}",
+                    counted(bound.loaded, "service"), bound.most, placed, verdict(bound, placed));
+    std::string text = title_text(result.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
+                       "\n" + table_of_limits(bound, style);
     if (!bound.impossible.empty())
-        text += "\n" + services_with_reasons("No module can take", bound.impossible);
+        text += "\n" + services_with_reasons("No module can take", bound.impossible, style);
     return text;
 }
 

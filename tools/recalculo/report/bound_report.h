@@ -6,11 +6,13 @@
 #include <string>
 
 #include "placement/bound.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
-/// A sentence, a table of the limits, and the services that no module can take.
-std::string bound_text(const Bound& bound, const Result& result);
+/// A sentence, a table of the limits, and the services that no module can take; by default as for a file, in
+/// UTF-8.
+std::string bound_text(const Bound& bound, const Result& result, const TextStyle& style = {});
 
 /// The same facts as indented JSON, described in docs/tool.md.
 std::string bound_json(const Bound& bound, const Result& result);

@@ -1,38 +1,49 @@
-// Groups without entries are left out; names share one column in all of them.
+// Groups without entries are left out; the services of all groups share their columns.
 
 #include "report/comparison_text.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
 
-#include "base/utf8.h"
+#include "base/counted.h"
 #include "report/service_list.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
 namespace {
 
-std::string place_text(const Place& place) {
+constexpr int indent = 2;
+
+std::string place_text(const Place& place, const TextStyle& style) {
     const std::string input = place.input == 0 ? "no input" : fmt::format("in {}", place.input);
-    return fmt::format("{} {} out {}", printable(place.mac), input, fmt::join(place.outputs, "+"));
+    return fmt::format("{} {} out {}", shown(place.mac, style), input, fmt::join(place.outputs, "+"));
 }
 
-std::string places_text(const std::vector<Place>& places, bool is_there) {
+std::string places_text(const std::vector<Place>& places, bool is_there, const TextStyle& style) {
     if (!is_there)
         return "not there";
     if (places.empty())
         return "left out";
     std::vector<std::string> texts;
     for (const Place& place : places)
-        texts.push_back(place_text(place));
+        texts.push_back(place_text(place, style));
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
 std::string stream_text(bool is_tuned, Stream stream) {
     return is_tuned ? to_string(stream) : "free";
+}
+
+std::string change_text(const std::string& before, const std::string& after, const TextStyle& style) {
+    return fmt::format("{} {} {}", before, symbols_of(style).arrow, after);
+}
+
+std::vector<Column> columns_of_services() {
+    Column change;
+    change.wrapped_at = 30;
+    return with_identity({change});
 }
 
 std::string limit_text(const TightLimit& limit) {
@@ -50,17 +61,18 @@ std::string limit_text(const TightLimit& limit) {
 
 class ComparisonText {
 public:
-    ComparisonText(const Comparison& comparison, const ComparedFiles& files)
-        : comparison_(comparison), files_(files) {
+    ComparisonText(const Comparison& comparison, const ComparedFiles& files, const TextStyle& style)
+        : comparison_(comparison), files_(files), style_(style) {
         for (const auto* changes : {&comparison.gained, &comparison.lost, &comparison.moved})
             for (const ServiceChange& change : *changes)
-                name_width_ = std::max(name_width_, name_width({change.service}));
+                services_.measure(row_of(change));
+        services_.fit();
     }
 
     std::string text() && {
         write_summary();
         write("Gained", comparison_.gained);
-        write("Lost", comparison_.lost);
+        write("Lost", comparison_.lost, Paint::red);
         write("Moved", comparison_.moved);
         write("Modules gone", comparison_.modules_gone);
         write("Modules new", comparison_.modules_new);
@@ -74,57 +86,81 @@ public:
 
 private:
     void write_summary();
+    void write_side(const char* which, const std::string& file, const std::string& name,
+                    const Counts& counts);
+    void paragraph(const std::string& text, Paint paint = Paint::none) {
+        text_ += paragraph_text(text, 0, paint, style_);
+    }
 
-    template <class Entry> void write(const char* title, const std::vector<Entry>& entries) {
+    template <class Entry>
+    void write(const char* title, const std::vector<Entry>& entries, Paint paint = Paint::bold) {
         if (entries.empty())
             return;
-        text_ += fmt::format("\n{}: {}\n", title, entries.size());
+        text_ += '\n';
+        paragraph(fmt::format("{}: {}", title, entries.size()), paint);
+        write_rows(entries);
+    }
+
+    void write_rows(const std::vector<ServiceChange>& changes) {
+        for (const ServiceChange& change : changes)
+            text_ += services_.lines(row_of(change));
+    }
+
+    /// Other entries: what it is about, then what there is to say of it.
+    template <class Entry> void write_rows(const std::vector<Entry>& entries) {
+        Column facts;
+        facts.wrapped_at = 16;
+        std::vector<Row> rows;
         for (const Entry& entry : entries)
-            text_ += "  " + line(entry) + "\n";
+            rows.push_back(row_of(entry));
+        text_ += table_text({Column(), facts}, rows, indent, style_);
     }
 
-    std::string line(const ServiceChange& change) const {
-        return fmt::format("{}  {} → {}", identity_columns(change.service, name_width_),
-                           places_text(change.before, change.is_in_before),
-                           places_text(change.after, change.is_in_after));
+    Row row_of(const ServiceChange& change) const {
+        return with_identity(change.service,
+                             {change_text(places_text(change.before, change.is_in_before, style_),
+                                          places_text(change.after, change.is_in_after, style_), style_)},
+                             style_);
     }
 
-    static std::string line(const std::string& mac) { return printable(mac); }
+    Row row_of(const std::string& mac) const { return {shown(mac, style_)}; }
 
-    static std::string line(const InputChange& change) {
-        return fmt::format("{} in {}  {} → {}", printable(change.mac), change.number,
-                           stream_text(change.was_tuned, change.before),
-                           stream_text(change.is_tuned, change.after));
+    Row row_of(const InputChange& change) const {
+        return {fmt::format("{} in {}", shown(change.mac, style_), change.number),
+                change_text(stream_text(change.was_tuned, change.before),
+                            stream_text(change.is_tuned, change.after), style_)};
     }
 
-    static std::string line(const TightLimit& limit) {
-        return fmt::format("{}  {}", printable(limit.mac), limit_text(limit));
-    }
+    Row row_of(const TightLimit& limit) const { return {shown(limit.mac, style_), limit_text(limit)}; }
 
     const Comparison& comparison_;
     const ComparedFiles& files_;
-    int name_width_ = 0;
+    const TextStyle style_;
+    Table services_{columns_of_services(), indent, style_};
     std::string text_;
 };
 
+void ComparisonText::write_side(const char* which, const std::string& file, const std::string& name,
+                                const Counts& counts) {
+    paragraph(fmt::format("{} {}{}: {} of {} placed", which, shown(file, style_),
+                          name.empty() ? "" : fmt::format(" ({})", shown(name, style_)), counts.placed,
+                          counted(counts.loaded, "service")));
+}
+
 void ComparisonText::write_summary() {
-    const auto side = [this](const char* which, const std::string& file, const std::string& name,
-                             const Counts& counts) {
-        text_ += fmt::format("{} {}{}: {} of {} placed\n", which, printable(file),
-                             name.empty() ? "" : fmt::format(" ({})", printable(name)), counts.placed,
-                             services_counted(counts.loaded));
-    };
-    text_ += fmt::format("{} gained, {} lost, {} moved, {} in the same place, {} left out by both\n\n",
-                         comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
-                         comparison_.unmoved, comparison_.never_placed);
-    side("Before", files_.before, comparison_.name_before, comparison_.before);
-    side("After ", files_.after, comparison_.name_after, comparison_.after);
+    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place, {} left out by both",
+                          comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
+                          comparison_.unmoved, comparison_.never_placed));
+    text_ += '\n';
+    write_side("Before", files_.before, comparison_.name_before, comparison_.before);
+    write_side("After ", files_.after, comparison_.name_after, comparison_.after);
 }
 
 } // namespace
 
-std::string comparison_text(const Comparison& comparison, const ComparedFiles& files) {
-    return ComparisonText(comparison, files).text();
+std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,
+                            const TextStyle& style) {
+    return ComparisonText(comparison, files, style).text();
 }
 
 } // namespace zarven::tool

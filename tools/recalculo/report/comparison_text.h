@@ -7,6 +7,7 @@
 #include <string>
 
 #include "placement/comparison.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -16,7 +17,9 @@ struct ComparedFiles {
     std::string after;
 };
 
-std::string comparison_text(const Comparison& comparison, const ComparedFiles& files);
+/// By default as for a file, in UTF-8.
+std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,
+                            const TextStyle& style = {});
 
 } // namespace zarven::tool
 

@@ -1,43 +1,43 @@
-// A table is made of its cells and measured when it is whole. Its figures are shown as "in use + needed of
-// most", so that a planner can follow the test.
+// Its figures are shown as "in use + needed of most", so that a planner can follow the test. What the answer
+// says anyway is left away first where there is no room for all.
 
 #include "report/explanation_text.h"
 
-#include <algorithm>
-#include <array>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "base/counted.h"
-#include "base/utf8.h"
+#include "report/service_marks.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
 namespace {
 
-constexpr std::size_t columns = 7;
-using Row = std::array<std::string, columns>;
-/// Text leans to the left and figures to the right.
-constexpr std::array<bool, columns> is_figure = {false, false, false, true, true, true, true};
-constexpr const char* nothing = "–";
+constexpr int indent = 2;
+constexpr int table_indent = 4;
 
-std::string heading(const Explanation& explanation) {
+/// A transcoding that the engine does not count is no mark of the service, but to be seen.
+std::vector<std::string> marks_with_transcoding(ServiceResult service, std::uint16_t transcoding) {
+    service.is_transcoded = transcoding == 1;
+    std::vector<std::string> marks = marks_of(service);
+    if (transcoding > 1)
+        marks.push_back(fmt::format("transcoding {}", transcoding));
+    return marks;
+}
+
+std::string heading(const Explanation& explanation, const TextStyle& style) {
     const ServiceResult& service = explanation.service;
-    std::vector<std::string> facts = {fmt::format("LCN {} \"{}\"", service.lcn, printable(service.name)),
+    std::vector<std::string> facts = {fmt::format("LCN {} \"{}\"", service.lcn, shown(service.name, style)),
                                       "stream " + to_string(service.stream)};
-    if (service.is_clone)
-        facts.push_back(fmt::format("clone of SID {}", service.parent_sid));
-    else
+    // A clone costs nothing.
+    if (!service.is_clone)
         facts.push_back(fmt::format("{} kbit/s", service.bitrate));
-    if (service.ca_pids != 0)
-        facts.push_back(counted(service.ca_pids, "CA PID"));
-    if (service.is_hd)
-        facts.emplace_back("HD");
-    if (explanation.transcoding == 1)
-        facts.emplace_back("transcoded");
-    else if (explanation.transcoding != 0)
-        facts.push_back(fmt::format("transcoding {}", explanation.transcoding));
-    return fmt::format("{}", fmt::join(facts, " · "));
+    for (std::string& mark : marks_with_transcoding(service, explanation.transcoding))
+        facts.push_back(std::move(mark));
+    return joined(facts, style);
 }
 
 std::string verdict_of_limit(const ModuleRefusal& refusal, const ServiceResult& service) {
@@ -80,62 +80,74 @@ std::string inputs(const ModuleRefusal& refusal) {
     return fmt::format("{} of {} free", refusal.inputs_free.size(), refusal.inputs);
 }
 
-Row row_of(const ModuleAnswer& answer, const Explanation& explanation) {
+std::vector<Column> columns() {
+    Column mac;
+    mac.heading = "Module";
+    Column answer;
+    answer.heading = "Answer";
+    const auto further = [](const char* heading, int dispensable, Align align) {
+        Column column;
+        column.heading = heading;
+        column.align = align;
+        column.dispensable = dispensable;
+        return column;
+    };
+    return {mac,
+            answer,
+            further("Inputs", 4, Align::left),
+            further("Output", 5, Align::right),
+            further("kbit/s", 1, Align::right),
+            further("PIDs", 2, Align::right),
+            further("Transcoders", 3, Align::right)};
+}
+
+Row row_of(const ModuleAnswer& answer, const Explanation& explanation, const TextStyle& style) {
     const ModuleRefusal& refusal = answer.refusal;
     const Room& room = refusal.room;
-    Row row = {printable(refusal.mac), verdict(answer, explanation.service), inputs(refusal)};
+    Row row = {shown(refusal.mac, style), verdict(answer, explanation.service), inputs(refusal)};
     if (!refusal.carried_on.empty())
         return row;
     if (room.outputs_full < room.outputs) {
-        row[3] = fmt::format("{}", room.output.number);
-        row[4] = fmt::format("{} + {} of {}", room.output.bitrate, explanation.service.bitrate,
-                             room.output.bitrate_max);
+        row.emplace_back(std::to_string(room.output.number));
+        row.emplace_back(fmt::format("{} + {} of {}", room.output.bitrate, explanation.service.bitrate,
+                                     room.output.bitrate_max));
     } else {
-        row[3] = row[4] = nothing;
+        row.insert(row.end(), 2, Cell(std::string(symbols_of(style).dash)));
     }
-    row[5] = fmt::format("{} + {} of {}", room.pids_used, explanation.service.ca_pids, room.pids_max);
+    row.emplace_back(
+        fmt::format("{} + {} of {}", room.pids_used, explanation.service.ca_pids, room.pids_max));
     if (explanation.transcoding == 1)
-        row[6] = fmt::format("{} + 1 of {}", room.transcoders_used, room.transcoders_max);
+        row.emplace_back(fmt::format("{} + 1 of {}", room.transcoders_used, room.transcoders_max));
     return row;
 }
 
-std::string cell(const std::string& text, int width, bool leans_right) {
-    const std::string blanks = pad_right("", width - display_width(text));
-    return leans_right ? blanks + text : text + blanks;
+std::string table(const Explanation& explanation, const TextStyle& style) {
+    std::vector<Column> shown_columns = columns();
+    if (explanation.transcoding != 1)
+        shown_columns.pop_back();
+    std::vector<Row> rows;
+    for (const ModuleAnswer& answer : explanation.modules)
+        rows.push_back(row_of(answer, explanation, style));
+    return table_text(std::move(shown_columns), rows, table_indent, style);
 }
 
-std::string table(const Explanation& explanation) {
-    std::vector<Row> rows = {{"Module", "Answer", "Inputs", "Output", "kbit/s", "PIDs", "Transcoders"}};
-    if (explanation.transcoding != 1)
-        rows.front()[6].clear();
-    for (const ModuleAnswer& answer : explanation.modules)
-        rows.push_back(row_of(answer, explanation));
-    std::array<int, columns> widths{};
-    for (const Row& row : rows)
-        for (std::size_t column = 0; column < columns; ++column)
-            widths[column] = std::max(widths[column], display_width(row[column]));
-    std::string text;
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t column = 0; column < columns; ++column)
-            line += "  " + cell(row[column], widths[column], is_figure[column]);
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += "  " + line + "\n";
-    }
-    return text;
+std::string unlisted_text(const Explanation& explanation, const TextStyle& style) {
+    const std::string modules =
+        counted(explanation.unlisted, explanation.modules.empty() ? "module" : "other module");
+    return paragraph_text(
+        fmt::format("{} {} no input free", modules, explanation.unlisted == 1 ? "has" : "have"), table_indent,
+        Paint::none, style);
 }
 
 } // namespace
 
-std::string explanation_text(const Explanation& explanation) {
-    std::string text = fmt::format("{}\n  {}\n", heading(explanation), printable(explanation.sentence));
+std::string explanation_text(const Explanation& explanation, const TextStyle& style) {
+    std::string text = paragraph_text(heading(explanation, style), 0, Paint::bold, style) +
+                       paragraph_text(shown(explanation.sentence, style), indent, Paint::none, style);
     if (!explanation.modules.empty())
-        text += table(explanation);
+        text += table(explanation, style);
     if (explanation.unlisted != 0)
-        text += fmt::format(
-            "    {} no input free\n",
-            counted(explanation.unlisted, explanation.modules.empty() ? "module" : "other module") +
-                (explanation.unlisted == 1 ? " has" : " have"));
+        text += unlisted_text(explanation, style);
     return text;
 }
 

@@ -6,11 +6,12 @@
 #include <string>
 
 #include "placement/explanation.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
-/// The explanation in lines of UTF-8.
-std::string explanation_text(const Explanation& explanation);
+/// By default as for a file, in UTF-8.
+std::string explanation_text(const Explanation& explanation, const TextStyle& style = {});
 
 } // namespace zarven::tool
 

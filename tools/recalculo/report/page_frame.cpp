@@ -12,6 +12,7 @@
 
 #include "base/utf8.h"
 #include "report/page_files.h"
+#include "report/service_marks.h"
 
 namespace zarven::tool {
 
@@ -103,16 +104,8 @@ data text_or_nothing(const std::string& text) {
 
 list tags_of(const ServiceResult& service) {
     list tags;
-    if (service.is_clone)
-        tags.emplace_back(fmt::format("clone of SID {}", service.parent_sid));
-    if (service.is_hd)
-        tags.emplace_back("HD");
-    if (service.is_scrambled)
-        tags.emplace_back("scrambled");
-    if (service.ca_pids != 0)
-        tags.emplace_back(counted(service.ca_pids, "CA PID", "CA PIDs"));
-    if (service.is_transcoded)
-        tags.emplace_back("transcoded");
+    for (const std::string& mark : marks_of(service))
+        tags.emplace_back(mark);
     return tags;
 }
 

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "base/counted.h"
 #include "base/interruption.h"
 #include "base/utf8.h"
 
@@ -25,27 +26,27 @@ void write_to_standard_error(std::string_view text) {
 
 } // namespace
 
-ProgressLine::ProgressLine(Means means)
-    : means_(std::move(means)), start_(means_.now()), due_(start_ + patience) {}
+DrawnLine::DrawnLine(Means means) : means_(std::move(means)), start_(means_.now()), due_(start_ + patience) {}
 
-ProgressLine::~ProgressLine() {
+DrawnLine::~DrawnLine() {
     if (drawn_.empty())
         return;
     means_.write(erase);
     interruption::line_is_drawn(false);
 }
 
-void ProgressLine::hear(std::string_view line) {
-    take_note(progress_, line);
-    wait();
-}
-
-void ProgressLine::wait() {
+void DrawnLine::draw(const std::function<std::vector<std::string>()>& parts) {
     const Clock::time_point now = means_.now();
     if (now < due_)
         return;
     due_ = now + interval;
-    std::string line = text(now);
+    std::vector<std::string> all = parts();
+    all.push_back(
+        fmt::format("{} s", std::chrono::duration_cast<std::chrono::seconds>(now - start_).count()));
+    std::string line = joined(all, means_.style);
+    // A terminal may go to the next line once the last column is taken.
+    if (means_.style.width != 0)
+        line = shortened(line, means_.style.width - 1, symbols_of(means_.style).ellipsis);
     if (line == drawn_)
         return;
     interruption::line_is_drawn(true);
@@ -53,23 +54,28 @@ void ProgressLine::wait() {
     drawn_ = std::move(line);
 }
 
-std::string ProgressLine::text(Clock::time_point now) const {
-    const Symbols& symbols = symbols_of(means_.style);
-    std::string words = to_string(progress_);
-    if (is_placing(progress_)) {
-        const std::size_t left = means_.services_left();
-        words += fmt::format(" {} {} {} left", symbols.dot, left, left == 1 ? "service" : "services");
-    }
-    words += fmt::format(" {} {} s", symbols.dot,
-                         std::chrono::duration_cast<std::chrono::seconds>(now - start_).count());
-    // A terminal may go to the next line once the last column is taken.
-    return means_.style.width == 0 ? words : shortened(words, means_.style.width - 1, symbols.ellipsis);
+DrawnLine::Means means_of_standard_error(const Surroundings& surroundings) {
+    return {style_for(surroundings, ColourChoice::never), write_to_standard_error,
+            [] { return DrawnLine::Clock::now(); }};
 }
 
-ProgressLine::Means means_of_standard_error(const Surroundings& surroundings,
-                                            std::function<std::size_t()> services_left) {
-    return {style_for(surroundings, ColourChoice::never), std::move(services_left), write_to_standard_error,
-            [] { return ProgressLine::Clock::now(); }};
+ProgressLine::ProgressLine(DrawnLine::Means means, std::function<std::size_t()> services_left)
+    : line_(std::move(means)), services_left_(std::move(services_left)) {}
+
+void ProgressLine::hear(std::string_view line) {
+    take_note(progress_, line);
+    wait();
+}
+
+void ProgressLine::wait() {
+    line_.draw([this] { return parts(); });
+}
+
+std::vector<std::string> ProgressLine::parts() const {
+    std::vector<std::string> parts = {to_string(progress_)};
+    if (is_placing(progress_))
+        parts.push_back(counted(services_left_(), "service") + " left");
+    return parts;
 }
 
 } // namespace zarven::tool

@@ -1,5 +1,5 @@
-// One line on a terminal that tells how far the engine is, drawn over itself and erased in the end. A run
-// that is over in half a second shows none.
+// One line on a terminal that tells how far the work is, drawn over itself and erased in the end. Work that
+// is done in half a second shows none.
 
 #ifndef RECALCULO_PROGRESS_LINE_H
 #define RECALCULO_PROGRESS_LINE_H
@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "placement/host.h"
 #include "placement/progress.h"
@@ -16,32 +17,29 @@
 
 namespace zarven::tool {
 
-class ProgressLine : public host::Watcher {
+/// Draws the line, not before half a second has gone by and ten times a second at most.
+class DrawnLine {
 public:
     using Clock = std::chrono::steady_clock;
 
     /// What the line needs of the world.
     struct Means {
         TextStyle style;
-        std::function<std::size_t()> services_left;
         std::function<void(std::string_view)> write;
         std::function<Clock::time_point()> now;
     };
 
-    explicit ProgressLine(Means means);
+    explicit DrawnLine(Means means);
     /// Erases the line.
-    ~ProgressLine() override;
-    ProgressLine(const ProgressLine&) = delete;
-    ProgressLine& operator=(const ProgressLine&) = delete;
+    ~DrawnLine();
+    DrawnLine(const DrawnLine&) = delete;
+    DrawnLine& operator=(const DrawnLine&) = delete;
 
-    void hear(std::string_view line) override;
-    void wait() override;
+    /// If it is time for it, draws the parts and the seconds gone by.
+    void draw(const std::function<std::vector<std::string>()>& parts);
 
 private:
-    std::string text(Clock::time_point now) const;
-
     Means means_;
-    Progress progress_;
     Clock::time_point start_;
     Clock::time_point due_;
     /// Empty as long as nothing is.
@@ -49,8 +47,23 @@ private:
 };
 
 /// A line on standard error.
-ProgressLine::Means means_of_standard_error(const Surroundings& surroundings,
-                                            std::function<std::size_t()> services_left);
+DrawnLine::Means means_of_standard_error(const Surroundings& surroundings);
+
+/// Tells of one run of the engine.
+class ProgressLine : public host::Watcher {
+public:
+    ProgressLine(DrawnLine::Means means, std::function<std::size_t()> services_left);
+
+    void hear(std::string_view line) override;
+    void wait() override;
+
+private:
+    std::vector<std::string> parts() const;
+
+    DrawnLine line_;
+    std::function<std::size_t()> services_left_;
+    Progress progress_;
+};
 
 } // namespace zarven::tool
 

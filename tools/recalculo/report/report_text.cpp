@@ -12,6 +12,7 @@
 
 #include "base/counted.h"
 #include "base/utf8.h"
+#include "report/service_marks.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -64,23 +65,12 @@ std::vector<Column> output_columns() {
     return {number, bar, load, percentage, services};
 }
 
-/// What sets a service apart from a free SD programme.
-std::string marks_of(const ServiceResult& service, const TextStyle& style) {
-    std::string marks;
-    const auto add = [&marks](const std::string& mark) { marks += (marks.empty() ? "" : ", ") + mark; };
-    if (service.is_clone)
-        add(fmt::format("clone of SID {}", service.parent_sid));
-    if (service.is_hd)
-        add("HD");
-    if (service.is_scrambled)
-        add("scrambled");
-    if (service.ca_pids != 0)
-        add(counted(service.ca_pids, "CA PID"));
-    if (service.is_transcoded)
-        add("transcoded");
+/// The marks with the name that viewers see, if that is another.
+std::string marks_text(const ServiceResult& service, const TextStyle& style) {
+    std::vector<std::string> marks = marks_of(service);
     if (service.output_name != service.name)
-        add(fmt::format("sent as \"{}\"", shown(service.output_name, style)));
-    return marks;
+        marks.push_back(fmt::format("sent as \"{}\"", shown(service.output_name, style)));
+    return fmt::format("{}", fmt::join(marks, ", "));
 }
 
 Cell outputs_of(const ServiceResult& service, const TextStyle& style) {
@@ -91,7 +81,7 @@ Cell outputs_of(const ServiceResult& service, const TextStyle& style) {
 
 Row row_of(const ServiceResult& service, const Cell& place, const TextStyle& style) {
     return {std::to_string(service.lcn), shown(service.name, style),
-            fmt::format("{} kbit/s", service.bitrate), place, marks_of(service, style)};
+            fmt::format("{} kbit/s", service.bitrate), place, marks_text(service, style)};
 }
 
 /// A bar that is empty only for nothing and full only for all.
@@ -156,10 +146,7 @@ public:
     }
 
     std::string text() && {
-        if (!result_.name.empty()) {
-            paragraph(0, shown(result_.name, style_), Paint::bold);
-            text_ += '\n';
-        }
+        text_ = title_text(result_.name, style_);
         for (const ModuleResult& module : result_.modules)
             write(module);
         write_left_out();
@@ -183,8 +170,7 @@ private:
     void write_summary();
 
     void paragraph(int indent, const std::string& text, Paint paint = Paint::none);
-    /// Parts of a heading in one line.
-    std::string joined(const std::vector<std::string>& parts) const;
+    std::string joined(const std::vector<std::string>& parts) const { return tool::joined(parts, style_); }
     Row row_of(const OutputResult& output, int bar_width) const;
     Cell place_of(const ServiceResult& service) const { return outputs_of(service, style_); }
     Cell stream_of(const ServiceResult& clone) const { return "stream " + to_string(clone.stream); }
@@ -247,10 +233,6 @@ Row Report::row_of(const OutputResult& output, int bar_width) const {
 
 void Report::paragraph(int indent, const std::string& text, Paint paint) {
     text_ += paragraph_text(text, indent, paint, style_);
-}
-
-std::string Report::joined(const std::vector<std::string>& parts) const {
-    return fmt::format("{}", fmt::join(parts, fmt::format(" {} ", symbols_of(style_).dot)));
 }
 
 void Report::write(const ModuleResult& module) {

@@ -2,57 +2,75 @@
 
 #include "report/service_list.h"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
-#include "base/utf8.h"
+#include "base/counted.h"
+#include "report/service_marks.h"
 
 namespace zarven::tool {
 
 using nlohmann::ordered_json;
 
-std::string services_counted(std::size_t number) {
-    return fmt::format("{} service{}", number, number == 1 ? "" : "s");
-}
-
-std::string identity_columns(const ServiceResult& service, int name_width) {
-    return fmt::format("{:>5}  {}  {:<11}", service.lcn, pad_right(printable(service.name), name_width),
-                       to_string(service.stream));
-}
-
-int name_width(const std::vector<ServiceResult>& services, int at_least) {
-    const int widest = 34;
-    int width = at_least;
-    for (const ServiceResult& service : services)
-        width = std::max(width, display_width(printable(service.name)));
-    return std::min(width, widest);
-}
-
 namespace {
 
-/// The title, then each service with what there is to say of it.
-template <class Say>
-std::string titled_list(const std::string& title, const std::vector<ServiceResult>& services, Say say) {
-    std::string text = fmt::format("{}: {}\n", title, services_counted(services.size()));
-    const int width = name_width(services);
-    for (const ServiceResult& service : services)
-        text += fmt::format("  {}  {}\n", identity_columns(service, width), say(service));
-    return text;
+constexpr int indent = 2;
+
+/// These services are those that are or stay left out.
+std::string heading_text(const std::string& title, const std::vector<ServiceResult>& services,
+                         const TextStyle& style) {
+    return paragraph_text(title + ": " + counted(services.size(), "service"), 0, Paint::red, style);
 }
 
 } // namespace
 
-std::string services_list(const std::string& title, const std::vector<ServiceResult>& services) {
-    return titled_list(title, services, [](const ServiceResult& service) {
-        return fmt::format("{:>6} kbit/s  {:>2} PIDs{}", service.bitrate, service.ca_pids,
-                           service.is_transcoded ? "  transcoded" : "");
-    });
+std::vector<Column> with_identity(const std::vector<Column>& others) {
+    Column lcn;
+    lcn.align = Align::right;
+    lcn.least = 5;
+    Column name;
+    name.most = 34;
+    name.narrowest = 12;
+    name.readable = 20;
+    Column stream;
+    stream.least = 11;
+    stream.dispensable = 1;
+    std::vector<Column> columns = {lcn, name, stream};
+    columns.insert(columns.end(), others.begin(), others.end());
+    return columns;
 }
 
-std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services) {
-    return titled_list(title, services,
-                       [](const ServiceResult& service) { return printable(service.reason); });
+Row with_identity(const ServiceResult& service, const Row& others, const TextStyle& style) {
+    Row row = {std::to_string(service.lcn), shown(service.name, style), to_string(service.stream)};
+    row.insert(row.end(), others.begin(), others.end());
+    return row;
+}
+
+std::string services_list(const std::string& title, const std::vector<ServiceResult>& services,
+                          const TextStyle& style) {
+    Column bitrate;
+    bitrate.align = Align::right;
+    bitrate.least = 13;
+    bitrate.dispensable = 2;
+    Column marks;
+    marks.wrapped_at = 18;
+    std::vector<Row> rows;
+    for (const ServiceResult& service : services)
+        rows.push_back(with_identity(service,
+                                     {fmt::format("{} kbit/s", service.bitrate),
+                                      fmt::format("{}", fmt::join(marks_of(service), ", "))},
+                                     style));
+    return heading_text(title, services, style) +
+           table_text(with_identity({bitrate, marks}), rows, indent, style);
+}
+
+std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services,
+                                  const TextStyle& style) {
+    Column reason;
+    reason.wrapped_at = 30;
+    std::vector<Row> rows;
+    for (const ServiceResult& service : services)
+        rows.push_back(with_identity(service, {shown(service.reason, style)}, style));
+    return heading_text(title, services, style) + table_text(with_identity({reason}), rows, indent, style);
 }
 
 ordered_json identity_json(const ServiceResult& service) {

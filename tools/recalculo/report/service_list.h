@@ -9,23 +9,23 @@
 #include <nlohmann/json.hpp>
 
 #include "placement/result.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
-/// "1 service", "2 services".
-std::string services_counted(std::size_t number);
+/// The columns that identify a service, LCN, name and stream, then others.
+std::vector<Column> with_identity(const std::vector<Column>& others);
 
-/// The columns that identify a service: LCN, name, stream. Names are padded to `name_width`.
-std::string identity_columns(const ServiceResult& service, int name_width);
+/// A row for these columns.
+Row with_identity(const ServiceResult& service, const Row& others, const TextStyle& style);
 
-/// The width for the names of a list.
-int name_width(const std::vector<ServiceResult>& services, int at_least = 0);
-
-/// The title with the number of services, then each service with its bitrate and PIDs.
-std::string services_list(const std::string& title, const std::vector<ServiceResult>& services);
+/// The title with the number of services, then each service with its bitrate and marks.
+std::string services_list(const std::string& title, const std::vector<ServiceResult>& services,
+                          const TextStyle& style);
 
 /// The title with the number of services, then each service with its reason.
-std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services);
+std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services,
+                                  const TextStyle& style);
 
 /// `lcn`, `name`, `onid`, `tsid`, `sid`.
 nlohmann::ordered_json identity_json(const ServiceResult& service);

@@ -2,13 +2,12 @@
 
 #include "report/sizing_report.h"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "base/utf8.h"
+#include "base/counted.h"
 #include "report/service_list.h"
+#include "report/table.h"
 
 namespace zarven::tool {
 
@@ -16,15 +15,16 @@ namespace {
 
 using nlohmann::ordered_json;
 
+constexpr int indent = 2;
+
 std::string more_modules(std::size_t number) {
-    return fmt::format("{} more module{}", number, number == 1 ? "" : "s");
+    return counted(number, "more module");
 }
 
 std::string describe_kind(const Module& kind) {
-    return fmt::format("{} input{}, outputs {} kbit/s, {} PIDs, transcoders SD {} HD {}", kind.inputs,
-                       kind.inputs == 1 ? "" : "s",
+    return fmt::format("{}, outputs {} kbit/s, {}, transcoders SD {} HD {}", counted(kind.inputs, "input"),
                        kind.outputs.empty() ? "none" : fmt::format("{}", fmt::join(kind.outputs, " + ")),
-                       kind.pids_max, kind.sd_transcoders, kind.hd_transcoders);
+                       counted(kind.pids_max, "PID"), kind.sd_transcoders, kind.hd_transcoders);
 }
 
 /// What there is to place at all.
@@ -50,14 +50,22 @@ std::string beginning(const Addition& addition) {
     if (addition.at_least == 0 || addition.attempts.empty())
         return "";
     if (addition.at_least == 1)
-        return "  Without one no arrangement could; from there on each number was tried.\n";
-    return fmt::format("  With fewer than {} no arrangement could; from there on each number was tried.\n",
+        return "Without one no arrangement could; from there on each number was tried.";
+    return fmt::format("With fewer than {} no arrangement could; from there on each number was tried.",
                        addition.at_least);
 }
 
+Column figures(const char* heading, int least) {
+    Column column;
+    column.heading = heading;
+    column.align = Align::right;
+    column.least = least;
+    return column;
+}
+
 /// One line for a row of numbers with the same outcome.
-std::string attempts_text(const std::vector<Attempt>& attempts) {
-    std::string text = fmt::format("\n  {:>10}{:>10}{:>10}\n", "more", "placed", "left out");
+std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
+    std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
         const Attempt& attempt = attempts[first];
         std::size_t next = first + 1;
@@ -65,18 +73,22 @@ std::string attempts_text(const std::vector<Attempt>& attempts) {
                attempts[next].left_out == attempt.left_out)
             ++next;
         const std::size_t last = attempts[next - 1].number;
-        const std::string numbers =
-            last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last);
-        text += fmt::format("  {:>10}{:>10}{:>10}\n", numbers, attempt.placed, attempt.left_out);
+        rows.push_back(
+            {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
+             std::to_string(attempt.placed), std::to_string(attempt.left_out)});
         first = next;
     }
-    return text;
+    return table_text({figures("more", 10), figures("placed", 8), figures("left out", 8)}, rows, indent,
+                      style);
 }
 
-std::string addition_text(const Addition& addition, std::size_t most) {
-    const std::string text = fmt::format("Further modules ({})\n  {}\n{}", describe_kind(addition.kind),
-                                         answer(addition, most), beginning(addition));
-    return addition.attempts.empty() ? text : text + attempts_text(addition.attempts);
+std::string addition_text(const Addition& addition, std::size_t most, const TextStyle& style) {
+    std::string text = paragraph_text(fmt::format("Further modules ({})", describe_kind(addition.kind)), 0,
+                                      Paint::bold, style) +
+                       paragraph_text(answer(addition, most), indent, Paint::none, style);
+    if (!beginning(addition).empty())
+        text += paragraph_text(beginning(addition), indent, Paint::none, style);
+    return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition.attempts, style);
 }
 
 struct KindNames {
@@ -111,34 +123,49 @@ std::string change_of(const Raise& raise) {
                        raise.to);
 }
 
-std::string raises_text(const Sizing& sizing) {
+std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
+    Column change;
+    // The value stands at the end; what does not fit goes beneath this column.
+    change.narrowest = 40;
+    Column mac;
+    mac.dispensable = 1;
+    Column setting;
+    // For copying: in one piece as long as the terminal has room for it.
+    setting.wrapped_at = 1000;
+    std::vector<Row> rows;
+    for (const Raise& raise : sizing.raises)
+        rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed), change_of(raise),
+                        shown(raise.mac, style), fmt::format("--set '{}'", raise.setting)});
+    return table_text({figures("", 9), change, mac, setting}, rows, indent, style);
+}
+
+std::string raises_text(const Sizing& sizing, const TextStyle& style) {
     if (sizing.now.placed >= sizing.now.loaded)
         return "";
-    std::string text = "\nOne limit of one module raised, with no further module\n";
+    const std::string text = "\n" + paragraph_text("One limit of one module raised, with no further module",
+                                                   0, Paint::bold, style);
     if (sizing.raises.empty())
-        return text + "  None that alone lets the engine place more.\n";
-    int width = 0;
-    for (const Raise& raise : sizing.raises)
-        width = std::max(width, display_width(change_of(raise)));
-    for (const Raise& raise : sizing.raises)
-        text += fmt::format("  {:>4} more  {}  {}  --set '{}'\n", raise.placed - sizing.now.placed,
-                            pad_right(change_of(raise), width), printable(raise.mac), raise.setting);
-    text += "  Each value was run, and so was one less, which places fewer.\n";
-    return text;
+        return text +
+               paragraph_text("None that alone lets the engine place more.", indent, Paint::none, style);
+    return text + table_of_raises(sizing, style) +
+           paragraph_text("Each value was run, and so was one less, which places fewer.", indent, Paint::none,
+                          style);
 }
 
 } // namespace
 
-std::string sizing_text(const Sizing& sizing) {
-    std::string text = sizing.name.empty() ? "" : printable(sizing.name) + "\n\n";
-    text += fmt::format("{} loaded: {} placed, {} left out\n\n", services_counted(sizing.now.loaded),
-                        sizing.now.placed, sizing.now.left_out);
-    text += addition_text(sizing.addition, sizing.most);
+std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
+    const std::string sentence =
+        fmt::format("{} loaded: {} placed, {} left out", counted(sizing.now.loaded, "service"),
+                    sizing.now.placed, sizing.now.left_out);
+    std::string text = title_text(sizing.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
+                       "\n" + addition_text(sizing.addition, sizing.most, style);
     if (!sizing.addition.remaining.empty())
-        text += "\n" + services_list("Left out by the best of these", sizing.addition.remaining);
+        text += "\n" + services_list("Left out by the best of these", sizing.addition.remaining, style);
     if (!sizing.addition.impossible.empty())
-        text += "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible);
-    return text + raises_text(sizing);
+        text +=
+            "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
+    return text + raises_text(sizing, style);
 }
 
 static void to_json(ordered_json& json, const Attempt& attempt) {

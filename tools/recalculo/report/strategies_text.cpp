@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -103,9 +104,9 @@ std::string contested_text(const Strategies& strategies, const TextStyle& style)
     const auto missed = std::count_if(strategies.contested.begin(), strategies.contested.end(),
                                       [kept](const Contested& one) { return !one.is_placed_by[kept]; });
     const std::string sentence = fmt::format(
-        "Placed by some of them only: {} {}, {} of them left out by {}{}", number,
-        number == 1 ? "service" : "services", missed == 0 ? "none" : fmt::format("{}", missed),
-        strategies.list[kept].name, rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
+        "Placed by some of them only: {}, {} of them left out by {}{}", counted(number, "service"),
+        missed == 0 ? "none" : fmt::format("{}", missed), strategies.list[kept].name,
+        rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
     return paragraph_text(sentence, indent, Paint::none, style) +
            table_of_contested(strategies, rows_shown, style);
 }

@@ -181,9 +181,12 @@ std::string Table::lines(const Row& row) const {
 
 std::string Table::headings() const {
     Row row;
-    for (const Fitted& column : columns_)
+    bool is_needed = false;
+    for (const Fitted& column : columns_) {
         row.emplace_back(column.heading, Paint::bold);
-    return lines(row);
+        is_needed = is_needed || !column.heading.empty();
+    }
+    return is_needed ? lines(row) : "";
 }
 
 std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows, int indent,

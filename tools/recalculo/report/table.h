@@ -65,7 +65,7 @@ public:
     /// The row as lines, each with its line end.
     std::string lines(const Row& row) const;
 
-    /// The headings as a row, in bold.
+    /// The headings as a row, in bold; empty if no column has one.
     std::string headings() const;
 
 private:
@@ -97,7 +97,7 @@ private:
     bool wrapped_is_beneath_ = false;
 };
 
-/// A whole table: headings, then the rows.
+/// A whole table: headings, if there are some, then the rows.
 std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows, int indent,
                        const TextStyle& style);
 

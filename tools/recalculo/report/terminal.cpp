@@ -12,6 +12,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <fmt/format.h>
+
 #include "base/utf8.h"
 
 namespace zarven::tool {
@@ -131,6 +133,14 @@ std::string paragraph_text(const std::string& text, int indent, Paint paint, con
         broken.append(static_cast<std::size_t>(blanks), ' ').append(painted(line, paint, style)) += '\n';
     }
     return broken;
+}
+
+std::string joined(const std::vector<std::string>& parts, const TextStyle& style) {
+    return fmt::format("{}", fmt::join(parts, fmt::format(" {} ", symbols_of(style).dot)));
+}
+
+std::string title_text(const std::string& name, const TextStyle& style) {
+    return name.empty() ? "" : paragraph_text(shown(name, style), 0, Paint::bold, style) + '\n';
 }
 
 } // namespace zarven::tool

@@ -75,6 +75,12 @@ std::string painted(std::string_view text, Paint paint, const TextStyle& style);
 /// On a terminal too narrow for that no line is set back.
 std::string paragraph_text(const std::string& text, int indent, Paint paint, const TextStyle& style);
 
+/// Shown parts of a heading in one line.
+std::string joined(const std::vector<std::string>& parts, const TextStyle& style);
+
+/// The name of a head-end as a title with an empty line after it; empty if it has none.
+std::string title_text(const std::string& name, const TextStyle& style);
+
 } // namespace zarven::tool
 
 #endif

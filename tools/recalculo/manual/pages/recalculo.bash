@@ -7,10 +7,10 @@ _recalculo() {
     1) words='run explain compare size bound import export --help --version' ;;
     *) case ${COMP_WORDS[1]} in
     run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
-    explain) words='-h --help --service --json --version' ;;
-    compare) words='-h --help --json --html --version' ;;
-    size) words='-h --help --set --add --most --jobs --json --version' ;;
-    bound) words='-h --help --set --json --version' ;;
+    explain) words='-h --help --set --service --json --color --version' ;;
+    compare) words='-h --help --json --html --color --version' ;;
+    size) words='-h --help --set --add --most --jobs --json --color --version' ;;
+    bound) words='-h --help --set --json --color --version' ;;
     import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
     export) words='-h --help --format -o --output --version' ;;
     esac ;;
