@@ -13,6 +13,7 @@
 #include "report/channel_export.h"
 #include "report/report_csv.h"
 #include "report/result_reader.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -36,9 +37,10 @@ void tell(const std::string& file, const ChannelExport& exported) {
     add(exported.left_out, "left out");
     add(exported.without_lcn, "with LCN 0");
     add(exported.clones, "that are clones");
-    fmt::print(stderr, "{}: {} channel{} written, {} of them renamed; not written: {}\n", file,
-               exported.channels.size(), exported.channels.size() == 1 ? "" : "s", exported.renamed,
-               parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", ")));
+    write_message(fmt::format("{}: {} channel{} written, {} of them renamed; not written: {}", file,
+                              exported.channels.size(), exported.channels.size() == 1 ? "" : "s",
+                              exported.renamed,
+                              parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", "))));
 }
 
 void export_command(const ExportOptions& options) {

@@ -35,12 +35,12 @@ class ProgressLine {
 public:
     ~ProgressLine() {
         if (is_terminal_)
-            fmt::print(stderr, "\r\033[K");
+            std::fputs("\r\033[K", stderr);
     }
 
     void tell(std::size_t done, std::size_t planned) const {
         if (is_terminal_)
-            fmt::print(stderr, "\r\033[K{} of {} runs", done, planned);
+            std::fputs(fmt::format("\r\033[K{} of {} runs", done, planned).c_str(), stderr);
     }
 
 private:
