@@ -182,11 +182,11 @@ std::string ascii(std::string_view text) {
 std::string shortened(std::string_view text) {
     const std::size_t most_bytes = 60;
     if (text.size() <= most_bytes)
-        return std::string(text);
+        return printable(text);
     std::size_t end = most_bytes;
     while (end > 0 && (text[end] & 0xC0) == 0x80) // not in the middle of a character
         --end;
-    return std::string(text.substr(0, end)) + "…";
+    return printable(text.substr(0, end)) + "…";
 }
 
 int display_width(std::string_view text) {
