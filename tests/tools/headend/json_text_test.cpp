@@ -69,6 +69,16 @@ TEST(ParseJson, AKeyThatComesTwiceIsShownAsFarAsItCanBe) {
                   "…\" twice, expected it once");
 }
 
+TEST(ParseJson, TellsUtf16) {
+    const std::string message = "headend.json: the text is UTF-16, expected UTF-8";
+    for (const std::string text : {"\xFF\xFE{", "\xFE\xFF", "\xFF\xFE"})
+        EXPECT_EQ(complaint(text), message);
+    EXPECT_EQ(complaint(std::string("{\0}\0", 4)), message);
+    EXPECT_EQ(complaint(std::string("\0{\0}", 4)), message);
+    EXPECT_EQ(complaint(std::string("\0\0", 2)).substr(0, 41), "headend.json: line 1, column 1: not JSON:");
+    EXPECT_EQ(complaint("\xFF").substr(0, 41), "headend.json: line 1, column 1: not JSON:");
+}
+
 TEST(ParseJson, NamesTheObjectThatHasAKeyTwice) {
     EXPECT_EQ(complaint(R"({"a": 1, "b": 2, "a": 3})"),
               "headend.json: top level: found the key \"a\" twice, expected it once");

@@ -43,6 +43,13 @@ std::string reason_of(const json::exception& error) {
 /// A reason quotes the text up to the fault, which may be a name or a number of any length.
 constexpr int most_columns_of_reason = 240;
 
+/// A text of UTF-16 begins with a byte order mark, or with an ASCII character of two bytes.
+bool is_utf16(std::string_view text) {
+    const std::string_view start = text.substr(0, 2);
+    return start == "\xFF\xFE" || start == "\xFE\xFF" ||
+           (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
+}
+
 /// Walks the text and throws at the first thing that is wrong with it.
 class Inspector : public json::json_sax_t {
 public:
@@ -119,6 +126,8 @@ private:
 } // namespace
 
 nlohmann::json parse_json(const std::string& file, const std::string& text) {
+    if (is_utf16(text))
+        throw Failure(file + ": the text is UTF-16, expected UTF-8");
     Inspector inspector(file, text);
     json::sax_parse(text, &inspector);
     return json::parse(text);
