@@ -94,6 +94,11 @@ void run_command(const RunOptions& options) {
     write_reports(options, result, strategies ? &*strategies : nullptr);
 }
 
+/// An empty variable of a shell must not pass for a file that is not wanted.
+std::string check_file(const std::string& path) {
+    return path.empty() ? "found an empty name, expected that of a file" : "";
+}
+
 } // namespace
 
 void add_run(CLI::App& app) {
@@ -104,12 +109,14 @@ void add_run(CLI::App& app) {
     run->add_option("--html", options->html,
                     "Write the result as a page for a browser; - for standard output in the place of the "
                     "report")
+        ->check(CLI::Validator(check_file, ""))
         ->type_name("FILE");
     run->add_flag("--strategies", options->strategies,
                   "Show first what each of the engine's four strategies alone would leave out");
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
+        ->check(CLI::Validator(check_file, ""))
         ->type_name("FILE");
     run->add_option("--color", options->colour, "Colour the report: auto (on a terminal), always or never")
         ->check(CLI::IsMember(colour_choices()).description(""))
