@@ -381,6 +381,38 @@ const std::string lejano_explained =
     "LCN 41 \"Canal Lejano\" · stream 3/5 · 3500 kbit/s\n"
     "  No input is free for stream 3/5: all 5 inputs on 3 modules receive other streams.\n";
 
+TEST_F(CommandLine, MessagesThatNobodyCanReadChangeNothing) {
+    const std::string list = examples + "/sample.lamedb";
+    for (const std::string where : {"2>&-", "2>/dev/full"}) {
+        EXPECT_EQ(run("run /nonexistent " + where).code, 2) << where;
+        EXPECT_EQ(run("run '" + small + "' --log - " + where).code, 2) << where;
+        const Outcome outcome = run("import '" + list + "' --modules '" + small + "' " + where);
+        EXPECT_EQ(outcome.code, 0) << where;
+        EXPECT_EQ(json::parse(outcome.out).at("services").size(), 4u) << where;
+    }
+}
+
+TEST_F(CommandLine, AFileMayHaveTheNameOfACommand) {
+    write("bound", read(small));
+    EXPECT_EQ(shell("cd '" + folder.string() + "' && '" + program + "' run bound").out,
+              run("run '" + small + "'").out);
+    const Outcome two = run("run '" + small + "' bound '" + small + "'");
+    EXPECT_EQ(two.code, 2);
+    EXPECT_EQ(two.out, "");
+}
+
+TEST_F(CommandLine, AFileWithoutNameIsRefused) {
+    for (const std::string option : {"--html", "--log"}) {
+        const Outcome outcome = run("run '" + small + "' " + option + " ''");
+        EXPECT_EQ(outcome.code, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "recalculo: " + option +
+                                   ": found an empty name, expected that of a file\n"
+                                   "Run with --help for more information.\n");
+    }
+    expect_refused(run("run ''"), "\"\": cannot be opened: No such file or directory");
+}
+
 TEST_F(CommandLine, ExplainTellsWhyAServiceIsLeftOut) {
     const Outcome outcome = run("explain " + small + " --service 41");
     EXPECT_EQ(outcome.code, 0);

@@ -75,10 +75,10 @@ int main(int argc, char** argv) {
     try {
         return dispatch(argc, argv);
     } catch (const Failure& failure) {
-        fmt::print(stderr, "recalculo: {}\n", shown_as_message(failure.what()));
+        write_message(fmt::format("recalculo: {}", failure.what()));
         return status(failure.code);
     } catch (const std::exception& error) {
-        fmt::print(stderr, "recalculo: the engine could not run: {}\n", shown_as_message(error.what()));
+        write_message(fmt::format("recalculo: the engine could not run: {}", error.what()));
         return status(ExitCode::engine_did_not_run);
     }
 }

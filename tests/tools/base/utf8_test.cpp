@@ -63,6 +63,11 @@ TEST(Printable, ReplacesTheSeparatorsOfLines) {
     EXPECT_EQ(printable("a\u2028b\u2029c\u0085"), "a\uFFFDb\uFFFDc\uFFFD");
 }
 
+TEST(Printable, ReplacesWhatTurnsRoundTheRestOfALine) {
+    EXPECT_EQ(printable("\u202Aa\u202Eb\u2066c\u2069"), "\uFFFDa\uFFFDb\uFFFDc\uFFFD");
+    EXPECT_EQ(printable("\u200Fقناة\u200E\u2065"), "\u200Fقناة\u200E\u2065");
+}
+
 TEST(Ascii, TakesMarksOffLatinLetters) {
     EXPECT_EQ(ascii("Cine Clásico Télé Ñandú"), "Cine Clasico Tele Nandu");
     EXPECT_EQ(ascii("e\u0301"), "e");

@@ -186,6 +186,8 @@ TEST(ReadHeadend, AnUnknownKeyComesWithTheNearestKnownOne) {
     EXPECT_EQ(
         complaint(R"({"module": []})"),
         "headend.json: top level: found the unknown key \"module\", expected a known one, such as \"modules\"");
+    const std::string shortened = "\"n\uFFFD" + std::string(58, 'k') + "…\", expected";
+    EXPECT_NE(complaint("{\"n\\u0000" + std::string(60, 'k') + "\": 1}").find(shortened), std::string::npos);
 }
 
 TEST(ReadHeadend, NumbersHaveTheirLimits) {

@@ -55,6 +55,30 @@ TEST(ParseJson, BytesThatAreNotUtf8AreRefused) {
     EXPECT_EQ(complaint("[\"M\xFCnchen\"]").substr(0, 41), "headend.json: line 1, column 4: not JSON:");
 }
 
+TEST(ParseJson, ALongReasonIsCut) {
+    EXPECT_LT(complaint("[" + std::string(5000, '9') + "]").size(), 300u);
+    EXPECT_LT(complaint("[\"" + std::string(5000, 'a') + "\xFF\"]").size(), 300u);
+}
+
+TEST(ParseJson, AKeyThatComesTwiceIsShownAsFarAsItCanBe) {
+    EXPECT_EQ(complaint(R"({"a\u0000b": 1, "a\u0000b": 2})"),
+              "headend.json: top level: found the key \"a\uFFFDb\" twice, expected it once");
+    const std::string key(61, 'k');
+    EXPECT_EQ(complaint("{\"" + key + "\": 1, \"" + key + "\": 2}"),
+              "headend.json: top level: found the key \"" + std::string(60, 'k') +
+                  "…\" twice, expected it once");
+}
+
+TEST(ParseJson, TellsUtf16) {
+    const std::string message = "headend.json: the text is UTF-16, expected UTF-8";
+    for (const std::string text : {"\xFF\xFE{", "\xFE\xFF", "\xFF\xFE"})
+        EXPECT_EQ(complaint(text), message);
+    EXPECT_EQ(complaint(std::string("{\0}\0", 4)), message);
+    EXPECT_EQ(complaint(std::string("\0{\0}", 4)), message);
+    EXPECT_EQ(complaint(std::string("\0\0", 2)).substr(0, 41), "headend.json: line 1, column 1: not JSON:");
+    EXPECT_EQ(complaint("\xFF").substr(0, 41), "headend.json: line 1, column 1: not JSON:");
+}
+
 TEST(ParseJson, NamesTheObjectThatHasAKeyTwice) {
     EXPECT_EQ(complaint(R"({"a": 1, "b": 2, "a": 3})"),
               "headend.json: top level: found the key \"a\" twice, expected it once");

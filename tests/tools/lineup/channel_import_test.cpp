@@ -186,6 +186,18 @@ TEST(ImportChannels, AfterTheLastIdComesTheFirstAndNeverZero) {
               (std::vector<std::uint16_t>{65535, 1}));
 }
 
+// Stepping over the numbers taken, one by one, would need minutes here.
+TEST(ImportChannels, EveryIdIsGivenAndThenNoneIsLeft) {
+    std::vector<Channel> channels;
+    for (std::uint32_t number = 1; number <= 100000; ++number)
+        channels.push_back(nameless(1, 11362, 'H', std::to_string(number)));
+    const ImportedChannels imported = import(channels);
+    EXPECT_EQ(imported.services.size(), 65535u);
+    EXPECT_EQ(imported.services.back().tsid, 11361);
+    ASSERT_EQ(imported.unreadable.size(), 100000u - 65535);
+    EXPECT_EQ(imported.unreadable.front().reason, "no id is left for a stream without NID and TID");
+}
+
 TEST(ImportChannels, ChannelNumbersHave16Bits) {
     const ImportedChannels imported = import({channel(65535), channel(65536)});
     ASSERT_EQ(imported.services.size(), 1u);

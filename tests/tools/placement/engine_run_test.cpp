@@ -168,6 +168,18 @@ TEST(LoadEngine, ACloneWhoseStreamLacksItsLcn) {
         "stream 1/2 has the LCN 5");
 }
 
+TEST(LoadEngine, ANameIsShownAsFarAsItCanBe) {
+    EXPECT_EQ(refusal(with(R"("services": [], "clones": [{"lcn": 6, "name": "a\u0000b", "onid": 1, "tsid": 2,
+        "sid": 3}])")),
+              "headend.json: /clones/0: clone \"a\uFFFDb\" (LCN 6, stream 1/2): a clone without parent: no "
+              "service of stream 1/2 has the LCN 6");
+    const std::string mac(61, 'M');
+    const std::string module = R"({"mac": ")" + mac + R"(", "inputs": 1, "outputs": [], "pids_max": 0})";
+    EXPECT_EQ(refusal(R"({"modules": [)" + module + ", " + module + "]}"),
+              "headend.json: /modules/1: module \"" + std::string(60, 'M') +
+                  "…\": the engine refuses it: a module with this MAC is already loaded (-102)");
+}
+
 TEST(LoadEngine, AnotherServiceWithLcnZero) {
     const std::string zero = R"({"lcn": 0, "name": "Canal", "onid": 1, "tsid": 2, "sid": 3})";
     EXPECT_EQ(

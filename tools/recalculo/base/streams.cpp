@@ -18,7 +18,7 @@ namespace zarven::tool {
 namespace {
 
 [[noreturn]] void fail(const std::string& name, const char* what) {
-    throw Failure(fmt::format("{}: {}: {}", name, what, std::strerror(errno)));
+    throw Failure(fmt::format("{}: {}: {}", name.empty() ? "\"\"" : name, what, std::strerror(errno)));
 }
 
 /// Writing it takes no longer than it takes: nobody must read at the other end.

@@ -43,6 +43,12 @@ bool is_regional_indicator(utf8proc_int32_t code) {
     return code >= 0x1F1E6 && code <= 0x1F1FF;
 }
 
+/// Embeddings, overrides and isolates: one that is not closed turns round the rest of the line, figures and
+/// all.
+bool changes_direction(utf8proc_int32_t code) {
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 /// A piece of text that is shown as one, and its columns.
 struct Cluster {
     std::string bytes;
@@ -145,6 +151,10 @@ std::string printable(std::string_view text) {
     std::string clean;
     while (!text.empty()) {
         const Character character = take_character(text);
+        if (changes_direction(character.code)) {
+            clean += replacement;
+            continue;
+        }
         switch (utf8proc_category(character.code)) {
         case UTF8PROC_CATEGORY_CC:
         case UTF8PROC_CATEGORY_ZL: // the separators of lines and paragraphs
@@ -182,11 +192,11 @@ std::string ascii(std::string_view text) {
 std::string shortened(std::string_view text) {
     const std::size_t most_bytes = 60;
     if (text.size() <= most_bytes)
-        return std::string(text);
+        return printable(text);
     std::size_t end = most_bytes;
     while (end > 0 && (text[end] & 0xC0) == 0x80) // not in the middle of a character
         --end;
-    return std::string(text.substr(0, end)) + "…";
+    return printable(text.substr(0, end)) + "…";
 }
 
 int display_width(std::string_view text) {

@@ -38,9 +38,9 @@ void tell(const std::string& file, const ChannelExport& exported) {
     add(exported.left_out, "left out");
     add(exported.without_lcn, "with LCN 0");
     add(exported.clones, "that are clones");
-    fmt::print(stderr, "{}: {} written, {} of them renamed; not written: {}\n", shown_as_message(file),
-               counted(exported.channels.size(), "channel"), exported.renamed,
-               parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", ")));
+    write_message(fmt::format("{}: {} written, {} of them renamed; not written: {}", file,
+                              counted(exported.channels.size(), "channel"), exported.renamed,
+                              parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", "))));
 }
 
 void export_command(const ExportOptions& options) {

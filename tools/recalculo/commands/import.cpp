@@ -37,15 +37,14 @@ std::size_t number_of_streams(const std::vector<Service>& services) {
     return streams.size();
 }
 
-void tell(const std::string& path, const ImportedChannels& imported) {
-    const std::string file = shown_as_message(path);
+void tell(const std::string& file, const ImportedChannels& imported) {
     for (const UnreadableLine& line : imported.unreadable)
-        fmt::print(stderr, "{}: line {}: {}\n", file, line.line, shown_as_message(line.reason));
-    fmt::print(stderr, "{}: {} in {} imported: {} SD, {} HD, {} radio; {} of them scrambled; {} left aside\n",
-               file, counted(imported.services.size(), "service"),
-               counted(number_of_streams(imported.services), "stream"), imported.sd, imported.hd,
-               imported.radio, imported.scrambled,
-               imported.unreadable.empty() ? "no line" : counted(imported.unreadable.size(), "line"));
+        write_message(fmt::format("{}: line {}: {}", file, line.line, line.reason));
+    write_message(fmt::format(
+        "{}: {} in {} imported: {} SD, {} HD, {} radio; {} of them scrambled; {} left aside", file,
+        counted(imported.services.size(), "service"), counted(number_of_streams(imported.services), "stream"),
+        imported.sd, imported.hd, imported.radio, imported.scrambled,
+        imported.unreadable.empty() ? "no line" : counted(imported.unreadable.size(), "line")));
 }
 
 /// What the list does not tell and the head-end needs.
@@ -62,8 +61,8 @@ void tell_estimates(const std::string& file, const Lineup& lineup, const Importe
     if (imported.without_pids != 0)
         estimates.push_back(
             fmt::format("CA PIDs of {} by kind", counted(imported.without_pids, "scrambled service")));
-    fmt::print(stderr, "{}: read as {}; estimated: {}\n", shown_as_message(file), to_string(lineup.format),
-               fmt::join(estimates, ", "));
+    write_message(fmt::format("{}: read as {}; estimated: {}", file, to_string(lineup.format),
+                              fmt::join(estimates, ", ")));
 }
 
 void import_command(const ImportOptions& options) {

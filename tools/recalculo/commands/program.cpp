@@ -13,6 +13,8 @@ namespace zarven::tool {
 void describe_program(CLI::App& program) {
     program.name("recalculo");
     program.description("Places the television services of a head-end onto its modules.");
+    // A second one would run after the first, and take a file of its name for a command.
+    program.require_subcommand(0, 1);
     for (const auto add : {add_run, add_explain, add_compare, add_size, add_bound, add_import, add_export})
         add(program);
 

@@ -10,6 +10,9 @@
 
 namespace zarven::tool {
 
+/// Refuses an empty name, which a shell makes of an unset variable: it must not pass for a file not wanted.
+CLI::Validator named_file();
+
 struct ReportOutput {
     bool json = false;
     /// Empty for no page.

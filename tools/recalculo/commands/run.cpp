@@ -99,6 +99,7 @@ void add_run(CLI::App& app) {
     run->add_flag("--pauses", options->pauses,
                   "Keep the engine's pauses, which take from seconds to minutes");
     run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
+        ->check(named_file())
         ->type_name("FILE");
     add_style_input(*run, options->style);
     run->callback([options] { run_command(*options); });

@@ -56,7 +56,7 @@ void JsonCursor::check_keys(const std::vector<std::string>& known) const {
 
 void JsonCursor::check_key(const std::string& key, const std::vector<std::string>& known) const {
     if (std::find(known.begin(), known.end(), key) == known.end())
-        complain_of(fmt::format("the unknown key \"{}\"", key),
+        complain_of(fmt::format("the unknown key \"{}\"", shortened(key)),
                     fmt::format("a known one, such as \"{}\"", nearest_word(key, known)));
 }
 

@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/utf8.h"
 
 namespace zarven::tool {
 
@@ -39,6 +40,16 @@ std::string reason_of(const json::exception& error) {
     return std::string(message.substr(found + before_reason.size()));
 }
 
+/// A reason quotes the text up to the fault, which may be a name or a number of any length.
+constexpr int most_columns_of_reason = 240;
+
+/// A text of UTF-16 begins with a byte order mark, or with an ASCII character of two bytes.
+bool is_utf16(std::string_view text) {
+    const std::string_view start = text.substr(0, 2);
+    return start == "\xFF\xFE" || start == "\xFE\xFF" ||
+           (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
+}
+
 /// Walks the text and throws at the first thing that is wrong with it.
 class Inspector : public json::json_sax_t {
 public:
@@ -59,15 +70,15 @@ public:
     bool key(string_t& key) override {
         if (!open_.back().keys.insert(key).second)
             throw Failure(fmt::format("{}: {}: found the key \"{}\" twice, expected it once", file_,
-                                      place_of_object(), key));
+                                      place_of_object(), shortened(key)));
         open_.back().key = key;
         return true;
     }
 
     bool parse_error(std::size_t position, const std::string&, const json::exception& error) override {
         const std::size_t offset = position == 0 ? 0 : position - 1;
-        throw Failure(
-            fmt::format("{}: {}: not JSON: {}", file_, line_and_column(text_, offset), reason_of(error)));
+        throw Failure(fmt::format("{}: {}: not JSON: {}", file_, line_and_column(text_, offset),
+                                  shortened(reason_of(error), most_columns_of_reason, "…")));
     }
 
 private:
@@ -115,6 +126,8 @@ private:
 } // namespace
 
 nlohmann::json parse_json(const std::string& file, const std::string& text) {
+    if (is_utf16(text))
+        throw Failure(file + ": the text is UTF-16, expected UTF-8");
     Inspector inspector(file, text);
     json::sax_parse(text, &inspector);
     return json::parse(text);

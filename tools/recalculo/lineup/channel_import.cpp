@@ -32,11 +32,11 @@ std::uint16_t typical_pids(ChannelKind kind) {
 class NamelessStreams {
 public:
     explicit NamelessStreams(const std::vector<Channel>& channels) {
-        for (const Channel& channel : channels) {
+        for (std::uint32_t tsid = 1; tsid <= 65535; ++tsid) // a stream 0/0 would look like no stream
+            free_.insert(free_.end(), static_cast<std::uint16_t>(tsid));
+        for (const Channel& channel : channels)
             if (channel.nid == 0)
-                taken_.insert(channel.tid); // 0 among them: a stream 0/0 would look like no stream
-        }
-        taken_.insert(0);
+                free_.erase(channel.tid);
     }
 
     /// The frequency in the largest unit in which it has 16 bits, or the next number that is free; 0 when
@@ -49,11 +49,13 @@ public:
         std::uint32_t start = channel.frequency;
         while (start > 65535)
             start /= 1000;
-        auto tsid = static_cast<std::uint16_t>(start);
-        for (int tries = 0; tries < 65536 && taken_.count(tsid) != 0; ++tries)
-            ++tsid;
-        if (!taken_.insert(tsid).second)
+        if (free_.empty())
             return 0;
+        auto next = free_.lower_bound(static_cast<std::uint16_t>(start));
+        if (next == free_.end())
+            next = free_.begin();
+        const std::uint16_t tsid = *next;
+        free_.erase(next);
         tsids_.emplace(key, tsid);
         return tsid;
     }
@@ -61,7 +63,8 @@ public:
     std::size_t size() const { return tsids_.size(); }
 
 private:
-    std::set<std::uint16_t> taken_;
+    /// A list of many streams would take long to step over the numbers that are taken.
+    std::set<std::uint16_t> free_;
     std::map<std::tuple<std::string, std::uint32_t, char>, std::uint16_t> tsids_;
 };
 

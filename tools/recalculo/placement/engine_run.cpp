@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/utf8.h"
 
 namespace zarven::tool {
 
@@ -58,12 +59,13 @@ private:
 
 Element element_of(const char* kind, const char* list, std::size_t index, const Programme& programme) {
     return {fmt::format("/{}/{}", list, index),
-            fmt::format("{} \"{}\" (LCN {}, stream {}/{})", kind, programme.name, programme.lcn,
+            fmt::format("{} \"{}\" (LCN {}, stream {}/{})", kind, shortened(programme.name), programme.lcn,
                         programme.onid, programme.tsid)};
 }
 
 void Loader::load(const Module& module, std::size_t index) {
-    const Element element{fmt::format("/modules/{}", index), fmt::format("module \"{}\"", module.mac)};
+    const Element element{fmt::format("/modules/{}", index),
+                          fmt::format("module \"{}\"", shortened(module.mac))};
     if (module.mac.empty())
         complain(element, "found an empty MAC, expected one that names the module");
     tRecalculo& engine = run_.engine;

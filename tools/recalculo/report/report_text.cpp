@@ -91,7 +91,9 @@ Cell bar(std::uint64_t used, std::uint64_t max, int width, const TextStyle& styl
     if (max != 0 && used >= max)
         filled = width;
     else if (max != 0 && used != 0)
-        filled = std::clamp(static_cast<int>(used * static_cast<std::uint64_t>(width) / max), 1, width - 1);
+        // In this order, because a bar that is only measured has no width.
+        filled = std::max(
+            1, std::min(static_cast<int>(used * static_cast<std::uint64_t>(width) / max), width - 1));
     Cell cell;
     for (int place = 0; place < width; ++place)
         cell.text += place < filled ? symbols.full_cell : symbols.empty_cell;

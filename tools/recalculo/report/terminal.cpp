@@ -4,6 +4,7 @@
 #include "report/terminal.h"
 
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -108,6 +109,12 @@ std::string shown(std::string_view text, const TextStyle& style) {
 
 std::string shown_as_message(std::string_view text) {
     return shown(text, style_for(surroundings_of(STDERR_FILENO), ColourChoice::never));
+}
+
+void write_message(std::string_view text) {
+    const std::string line = shown_as_message(text) + "\n";
+    // There is nowhere to tell that it failed.
+    [[maybe_unused]] const std::size_t written = std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 std::string painted(std::string_view text, Paint paint, const TextStyle& style) {

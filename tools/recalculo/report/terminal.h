@@ -66,6 +66,9 @@ std::string shown(std::string_view text, const TextStyle& style);
 /// The same for a message on standard error.
 std::string shown_as_message(std::string_view text);
 
+/// Writes a message to standard error as a line. Where that is closed or full, the work goes on.
+void write_message(std::string_view text);
+
 enum class Paint { none, bold, red, yellow };
 
 /// The text in that colour, if the style has colours.
