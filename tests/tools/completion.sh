@@ -13,7 +13,7 @@ expect() {
     _recalculo
     local what
     for what in "${@:2}"; do
-        printf '%s\n' "${COMPREPLY[@]}" | grep -qxF -- "$what" || {
+        printf '%s\n' "${COMPREPLY[@]}" | grep -xF -- "$what" >/dev/null || {
             echo "'$1': expected '$what' among: ${COMPREPLY[*]}"
             exit 1
         }
