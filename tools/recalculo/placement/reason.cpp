@@ -127,17 +127,17 @@ std::string Sentence::no_input() const {
 
 bool Sentence::is_nearer(const ModuleRefusal& one, const ModuleRefusal& other) const {
     const auto rank = [this](const ModuleRefusal& refusal) {
-        return std::make_tuple(!has_input(refusal), !refusal.room.can_be_freed(service_.number_PIDs_CA),
+        return std::make_tuple(refusal.room.limit == Limit::none, !has_input(refusal),
+                               !refusal.room.can_be_freed(service_.number_PIDs_CA),
                                -static_cast<int>(refusal.limit), refusal.room.short_by());
     };
     return rank(one) < rank(other);
 }
 
 std::string Sentence::nearest() const {
-    const ModuleRefusal* nearest = nullptr;
-    for (const ModuleRefusal& refusal : refusals_)
-        if (refusal.room.limit != Limit::none && (nearest == nullptr || is_nearer(refusal, *nearest)))
-            nearest = &refusal;
+    const auto nearest = std::min_element(
+        refusals_.begin(), refusals_.end(),
+        [this](const ModuleRefusal& one, const ModuleRefusal& other) { return is_nearer(one, other); });
     const std::string what = shortage(*nearest, service_);
     const std::string stream = stream_of(service_);
     if (with_input_ > 1) {
