@@ -8,6 +8,7 @@ source scripts/packages.sh
 need "${BUILD_PACKAGES[@]}" "${ARMHF_PACKAGES[@]}" abigail-tools dpkg-dev xz-utils
 
 renew=${1:-}
+[ -z "$renew" ] || [ "$renew" = --renew ] || { echo "abi.sh: unknown option $renew; expected --renew" >&2; exit 2; }
 baselines=packaging/abi
 version=$(sed -n 's/^project(recalculo VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 work=$(mktemp -d)

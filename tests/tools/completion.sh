@@ -26,6 +26,15 @@ expect 'recalculo run --' --json --log --pauses --help
 expect 'recalculo import --sd' --sd-bitrate
 expect 'recalculo run --lo' --log
 
+expect 'recalculo run --color al' always
+expect 'recalculo run x --color ' auto always never
+expect 'recalculo export x --format c' channels.conf csv
+expect 'recalculo import x --format ' channels.conf dvbv5 lamedb
+
+COMP_WORDS=(recalculo size --most '') COMP_CWORD=3
+_recalculo
+[ "${#COMPREPLY[@]}" -eq 0 ] || { echo "a number is not completed, and yet: ${COMPREPLY[*]}"; exit 1; }
+
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"

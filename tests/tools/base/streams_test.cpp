@@ -33,8 +33,10 @@ TEST_F(Streams, WhatIsWrittenIsRead) {
     const std::string text = std::string(200000, 'x') + std::string("\n\0 end", 6);
     write_text(path, text);
     EXPECT_EQ(read_text(path), text);
-    write_text(path, "short");
-    EXPECT_EQ(read_text(path), "short");
+    const std::string other = folder / "other";
+    write_text(other, text);
+    write_text(other, "short");
+    EXPECT_EQ(read_text(other), "short");
 }
 
 TEST_F(Streams, AMissingFileIsNamed) {
@@ -87,6 +89,20 @@ TEST_F(Streams, AnInterruptionLeavesAWholeFile) {
         ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 130) << status;
         ASSERT_EQ(std::filesystem::file_size(path), text.size());
     }
+}
+
+TEST_F(Streams, WhatHasBeenReadIsNotOverwritten) {
+    const std::string path = folder / "read";
+    write_text(path, "kept");
+    EXPECT_EQ(read_text(path), "kept");
+    std::filesystem::create_symlink("read", folder / "link");
+    const std::string problem = ": cannot be written: it was read by the same command; expected another file";
+    EXPECT_EQ(failure_message([&] { write_text(path, "lost"); }), path + problem);
+    EXPECT_EQ(failure_message([&] { open_for_writing(folder / "link"); }),
+              (folder / "link").string() + problem);
+    EXPECT_EQ(read_text(path), "kept");
+    EXPECT_EQ(read_text("/dev/null"), "");
+    write_text("/dev/null", "a device may be read and written");
 }
 
 TEST(InputName, TheDashIsStandardInput) {

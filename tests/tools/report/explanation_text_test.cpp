@@ -32,8 +32,8 @@ TEST(ExplanationText, AServiceWithoutNeedsHasNoColumnForTranscoders) {
     EXPECT_EQ(explanation_text(explanation),
               "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n"
               "  Why.\n"
-              "    Module  Answer    Inputs       Output               kbit/s         PIDs\n"
-              "    M       has room  1 of 2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
+              "    Module  Answer    Inputs  Output               kbit/s         PIDs\n"
+              "    M       has room  2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
 }
 
 TEST(ExplanationText, ModulesThatAreNotListed) {
@@ -77,13 +77,13 @@ TEST(ExplanationText, TheAnswerStaysWhereFiguresAreLeftAway) {
     Explanation explanation = plain();
     explanation.modules = {answer_with_room("M")};
     const std::string above = "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n  Why.\n";
-    EXPECT_EQ(explanation_text(explanation, {false, true, 76}),
-              above + "    Module  Answer    Inputs       Output               kbit/s         PIDs\n"
-                      "    M       has room  1 of 2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 74}),
-              above + "    Module  Answer    Inputs                    kbit/s         PIDs\n"
-                      "    M       has room  1 of 2 free  200 + 4000 of 38000  3 + 0 of 15\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 60}),
+    EXPECT_EQ(explanation_text(explanation, {false, true, 71}),
+              above + "    Module  Answer    Inputs  Output               kbit/s         PIDs\n"
+                      "    M       has room  2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 69}),
+              above + "    Module  Answer    Inputs               kbit/s         PIDs\n"
+                      "    M       has room  2 free  200 + 4000 of 38000  3 + 0 of 15\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 58}),
               above + "    Module  Answer                 kbit/s         PIDs\n"
                       "    M       has room  200 + 4000 of 38000  3 + 0 of 15\n");
     EXPECT_EQ(explanation_text(explanation, {false, true, 42}),

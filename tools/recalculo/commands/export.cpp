@@ -10,6 +10,7 @@
 
 #include "base/counted.h"
 #include "base/streams.h"
+#include "commands/choice.h"
 #include "lineup/channels_conf.h"
 #include "report/channel_export.h"
 #include "report/report_csv.h"
@@ -64,9 +65,8 @@ void add_export(CLI::App& app) {
                      "The result, as `recalculo run --json` writes it; - for standard input")
         ->type_name("")
         ->required();
-    command->add_option("--format", options->format, "What to write")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({format_channels_conf, format_csv}))
+    one_of(command->add_option("--format", options->format, "What to write"),
+           {format_channels_conf, format_csv})
         ->required();
     command->add_option("-o,--output", options->output, "Where to write it; - for standard output")
         ->type_name("FILE")

@@ -12,6 +12,7 @@
 #include "base/counted.h"
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/choice.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
@@ -101,9 +102,9 @@ void add_import(CLI::App& app) {
                      "A head-end file whose modules to take; - for standard input")
         ->type_name("FILE")
         ->required();
-    import->add_option("--format", options->format, "What the list is; by default it shows that itself")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(lineup_format_names()));
+    one_of(
+        import->add_option("--format", options->format, "What the list is; by default it shows that itself"),
+        lineup_format_names());
     import->add_option("-o,--output", options->output, "Where to write the head-end; - for standard output")
         ->type_name("FILE")
         ->capture_default_str();

@@ -2,12 +2,13 @@
 
 #include <unistd.h>
 
+#include "commands/choice.h"
+
 namespace zarven::tool {
 
 void add_style_input(CLI::App& command, StyleInput& input) {
-    command.add_option("--color", input.colour, "Colour the report: auto (on a terminal), always or never")
-        ->check(CLI::IsMember(colour_choices()).description(""))
-        ->type_name("WHEN");
+    one_of(command.add_option("--color", input.colour, "Colour the report; auto is on a terminal"),
+           colour_choices());
 }
 
 TextStyle style_of(const StyleInput& input) {

@@ -3,11 +3,11 @@
 // has what else a page tells: for the page recalculo-run.1 the roff sections in recalculo-run.roff.
 
 #include <algorithm>
+#include <cctype>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <fmt/format.h>
@@ -127,29 +127,49 @@ std::string page_of(const CLI::App& app, const CLI::App& program, const std::str
            see_also(app, program);
 }
 
-/// The words that complete a command line: after each command its options; files for everything else.
+/// What the shell does for the value of an option: words, nothing for numbers and the like, else files.
+std::string values_of(const std::string& command, const CLI::Option& option) {
+    const std::string type = option.get_type_name();
+    if (!takes_value(option) || type == "FILE")
+        return "";
+    std::string patterns;
+    for (const std::string& name : names_of(option))
+        patterns += fmt::format("{}'{} {}'", patterns.empty() ? "" : " | ", command, name);
+    const bool is_choice = type.find('|') != std::string::npos;
+    return fmt::format("    {}) {} ;;\n", patterns,
+                       is_choice ? fmt::format("words='{}'", replaced(type, "|", " ")) : "return");
+}
+
+/// The words that complete a command line: after each command its options and their values; files for the
+/// rest.
 std::string completion_of(const CLI::App& program) {
-    std::string names;
-    std::string cases;
+    std::string commands;
+    std::string options;
+    std::string values;
     for (const CLI::App* command : program.get_subcommands({})) {
-        std::string options;
-        for (const CLI::Option* option : command->get_options())
+        std::string names;
+        for (const CLI::Option* option : command->get_options()) {
             for (const std::string& name : names_of(*option))
-                options += (options.empty() ? "" : " ") + name;
-        names += (names.empty() ? "" : " ") + command->get_name();
-        cases += fmt::format("    {}) words='{}' ;;\n", command->get_name(), options);
+                names += (names.empty() ? "" : " ") + name;
+            values += values_of(command->get_name(), *option);
+        }
+        commands += (commands.empty() ? "" : " ") + command->get_name();
+        options += fmt::format("        {}) words='{}' ;;\n", command->get_name(), names);
     }
-    return replaced(replaced(R"(# bash completion for recalculo
+    std::string text = R"(# bash completion for recalculo
 
 _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
-    case $COMP_CWORD in
-    1) words='@NAMES@ --help --version' ;;
-    *) case ${COMP_WORDS[1]} in
-@CASES@    esac ;;
-    esac
-    if [[ $word == -* || $COMP_CWORD -eq 1 ]]; then
+    case "${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD - 1]}" in
+@VALUES@    esac
+    if [[ $COMP_CWORD -eq 1 ]]; then
+        words='@COMMANDS@ --help --version'
+    elif [[ -z $words && $word == -* ]]; then
+        case ${COMP_WORDS[1]} in
+@OPTIONS@        esac
+    fi
+    if [[ -n $words ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
     else
         compopt -o filenames 2>/dev/null || :
@@ -157,9 +177,10 @@ _recalculo() {
     fi
 }
 complete -F _recalculo recalculo
-)",
-                             "@NAMES@", names),
-                    "@CASES@", cases);
+)";
+    text = replaced(std::move(text), "@COMMANDS@", commands);
+    text = replaced(std::move(text), "@OPTIONS@", options);
+    return replaced(std::move(text), "@VALUES@", values);
 }
 
 void write_manual(const std::string& sections, const std::filesystem::path& output) {

@@ -77,7 +77,9 @@ std::string verdict(const ModuleAnswer& answer, const ServiceResult& service) {
 std::string inputs(const ModuleRefusal& refusal) {
     if (!refusal.inputs_receiving.empty())
         return fmt::format("{} receives it", fmt::join(refusal.inputs_receiving, ", "));
-    return fmt::format("{} of {} free", refusal.inputs_free.size(), refusal.inputs);
+    if (refusal.inputs_free.empty())
+        return fmt::format("0 of {} free", refusal.inputs);
+    return fmt::format("{} free", fmt::join(refusal.inputs_free, ", "));
 }
 
 std::vector<Column> columns() {

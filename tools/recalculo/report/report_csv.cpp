@@ -35,12 +35,13 @@ struct Place {
 };
 
 std::string line(const Place& place, const ServiceResult& service) {
-    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
                        yes_or_no(service.is_hd), yes_or_no(service.is_radio), yes_or_no(service.is_scrambled),
-                       service.ca_pids, yes_or_no(service.is_transcoded), yes_or_no(service.is_clone));
+                       service.ca_pids, yes_or_no(service.is_transcoded), yes_or_no(service.is_clone),
+                       quoted(service.reason));
 }
 
 std::string lines_of(const ModuleResult& module) {
@@ -67,7 +68,7 @@ std::string lines_of(const ModuleResult& module) {
 
 std::string csv_report(const Result& result) {
     std::string table = "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
-                        "scrambled,ca_pids,transcoded,clone\r\n";
+                        "scrambled,ca_pids,transcoded,clone,reason\r\n";
     for (const ModuleResult& module : result.modules)
         table += lines_of(module);
     for (const StreamResult& stream : result.left_out)

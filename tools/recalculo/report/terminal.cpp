@@ -85,9 +85,9 @@ Surroundings surroundings_of(int descriptor) {
 
 TextStyle style_for(const Surroundings& surroundings, ColourChoice choice) {
     TextStyle style;
-    style.colour =
-        choice == ColourChoice::always ||
-        (choice == ColourChoice::automatic && can_redraw(surroundings) && surroundings.no_color.empty());
+    const bool is_wanted =
+        choice == ColourChoice::always || (choice == ColourChoice::automatic && can_redraw(surroundings));
+    style.colour = is_wanted && surroundings.no_color.empty();
     style.utf8 = surroundings.is_utf8_locale;
     style.width = width_of(surroundings);
     return style;

@@ -3,19 +3,47 @@
 _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
-    case $COMP_CWORD in
-    1) words='run explain compare size bound import export --help --version' ;;
-    *) case ${COMP_WORDS[1]} in
-    run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
-    explain) words='-h --help --set --service --json --color --version' ;;
-    compare) words='-h --help --json --html --color --version' ;;
-    size) words='-h --help --set --add --most --jobs --json --color --version' ;;
-    bound) words='-h --help --set --json --color --version' ;;
-    import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
-    export) words='-h --help --format -o --output --version' ;;
-    esac ;;
+    case "${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD - 1]}" in
+    ) return ;;
+    'run --set') return ;;
+    'run --color') words='auto always never' ;;
+    ) return ;;
+    'explain --set') return ;;
+    'explain --service') return ;;
+    'explain --color') words='auto always never' ;;
+    ) return ;;
+    ) return ;;
+    'compare --color') words='auto always never' ;;
+    ) return ;;
+    'size --set') return ;;
+    'size --most') return ;;
+    'size --jobs') return ;;
+    'size --color') words='auto always never' ;;
+    ) return ;;
+    'bound --set') return ;;
+    'bound --color') words='auto always never' ;;
+    ) return ;;
+    'import --format') words='channels.conf dvbv5 lamedb' ;;
+    'import --radio-bitrate') return ;;
+    'import --sd-bitrate') return ;;
+    'import --hd-bitrate') return ;;
+    ) return ;;
+    'export --format') words='channels.conf csv' ;;
     esac
-    if [[ $word == -* || $COMP_CWORD -eq 1 ]]; then
+    if [[ $COMP_CWORD -eq 1 ]]; then
+        words='run explain compare size bound import export --help --version'
+    elif [[ -z $words && $word == -* ]]; then
+        case ${COMP_WORDS[1]} in
+        run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
+        explain) words='-h --help --set --service --json --color --version' ;;
+        compare) words='-h --help --json --html --color --version' ;;
+        size) words='-h --help --set --add --most --jobs --json --color --version' ;;
+        bound) words='-h --help --set --json --color --version' ;;
+        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+        export) words='-h --help --format -o --output --version' ;;
+        esac
+    fi
+    if [[ -n $words ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
     else
         compopt -o filenames 2>/dev/null || :
