@@ -1,7 +1,6 @@
 // recalculo: places the services of a head-end onto its modules, from the command line. Each command adds
 // itself to the program; here they are called, and what ends them is told.
 
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -69,8 +68,6 @@ int dispatch(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that goes away is told like any other failure to write.
-    std::signal(SIGPIPE, SIG_IGN);
     interruption::install();
     try {
         return dispatch(argc, argv);

@@ -89,6 +89,20 @@ TEST_F(Streams, AnInterruptionLeavesAWholeFile) {
     }
 }
 
+TEST_F(Streams, WhatHasBeenReadIsNotOverwritten) {
+    const std::string path = folder / "read";
+    write_text(path, "kept");
+    EXPECT_EQ(read_text(path), "kept");
+    std::filesystem::create_symlink("read", folder / "link");
+    const std::string problem = ": cannot be written: it was read by the same command; expected another file";
+    EXPECT_EQ(failure_message([&] { write_text(path, "lost"); }), path + problem);
+    EXPECT_EQ(failure_message([&] { open_for_writing(folder / "link"); }),
+              (folder / "link").string() + problem);
+    EXPECT_EQ(read_text(path), "kept");
+    EXPECT_EQ(read_text("/dev/null"), "");
+    write_text("/dev/null", "a device may be read and written");
+}
+
 TEST(InputName, TheDashIsStandardInput) {
     EXPECT_EQ(input_name("-"), "standard input");
     EXPECT_EQ(input_name("headend.json"), "headend.json");

@@ -28,7 +28,7 @@ bool is_pending();
 /// Ends the program if a signal waits.
 void obey();
 
-/// No signal at all arrives while one is alive: for the short time in which a file is written.
+/// None of the two signals arrives while one is alive: for the short time in which a file is written.
 class Held {
 public:
     Held();

@@ -5,7 +5,10 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <optional>
+#include <set>
+#include <system_error>
 
 #include <fmt/format.h>
 #include <sys/stat.h>
@@ -27,6 +30,17 @@ bool is_file_or_new(const std::string& path) {
     return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
 }
 
+/// The one path of a regular file, whatever links lead to it. Empty for what may be used any number of times.
+std::string real_path(const std::string& path) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none))
+        return "";
+    return std::filesystem::canonical(path, none).string();
+}
+
+/// What this program has read, by its one path. A slip of the pen must not cost the planner a file.
+std::set<std::string> files_read;
+
 } // namespace
 
 std::string input_name(const std::string& path) {
@@ -41,6 +55,7 @@ std::string read_text(const std::string& path) {
         if (!opened)
             fail(path, "cannot be opened");
         source = opened.get();
+        files_read.insert(real_path(path));
     }
     std::string text;
     std::array<char, 65536> block;
@@ -52,6 +67,9 @@ std::string read_text(const std::string& path) {
 }
 
 File open_for_writing(const std::string& path) {
+    const std::string real = real_path(path);
+    if (!real.empty() && files_read.count(real) != 0)
+        throw Failure(path + ": cannot be written: it was read by the same command; expected another file");
     File file(std::fopen(path.c_str(), "wb"));
     if (!file)
         fail(path, "cannot be written");
@@ -68,8 +86,11 @@ void write_text(const std::string& path, const std::string& text) {
         opened = open_for_writing(path);
     std::FILE* destination = to_standard ? stdout : opened.get();
     // A full disk or a closed pipe may show itself only when the buffer is emptied.
-    const bool arrived =
+    bool arrived =
         std::fwrite(text.data(), 1, text.size(), destination) == text.size() && std::fflush(destination) == 0;
+    // Some file systems tell of a failure only at the very end.
+    if (opened && std::fclose(opened.release()) != 0)
+        arrived = false;
     if (!arrived)
         fail(to_standard ? "standard output" : path, "cannot be written");
 }

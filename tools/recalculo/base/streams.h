@@ -25,7 +25,7 @@ std::string input_name(const std::string& path);
 /// The whole contents of a file or of standard input. Throws `Failure`.
 std::string read_text(const std::string& path);
 
-/// Opens a file for writing, empty. Throws `Failure`.
+/// Opens a file for writing, empty. Throws `Failure`, also for a file that has been read: it would be lost.
 File open_for_writing(const std::string& path);
 
 /// Writes a whole file or to standard output, and is sure that it arrived. Ctrl-C does not leave half a file.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <future>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -26,8 +27,12 @@ void in_parallel(std::size_t parts, unsigned jobs, const std::function<void(std:
         }
     };
     std::vector<std::future<void>> threads;
-    for (std::size_t thread = 1; thread < std::min(parts, std::size_t{jobs}); ++thread)
-        threads.push_back(std::async(std::launch::async, draw));
+    try {
+        for (std::size_t thread = 1; thread < std::min(parts, std::size_t{jobs}); ++thread)
+            threads.push_back(std::async(std::launch::async, draw));
+    } catch (const std::system_error&) {
+        // No further thread is to be had: those there are do all of it.
+    }
     // The futures wait for their threads, also when this throws.
     draw();
     for (std::future<void>& thread : threads)

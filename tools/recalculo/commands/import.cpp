@@ -114,8 +114,7 @@ void add_import(CLI::App& app) {
                  "Bitrate to assume for a radio service, in kbit/s");
     add_estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s");
     add_estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s");
-    import->callback([options] { import_command(*options);
-});
-} // namespace zarven::tool
+    import->callback([options] { import_command(*options); });
+}
 
 } // namespace zarven::tool

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include "base/failure.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/report_output.h"
@@ -71,6 +72,11 @@ std::string text_of(const Result& result, const Strategies* strategies, const Te
 
 void run_command(const RunOptions& options) {
     check(options.output);
+    if (options.strategies && options.output.html == standard_stream)
+        throw Failure("--strategies shows nothing on the page that --html - writes in the place of the report; expected "
+                      "a file for --html");
+    if (!options.log.empty() && options.log != standard_stream && options.log == options.output.html)
+        throw Failure("--html and --log both write to " + options.log + "; expected two files");
     const std::string file = input_name(options.headend.path);
     const Headend headend = read_input(options.headend);
 

@@ -233,7 +233,7 @@ void Lamedb::read_version_4() {
         section_ = Section::transponders;
     } else if (content == "services") {
         section_ = Section::services;
-    } else if (content == "end") {
+    } else if (is_end(lines_[at_])) {
         section_ = section_ == Section::services ? Section::after_services : Section::none;
     } else if (section_ != Section::services && section_ != Section::after_services &&
                is_service_head(content)) {
@@ -283,7 +283,7 @@ void Lamedb::read_three_lines() {
     std::vector<std::string_view> parts;
     std::size_t next = at_ + 1;
     for (; parts.size() < 2 && next < lines_.size(); ++next) {
-        if (is_service_head(trimmed(lines_[next].text)) || (parts.size() == 1 && lines_[next].text == "end"))
+        if (is_service_head(trimmed(lines_[next].text)) || (parts.size() == 1 && is_end(lines_[next])))
             break;
         parts.push_back(lines_[next].text);
     }
@@ -301,7 +301,7 @@ void Lamedb::read_three_lines() {
 void Lamedb::skip_to_service() {
     do
         ++at_;
-    while (at_ < lines_.size() && lines_[at_].text != "end" && !is_service_head(trimmed(lines_[at_].text)));
+    while (at_ < lines_.size() && !is_end(lines_[at_]) && !is_service_head(trimmed(lines_[at_].text)));
 }
 
 void Lamedb::read_version_5() {

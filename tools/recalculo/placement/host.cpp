@@ -129,9 +129,12 @@ Log::~Log() {
 void Log::finish() {
     if (log_destination == nullptr)
         return;
-    if (std::fflush(log_destination) != 0 || std::ferror(log_destination) != 0)
-        throw Failure(fmt::format("{}: the log cannot be written: {}", opened_ ? path_ : "standard error",
-                                  std::strerror(errno)));
+    const bool failed_before = std::ferror(log_destination) != 0;
+    const bool failed_now = std::fflush(log_destination) != 0;
+    // The reason of an earlier failure is long forgotten.
+    if (failed_before || failed_now)
+        throw Failure(fmt::format("{}: the log cannot be written{}", opened_ ? path_ : "standard error",
+                                  failed_now ? std::string(": ") + std::strerror(errno) : ""));
     deferred_.reset();
 }
 

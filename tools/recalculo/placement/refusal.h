@@ -31,8 +31,7 @@ enum class Limit {
     pids,
     transcoders,
     /// There is a free input and room, but the engine tunes no input to this stream: it asks only for
-    /// services
-    /// without transcoding, and passes over LCN 0 as long as others wait.
+    /// services without transcoding, and passes over LCN 0 as long as others wait.
     stream_not_chosen,
     /// Nothing is in the way: the engine's strategies did not come by.
     none,

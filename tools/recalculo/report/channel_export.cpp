@@ -41,12 +41,15 @@ void set_pids(const ServiceResult& service, Channel& channel) {
 class Export {
 public:
     explicit Export(const Result& result) {
-        export_.left_out = result.counts.left_out;
         export_.clones = result.clones_waiting.size();
         for (const ModuleResult& module : result.modules)
             for (const OutputResult& output : module.outputs)
                 for (const ServiceResult& service : output.services)
                     take(service);
+        // The engine's exchanges may leave a service placed and left out at once.
+        for (const StreamResult& stream : result.left_out)
+            for (const ServiceResult& service : stream.services)
+                export_.left_out += services_.count(key_of(service)) == 0 ? 1 : 0;
         std::map<std::pair<std::uint16_t, std::uint16_t>, std::uint32_t> frequencies;
         for (const auto& [key, service] : services_)
             frequencies.emplace(std::pair(service.stream.onid, service.stream.tsid), 0);
