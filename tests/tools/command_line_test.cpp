@@ -773,19 +773,19 @@ TEST_F(OnATerminal, TheSignalToTerminateIsExitCode143) {
 }
 
 TEST_F(OnATerminal, ExplainShowsTheProgressOfItsRun) {
-    // More services than fit, so that the engine has much to exchange.
+    // More services than fit, so that the engine has seconds of exchanges before it.
     json headend = json::parse(R"({"modules": [], "services": []})");
-    for (int module = 0; module < 40; ++module)
+    for (int module = 0; module < 500; ++module)
         headend["modules"].push_back({{"mac", "M" + std::to_string(module)},
                                       {"controller", module == 0},
-                                      {"inputs", 4},
+                                      {"inputs", 40},
                                       {"outputs", {1000, 1000}},
                                       {"pids_max", 100}});
-    for (int lcn = 1; lcn <= 4000; ++lcn)
+    for (int lcn = 1; lcn <= 30000; ++lcn)
         headend["services"].push_back({{"lcn", lcn},
                                        {"name", "s"},
                                        {"onid", 1},
-                                       {"tsid", lcn % 200 + 1},
+                                       {"tsid", lcn % 40 + 1},
                                        {"sid", lcn},
                                        {"bitrate", 50 + lcn % 37}});
     start({"explain", write("crowded.json", headend.dump())});

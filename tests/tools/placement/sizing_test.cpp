@@ -138,7 +138,7 @@ TEST(Sizing, NoNumberHelpsWhereTheKindAddsNoTranscoder) {
     Module with_transcoder = plain;
     with_transcoder.sd_transcoders = 1;
     EXPECT_EQ(shortages(size(headend, with_transcoder)), "");
-    EXPECT_EQ(size(headend, with_transcoder).addition.number, 1u);
+    EXPECT_EQ(size(headend, with_transcoder).addition.at_least, 1u);
 }
 
 TEST(Sizing, NoNumberHelpsWhereTheKindAddsNoPid) {

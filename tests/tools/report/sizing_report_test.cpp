@@ -126,7 +126,7 @@ TEST(SizingText, WhatIsLeftOutWithItsReasonsWhereNoNumberHelps) {
     sizing.addition.remaining = {service(9, "no transcoder is left")};
     EXPECT_NE(sizing_text(sizing).find("these modules add none.\n"
                                        "\n"
-                                       "Left out as it is: 1 service\n"
+                                       "Left out by the head-end as it is: 1 service\n"
                                        "      9  S9  1/1001       no transcoder is left\n"),
               std::string::npos)
         << sizing_text(sizing);

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <set>
 #include <tuple>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -137,20 +138,21 @@ void Adding::find_impossible() {
     std::vector<ModuleCapacity> modules = modules_;
     if (most_ != 0)
         modules.push_back(kind_);
-    auto& services = loaded_.engine.listaServicios;
-    const auto is_impossible = [&](const auto& service) {
+    decltype(loaded_.engine.listaServicios) possible;
+    for (const auto& service : loaded_.engine.listaServicios) {
         std::string reason = why_none_could_take(modules, *service);
         if (reason.empty() && tunable.count({service->ONID, service->TSID}) == 0)
             reason = "all services of its stream need transcoding, and for such the engine tunes no input";
-        if (reason.empty())
-            return false;
+        if (reason.empty()) {
+            possible.push_back(service);
+            continue;
+        }
         addition_.impossible.push_back(describe(*service, false));
         addition_.impossible.back().reason = reason;
         impossible_.insert(identity_of(addition_.impossible.back()));
-        return true;
-    };
-    // What they ask for is no part of what is to be placed.
-    services.erase(std::remove_if(services.begin(), services.end(), is_impossible), services.end());
+    }
+    // What the impossible ask for is no part of what is to be placed.
+    loaded_.engine.listaServicios = std::move(possible);
 }
 
 /// How many services there are to place; the impossible are no longer among those loaded.

@@ -190,9 +190,10 @@ std::string raises_text(const Sizing& sizing, const TextStyle& style) {
 std::string remaining_text(const Addition& addition, const TextStyle& style) {
     if (addition.remaining.empty())
         return "";
-    return "\n" + (addition.shortages.empty()
-                       ? services_list("Left out by the best of these", addition.remaining, style)
-                       : services_with_reasons("Left out as it is", addition.remaining, style));
+    return "\n" +
+           (addition.shortages.empty()
+                ? services_list("Left out by the best of these", addition.remaining, style)
+                : services_with_reasons("Left out by the head-end as it is", addition.remaining, style));
 }
 
 } // namespace
