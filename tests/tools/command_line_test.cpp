@@ -778,6 +778,29 @@ TEST_F(OnATerminal, TheSignalToTerminateIsExitCode143) {
     EXPECT_EQ(exit_code(), 143);
 }
 
+TEST_F(OnATerminal, ExplainShowsTheProgressOfItsRun) {
+    // More services than fit, so that the engine has seconds of exchanges before it.
+    json headend = json::parse(R"({"modules": [], "services": []})");
+    for (int module = 0; module < 500; ++module)
+        headend["modules"].push_back({{"mac", "M" + std::to_string(module)},
+                                      {"controller", module == 0},
+                                      {"inputs", 40},
+                                      {"outputs", {1000, 1000}},
+                                      {"pids_max", 100}});
+    for (int lcn = 1; lcn <= 30000; ++lcn)
+        headend["services"].push_back({{"lcn", lcn},
+                                       {"name", "s"},
+                                       {"onid", 1},
+                                       {"tsid", lcn % 40 + 1},
+                                       {"sid", lcn},
+                                       {"bitrate", 50 + lcn % 37}});
+    start({"explain", write("crowded.json", headend.dump())});
+    EXPECT_TRUE(shows(" services left · "));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_TRUE(ends_with("\r\x1B[Krecalculo: interrupted\r\n")) << shown_.substr(0, 2000);
+}
+
 TEST_F(OnATerminal, ALogOnStandardErrorIsProgressEnough) {
     start({"run", "--pauses", "--log", "-", small});
     EXPECT_TRUE(shows("BEGIN OPTION: MAX --"));

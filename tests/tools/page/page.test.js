@@ -92,7 +92,7 @@ const servicesOf = (result) => [
     ...result.left_out.flatMap((stream) => stream.services),
     ...result.clones_waiting,
 ];
-const shown = (name) => name.replace(/\p{Cc}/gu, "\uFFFD");
+const shown = (name) => name.replace(/[\p{Cc}\u202A-\u202E\u2066-\u2069]/gu, "\uFFFD");
 
 let browser;
 before(async () => { browser = await openBrowser(); });

@@ -101,6 +101,66 @@ TEST(Sizing, WhatRemainsIsToldWhereNoNumberSuffices) {
     EXPECT_EQ(addition.remaining[0].bitrate, 60u);
 }
 
+/// The limits that further modules of the kind do not raise, with what there is and what is wanted.
+std::string shortages(const Sizing& sizing) {
+    const auto name = [](BoundLimit Bound::*which) {
+        return which == &Bound::inputs        ? "inputs"
+               : which == &Bound::bitrate     ? "bitrate"
+               : which == &Bound::pids        ? "pids"
+               : which == &Bound::transcoders ? "transcoders"
+                                              : "places";
+    };
+    std::string text;
+    for (const Shortage& shortage : sizing.addition.shortages)
+        text += std::string(text.empty() ? "" : ", ") + name(shortage.which) + " " +
+                std::to_string(shortage.limit.capacity) + " of " + std::to_string(shortage.limit.wanted);
+    return text;
+}
+
+TEST(Sizing, NoNumberHelpsWhereTheKindAddsNoTranscoder) {
+    std::vector<Service> services = {light(1, 10)};
+    for (std::uint16_t lcn = 2; lcn <= 4; ++lcn)
+        services.push_back(light(lcn, 10, 10, 0, 1));
+    Headend headend = one_module(services);
+    headend.modules[0].sd_transcoders = 3;
+    EXPECT_EQ(size(headend, plain).addition.number, 0u) << "three of three";
+    headend.services.push_back(light(5, 10, 10, 0, 1));
+    const Sizing sizing = size(headend, plain);
+    EXPECT_EQ(shortages(sizing), "transcoders 3 of 4");
+    EXPECT_FALSE(sizing.addition.number);
+    EXPECT_EQ(sizing.addition.at_least, 9u) << "one above the most";
+    EXPECT_TRUE(sizing.addition.attempts.empty());
+    ASSERT_EQ(sizing.addition.remaining.size(), 1u);
+    EXPECT_TRUE(sizing.addition.remaining[0].is_transcoded);
+    EXPECT_NE(sizing.addition.remaining[0].reason, "");
+    headend.services.push_back(light(6, 60, 1, 0, 1));
+    EXPECT_EQ(shortages(size(headend, plain)), "transcoders 3 of 4") << "the impossible does not count";
+    Module with_transcoder = plain;
+    with_transcoder.sd_transcoders = 1;
+    EXPECT_EQ(shortages(size(headend, with_transcoder)), "");
+    EXPECT_EQ(size(headend, with_transcoder).addition.at_least, 1u);
+}
+
+TEST(Sizing, NoNumberHelpsWhereTheKindAddsNoPid) {
+    const Headend headend = one_module({light(1, 10, 1, 2), light(2, 10, 1, 2), light(3, 10, 1, 2)});
+    Module kind = plain;
+    kind.pids_max = 0;
+    EXPECT_EQ(shortages(size(headend, kind)), "pids 4 of 6") << "and it can take none of the services";
+    kind.pids_max = 1;
+    EXPECT_EQ(shortages(size(headend, kind)), "pids 4 of 6") << "too few for any";
+    kind.pids_max = 2;
+    EXPECT_EQ(shortages(size(headend, kind)), "");
+}
+
+TEST(Sizing, NoNumberHelpsWhereTheKindHasNoInput) {
+    const Headend headend = one_module({light(1, 10, 60), light(2, 20, 60)});
+    Module kind = plain;
+    kind.inputs = 0;
+    EXPECT_EQ(shortages(size(headend, kind)), "inputs 1 of 2, bitrate 60 of 120");
+    EXPECT_EQ(shortages(size(headend, plain)), "");
+    EXPECT_EQ(shortages(size(headend, plain, 0)), "") << "more would do, only that none may be added";
+}
+
 TEST(Sizing, TheImpossibleIsNamedAndTheAnswerIsForTheOthers) {
     const Headend headend = one_module({light(1, 10), light(2, 20), light(3, 20, 100), light(4, 20, 1, 5),
                                         light(5, 20, 1, 0, 1), light(6, 60, 1, 0, 1)});

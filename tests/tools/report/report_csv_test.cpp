@@ -11,7 +11,7 @@ namespace {
 
 const std::string header =
     "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
-    "scrambled,ca_pids,transcoded,clone\r\n";
+    "scrambled,ca_pids,transcoded,clone,reason\r\n";
 
 TEST(CsvReport, AnEmptyResult) {
     EXPECT_EQ(csv_report(Result()), header);
@@ -19,17 +19,18 @@ TEST(CsvReport, AnEmptyResult) {
 
 TEST(CsvReport, OneOfEverything) {
     const std::string long_name = "A name that is longer than the column is wide";
-    EXPECT_EQ(csv_report(result_with_everything()),
-              header +
-                  "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no\r\n"
-                  "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no\r\n"
-                  "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes\r\n"
-                  "yes,M1,1,1,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no\r\n"
-                  "yes,M1,1,10,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no\r\n"
-                  "no,,,,700," +
-                  long_name + "," + long_name +
-                  ",1,1002,105,105,4200,no,no,yes,1,no,no\r\n"
-                  "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes\r\n");
+    EXPECT_EQ(
+        csv_report(result_with_everything()),
+        header +
+            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes,\r\n"
+            "yes,M1,1,1,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "yes,M1,1,10,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "no,,,,700," +
+            long_name + "," + long_name +
+            ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.\r\n"
+            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \x1B, is left out.\"\r\n");
 }
 
 TEST(CsvReport, AServiceWithoutInput) {
@@ -62,7 +63,7 @@ TEST(CsvReport, Radio) {
     ServiceResult service;
     service.is_radio = true;
     result.clones_waiting = {service};
-    EXPECT_NE(csv_report(result).find(",no,yes,no,0,no,no\r\n"), std::string::npos);
+    EXPECT_NE(csv_report(result).find(",no,yes,no,0,no,no,\r\n"), std::string::npos);
 }
 
 } // namespace

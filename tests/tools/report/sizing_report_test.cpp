@@ -85,13 +85,26 @@ TEST(SizingText, EveryAnswer) {
     sizing.addition.number = 0;
     EXPECT_EQ(answer(sizing), "  None is needed: the engine places everything.");
     sizing.addition.number.reset();
-    EXPECT_EQ(answer(sizing),
-              "  Up to 32 more modules: with none of the numbers tried does the engine place everything.");
+    EXPECT_EQ(answer(sizing), "  No number of further modules up to 32 is enough.");
     sizing.addition.at_least = 33;
     sizing.addition.attempts.clear();
     EXPECT_EQ(answer(sizing),
               "  Up to 32 more modules are too few: no arrangement could then place everything; "
               "nothing was tried.");
+    sizing.addition.shortages = {{&Bound::transcoders, {3, 4, 19}}};
+    EXPECT_EQ(
+        answer(sizing),
+        "  No number of these modules is enough: to place everything takes 4 transcoders where there are 3; "
+        "these modules add none.");
+    sizing.addition.shortages = {{&Bound::inputs, {0, 1, 0}},
+                                 {&Bound::bitrate, {99, 120, 1}},
+                                 {&Bound::pids, {0, 1, 1}},
+                                 {&Bound::places, {512, 513, 512}}};
+    EXPECT_EQ(
+        answer(sizing),
+        "  No number of these modules is enough: to place everything takes 1 input where there are 0, and "
+        "120 kbit/s of outputs where there are 99, and 1 PID where there are 0, and 513 places on outputs "
+        "where there are 512; these modules add none.");
 }
 
 TEST(SizingText, WhatRemains) {
@@ -101,6 +114,20 @@ TEST(SizingText, WhatRemains) {
     sizing.addition.remaining[0].is_transcoded = true;
     EXPECT_NE(sizing_text(sizing).find("Left out by the best of these: 1 service\n"
                                        "      9  S9  1/1001         5200 kbit/s  2 CA PIDs, transcoded\n"),
+              std::string::npos)
+        << sizing_text(sizing);
+}
+
+TEST(SizingText, WhatIsLeftOutWithItsReasonsWhereNoNumberHelps) {
+    Sizing sizing = a_sizing();
+    sizing.addition.number.reset();
+    sizing.addition.attempts.clear();
+    sizing.addition.shortages = {{&Bound::transcoders, {3, 4, 19}}};
+    sizing.addition.remaining = {service(9, "no transcoder is left")};
+    EXPECT_NE(sizing_text(sizing).find("these modules add none.\n"
+                                       "\n"
+                                       "Left out by the head-end as it is: 1 service\n"
+                                       "      9  S9  1/1001       no transcoder is left\n"),
               std::string::npos)
         << sizing_text(sizing);
 }

@@ -7,6 +7,7 @@
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/style_input.h"
+#include "commands/watched_run.h"
 #include "placement/bound.h"
 #include "placement/host.h"
 #include "report/bound_report.h"
@@ -27,7 +28,7 @@ void bound_command(const BoundOptions& options) {
     const host::Log no_log("");
     EngineRun run = load_engine(headend, file);
     const Bound bound = bound_of(run, capacities_of(run));
-    run_engine(run, file);
+    run_watched(run, file);
     const Result result = result_of(run, headend.name, Reasons::omitted);
     write_text(standard_stream,
                options.json ? bound_json(bound, result) : bound_text(bound, result, style_of(options.style)));

@@ -8,6 +8,7 @@
 #include "base/streams.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
+#include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "headend/json_text.h"
 #include "placement/comparison.h"
@@ -42,7 +43,7 @@ Result result_in(const std::string& path) {
     const Headend headend = headend_of(file, document);
     const host::Log no_log("");
     EngineRun run = load_engine(headend, file);
-    run_engine(run, file);
+    run_watched(run, file);
     return result_of(run, headend.name);
 }
 

@@ -11,6 +11,7 @@
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/style_input.h"
+#include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/explanation.h"
 #include "placement/host.h"
@@ -77,7 +78,7 @@ void explain_command(const ExplainOptions& options) {
     const host::Log silence("");
     EngineRun run = load_engine(headend, file);
     Services services = services_with(queries, run, file);
-    run_engine(run, file);
+    run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
     if (queries.empty())
         services = left_out_of(run);

@@ -6,23 +6,20 @@
 #include <optional>
 #include <string>
 
-#include <unistd.h>
-
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
+#include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
 #include "placement/strategies.h"
 #include "report/page.h"
-#include "report/progress_line.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
 #include "report/strategies_text.h"
-#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -37,17 +34,6 @@ struct RunOptions {
     /// Empty for no log.
     std::string log;
 };
-
-/// Runs the engine, with a line of progress on a terminal.
-void run_watched(EngineRun& run, const std::string& file, const std::string& log) {
-    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
-    std::optional<ProgressLine> line;
-    // A log on standard error tells more, and two cannot write there.
-    if (can_redraw(surroundings) && log != standard_stream)
-        line.emplace(means_of_standard_error(surroundings), [&run] { return services_left(run.engine); });
-    const host::Watching watching(line ? &*line : nullptr);
-    run_engine(run, file);
-}
 
 Result run_driver(const RunOptions& options, const Headend& headend, const std::string& file) {
     host::Log log(options.log);

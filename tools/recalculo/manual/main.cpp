@@ -130,7 +130,7 @@ std::string page_of(const CLI::App& app, const CLI::App& program, const std::str
 /// What the shell does for the value of an option: words, nothing for numbers and the like, else files.
 std::string values_of(const std::string& command, const CLI::Option& option) {
     const std::string type = option.get_type_name();
-    if (!takes_value(option) || type == "FILE")
+    if (!takes_value(option) || is_positional(option) || type == "FILE")
         return "";
     std::string patterns;
     for (const std::string& name : names_of(option))

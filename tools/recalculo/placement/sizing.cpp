@@ -10,6 +10,7 @@
 #include <mutex>
 #include <set>
 #include <tuple>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -32,10 +33,10 @@ class Runner {
 public:
     Runner(const std::string& file, const SizingOptions& options) : file_(file), options_(options) {}
 
-    Result run(const Headend& headend) {
+    Result run(const Headend& headend, Reasons reasons = Reasons::omitted) {
         EngineRun run = load_engine(headend, file_);
         run_engine(run, file_);
-        Result result = result_of(run, headend.name, Reasons::omitted);
+        Result result = result_of(run, headend.name, reasons);
         const std::lock_guard<std::mutex> one_at_a_time(mutex_);
         ++done_;
         planned_ = std::max(planned_, done_);
@@ -108,7 +109,10 @@ public:
 
 private:
     void find_impossible();
+    std::size_t wanted() const;
     void find_least();
+    void find_shortages();
+    void note_remaining(const Result& result);
     bool suffices(const Result& result) const;
     void search(Runner& runner);
     bool take(std::size_t number, const Result& result);
@@ -134,26 +138,35 @@ void Adding::find_impossible() {
     std::vector<ModuleCapacity> modules = modules_;
     if (most_ != 0)
         modules.push_back(kind_);
+    decltype(loaded_.engine.listaServicios) possible;
     for (const auto& service : loaded_.engine.listaServicios) {
         std::string reason = why_none_could_take(modules, *service);
         if (reason.empty() && tunable.count({service->ONID, service->TSID}) == 0)
             reason = "all services of its stream need transcoding, and for such the engine tunes no input";
-        if (reason.empty())
+        if (reason.empty()) {
+            possible.push_back(service);
             continue;
+        }
         addition_.impossible.push_back(describe(*service, false));
         addition_.impossible.back().reason = reason;
         impossible_.insert(identity_of(addition_.impossible.back()));
     }
+    // What the impossible ask for is no part of what is to be placed.
+    loaded_.engine.listaServicios = std::move(possible);
+}
+
+/// How many services there are to place; the impossible are no longer among those loaded.
+std::size_t Adding::wanted() const {
+    return loaded_.engine.listaServicios.size();
 }
 
 /// Bisects, because what cannot be done with a number of modules cannot be done with fewer. Up to one above
 /// the most, which then says that no number allowed is enough.
 void Adding::find_least() {
-    const std::size_t wanted = loaded_.engine.listaServicios.size() - addition_.impossible.size();
     const auto are_too_few = [&](std::size_t number) {
         std::vector<ModuleCapacity> modules = modules_;
         modules.insert(modules.end(), number, kind_);
-        return bound_of(loaded_, modules).most < wanted;
+        return bound_of(loaded_, modules).most < wanted();
     };
     std::size_t& least = addition_.at_least;
     std::size_t above = most_ + 1;
@@ -163,6 +176,23 @@ void Adding::find_least() {
             least = middle + 1;
         else
             above = middle;
+    }
+}
+
+/// With enough modules each limit that they raise is out of the way, and those that they do not raise stay as
+/// they are. Compared are one module and two: none would leave out services that only the kind can take, and
+/// so tell of others.
+void Adding::find_shortages() {
+    std::vector<ModuleCapacity> modules = modules_;
+    modules.push_back(kind_);
+    const Bound with_one = bound_of(loaded_, modules);
+    modules.push_back(kind_);
+    const Bound with_two = bound_of(loaded_, modules);
+    for (BoundLimit Bound::*const which :
+         {&Bound::inputs, &Bound::bitrate, &Bound::pids, &Bound::transcoders, &Bound::places}) {
+        const BoundLimit& limit = with_one.*which;
+        if (limit.allows < wanted() && limit.capacity == (with_two.*which).capacity)
+            addition_.shortages.push_back({which, limit});
     }
 }
 
@@ -185,12 +215,16 @@ bool Adding::take(std::size_t number, const Result& result) {
     if (addition_.attempts.size() > 1 && result.counts.placed <= best_placed_)
         return false;
     best_placed_ = result.counts.placed;
+    note_remaining(result);
+    return false;
+}
+
+void Adding::note_remaining(const Result& result) {
     addition_.remaining.clear();
     for (const StreamResult& stream : result.left_out)
         for (const ServiceResult& service : stream.services)
             if (impossible_.count(identity_of(service)) == 0)
                 addition_.remaining.push_back(service);
-    return false;
 }
 
 /// In waves of as many numbers as there are threads; of a wave, those after the first that suffices are
@@ -213,6 +247,12 @@ Addition Adding::addition(Runner& runner, const Result& now) && {
     // The engine's exchanges can break a limit, and so place what no other arrangement can.
     if (suffices(now)) {
         take(0, now);
+        return std::move(addition_);
+    }
+    find_shortages();
+    if (!addition_.shortages.empty()) {
+        addition_.at_least = most_ + 1;
+        note_remaining(now);
         return std::move(addition_);
     }
     find_least();
@@ -395,7 +435,7 @@ std::vector<Raise> Raising::raises(std::size_t placed_now) {
 Sizing size_headend(const Headend& headend, const std::string& file, const Module& kind,
                     const SizingOptions& options) {
     Runner runner(file, options);
-    const Result now = runner.run(headend);
+    const Result now = runner.run(headend, Reasons::told);
     Sizing sizing;
     sizing.name = headend.name;
     sizing.most = options.most;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "headend/headend.h"
+#include "placement/bound.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -30,6 +31,12 @@ struct Attempt {
     std::size_t left_out = 0;
 };
 
+/// A limit of which there is not enough, and which modules of the kind do not raise.
+struct Shortage {
+    BoundLimit Bound::*which = nullptr;
+    BoundLimit limit;
+};
+
 struct Addition {
     Module kind;
     /// The smallest number with which everything is placed but `impossible`.
@@ -40,7 +47,10 @@ struct Addition {
     std::vector<Attempt> attempts;
     /// Each with its reason: placed with no number of modules.
     std::vector<ServiceResult> impossible;
-    /// Where no number suffices, what else is left out by the attempt that places most.
+    /// If there are any, no number suffices, however large.
+    std::vector<Shortage> shortages;
+    /// Where no number suffices, what else is left out by the attempt that places most; where there are
+    /// shortages, by the head-end as it is, each with its reason.
     std::vector<ServiceResult> remaining;
 };
 

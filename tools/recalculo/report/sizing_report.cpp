@@ -2,6 +2,9 @@
 
 #include "report/sizing_report.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -32,17 +35,49 @@ std::string everything(const Addition& addition) {
     return addition.impossible.empty() ? "everything" : "everything that can be placed";
 }
 
+struct ShortageNames {
+    BoundLimit Bound::*which;
+    const char* one;
+    const char* several;
+};
+
+constexpr ShortageNames shortage_names[] = {
+    {&Bound::inputs, "input", "inputs"},
+    {&Bound::bitrate, "kbit/s of outputs", "kbit/s of outputs"},
+    {&Bound::pids, "PID", "PIDs"},
+    {&Bound::transcoders, "transcoder", "transcoders"},
+    {&Bound::places, "place on outputs", "places on outputs"},
+};
+
+/// What is wanted and what there is.
+std::string figures_of(const Shortage& shortage) {
+    const auto& names = *std::find_if(std::begin(shortage_names), std::end(shortage_names),
+                                      [&](const auto& each) { return each.which == shortage.which; });
+    return fmt::format("{} {} where there are {}", shortage.limit.wanted,
+                       shortage.limit.wanted == 1 ? names.one : names.several, shortage.limit.capacity);
+}
+
+/// Why more modules do not help.
+std::string answer(const std::vector<Shortage>& shortages, const std::string& everything) {
+    std::vector<std::string> figures;
+    for (const Shortage& shortage : shortages)
+        figures.push_back(figures_of(shortage));
+    return fmt::format("No number of these modules is enough: to place {} takes {}; these modules add none.",
+                       everything, fmt::join(figures, ", and "));
+}
+
 std::string answer(const Addition& addition, std::size_t most) {
     if (addition.number == std::size_t{0})
         return fmt::format("None is needed: the engine places {}.", everything(addition));
     if (addition.number)
         return fmt::format("{}: the engine then places {}.", more_modules(*addition.number),
                            everything(addition));
+    if (!addition.shortages.empty())
+        return answer(addition.shortages, everything(addition));
     if (addition.attempts.empty())
         return fmt::format("Up to {} are too few: no arrangement could then place {}; nothing was tried.",
                            more_modules(most), everything(addition));
-    return fmt::format("Up to {}: with none of the numbers tried does the engine place {}.",
-                       more_modules(most), everything(addition));
+    return fmt::format("No number of further modules up to {} is enough.", most);
 }
 
 /// Where the search began, and why there.
@@ -152,6 +187,15 @@ std::string raises_text(const Sizing& sizing, const TextStyle& style) {
                           style);
 }
 
+std::string remaining_text(const Addition& addition, const TextStyle& style) {
+    if (addition.remaining.empty())
+        return "";
+    return "\n" +
+           (addition.shortages.empty()
+                ? services_list("Left out by the best of these", addition.remaining, style)
+                : services_with_reasons("Left out by the head-end as it is", addition.remaining, style));
+}
+
 } // namespace
 
 std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
@@ -160,8 +204,7 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
                     sizing.now.placed, sizing.now.left_out);
     std::string text = title_text(sizing.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
                        "\n" + addition_text(sizing.addition, sizing.most, style);
-    if (!sizing.addition.remaining.empty())
-        text += "\n" + services_list("Left out by the best of these", sizing.addition.remaining, style);
+    text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);

@@ -4,30 +4,22 @@ _recalculo() {
     local word=${COMP_WORDS[COMP_CWORD]} words=''
     COMPREPLY=()
     case "${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD - 1]}" in
-    ) return ;;
     'run --set') return ;;
     'run --color') words='auto always never' ;;
-    ) return ;;
     'explain --set') return ;;
     'explain --service') return ;;
     'explain --color') words='auto always never' ;;
-    ) return ;;
-    ) return ;;
     'compare --color') words='auto always never' ;;
-    ) return ;;
     'size --set') return ;;
     'size --most') return ;;
     'size --jobs') return ;;
     'size --color') words='auto always never' ;;
-    ) return ;;
     'bound --set') return ;;
     'bound --color') words='auto always never' ;;
-    ) return ;;
     'import --format') words='channels.conf dvbv5 lamedb' ;;
     'import --radio-bitrate') return ;;
     'import --sd-bitrate') return ;;
     'import --hd-bitrate') return ;;
-    ) return ;;
     'export --format') words='channels.conf csv' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
