@@ -3,6 +3,7 @@
 #include <pty.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -691,6 +692,11 @@ protected:
         size.ws_col = 72;
         child_ = forkpty(&screen_, nullptr, nullptr, &size);
         if (child_ == 0) {
+            // The terminal would throw away what the program writes at the very moment of Ctrl-C.
+            termios settings{};
+            tcgetattr(STDIN_FILENO, &settings);
+            settings.c_lflag |= NOFLSH;
+            tcsetattr(STDIN_FILENO, TCSANOW, &settings);
             // The test may have been started with it ignored.
             std::signal(SIGINT, SIG_DFL);
             execv(words[0], words.data());
