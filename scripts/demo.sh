@@ -9,7 +9,7 @@ need "${BUILD_PACKAGES[@]}"
 export LC_ALL=C.UTF-8
 
 build=build/demo
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBUILD_TESTING=OFF >/dev/null
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF >/dev/null
 cmake --build "$build" -- --quiet
 recalculo=$build/tools/recalculo/recalculo
 
