@@ -175,12 +175,13 @@ TEST(ChannelExport, WhatIsNoChannelIsCounted) {
     clone.is_clone = true;
     Result result = placed({service(7), clone, clone, service(0)});
     result.clones_waiting = {clone};
-    result.counts.left_out = 4;
+    // One of the two stands on an output, too.
+    result.left_out = {{{1, 1}, {service(7), service(8)}}};
     const ChannelExport exported = export_channels(result);
     EXPECT_EQ(exported.channels.size(), 1u);
     EXPECT_EQ(exported.clones, 2u);
     EXPECT_EQ(exported.without_lcn, 1u);
-    EXPECT_EQ(exported.left_out, 4u);
+    EXPECT_EQ(exported.left_out, 1u);
 }
 
 TEST(ChannelExport, TheLinesOfAList) {

@@ -34,12 +34,13 @@ TEST(Terminal, NoColorAndDumbTerminalsHaveNone) {
     EXPECT_FALSE(has_colour(surroundings));
 }
 
-TEST(Terminal, TheOptionDecidesOverAll) {
+TEST(Terminal, TheOptionDecidesOverTheTerminalAndNoColorOverAll) {
     Surroundings surroundings;
-    surroundings.no_color = "1";
     surroundings.term = "dumb";
     EXPECT_TRUE(has_colour(surroundings, ColourChoice::always));
     EXPECT_FALSE(has_colour(terminal(), ColourChoice::never));
+    surroundings.no_color = "1";
+    EXPECT_FALSE(has_colour(surroundings, ColourChoice::always));
 }
 
 TEST(Terminal, TheWordsOfTheOption) {
