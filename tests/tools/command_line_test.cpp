@@ -29,6 +29,7 @@ using nlohmann::json;
 const std::string program = RECALCULO_PROGRAM;
 const std::string examples = RECALCULO_EXAMPLES;
 const std::string small = examples + "/small.json";
+const std::string medium = examples + "/medium.json";
 
 struct Outcome {
     int code = -1;
@@ -474,7 +475,6 @@ TEST_F(CommandLine, ExplainAnswersAsJson) {
 }
 
 TEST_F(CommandLine, ExplainAgreesWithTheEngineAndTheReport) {
-    const std::string medium = examples + "/medium.json";
     const json left_out = json::parse(run("run --json " + medium).out).at("left_out");
     const json explained = json::parse(run("explain --json " + medium).out).at("services");
     EXPECT_EQ(explained.at(0).at("sentence"), left_out.at(0).at("services").at(0).at("reason"));
@@ -489,9 +489,39 @@ TEST_F(CommandLine, ExplainOfAServiceThatIsNotThere) {
     expect_refused(run("explain - --service 41@1/2", read(small)),
                    "standard input: --service 41@1/2: no service of stream 1/2 has the LCN 41; it is in "
                    "stream 3/5");
-    expect_refused(run("explain none --service 4x"),
-                   "--service 4x: found \"4x\", expected an LCN, or LCN@ONID/TSID, as in 25@1/1007; each "
-                   "number at most 65535");
+    expect_refused(run("explain none --service ''"),
+                   "--service \"\": found no LCN and no name, expected one, as in 25 or 25@1/1007");
+    expect_refused(run("explain " + small + " --service lejano"),
+                   small +
+                       ": --service lejano: no service is called \"lejano\"; did you mean \"Canal Lejano\"?");
+}
+
+TEST_F(CommandLine, ExplainOfAName) {
+    const Outcome by_name = run("explain --service 'Canal Lejano' " + small);
+    EXPECT_EQ(by_name.code, 0) << by_name.err;
+    EXPECT_EQ(by_name.out, run("explain --service 41 " + small).out);
+}
+
+TEST_F(CommandLine, ExplainListsWhatIsNeitherPlacedNorLeftOut) {
+    const Outcome outcome = run("explain " RECALCULO_TOOL_TESTS "/placement/failed_exchange.json");
+    EXPECT_NE(outcome.out.find("\nLCN 5 \"S5\" · stream 1/2 · "), std::string::npos) << outcome.out;
+    EXPECT_NE(
+        outcome.out.find("\n  It is neither placed nor left out: the engine's exchanges have lost it.\n"),
+        std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("\n  Warning: neither placed nor left out\n"), std::string::npos)
+        << outcome.out;
+}
+
+TEST_F(CommandLine, ExplainTellsTheAudit) {
+    const Outcome all = run("explain " + medium);
+    EXPECT_NE(all.out.find("\n\nAudit: 2 findings\nWarning: module 02:48:4D:00:00:06: "), std::string::npos)
+        << all.out;
+    const Outcome one = run("explain --service 203 " + medium);
+    EXPECT_NE(one.out.find("\n\nAudit: 2 findings in the whole head-end; recalculo run lists them\n"),
+              std::string::npos)
+        << one.out;
+    EXPECT_EQ(json::parse(run("explain --json " + medium).out).at("warnings").size(), 2u);
 }
 
 TEST_F(CommandLine, ExplainTakesChanges) {

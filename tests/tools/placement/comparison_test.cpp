@@ -56,7 +56,7 @@ TEST(Compare, GainedAndLost) {
     ASSERT_EQ(comparison.gained.size(), 1u);
     const ServiceChange& gained = comparison.gained[0];
     EXPECT_EQ(gained.service.lcn, 2);
-    EXPECT_TRUE(gained.is_in_before && gained.is_in_after);
+    EXPECT_EQ(gained.absence_before, Absence::left_out);
     EXPECT_TRUE(gained.before.empty());
     ASSERT_EQ(gained.after.size(), 1u);
     EXPECT_EQ(gained.after[0].mac, "A");
@@ -74,12 +74,37 @@ TEST(Compare, AServiceThatOneSideDoesNotHave) {
     const Result without = result({module("A", 10, {})});
     const Comparison gone = compare(with, without);
     ASSERT_EQ(gone.lost.size(), 1u);
-    EXPECT_TRUE(gone.lost[0].is_in_before);
-    EXPECT_FALSE(gone.lost[0].is_in_after);
+    EXPECT_EQ(gone.lost[0].absence_after, Absence::not_there);
     const Comparison come = compare(without, with);
     ASSERT_EQ(come.gained.size(), 1u);
-    EXPECT_FALSE(come.gained[0].is_in_before);
-    EXPECT_TRUE(come.gained[0].is_in_after);
+    EXPECT_EQ(come.gained[0].absence_before, Absence::not_there);
+}
+
+TEST(Compare, AServiceThatTheEngineHasLost) {
+    const Result before = result({module("A", 10, {service(1, 10, {1})})});
+    Result after = result({module("A", 10, {})});
+    after.neither = {service(1, 10)};
+    const Comparison nowhere = compare(before, after);
+    ASSERT_EQ(nowhere.lost.size(), 1u);
+    EXPECT_EQ(nowhere.lost[0].absence_after, Absence::neither);
+    // On its input it may stand still.
+    const Comparison on_input = compare(result({module("A", 10, {service(1, 10)})}), before);
+    ASSERT_EQ(on_input.gained.size(), 1u);
+    EXPECT_EQ(on_input.gained[0].absence_before, Absence::neither);
+}
+
+TEST(Compare, EachSideKeepsItsFiguresAndFindings) {
+    Result before = result({});
+    before.name = "Casa";
+    before.counts.loaded = 5;
+    before.warnings = {"one"};
+    Result after = result({});
+    after.warnings = {"two", "three"};
+    const Comparison comparison = compare(before, after);
+    EXPECT_EQ(comparison.before.name, "Casa");
+    EXPECT_EQ(comparison.before.counts.loaded, 5u);
+    EXPECT_EQ(comparison.before.warnings, before.warnings);
+    EXPECT_EQ(comparison.after.warnings, after.warnings);
 }
 
 /// The service moves from module A, input 1, output 1.

@@ -91,13 +91,15 @@ TEST_F(Explain, TheEngineDisagreesIfItsAnswerIsAnother) {
     EXPECT_TRUE(answer.engine_agrees());
 }
 
-TEST_F(Explain, WhatIsLeftOutComesByStreamAndThenTheClones) {
-    load({1}, {service(1, 20), service(2, 10)}, {clone_of(service(1, 20))});
+TEST_F(Explain, WhatTheAuditFoundAboutTheService) {
+    load({1}, {service(1, 10), service(2, 10)});
+    module("A").addService(loaded(0), 1, 1);
+    tune("A", 1, 10);
     leave_out(loaded(0));
-    leave_out(loaded(1));
-    EXPECT_EQ(left_out_of(run), (Services{loaded(1), loaded(0), run.clones[0]}));
-    leave_out(loaded(0)); // twice, as the engine's exchanges may leave it
-    EXPECT_EQ(left_out_of(run), (Services{loaded(1), loaded(0), run.clones[0]}));
+    EXPECT_EQ(explain(loaded(0)).warnings,
+              std::vector<std::string>{"placed and left out at once, it is on output 1 of module A"});
+    EXPECT_EQ(explain(loaded(1)).warnings, std::vector<std::string>{"neither placed nor left out"});
+    EXPECT_EQ(texts_of(Explainer(run, Listing::all_modules).findings()), texts_of(audit(run)));
 }
 
 } // namespace

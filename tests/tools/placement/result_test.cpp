@@ -6,6 +6,7 @@
 
 #include "placement/audit.h"
 #include "placement/placed_by_hand.h"
+#include "placement/reason.h"
 
 namespace zarven::tool {
 namespace {
@@ -96,12 +97,21 @@ TEST_F(ResultOfHand, PidsInUseAreThoseOfTheServicesWhateverTheEngineCounts) {
     EXPECT_EQ(result.modules.at(0).pids_counted, 7u);
 }
 
-TEST_F(ResultOfHand, AServiceThatIsNowhereIsLoadedOnly) {
+TEST_F(ResultOfHand, AServiceThatIsNowhereIsNeither) {
     Headend headend = two_modules();
     headend.services = {service(1, 10), service(2, 10)};
+    headend.clones = {clone_of(headend.services[1])};
     load(headend);
     leave_out(loaded(1));
+    run.engine.listaServiciosClonados.clear();
     const Result result = result_of(run, "");
+    ASSERT_EQ(result.neither.size(), 2u);
+    EXPECT_EQ(result.neither[0].lcn, 1);
+    EXPECT_EQ(result.neither[0].reason, reason_neither());
+    EXPECT_TRUE(result.neither[1].is_clone);
+    EXPECT_EQ(result.counts.neither, 1u);
+    EXPECT_EQ(result.counts.clones_attached, 0u);
+    EXPECT_EQ(result.counts.clones_waiting, 0u);
     EXPECT_EQ(result.counts.loaded, 2u);
     EXPECT_EQ(result.counts.placed, 0u);
     EXPECT_EQ(result.counts.left_out, 1u);
@@ -118,12 +128,33 @@ TEST_F(ResultOfHand, AServiceThatIsPlacedAndLeftOutCountsAsBoth) {
     EXPECT_EQ(result.counts.left_out, 1u);
 }
 
+/// The pool of a module with these transcoders in use and as maxima.
+TranscoderPool pool_of(Usage sd, Usage hd) {
+    ModuleResult module;
+    module.sd_transcoders = sd;
+    module.hd_transcoders = hd;
+    return transcoder_pool(module);
+}
+
+TEST(TranscoderPoolOf, TheLimitIsThatForSdUntilAnHdOneIsInUse) {
+    const TranscoderPool sd_only = pool_of({1, 4}, {0, 2});
+    EXPECT_EQ(sd_only.used, 1u);
+    EXPECT_EQ(sd_only.max, 4u);
+    EXPECT_EQ(sd_only.note, "2 with HD");
+    const TranscoderPool with_hd = pool_of({1, 4}, {1, 2});
+    EXPECT_EQ(with_hd.used, 2u);
+    EXPECT_EQ(with_hd.max, 2u);
+    EXPECT_EQ(with_hd.note, "1 SD, 1 HD");
+    EXPECT_EQ(pool_of({1, 2}, {0, 2}).note, "");
+    EXPECT_EQ(pool_of({65535, 65535}, {65535, 65535}).used, 131070u);
+}
+
 TEST_F(ResultOfHand, TheWarningsAreWhatTheAuditFinds) {
     Headend headend = two_modules();
     headend.services = {service(1, 10)};
     load(headend);
     EXPECT_EQ(audit(run).size(), 2u);
-    EXPECT_EQ(result_of(run, "").warnings, audit(run));
+    EXPECT_EQ(result_of(run, "").warnings, texts_of(audit(run)));
 }
 
 TEST_F(ResultOfHand, AServiceOnTwoModulesCountsOnce) {

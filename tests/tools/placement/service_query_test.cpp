@@ -11,6 +11,7 @@ namespace {
 TEST(ServiceQueryText, AnLcn) {
     EXPECT_EQ(parse_service_query("0").lcn, 0);
     EXPECT_EQ(parse_service_query("65535").lcn, 65535);
+    EXPECT_FALSE(parse_service_query("65536").lcn);
     EXPECT_FALSE(parse_service_query("25").stream);
 }
 
@@ -21,12 +22,29 @@ TEST(ServiceQueryText, AnLcnAndItsStream) {
     EXPECT_EQ(to_string(*query.stream), "1/65535");
 }
 
-TEST(ServiceQueryText, AnythingElseIsRefused) {
-    for (const std::string text : {"", "x", "-1", "+1", " 1", "1 ", "65536", "25@", "25@1", "25@1/", "25@/1",
-                                   "25@1/2/3", "25@1/65536", "25/1/2", "@1/2"})
-        EXPECT_EQ(failure_message([&] { parse_service_query(text); }),
-                  "--service " + text + ": found \"" + text +
-                      "\", expected an LCN, or LCN@ONID/TSID, as in 25@1/1007; each number at most 65535");
+TEST(ServiceQueryText, AnythingElseIsAName) {
+    for (const std::string text : {"x", "-1", "+1", " 1", "1 ", "65536", "25@", "25@1", "25@1/", "25@/1",
+                                   "25@1/65536", "25/1/2", "Canal@2"}) {
+        const ServiceQuery query = parse_service_query(text);
+        EXPECT_EQ(query.name, text);
+        EXPECT_FALSE(query.lcn);
+        EXPECT_FALSE(query.stream);
+    }
+}
+
+TEST(ServiceQueryText, ANameAndItsStream) {
+    const ServiceQuery query = parse_service_query("Canal@2 Uno@1/65535");
+    EXPECT_EQ(query.name, "Canal@2 Uno");
+    EXPECT_FALSE(query.lcn);
+    ASSERT_TRUE(query.stream);
+    EXPECT_EQ(to_string(*query.stream), "1/65535");
+}
+
+TEST(ServiceQueryText, NothingIsRefused) {
+    EXPECT_EQ(failure_message([] { parse_service_query(""); }),
+              "--service \"\": found no LCN and no name, expected one, as in 25 or 25@1/1007");
+    EXPECT_EQ(failure_message([] { parse_service_query("@1/2"); }),
+              "--service @1/2: found no LCN and no name, expected one, as in 25 or 25@1/1007");
 }
 
 class ServicesWith : public EngineByHand {
@@ -51,6 +69,32 @@ TEST_F(ServicesWith, AnLcnFindsAllThatHaveIt) {
 TEST_F(ServicesWith, AStreamTellsThemApart) {
     EXPECT_EQ(find("5@1/10"), std::vector{loaded(0)});
     EXPECT_EQ(find("5@1/20"), (std::vector{loaded(1), run.clones.at(0)}));
+}
+
+TEST_F(ServicesWith, ANameAsReceivedOrAsSent) {
+    EXPECT_EQ(find("S9"), std::vector{loaded(2)});
+    EXPECT_EQ(find("S5"), (std::vector{loaded(0), loaded(1), run.clones.at(0)}));
+    EXPECT_EQ(find("S5@1/10"), std::vector{loaded(0)});
+    loaded(2)->NombreSalida = "Nueve";
+    EXPECT_EQ(find("Nueve"), std::vector{loaded(2)});
+    // A clone is found by its own name, too, and then without its parent.
+    run.clones.at(0)->NombreSalida = "Bienvenida";
+    EXPECT_EQ(find("Bienvenida"), std::vector{run.clones.at(0)});
+}
+
+TEST_F(ServicesWith, NobodyHasTheName) {
+    EXPECT_EQ(complaint("s9"), "f: --service s9: no service is called \"s9\"; did you mean \"S9\"?");
+    EXPECT_EQ(complaint("S"), "f: --service S: no service is called \"S\"; did you mean \"S5\" or \"S9\"?");
+    EXPECT_EQ(complaint("S8"), "f: --service S8: no service is called \"S8\"; did you mean \"S5\"?");
+    const std::string expected = "; expected an LCN up to 65535 or a name, and @ONID/TSID behind it for one "
+                                 "stream only, as in 25@1/1007";
+    EXPECT_EQ(complaint("65536"), "f: --service 65536: no service is called \"65536\"" + expected);
+    EXPECT_EQ(complaint("9@1"), "f: --service 9@1: no service is called \"9@1\"" + expected);
+}
+
+TEST_F(ServicesWith, TheStreamDoesNotHaveTheName) {
+    EXPECT_EQ(complaint("S9@1/10"),
+              "f: --service S9@1/10: no service of stream 1/10 is called \"S9\"; it is in stream 1/20");
 }
 
 TEST_F(ServicesWith, NobodyHasTheLcn) {

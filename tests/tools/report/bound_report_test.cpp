@@ -68,8 +68,20 @@ TEST(BoundText, UnderAtAndAboveTheBound) {
     EXPECT_EQ(verdict(11), "the engine placed 11: its result breaks a limit");
 }
 
+TEST(BoundText, TheAuditOfThePlacement) {
+    Result result = placed(11);
+    result.warnings = {"one", "another \x1B"};
+    const std::string text = bound_text(a_bound(), result);
+    EXPECT_NE(text.find("its result breaks a limit; audit: 2 findings\n"), std::string::npos) << text;
+    EXPECT_EQ(text.substr(text.find("\n\nAudit")),
+              "\n\nAudit: 2 findings\nWarning: one\nWarning: another \uFFFD\n");
+    EXPECT_EQ(nlohmann::json::parse(bound_json(a_bound(), result)).at("warnings").size(), 2u);
+}
+
 std::string everything(const TextStyle& style) {
-    return bound_text(a_bound(), placed(8, "Casa\xC3\xB1"), style);
+    Result result = placed(8, "Casa\xC3\xB1");
+    result.warnings = {"módulo: something does not add up"};
+    return bound_text(a_bound(), result, style);
 }
 
 TEST(BoundText, NoLineIsLongerThanTheTerminal) {
@@ -89,14 +101,15 @@ TEST(BoundText, WhatEachLimitAllowsStaysLongest) {
 
 TEST(BoundJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(bound_json(a_bound(), placed(8, "Casa")));
-    EXPECT_EQ(json.dump(), R"({"name":"Casa","loaded":12,"placed":8,"bound":10,"limits":[)"
-                           R"({"limit":"inputs","capacity":5,"wanted":6,"allows":11},)"
-                           R"({"limit":"bitrate","capacity":95997,"wanted":51500,"allows":11},)"
-                           R"({"limit":"pids","capacity":16,"wanted":7,"allows":11},)"
-                           R"({"limit":"transcoders","capacity":0,"wanted":0,"allows":11},)"
-                           R"({"limit":"places","capacity":2048,"wanted":11,"allows":11}],)"
-                           R"("impossible":[{"lcn":7,"name":"Música\u001b","onid":1,"tsid":1001,"sid":107,)"
-                           R"("reason":"it is too large"}]})");
+    EXPECT_EQ(json.dump(),
+              R"({"name":"Casa","loaded":12,"placed":8,"left_out":0,"neither":0,"bound":10,"limits":[)"
+              R"({"limit":"inputs","capacity":5,"wanted":6,"allows":11},)"
+              R"({"limit":"bitrate","capacity":95997,"wanted":51500,"allows":11},)"
+              R"({"limit":"pids","capacity":16,"wanted":7,"allows":11},)"
+              R"({"limit":"transcoders","capacity":0,"wanted":0,"allows":11},)"
+              R"({"limit":"places","capacity":2048,"wanted":11,"allows":11}],)"
+              R"("impossible":[{"lcn":7,"name":"Música\u001b","onid":1,"tsid":1001,"sid":107,)"
+              R"("reason":"it is too large"}],"warnings":[]})");
     EXPECT_EQ(nlohmann::json::parse(bound_json(Bound(), placed(0))).count("name"), 0u);
 }
 

@@ -177,9 +177,12 @@ TEST(ChannelExport, WhatIsNoChannelIsCounted) {
     result.clones_waiting = {clone};
     // One of the two stands on an output, too.
     result.left_out = {{{1, 1}, {service(7), service(8)}}};
+    clone.lcn = 9;
+    result.neither = {service(10), service(11), clone};
     const ChannelExport exported = export_channels(result);
     EXPECT_EQ(exported.channels.size(), 1u);
-    EXPECT_EQ(exported.clones, 2u);
+    EXPECT_EQ(exported.clones, 3u);
+    EXPECT_EQ(exported.neither, 2u);
     EXPECT_EQ(exported.without_lcn, 1u);
     EXPECT_EQ(exported.left_out, 1u);
 }

@@ -27,13 +27,13 @@ ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Pla
 
 Comparison a_comparison() {
     Comparison comparison;
-    comparison.name_before = "Casa";
-    comparison.name_after = "Hotel";
-    comparison.before.loaded = 1005;
-    comparison.before.placed = 3;
-    comparison.before.left_out = 1002;
-    comparison.after.loaded = 4;
-    comparison.after.placed = 4;
+    comparison.before.name = "Casa";
+    comparison.after.name = "Hotel";
+    comparison.before.counts.loaded = 1005;
+    comparison.before.counts.placed = 3;
+    comparison.before.counts.left_out = 1002;
+    comparison.after.counts.loaded = 4;
+    comparison.after.counts.placed = 4;
     comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
     comparison.gained[0].service.is_hd = true;
     comparison.lost = {change(2, "Dos", {{"A", 1, {1}}}, {})};
@@ -72,8 +72,8 @@ TEST(ComparisonPage, EveryServiceHasItsRow) {
 
 TEST(ComparisonPage, AServiceThatOneSideDoesNotHaveIsNotThere) {
     Comparison comparison = a_comparison();
-    comparison.gained[0].is_in_before = false;
-    comparison.lost[0].is_in_after = false;
+    comparison.gained[0].absence_before = Absence::not_there;
+    comparison.lost[0].absence_after = Absence::not_there;
     const std::string page = body_of(comparison);
     EXPECT_TRUE(has(page, R"(<td><span class="note">not there</span></td>)"));
     EXPECT_TRUE(has(page, R"(<td><span class="lacking">not there</span></td>)"));
@@ -98,7 +98,7 @@ TEST(ComparisonPage, TheSummaryTellsBothSides) {
 
 TEST(ComparisonPage, MoreLeftOutIsWorse) {
     Comparison comparison;
-    comparison.after.left_out = 1;
+    comparison.after.counts.left_out = 1;
     EXPECT_TRUE(has(body_of(comparison), R"(<td class="number">1</td><td class="number lacking">+1</td>)"));
 }
 
@@ -108,10 +108,40 @@ TEST(ComparisonPage, NothingLostIsGood) {
     EXPECT_TRUE(has(body_of(comparison), R"(<p class="verdict good">1 gained, 0 lost, 1 moved</p>)"));
 }
 
+TEST(ComparisonPage, WhatDoesNotAddUpOnEitherSide) {
+    Comparison comparison = a_comparison();
+    EXPECT_FALSE(has(body_of(comparison), "add up"));
+    EXPECT_FALSE(has(body_of(comparison), "Findings"));
+    comparison.after.warnings = {"<one>", "two"};
+    std::string page = body_of(comparison);
+    EXPECT_FALSE(has(page, "add up before"));
+    EXPECT_TRUE(
+        has(page, R"(<a href="#audit-after">What does not add up after <span class="note">2</span></a>)"));
+    EXPECT_TRUE(has(page, R"(<h2 id="audit-after-title">What does not add up after</h2>)"));
+    EXPECT_TRUE(has(page, "<li><bdi>&lt;one&gt;</bdi></li>"));
+    EXPECT_TRUE(has(page, R"(Findings of the audit</th><td class="number">0</td><td class="number">2</td>)"
+                          R"(<td class="number lacking">+2</td>)"));
+    comparison.before.warnings = {"three"};
+    page = body_of(comparison);
+    EXPECT_LT(page.find("three"), page.find("two"));
+}
+
+TEST(ComparisonPage, ServicesThatTheEngineHasLost) {
+    Comparison comparison = a_comparison();
+    EXPECT_FALSE(has(body_of(comparison), "Neither placed"));
+    comparison.lost[0].absence_after = Absence::neither;
+    comparison.after.counts.neither = 1;
+    const std::string page = body_of(comparison);
+    EXPECT_TRUE(has(page, R"(<td><span class="lacking">neither</span></td>)"));
+    EXPECT_TRUE(has(page,
+                    R"(Neither placed nor left out</th><td class="number">0</td><td class="number">1</td>)"
+                    R"(<td class="number lacking">+1</td>)"));
+}
+
 TEST(ComparisonPage, ClonesAreToldWhereThereAreAny) {
     Comparison comparison = a_comparison();
     EXPECT_FALSE(has(body_of(comparison), "Clones attached"));
-    comparison.after.clones_waiting = 1;
+    comparison.after.counts.clones_waiting = 1;
     EXPECT_TRUE(has(body_of(comparison),
                     R"(Clones waiting</th><td class="number">0</td><td class="number">1</td>)"
                     R"(<td class="number lacking">+1</td>)"));
@@ -119,9 +149,9 @@ TEST(ComparisonPage, ClonesAreToldWhereThereAreAny) {
 
 TEST(ComparisonPage, AHeadendIsNamedOnce) {
     Comparison comparison = a_comparison();
-    comparison.name_after = "Casa";
+    comparison.after.name = "Casa";
     EXPECT_TRUE(has(body_of(comparison), "<h1><bdi>Casa</bdi></h1>"));
-    comparison.name_after = "";
+    comparison.after.name = "";
     EXPECT_TRUE(has(body_of(comparison), "<bdi>new.json</bdi></h1>"));
     EXPECT_TRUE(
         has(comparison_page(a_comparison(), {"a", "b"}), "<title>Comparison of Casa and Hotel</title>"));
@@ -155,7 +185,7 @@ TEST(ComparisonPage, WhatIsTheSameHasNoSection) {
 TEST(ComparisonPage, NamesAreTextWhateverTheySay) {
     const std::string text = "<script>alert(1)</script>\"&'{{{style}}}\x1B";
     Comparison comparison = a_comparison();
-    comparison.name_before = text;
+    comparison.before.name = text;
     comparison.gained[0].service.name = comparison.gained[0].after[0].mac = text;
     comparison.modules_new = {text};
     comparison.inputs_freed[0].mac = comparison.became_tight[0].mac = text;

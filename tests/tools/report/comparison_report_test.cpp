@@ -25,15 +25,18 @@ ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Pla
 
 Comparison a_comparison() {
     Comparison comparison;
-    comparison.name_before = "Casa";
-    comparison.before.loaded = 5;
-    comparison.before.placed = 3;
-    comparison.before.left_out = 2;
-    comparison.after.loaded = 1;
-    comparison.after.placed = 1;
+    comparison.before.name = "Casa";
+    comparison.before.counts.loaded = 5;
+    comparison.before.counts.placed = 3;
+    comparison.before.counts.left_out = 2;
+    comparison.after.counts.loaded = 1;
+    comparison.after.counts.placed = 1;
+    comparison.after.counts.neither = 1;
+    comparison.before.warnings = {"one", "two"};
+    comparison.after.warnings = {"one"};
     comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
     comparison.lost = {change(2, "Doscientos", {{"A", 1, {1}}}, {})};
-    comparison.lost[0].is_in_after = false;
+    comparison.lost[0].absence_after = Absence::not_there;
     comparison.moved = {change(3, "Tres", {{"A", 1, {1}}, {"B", 0, {2}}}, {{"B", 2, {1}}})};
     comparison.unmoved = 4;
     comparison.never_placed = 5;
@@ -51,8 +54,8 @@ TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
               R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 left out by both
 
-Before old.json (Casa): 3 of 5 services placed
-After  new.json: 1 of 1 service placed
+Before old.json (Casa): 3 of 5 services placed; audit: 2 findings
+After  new.json: 1 of 1 service placed, 1 neither placed nor left out; audit: 1 finding
 
 Gained: 1
       1  Uno         1/1001       left out → A in 1 out 1+2
@@ -84,7 +87,22 @@ Became tight: 2
 
 No longer tight: 1
   B  output 1: 0 of 38000 kbit/s
+
+Audit before: 2 findings
+Warning: one
+Warning: two
+
+Audit after: 1 finding
+Warning: one
 )");
+}
+
+TEST(ComparisonText, AServiceThatTheEngineHasLost) {
+    Comparison comparison;
+    comparison.lost = {change(2, "Dos", {{"A", 1, {1}}}, {})};
+    comparison.lost[0].absence_after = Absence::neither;
+    const std::string text = comparison_text(comparison, {"a", "b"});
+    EXPECT_NE(text.find("A in 1 out 1 → neither\n"), std::string::npos) << text;
 }
 
 TEST(ComparisonText, WhatIsTheSameIsNotListed) {
@@ -121,25 +139,26 @@ TEST(ComparisonText, AChangeGoesBeneathItsServiceOnANarrowTerminal) {
 
 TEST(ComparisonJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(comparison_json(a_comparison()));
-    EXPECT_EQ(json.dump(),
-              R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"never_placed":5},)"
-              R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2},)"
-              R"("after":{"name":"","loaded":1,"placed":1,"left_out":0},)"
-              R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
-              R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
-              R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"
-              R"("before":[{"mac":"A","input":1,"outputs":[1]}],"after":null}],)"
-              R"("moved":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103,)"
-              R"("before":[{"mac":"A","input":1,"outputs":[1]},{"mac":"B","input":0,"outputs":[2]}],)"
-              R"("after":[{"mac":"B","input":2,"outputs":[1]}]}],)"
-              R"("modules_gone":["X"],"modules_new":["Y"],)"
-              R"("inputs_freed":[{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null}],)"
-              R"("inputs_taken":[{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}}],)"
-              R"("inputs_retuned":[{"mac":"B","number":1,"before":{"onid":1,"tsid":30},)"
-              R"("after":{"onid":1,"tsid":40}}],)"
-              R"("became_tight":[{"limit":"inputs","mac":"A","used":2,"max":2},)"
-              R"({"limit":"pids","mac":"A","used":15,"max":15}],)"
-              R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}]})");
+    EXPECT_EQ(
+        json.dump(),
+        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"never_placed":5},)"
+        R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["one","two"]},)"
+        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"]},)"
+        R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
+        R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
+        R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"
+        R"("before":[{"mac":"A","input":1,"outputs":[1]}],"after":null}],)"
+        R"("moved":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103,)"
+        R"("before":[{"mac":"A","input":1,"outputs":[1]},{"mac":"B","input":0,"outputs":[2]}],)"
+        R"("after":[{"mac":"B","input":2,"outputs":[1]}]}],)"
+        R"("modules_gone":["X"],"modules_new":["Y"],)"
+        R"("inputs_freed":[{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null}],)"
+        R"("inputs_taken":[{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}}],)"
+        R"("inputs_retuned":[{"mac":"B","number":1,"before":{"onid":1,"tsid":30},)"
+        R"("after":{"onid":1,"tsid":40}}],)"
+        R"("became_tight":[{"limit":"inputs","mac":"A","used":2,"max":2},)"
+        R"({"limit":"pids","mac":"A","used":15,"max":15}],)"
+        R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}]})");
 }
 
 } // namespace

@@ -43,6 +43,7 @@ inline Explanation explanation_with_everything() {
     explanation.transcoding = 1;
     explanation.standing = Standing::placed_and_left_out;
     explanation.sentence = "It is \x1B here.";
+    explanation.warnings = {"placed \x1B and left out"};
 
     auto& modules = explanation.modules;
     modules.push_back(answer_with_room("carries"));

@@ -12,11 +12,12 @@ namespace {
 
 using nlohmann::ordered_json;
 
-std::string document(const std::string& name, const std::vector<Explanation>& explanations) {
+std::string document(const std::string& name, const std::vector<Explanation>& explanations,
+                     const std::vector<std::string>& warnings = {}) {
     std::string text = explanations_json_begin(name);
     for (std::size_t index = 0; index < explanations.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(explanations[index]);
-    return text + explanations_json_end();
+    return text + explanations_json_end(warnings);
 }
 
 TEST(ExplanationJson, AnAnswerOfAModule) {
@@ -35,12 +36,14 @@ TEST(ExplanationJson, AService) {
     Explanation explanation;
     explanation.service.name = "two\nlines";
     explanation.sentence = "Why.";
+    explanation.warnings = {"on \"two\" outputs"};
     explanation.transcoding = 7;
     explanation.unlisted = 4;
     EXPECT_EQ(ordered_json::parse(explanation_json(explanation)).dump(),
               ordered_json::parse(R"({"lcn": 0, "name": "two\nlines", "output_name": "", "onid": 0, "tsid": 0,
         "sid": 0, "osid": 0, "bitrate": 0, "hd": false, "scrambled": false, "ca_pids": 0,
         "transcoded": false, "clone": false, "transcoding": 7, "standing": "neither", "sentence": "Why.",
+        "warnings": ["on \"two\" outputs"],
         "modules": [], "modules_not_listed": 4})")
                   .dump());
 }
@@ -76,11 +79,12 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
     expected["name"] = "Casa \"Uno\"";
     for (const Explanation& explanation : two)
         expected["services"].push_back(ordered_json::parse(explanation_json(explanation)));
-    EXPECT_EQ(document("Casa \"Uno\"", two), expected.dump(2) + "\n");
+    expected["warnings"] = {"one", "two\nlines"};
+    EXPECT_EQ(document("Casa \"Uno\"", two, {"one", "two\nlines"}), expected.dump(2) + "\n");
 }
 
 TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
-    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ]\n}\n");
+    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ],\n  \"warnings\": []\n}\n");
 }
 
 } // namespace

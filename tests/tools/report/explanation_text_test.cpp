@@ -73,24 +73,28 @@ TEST(ExplanationText, PlainCharactersWhereThereAreNoOthers) {
               0u);
 }
 
-TEST(ExplanationText, TheAnswerStaysWhereFiguresAreLeftAway) {
+TEST(ExplanationText, WhereThereIsNoRoomForColumnsEachAnswerHasItsFigures) {
     Explanation explanation = plain();
     explanation.modules = {answer_with_room("M")};
     const std::string above = "LCN 5 \"Uno\" · stream 1/2 · 4000 kbit/s\n  Why.\n";
     EXPECT_EQ(explanation_text(explanation, {false, true, 71}),
               above + "    Module  Answer    Inputs  Output               kbit/s         PIDs\n"
                       "    M       has room  2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 69}),
-              above + "    Module  Answer    Inputs               kbit/s         PIDs\n"
-                      "    M       has room  2 free  200 + 4000 of 38000  3 + 0 of 15\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 58}),
-              above + "    Module  Answer                 kbit/s         PIDs\n"
-                      "    M       has room  200 + 4000 of 38000  3 + 0 of 15\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 42}),
-              above + "    Module  Answer                 kbit/s\n"
-                      "    M       has room  200 + 4000 of 38000\n");
-    EXPECT_EQ(explanation_text(explanation, {false, true, 40}), above + "    Module  Answer\n"
-                                                                        "    M       has room\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 69}), above +
+                                                                    "    Module  Answer\n"
+                                                                    "    M       has room; input 2 free\n");
+    EXPECT_EQ(explanation_text(explanation, {false, true, 40}), above +
+                                                                    "    Module  Answer\n"
+                                                                    "    M       has room; input 2 free\n");
+    const std::string narrow = explanation_text(explanation, {false, true, 33});
+    EXPECT_EQ(narrow.substr(narrow.find("    Module")), "    Module  Answer\n"
+                                                        "    M       has room; input 2\n"
+                                                        "            free\n");
+}
+
+TEST(ExplanationText, EveryAnswerOnAUsualTerminal) {
+    EXPECT_EQ(explanation_text(explanation_with_everything(), {false, true, 80}),
+              read_text(RECALCULO_TOOL_TESTS "/report/explanation_on_80_columns.txt"));
 }
 
 } // namespace

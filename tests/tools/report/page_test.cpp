@@ -39,7 +39,7 @@ std::string row(const std::string& cells) {
 
 TEST(Page, EveryServiceHasItsRow) {
     const std::string page = everything();
-    EXPECT_EQ(occurrences(page, "<tr><td class=\"number\">"), 7u);
+    EXPECT_EQ(occurrences(page, "<tr><td class=\"number\">"), 8u);
     EXPECT_TRUE(has(page, row(R"(<td class="number">5</td><td><bdi>Canal Uno</bdi></td>)"
                               R"(<td class="number">4,200</td><td class="number">1</td>)")));
     EXPECT_TRUE(has(
@@ -76,8 +76,8 @@ TEST(Page, TheSummaryHasTheFigures) {
         return "<dt>" + label + "</dt><dd><span class=\"big\">" + figure + "</span> <span class=\"note\">" +
                note + "</span>";
     };
-    EXPECT_TRUE(has(page, ">1 of 5 services left out, 1 clone waiting</p>"));
-    EXPECT_TRUE(has(page, tile("Placed", "4", "of 5 loaded")));
+    EXPECT_TRUE(has(page, ">1 of 6 services left out, 1 neither placed nor left out, 1 clone waiting</p>"));
+    EXPECT_TRUE(has(page, tile("Placed", "4", "of 6 loaded")));
     EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
     EXPECT_TRUE(has(page, tile("Inputs in use", "2", "of 3")));
     EXPECT_TRUE(has(page, tile("Output bitrate", "52,200", "of 76,000 kbit/s")));
@@ -87,15 +87,18 @@ TEST(Page, TheSummaryHasTheFigures) {
 
 TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
     Result result;
-    result.counts = {3, 3, 0, 1, 0};
+    result.counts = {3, 3, 0, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict good">3 of 3 services placed</p>)"));
-    result.counts = {3, 2, 1, 1, 0};
+    result.counts = {3, 2, 1, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">1 of 3 services left out</p>)"));
-    result.counts = {3, 3, 0, 1, 2};
+    result.counts = {3, 3, 0, 0, 1, 2};
     EXPECT_TRUE(
         has(body_of(result), R"(<p class="verdict short">3 of 3 services placed, 2 clones waiting</p>)"));
-    result.counts = {3, 2, 0, 1, 0};
+    result.counts = {3, 2, 0, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">2 of 3 services placed</p>)"));
+    result.counts = {3, 2, 0, 1, 1, 0};
+    EXPECT_TRUE(has(body_of(result),
+                    R"(<p class="verdict short">2 of 3 services placed, 1 neither placed nor left out</p>)"));
 }
 
 TEST(Page, AModuleTellsWhatItIsAndUses) {
@@ -103,9 +106,8 @@ TEST(Page, AModuleTellsWhatItIsAndUses) {
     EXPECT_EQ(occurrences(page, R"(<article class="module searched")"), 2u);
     EXPECT_EQ(occurrences(page, R"(<span class="badge">controller</span>)"), 1u);
     EXPECT_TRUE(has(page, R"(PIDs <b>3</b> of 8 <span class="note">(5 by the engine&apos;s count)</span>)"));
-    EXPECT_TRUE(has(page, "SD transcoders <b>1</b> of 2<"));
+    EXPECT_TRUE(has(page, R"(Transcoders <b>1</b> of 2 <span class="note">(0 with HD)</span>)"));
     EXPECT_TRUE(has(page, "AUX transcoders <b>0</b> of 1<"));
-    EXPECT_FALSE(has(page, "HD transcoders"));
     EXPECT_TRUE(has(page, "<span>Input 2</span><span class=\"note\">free</span>"));
     EXPECT_TRUE(has(page, "<span>stream 1/1001</span><span class=\"note\">4 services, 16,400 kbit/s</span>"));
     EXPECT_TRUE(has(page, "<span>On no input</span><span class=\"note\">1 service</span>"));
@@ -172,8 +174,18 @@ TEST(Page, TheLegendHasWhatCanBeToldApart) {
     EXPECT_TRUE(has(body_of(result), "<a href=\"#streams\">at the end</a>"));
 }
 
+TEST(Page, AServiceThatTheEngineHasLostIsListed) {
+    const std::string page = everything();
+    EXPECT_TRUE(
+        has(page, R"(<h2 id="neither-title">Neither placed nor left out <span class="note">1</span>)"));
+    EXPECT_TRUE(has(page, R"(<a href="#neither">)"));
+    EXPECT_TRUE(has(page, R"(<td class="number">11</td><td><bdi>Canal Uno</bdi></td>)"));
+    EXPECT_FALSE(has(body_of(Result()), "neither-title"));
+}
+
 TEST(Page, ReasonsHaveAColumnIfThereAreAny) {
     Result result = result_with_everything();
+    result.neither.clear();
     result.left_out.at(0).services.at(0).reason.clear();
     result.clones_waiting.at(0).reason.clear();
     EXPECT_FALSE(has(body_of(result), "Reason"));

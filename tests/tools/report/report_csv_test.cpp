@@ -30,7 +30,8 @@ TEST(CsvReport, OneOfEverything) {
             "no,,,,700," +
             long_name + "," + long_name +
             ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.\r\n"
-            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \x1B, is left out.\"\r\n");
+            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \x1B, is left out.\"\r\n"
+            "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.\r\n");
 }
 
 TEST(CsvReport, AServiceWithoutInput) {

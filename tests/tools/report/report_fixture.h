@@ -59,6 +59,11 @@ inline Result result_with_everything() {
     outputless.lcn = 8;
     outputless.outputs = {};
 
+    ServiceResult lost = plain;
+    lost.lcn = 11;
+    lost.outputs = {};
+    lost.reason = "It is neither placed nor left out.";
+
     ModuleResult busy;
     busy.mac = "M1";
     busy.model = 3;
@@ -84,7 +89,8 @@ inline Result result_with_everything() {
     result.modules = {busy, idle};
     result.left_out = {{{1, 1002}, {left_out}}};
     result.clones_waiting = {waiting};
-    result.counts = {5, 4, 1, 1, 1};
+    result.neither = {lost};
+    result.counts = {6, 4, 1, 1, 1, 1};
     result.warnings = {"something does not add up"};
     return result;
 }

@@ -49,8 +49,8 @@ TEST(JsonReport, AStrategyThatWasNotTried) {
 TEST(JsonReport, AnEmptyResult) {
     const auto expected =
         nlohmann::ordered_json::parse(R"({"modules": [], "left_out": [], "clones_waiting": [],
-        "warnings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "clones_attached": 0,
-        "clones_waiting": 0}})");
+        "neither": [], "warnings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "neither": 0,
+        "clones_attached": 0, "clones_waiting": 0}})");
     EXPECT_EQ(json_report(Result()), expected.dump(2) + "\n");
 }
 

@@ -70,9 +70,20 @@ TEST(ResultReader, EveryMemberIsReadIntoItsPlace) {
     EXPECT_FALSE(service.is_clone);
     EXPECT_EQ(result.left_out.at(0).stream.tsid, 1002);
     EXPECT_EQ(result.clones_waiting.at(0).parent_sid, 105);
-    EXPECT_EQ(result.counts.loaded, 5u);
+    EXPECT_EQ(result.counts.loaded, 6u);
     EXPECT_EQ(result.counts.placed, 4u);
+    EXPECT_EQ(result.counts.neither, 1u);
+    EXPECT_EQ(result.neither.at(0).lcn, 11);
     EXPECT_EQ(result.warnings, std::vector<std::string>{"something does not add up"});
+}
+
+TEST(ResultReader, AResultOfTheFirstVersionIsRead) {
+    json document = report();
+    document.erase("neither");
+    document["summary"].erase("neither");
+    const Result result = read(document);
+    EXPECT_TRUE(result.neither.empty());
+    EXPECT_EQ(result.counts.neither, 0u);
 }
 
 TEST(ResultReader, AReasonMayStandThere) {
@@ -120,7 +131,7 @@ TEST(ResultReader, EveryRequiredMemberIsMissed) {
     for (const auto& member : whole.items()) {
         const json::json_pointer place(member.key());
         const bool may_be_absent = place.back() == "parent_sid" || place.back() == "reason" ||
-                                   place == json::json_pointer("/name") ||
+                                   place == json::json_pointer("/name") || place.back() == "neither" ||
                                    place.back().find_first_not_of("0123456789") == std::string::npos;
         json document = report();
         if (may_be_absent)

@@ -34,7 +34,7 @@ json explanations(const std::vector<Explanation>& list, const std::string& name)
     std::string text = explanations_json_begin(name);
     for (std::size_t index = 0; index < list.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(list[index]);
-    return json::parse(text + explanations_json_end());
+    return json::parse(text + explanations_json_end({"what the audit found"}));
 }
 
 ServiceResult a_service() {
@@ -79,9 +79,10 @@ json whole_comparison() {
     change.before = {{"A", 1, {1}}, {"B", 0, {2, 3}}};
     comparison.moved = {change};
     comparison.gained = {change};
-    comparison.gained[0].is_in_before = false;
+    comparison.gained[0].absence_before = Absence::not_there;
     comparison.lost = {change};
-    comparison.lost[0].is_in_after = false;
+    comparison.lost[0].absence_after = Absence::not_there;
+    comparison.after.warnings = {"what the audit found"};
     comparison.modules_gone = {"X"};
     comparison.modules_new = {"Y"};
     comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
@@ -95,15 +96,16 @@ json whole_comparison() {
 json whole_sizing() {
     Sizing sizing;
     sizing.name = "Casa";
+    sizing.warnings = {"what the audit found"};
     sizing.addition.kind = {"", 3, false, 2, {38000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
-    sizing.addition.attempts = {{2, 14, 6}};
+    sizing.addition.attempts = {{2, 14, 6, 1}};
     sizing.addition.impossible = sizing.addition.remaining = {a_service()};
     for (const LimitKind kind :
          {LimitKind::pids, LimitKind::bitrate, LimitKind::inputs, LimitKind::sd_transcoders,
           LimitKind::hd_transcoders, LimitKind::one_more_output}) {
         const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
-        sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, "modules[0].inputs=2"});
+        sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, "modules[0].inputs=2"});
     }
     return json::parse(sizing_json(sizing));
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/counted.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/style_input.h"
@@ -18,6 +19,7 @@
 #include "placement/service_query.h"
 #include "report/explanation_json.h"
 #include "report/explanation_text.h"
+#include "report/summary_text.h"
 
 namespace zarven::tool {
 
@@ -46,6 +48,18 @@ void write(const std::string& text) {
     write_text(standard_stream, text);
 }
 
+/// All of it, or where single services were asked for, how much there is.
+std::string audit_of(const Explainer& explainer, bool is_whole, const TextStyle& style) {
+    const std::vector<std::string> warnings = texts_of(explainer.findings());
+    if (warnings.empty())
+        return "";
+    if (is_whole)
+        return "\n" + audit_text(warnings, style);
+    return "\n" + paragraph_text("Audit: " + counted(warnings.size(), "finding") +
+                                     " in the whole head-end; recalculo run lists them",
+                                 0, Paint::none, style);
+}
+
 /// Writes explanations one at a time, because all together may not fit into memory.
 void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
     if (services.empty())
@@ -64,7 +78,7 @@ void tell_as_json(Explainer& explainer, const Services& services, const std::str
         write(before + explanation_json(explainer.explain(service)));
         before = ",";
     }
-    write(explanations_json_end());
+    write(explanations_json_end(texts_of(explainer.findings())));
 }
 
 void explain_command(const ExplainOptions& options) {
@@ -81,11 +95,12 @@ void explain_command(const ExplainOptions& options) {
     run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
     if (queries.empty())
-        services = left_out_of(run);
+        services = unplaced_of(run);
     if (options.json)
-        tell_as_json(explainer, services, headend.name);
-    else
-        tell_as_text(explainer, services, style_of(options.style));
+        return tell_as_json(explainer, services, headend.name);
+    const TextStyle style = style_of(options.style);
+    tell_as_text(explainer, services, style);
+    write(audit_of(explainer, queries.empty(), style));
 }
 
 } // namespace
@@ -97,8 +112,8 @@ void add_explain(CLI::App& app) {
     add_headend_input(*explain, options->headend);
     explain
         ->add_option("--service", options->services,
-                     "A service by its LCN, also LCN@ONID/TSID; may be given several times. Without it, all "
-                     "that are left out")
+                     "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
+                     "several times. Without it, all that are left out")
         ->type_name("KEY")
         ->allow_extra_args(false);
     explain->add_flag("--json", options->json, "Answer as JSON");

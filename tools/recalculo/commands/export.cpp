@@ -37,6 +37,7 @@ void tell(const std::string& file, const ChannelExport& exported) {
             parts.push_back(fmt::format("{} {}", number, what));
     };
     add(exported.left_out, "left out");
+    add(exported.neither, "neither placed nor left out");
     add(exported.without_lcn, "with LCN 0");
     add(exported.clones, "that are clones");
     write_message(fmt::format("{}: {} written, {} of them renamed; not written: {}", file,

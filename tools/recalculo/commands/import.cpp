@@ -16,6 +16,7 @@
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
+#include "placement/stream.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -32,9 +33,9 @@ struct ImportOptions {
 };
 
 std::size_t number_of_streams(const std::vector<Service>& services) {
-    std::set<std::pair<std::uint16_t, std::uint16_t>> streams;
+    std::set<Stream> streams;
     for (const Service& service : services)
-        streams.emplace(service.onid, service.tsid);
+        streams.insert({service.onid, service.tsid});
     return streams.size();
 }
 

@@ -1,6 +1,5 @@
 // Two audits that share nothing but the run: where each service stands, and what each module is said to
-// carry. Services are told apart by their object: the engine may hold one object in several places, and two
-// services with the same numbers.
+// carry.
 
 #include "placement/audit.h"
 
@@ -12,32 +11,12 @@
 #include <fmt/format.h>
 
 #include "base/counted.h"
-#include "placement/stream.h"
+#include "placement/capacity.h"
+#include "placement/services.h"
 
 namespace zarven::tool {
 
 namespace {
-
-using ServiceSet = std::set<const tRec_Servicio*>;
-
-ServiceSet set_of(const std::vector<std::shared_ptr<tRec_Servicio>>& services) {
-    ServiceSet set;
-    for (const auto& service : services)
-        set.insert(service.get());
-    return set;
-}
-
-ServiceSet on_outputs(const tRec_Modulo& module) {
-    ServiceSet set;
-    for (const auto& [number, output] : module.mapSalidas)
-        for (const auto& [key, service] : output.MapaServicios)
-            set.insert(service.get());
-    return set;
-}
-
-Stream stream_of(const tRec_Servicio& service) {
-    return {service.ONID, service.TSID};
-}
 
 /// An input or an output on which a service stands.
 struct Place {
@@ -89,7 +68,7 @@ struct Whereabouts {
 
 class PlaceAudit {
 public:
-    PlaceAudit(const EngineRun& run, std::vector<std::string>& findings)
+    PlaceAudit(const EngineRun& run, std::vector<Finding>& findings)
         : run_(run), findings_(findings), clones_(set_of(run.clones)),
           waiting_(set_of(run.engine.listaServiciosClonados)) {
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
@@ -114,15 +93,16 @@ private:
     Places outputs_of_parent(const tRec_Servicio& clone) const;
 
     void find(const tRec_Servicio& service, const std::string& problem) {
-        findings_.push_back(fmt::format("{}LCN {} \"{}\" of stream {}: {}", is_clone(service) ? "clone " : "",
-                                        service.LCN, service.NombreEntrada, to_string(stream_of(service)),
-                                        problem));
+        const std::string subject =
+            fmt::format("{}LCN {} \"{}\" of stream {}", is_clone(service) ? "clone " : "", service.LCN,
+                        service.NombreEntrada, to_string(stream_of(service)));
+        findings_.push_back({subject, problem, &service});
     }
 
     bool is_clone(const tRec_Servicio& service) const { return clones_.count(&service) != 0; }
 
     const EngineRun& run_;
-    std::vector<std::string>& findings_;
+    std::vector<Finding>& findings_;
     const ServiceSet clones_;
     const ServiceSet waiting_;
     std::map<const tRec_Servicio*, Whereabouts> whereabouts_;
@@ -134,7 +114,7 @@ void PlaceAudit::visit(const tRec_Modulo& module) {
             Whereabouts& where = whereabouts_[service.get()];
             note(where.inputs, module.MAC, input.NumEntrada);
             const Stream tuned{input.ONID, input.TSID};
-            if (where.inputs.back().times == 1 && !(tuned == stream_of(*service)))
+            if (where.inputs.back().times == 1 && tuned != stream_of(*service))
                 where.foreign_inputs.emplace_back(where.inputs.back(), tuned);
         }
     for (const auto& [number, output] : module.mapSalidas)
@@ -160,7 +140,7 @@ void PlaceAudit::examine_total() {
     const std::size_t loaded = run_.engine.listaServicios.size();
     if (placed + left_out != loaded)
         findings_.push_back(
-            fmt::format("{} placed and {} left out do not make {} loaded", placed, left_out, loaded));
+            {"", fmt::format("{} placed and {} left out do not make {} loaded", placed, left_out, loaded)});
 }
 
 void PlaceAudit::examine(const tRec_Servicio& service) {
@@ -212,7 +192,7 @@ void PlaceAudit::examine_left_out(const tRec_Servicio& service, const Whereabout
     if (where.left_out.size() > 1)
         find(service, fmt::format("left out {} times", where.left_out.size()));
     for (const Stream stream : where.left_out)
-        if (!(stream == stream_of(service)))
+        if (stream != stream_of(service))
             find(service, fmt::format("left out under stream {}", to_string(stream)));
 }
 
@@ -246,7 +226,7 @@ struct Transcoders {
 
 class ModuleAudit {
 public:
-    ModuleAudit(const tRec_Modulo& module, const ServiceSet& clones, std::vector<std::string>& findings)
+    ModuleAudit(const tRec_Modulo& module, const ServiceSet& clones, std::vector<Finding>& findings)
         : module_(module), clones_(clones), findings_(findings), name_("module " + module.MAC) {}
 
     void examine();
@@ -258,13 +238,12 @@ private:
     Transcoders transcoders_needed() const;
 
     template <class... Values> void find(fmt::format_string<Values...> problem, Values&&... values) {
-        findings_.push_back(
-            fmt::format("{}: {}", name_, fmt::format(problem, std::forward<Values>(values)...)));
+        findings_.push_back({name_, fmt::format(problem, std::forward<Values>(values)...)});
     }
 
     const tRec_Modulo& module_;
     const ServiceSet& clones_;
-    std::vector<std::string>& findings_;
+    std::vector<Finding>& findings_;
     const std::string name_;
 };
 
@@ -308,7 +287,7 @@ void ModuleAudit::examine_pids() {
 
 Transcoders ModuleAudit::transcoders_needed() const {
     Transcoders needed;
-    for (const tRec_Servicio* service : on_outputs(module_)) {
+    for (const tRec_Servicio* service : services_on_outputs(module_)) {
         if (clones_.count(service) != 0)
             needed.aux += service->Transcoding != 0;
         else if (service->Transcoding == 1)
@@ -327,7 +306,8 @@ void ModuleAudit::examine_transcoders() {
     compare("HD transcoder", module_.HD_Transcoding, "services", needed.hd);
     compare("AUX transcoder", module_.AUX_Transcoding, "clones", needed.aux);
 
-    const unsigned limit = needed.hd != 0 ? module_.HD_MAX_Transcoding : module_.SD_MAX_Transcoding;
+    const unsigned limit =
+        transcoder_limit(needed.hd != 0, module_.SD_MAX_Transcoding, module_.HD_MAX_Transcoding);
     if (needed.sd + needed.hd > limit)
         find("its services need {} ({} SD, {} HD), it may use {}{}",
              counted(needed.sd + needed.hd, "transcoder"), needed.sd, needed.hd, limit,
@@ -341,13 +321,20 @@ void ModuleAudit::examine_transcoders() {
 
 std::uint32_t pids_needed(const tRec_Modulo& module) {
     std::uint32_t pids = 0;
-    for (const tRec_Servicio* service : on_outputs(module))
+    for (const tRec_Servicio* service : services_on_outputs(module))
         pids += service->number_PIDs_CA;
     return pids;
 }
 
-std::vector<std::string> audit(const EngineRun& run) {
-    std::vector<std::string> findings;
+std::vector<std::string> texts_of(const std::vector<Finding>& findings) {
+    std::vector<std::string> texts;
+    for (const Finding& finding : findings)
+        texts.push_back(finding.subject.empty() ? finding.problem : finding.subject + ": " + finding.problem);
+    return texts;
+}
+
+std::vector<Finding> audit(const EngineRun& run) {
+    std::vector<Finding> findings;
     PlaceAudit(run, findings).examine();
     const ServiceSet clones = set_of(run.clones);
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)

@@ -72,7 +72,7 @@ private:
 };
 
 Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
-    std::map<std::pair<std::uint16_t, std::uint16_t>, std::vector<Demand>> by_stream;
+    std::map<Stream, std::vector<Demand>> by_stream;
     for (const auto& service : loaded.engine.listaServicios) {
         const std::string reason = why_none_could_take(modules, *service);
         if (!reason.empty()) {
@@ -83,7 +83,7 @@ Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity
         possible_.push_back(service.get());
         demands_.push_back(
             {service->peakBitRate, service->number_PIDs_CA, service->Transcoding == 1 ? 1u : 0u});
-        by_stream[{service->ONID, service->TSID}].push_back(demands_.back());
+        by_stream[stream_of(*service)].push_back(demands_.back());
     }
     for (auto& [stream, demands] : by_stream)
         streams_.push_back(std::move(demands));

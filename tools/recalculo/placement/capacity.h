@@ -29,6 +29,11 @@ struct ModuleCapacity {
     std::uint32_t hd_transcoders = 0;
 };
 
+/// SD and HD transcoders are one pool. Its limit is that for SD until an HD one is in use.
+constexpr std::uint16_t transcoder_limit(bool is_hd_in_use, std::uint16_t sd_max, std::uint16_t hd_max) {
+    return is_hd_in_use ? hd_max : sd_max;
+}
+
 ModuleCapacity capacity_of(const tRec_Modulo& module);
 
 /// The modules by MAC, as the engine fills them.

@@ -24,6 +24,8 @@ namespace {
 struct PlacedService {
     ServiceResult service;
     std::vector<Place> places;
+    /// Where there are no places.
+    Absence absence = Absence::neither;
 };
 
 using Identity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
@@ -45,7 +47,9 @@ public:
         }
         for (const StreamResult& stream : result.left_out)
             for (const ServiceResult& service : stream.services)
-                add(service, {});
+                add(service, {}, Absence::left_out);
+        for (const ServiceResult& service : result.neither)
+            add(service, {});
     }
 
     std::vector<PlacedService> services() && {
@@ -59,13 +63,16 @@ public:
 
 private:
     /// A place without output is none: the service is received and not sent.
-    void add(const ServiceResult& service, const std::optional<Place>& place) {
+    void add(const ServiceResult& service, const std::optional<Place>& place,
+             Absence absence = Absence::neither) {
         if (service.is_clone)
             return;
         PlacedService& placed = found_[identity_of(service)];
         placed.service = service;
         if (place && !place->outputs.empty())
             placed.places.push_back(*place);
+        if (absence == Absence::left_out)
+            placed.absence = absence;
     }
 
     std::map<Identity, PlacedService> found_;
@@ -76,10 +83,8 @@ public:
     Comparing(const Result& before, const Result& after) : before_(before), after_(after) {}
 
     Comparison comparison() && {
-        comparison_.name_before = before_.name;
-        comparison_.name_after = after_.name;
-        comparison_.before = before_.counts;
-        comparison_.after = after_.counts;
+        comparison_.before = {before_.name, before_.counts, before_.warnings};
+        comparison_.after = {after_.name, after_.counts, after_.warnings};
         compare_services();
         compare_modules();
         compare_limits();
@@ -144,12 +149,10 @@ template <class Key> void Comparing::match(Services& before, Services& after, Ke
 void Comparing::sort_in(const PlacedService* before, const PlacedService* after) {
     ServiceChange change;
     change.service = (after != nullptr ? after : before)->service;
-    change.is_in_before = before != nullptr;
-    change.is_in_after = after != nullptr;
-    if (before != nullptr)
-        change.before = before->places;
-    if (after != nullptr)
-        change.after = after->places;
+    change.before = before != nullptr ? before->places : std::vector<Place>();
+    change.after = after != nullptr ? after->places : std::vector<Place>();
+    change.absence_before = before != nullptr ? before->absence : Absence::not_there;
+    change.absence_after = after != nullptr ? after->absence : Absence::not_there;
     if (change.before.empty() && change.after.empty())
         ++comparison_.never_placed;
     else if (change.before.empty())
@@ -205,7 +208,7 @@ void Comparing::compare_inputs(const ModuleResult& before, const ModuleResult& a
             comparison_.inputs_freed.push_back(change);
         else if (!change.was_tuned && change.is_tuned)
             comparison_.inputs_taken.push_back(change);
-        else if (change.was_tuned && !(change.before == change.after))
+        else if (change.was_tuned && change.before != change.after)
             comparison_.inputs_retuned.push_back(change);
     }
 }
@@ -256,6 +259,18 @@ void Comparing::compare_limits() {
 }
 
 } // namespace
+
+const char* to_string(Absence absence) {
+    switch (absence) {
+    case Absence::left_out:
+        return "left out";
+    case Absence::neither:
+        return "neither";
+    case Absence::not_there:
+        break;
+    }
+    return "not there";
+}
 
 Comparison compare(const Result& before, const Result& after) {
     return Comparing(before, after).comparison();

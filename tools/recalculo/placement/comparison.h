@@ -19,15 +19,27 @@ struct Place {
     std::vector<std::uint32_t> outputs;
 };
 
+/// What there is to say of a service without a place.
+enum class Absence {
+    left_out,
+    /// Neither placed nor left out.
+    neither,
+    /// The result does not have the service.
+    not_there
+};
+
+/// In words.
+const char* to_string(Absence absence);
+
 /// A service in both results, or in one of them.
 struct ServiceChange {
     /// As in the second result, if it is there.
     ServiceResult service;
-    bool is_in_before = true;
-    bool is_in_after = true;
-    /// Where it is placed; empty where it is left out.
+    /// Where it is placed; empty where it is on no output, and then it is known why.
     std::vector<Place> before;
     std::vector<Place> after;
+    Absence absence_before = Absence::left_out;
+    Absence absence_after = Absence::left_out;
 };
 
 /// An input that is not tuned as before.
@@ -52,18 +64,23 @@ struct TightLimit {
     std::uint64_t max = 0;
 };
 
+/// What a comparison keeps of each result.
+struct Side {
+    std::string name;
+    Counts counts;
+    std::vector<std::string> warnings;
+};
+
 struct Comparison {
-    std::string name_before;
-    std::string name_after;
-    Counts before;
-    Counts after;
+    Side before;
+    Side after;
     std::vector<ServiceChange> gained;
     std::vector<ServiceChange> lost;
     /// Placed in both, in other places.
     std::vector<ServiceChange> moved;
     /// Placed in both, in the same places.
     std::size_t unmoved = 0;
-    /// Left out in both, or left out in the only one that has it.
+    /// On no output in both, or in the only one that has it.
     std::size_t never_placed = 0;
     std::vector<std::string> modules_gone;
     std::vector<std::string> modules_new;

@@ -8,33 +8,16 @@
 
 namespace zarven::tool {
 
-namespace {
-
-std::set<const tRec_Servicio*> set_of(const Services& services) {
-    std::set<const tRec_Servicio*> set;
-    for (const auto& service : services)
-        set.insert(service.get());
-    return set;
-}
-
-} // namespace
-
-Services left_out_of(const EngineRun& run) {
-    Services services;
-    std::set<const tRec_Servicio*> seen;
-    for (const auto& [onid, network] : run.engine.Mapa_ONIDs_Final)
-        for (const auto& [tsid, stream] : network.MapRec_TSIDs)
-            for (const auto& [key, service] : stream.MapRec_Services)
-                if (seen.insert(service.get()).second)
-                    services.push_back(service);
-    const Services& waiting = run.engine.listaServiciosClonados;
-    services.insert(services.end(), waiting.begin(), waiting.end());
+/// Services left out and clones that wait.
+static ServiceSet not_placed_by(const EngineRun& run) {
+    ServiceSet services = set_of(left_out_of(run));
+    services.merge(set_of(run.engine.listaServiciosClonados));
     return services;
 }
 
 Explainer::Explainer(const EngineRun& run, Listing listing)
-    : run_(run), listing_(listing), state_(run), clones_(set_of(run.clones)),
-      not_placed_(set_of(left_out_of(run))) {
+    : run_(run), listing_(listing), state_(run), clones_(set_of(run.clones)), not_placed_(not_placed_by(run)),
+      findings_(audit(run)) {
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
         probes_.emplace_back(module);
 }
@@ -58,7 +41,7 @@ std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standi
     case Standing::waiting:
         return reason_waiting(run_.engine, service);
     case Standing::neither:
-        return "It is neither placed nor left out: the engine's exchanges have lost it.";
+        return reason_neither();
     default:
         return reason_left_out(state_, service);
     }
@@ -74,6 +57,9 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
     explanation.transcoding = service->Transcoding;
     explanation.standing = standing_of(*service, !places.empty());
     explanation.sentence = sentence_on(*service, explanation.standing, places);
+    for (const Finding& finding : findings_)
+        if (finding.service == service.get())
+            explanation.warnings.push_back(finding.problem);
     if (is_clone)
         return explanation;
     for (std::size_t index = 0; index < refusals.size(); ++index) {

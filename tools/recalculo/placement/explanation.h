@@ -6,10 +6,10 @@
 
 #include <cstddef>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
+#include "placement/audit.h"
 #include "placement/refusal.h"
 #include "placement/result.h"
 
@@ -40,6 +40,8 @@ struct Explanation {
     std::uint16_t transcoding = 0;
     Standing standing = Standing::neither;
     std::string sentence;
+    /// What the audit found about the service.
+    std::vector<std::string> warnings;
     /// In the order of the modules; none for a clone, which goes by its parent alone.
     std::vector<ModuleAnswer> modules;
     /// Modules without an input for the service that are not listed.
@@ -54,11 +56,6 @@ enum class Listing {
     with_an_input,
 };
 
-using Services = std::vector<std::shared_ptr<tRec_Servicio>>;
-
-/// The services that a run has left out, by stream and each once, and the clones that wait.
-Services left_out_of(const EngineRun& run);
-
 /// Explains services and clones of one run. Refers to the run.
 class Explainer {
 public:
@@ -66,9 +63,10 @@ public:
 
     Explanation explain(const std::shared_ptr<tRec_Servicio>& service);
 
-private:
-    using ServiceSet = std::set<const tRec_Servicio*>;
+    /// All that the audit found.
+    const std::vector<Finding>& findings() const { return findings_; }
 
+private:
     Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
     std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
     bool is_listed(const ModuleAnswer& answer) const;
@@ -79,6 +77,7 @@ private:
     const ServiceSet clones_;
     /// Services left out and clones that wait.
     const ServiceSet not_placed_;
+    const std::vector<Finding> findings_;
     std::vector<EngineProbe> probes_;
 };
 

@@ -16,8 +16,8 @@ namespace zarven::tool {
 
 namespace {
 
-std::string stream_of(const tRec_Servicio& service) {
-    return "stream " + to_string({service.ONID, service.TSID});
+std::string stream_text(const tRec_Servicio& service) {
+    return "stream " + to_string(stream_of(service));
 }
 
 /// What a module is short of; the sentence begins with the module.
@@ -102,18 +102,18 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
         return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
                            refusal.mac);
     return fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
-                       refusal.mac, stream_of(service_));
+                       refusal.mac, stream_text(service_));
 }
 
 std::string Sentence::not_chosen() const {
     if (service_.Transcoding != 0)
         return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
                            "without transcoding asks for the stream.",
-                           stream_of(service_));
+                           stream_text(service_));
     return fmt::format(
         "Its LCN is 0: the engine tunes no input to {} for that while services with other LCNs "
         "are left.",
-        stream_of(service_));
+        stream_text(service_));
 }
 
 std::string Sentence::no_input() const {
@@ -121,7 +121,7 @@ std::string Sentence::no_input() const {
     const std::string others =
         inputs_ == 1 ? "the only input receives another stream"
                      : fmt::format("all {} inputs on {} receive other streams", inputs_, modules);
-    return fmt::format("No input is free for {}: {}{}.", stream_of(service_), others,
+    return fmt::format("No input is free for {}: {}{}.", stream_text(service_), others,
                        some_has_room_ ? "" : "; no module has room for it, either");
 }
 
@@ -139,7 +139,7 @@ std::string Sentence::nearest() const {
         refusals_.begin(), refusals_.end(),
         [this](const ModuleRefusal& one, const ModuleRefusal& other) { return is_nearer(one, other); });
     const std::string what = shortage(*nearest, service_);
-    const std::string stream = stream_of(service_);
+    const std::string stream = stream_text(service_);
     if (with_input_ > 1) {
         const std::string_view how = receiving_ == with_input_ ? "receive"
                                      : receiving_ == 0         ? "have a free input for"
@@ -187,6 +187,10 @@ const tRec_Servicio* parent_in(const tMapaONIDs& index, const tRec_Servicio& clo
 
 } // namespace
 
+std::string reason_neither() {
+    return "It is neither placed nor left out: the engine's exchanges have lost it.";
+}
+
 std::string places_of(const std::vector<ModuleRefusal>& refusals) {
     std::string places;
     for (const ModuleRefusal& refusal : refusals)
@@ -223,9 +227,9 @@ std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone)
         return fmt::format(
             "No module carries its parent, LCN {} \"{}\", both on an input tuned to {} and on an "
             "output.",
-            parent->LCN, parent->NombreEntrada, stream_of(clone));
+            parent->LCN, parent->NombreEntrada, stream_text(clone));
     return fmt::format("No service of {} has the OSID {}, by which the engine looks for its parent.",
-                       stream_of(clone), clone.Parent_SID);
+                       stream_text(clone), clone.Parent_SID);
 }
 
 } // namespace zarven::tool

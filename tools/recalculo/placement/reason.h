@@ -17,6 +17,9 @@ std::string reason_left_out(const FinalState& state, const tRec_Servicio& servic
 /// Why a clone waits.
 std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone);
 
+/// Why a service is neither placed nor left out.
+std::string reason_neither();
+
 /// Where a service is carried: "module X, output 1"; empty if on no output.
 std::string places_of(const std::vector<ModuleRefusal>& refusals);
 

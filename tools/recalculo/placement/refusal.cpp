@@ -106,7 +106,7 @@ void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
 
 bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {
     return counts_for_choosing(service.idService, service, positive_keys_are_left_) ||
-           chosen_streams_.count({service.ONID, service.TSID}) != 0;
+           chosen_streams_.count(stream_of(service)) != 0;
 }
 
 // Finds the output that the engine would take or, failing that, the one with the least lacking.
@@ -137,7 +137,8 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
     const std::uint32_t pids = room.pids_used + service.number_PIDs_CA;
     room.pids_short_by = pids <= room.pids_max ? 0 : pids - room.pids_max;
     room.transcoders_used = std::uint32_t{module.sd_transcoders} + module.hd_transcoders;
-    room.transcoders_max = module.hd_transcoders != 0 ? module.hd_transcoders_max : module.sd_transcoders_max;
+    room.transcoders_max =
+        transcoder_limit(module.hd_transcoders != 0, module.sd_transcoders_max, module.hd_transcoders_max);
 
     if (room.outputs == 0)
         room.limit = Limit::no_output;
@@ -157,10 +158,10 @@ ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servi
     refusal.mac = module.mac;
     refusal.room = room_for(module, service);
     refusal.inputs = module.inputs.size();
-    const StreamKey stream{service.ONID, service.TSID};
+    const Stream stream = stream_of(service);
     for (const InputState& input : module.inputs) {
         // An untuned input has the ids 0 and 0, and so may a stream.
-        const bool is_tuned = input.stream != StreamKey{} || !input.is_empty;
+        const bool is_tuned = input.stream != Stream{} || !input.is_empty;
         if (is_tuned && input.stream == stream)
             refusal.inputs_receiving.push_back(input.number);
         else if (input.is_empty)

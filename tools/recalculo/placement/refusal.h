@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "placement/capacity.h"
-#include "placement/engine_run.h"
+#include "placement/services.h"
 
 namespace zarven::tool {
 
@@ -99,11 +99,9 @@ public:
     bool chooses_stream_of(const tRec_Servicio& service) const;
 
 private:
-    using StreamKey = std::pair<std::uint16_t, std::uint16_t>;
-
     struct InputState {
         std::uint16_t number;
-        StreamKey stream;
+        Stream stream;
         bool is_empty;
     };
 
@@ -139,7 +137,7 @@ private:
     /// Index of the module and number of the output, for each service on one.
     std::unordered_map<const tRec_Servicio*, std::vector<std::pair<std::size_t, std::uint32_t>>> carried_on_;
     /// The streams with a service that the engine chooses streams for.
-    std::set<StreamKey> chosen_streams_;
+    std::set<Stream> chosen_streams_;
     bool positive_keys_are_left_ = false;
 };
 

@@ -1,21 +1,20 @@
-// Services are told apart by their object: the engine may hold one object in several places, and two services
-// with the same numbers.
-
 #include "placement/result.h"
 
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
+
+#include <fmt/format.h>
 
 #include "placement/audit.h"
+#include "placement/capacity.h"
 #include "placement/reason.h"
 
 namespace zarven::tool {
 
 ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
     ServiceResult result;
-    result.stream = {service.ONID, service.TSID};
+    result.stream = stream_of(service);
     result.lcn = service.LCN;
     result.sid = service.SID;
     result.osid = service.OSID;
@@ -34,20 +33,17 @@ ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
 
 namespace {
 
-using ServiceSet = std::set<const tRec_Servicio*>;
-
 /// Walks the engine once and gathers the result.
 class Gathering {
 public:
-    Gathering(const EngineRun& run, Reasons reasons) : run_(run) {
-        for (const auto& clone : run.clones)
-            clones_.insert(clone.get());
+    Gathering(const EngineRun& run, Reasons reasons) : run_(run), clones_(set_of(run.clones)) {
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
             result_.modules.push_back(gather(module));
         gather_left_out(reasons);
         gather_clones_waiting(reasons);
+        gather_neither();
         count();
-        result_.warnings = audit(run);
+        result_.warnings = texts_of(audit(run));
     }
 
     Result result() && { return std::move(result_); }
@@ -62,11 +58,13 @@ private:
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
     void gather_left_out(Reasons reasons);
     void gather_clones_waiting(Reasons reasons);
+    void gather_neither();
     void count();
+    std::size_t number_of(const ServiceSet& services, bool are_clones) const;
 
     const EngineRun& run_;
     Result result_;
-    ServiceSet clones_;
+    const ServiceSet clones_;
     ServiceSet left_out_;
     /// On some output, clones too.
     ServiceSet on_outputs_;
@@ -162,18 +160,46 @@ void Gathering::gather_clones_waiting(Reasons reasons) {
     }
 }
 
+void Gathering::gather_neither() {
+    for (const auto& service : neither_of(run_)) {
+        result_.neither.push_back(describe(*service, clones_.count(service.get()) != 0));
+        result_.neither.back().reason = reason_neither();
+    }
+}
+
+std::size_t Gathering::number_of(const ServiceSet& services, bool are_clones) const {
+    return static_cast<std::size_t>(
+        std::count_if(services.begin(), services.end(), [&](const tRec_Servicio* service) {
+            return (clones_.count(service) != 0) == are_clones;
+        }));
+}
+
 void Gathering::count() {
     Counts& counts = result_.counts;
     counts.loaded = run_.engine.listaServicios.size();
     counts.left_out = left_out_.size();
-    counts.placed = static_cast<std::size_t>(
-        std::count_if(on_outputs_.begin(), on_outputs_.end(),
-                      [this](const tRec_Servicio* service) { return clones_.count(service) == 0; }));
+    counts.placed = number_of(on_outputs_, false);
+    counts.neither = static_cast<std::size_t>(
+        std::count_if(result_.neither.begin(), result_.neither.end(),
+                      [](const ServiceResult& service) { return !service.is_clone; }));
+    counts.clones_attached = number_of(on_outputs_, true);
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
-    counts.clones_attached = run_.clones.size() - counts.clones_waiting;
 }
 
 } // namespace
+
+TranscoderPool transcoder_pool(const ModuleResult& module) {
+    const Usage sd = module.sd_transcoders;
+    const Usage hd = module.hd_transcoders;
+    TranscoderPool pool;
+    pool.used = std::uint32_t{sd.used} + hd.used;
+    pool.max = transcoder_limit(hd.used != 0, sd.max, hd.max);
+    if (hd.used != 0)
+        pool.note = fmt::format("{} SD, {} HD", sd.used, hd.used);
+    else if (hd.max != sd.max)
+        pool.note = fmt::format("{} with HD", hd.max);
+    return pool;
+}
 
 ServiceKey key_of(const ServiceResult& service) {
     return {service.lcn, service.stream.onid, service.stream.tsid, service.sid, service.is_clone};

@@ -9,8 +9,7 @@
 #include <tuple>
 #include <vector>
 
-#include "placement/engine_run.h"
-#include "placement/stream.h"
+#include "placement/services.h"
 
 namespace zarven::tool {
 
@@ -32,7 +31,7 @@ struct ServiceResult {
     std::uint16_t parent_sid = 0;
     /// The outputs of its module that carry it; none for a service that is not placed.
     std::vector<std::uint32_t> outputs;
-    /// For a service that is left out and a clone that waits, why, in one sentence.
+    /// For a service that is on no output, why, in one sentence.
     std::string reason;
 };
 
@@ -79,6 +78,16 @@ struct ModuleResult {
     std::vector<ServiceResult> without_input;
 };
 
+/// The pool that SD and HD transcoders share.
+struct TranscoderPool {
+    std::uint32_t used = 0;
+    std::uint32_t max = 0;
+    /// "1 SD, 1 HD" where HD ones are in use; "2 with HD" where the limit will then be another.
+    std::string note;
+};
+
+TranscoderPool transcoder_pool(const ModuleResult& module);
+
 struct StreamResult {
     Stream stream;
     std::vector<ServiceResult> services;
@@ -90,6 +99,8 @@ struct Counts {
     /// On one output at least.
     std::size_t placed = 0;
     std::size_t left_out = 0;
+    /// Neither placed nor left out.
+    std::size_t neither = 0;
     std::size_t clones_attached = 0;
     std::size_t clones_waiting = 0;
 };
@@ -99,6 +110,8 @@ struct Result {
     std::vector<ModuleResult> modules;
     std::vector<StreamResult> left_out;
     std::vector<ServiceResult> clones_waiting;
+    /// Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule.
+    std::vector<ServiceResult> neither;
     Counts counts;
     /// What the audit found, one sentence each; empty as a rule.
     std::vector<std::string> warnings;

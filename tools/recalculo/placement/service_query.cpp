@@ -1,13 +1,16 @@
 #include "placement/service_query.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <set>
 #include <string_view>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/words.h"
 
 namespace zarven::tool {
 
@@ -29,21 +32,29 @@ bool take(std::string_view& text, char expected) {
     return true;
 }
 
-bool take_query(std::string_view& text, ServiceQuery& query) {
-    if (!take_number(text, query.lcn))
-        return false;
-    if (!take(text, '@'))
-        return true;
+bool take_stream(std::string_view& text, Stream& stream) {
+    return take_number(text, stream.onid) && take(text, '/') && take_number(text, stream.tsid);
+}
+
+/// A stream behind the last @ of the text; takes it off, with the sign.
+std::optional<Stream> take_stream_off_the_end(std::string_view& text) {
+    const std::size_t sign = text.rfind('@');
+    if (sign == text.npos)
+        return std::nullopt;
     Stream stream;
-    if (!take_number(text, stream.onid) || !take(text, '/') || !take_number(text, stream.tsid))
-        return false;
-    query.stream = stream;
-    return true;
+    std::string_view rest = text.substr(sign + 1);
+    if (!take_stream(rest, stream) || !rest.empty())
+        return std::nullopt;
+    text = text.substr(0, sign);
+    return stream;
 }
 
 bool matches(const tRec_Servicio& service, const ServiceQuery& query) {
-    return service.LCN == query.lcn &&
-           (!query.stream || (service.ONID == query.stream->onid && service.TSID == query.stream->tsid));
+    if (query.stream && *query.stream != stream_of(service))
+        return false;
+    if (query.lcn)
+        return service.LCN == *query.lcn;
+    return service.NombreEntrada == query.name || service.NombreSalida == query.name;
 }
 
 /// The LCNs just below and just above one that nobody has.
@@ -58,20 +69,57 @@ std::string nearest_lcns(const std::set<std::uint16_t>& lcns, std::uint16_t lcn)
                                : fmt::format("the nearest are {} and {}", below, *above);
 }
 
+char lower(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// Whatever the case of Latin letters.
+bool contains(const std::string& text, const std::string& part) {
+    const auto is_same = [](char one, char other) { return lower(one) == lower(other); };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), is_same) != text.end();
+}
+
+/// Names that contain the one that nobody has, or else the one that is nearest to it; empty where none is
+/// near.
+std::string similar_names(const std::set<std::string>& names, const std::string& name) {
+    constexpr std::size_t most = 3;
+    std::vector<std::string> similar;
+    for (const std::string& other : names)
+        if (contains(other, name) && similar.size() < most)
+            similar.push_back(other);
+    if (similar.empty())
+        return did_you_mean(name, {names.begin(), names.end()});
+    return fmt::format("; did you mean \"{}\"?", fmt::join(similar, "\" or \""));
+}
+
 [[noreturn]] void complain(const ServiceQuery& query, const tRecalculo& engine, const std::string& file) {
     std::set<std::uint16_t> lcns;
-    std::vector<std::string> streams;
+    std::set<std::string> names;
+    std::set<Stream> streams;
     for (const auto& service : engine.listaServicios) {
         lcns.insert(service->LCN);
-        if (service->LCN == query.lcn)
-            streams.push_back(to_string({service->ONID, service->TSID}));
+        names.insert(service->NombreEntrada);
+        if (matches(*service, {query.text, query.lcn, query.name, std::nullopt}))
+            streams.insert(stream_of(*service));
     }
-    const std::string asked = fmt::format("{}: --service {}: ", file, query.text);
-    if (streams.empty())
-        throw Failure(
-            fmt::format("{}no service has the LCN {}; {}", asked, query.lcn, nearest_lcns(lcns, query.lcn)));
-    throw Failure(fmt::format("{}no service of stream {} has the LCN {}; it is in stream {}", asked,
-                              to_string(*query.stream), query.lcn, fmt::join(streams, ", ")));
+    const std::string has_it =
+        query.lcn ? fmt::format("has the LCN {}", *query.lcn) : fmt::format("is called \"{}\"", query.name);
+    const std::string asked = fmt::format("{}: --service {}: no service ", file, query.text);
+    if (streams.empty() && query.lcn)
+        throw Failure(fmt::format("{}{}; {}", asked, has_it, nearest_lcns(lcns, *query.lcn)));
+    if (streams.empty()) {
+        const std::string similar = similar_names(names, query.name);
+        throw Failure(asked + has_it +
+                      (similar.empty()
+                           ? "; expected an LCN up to 65535 or a name, and @ONID/TSID behind it for "
+                             "one stream only, as in 25@1/1007"
+                           : similar));
+    }
+    std::vector<std::string> others;
+    for (const Stream stream : streams)
+        others.push_back(to_string(stream));
+    throw Failure(fmt::format("{}of stream {} {}; it is in stream {}", asked, to_string(*query.stream),
+                              has_it, fmt::join(others, ", ")));
 }
 
 } // namespace
@@ -80,22 +128,27 @@ ServiceQuery parse_service_query(const std::string& text) {
     ServiceQuery query;
     query.text = text;
     std::string_view rest = text;
-    if (!take_query(rest, query) || !rest.empty())
-        throw Failure(fmt::format("--service {}: found \"{}\", expected an LCN, or LCN@ONID/TSID, as in "
-                                  "25@1/1007; each number at most 65535",
-                                  text, text));
+    query.stream = take_stream_off_the_end(rest);
+    query.name = rest;
+    std::uint16_t lcn = 0;
+    if (take_number(rest, lcn) && rest.empty())
+        query.lcn = lcn;
+    if (query.name.empty())
+        throw Failure(
+            fmt::format("--service {}: found no LCN and no name, expected one, as in 25 or 25@1/1007",
+                        text.empty() ? "\"\"" : text));
     return query;
 }
 
-std::vector<std::shared_ptr<tRec_Servicio>> services_with(const ServiceQuery& query, const EngineRun& run,
-                                                          const std::string& file) {
-    std::vector<std::shared_ptr<tRec_Servicio>> found;
+Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file) {
+    Services found;
     for (const auto& service : run.engine.listaServicios) {
-        if (!matches(*service, query))
-            continue;
-        found.push_back(service);
+        const bool is_asked_for = matches(*service, query);
+        if (is_asked_for)
+            found.push_back(service);
         for (const auto& clone : run.clones)
-            if (clone->LCN == service->LCN && clone->ONID == service->ONID && clone->TSID == service->TSID)
+            if (clone->LCN == service->LCN && stream_of(*clone) == stream_of(*service) &&
+                (is_asked_for || matches(*clone, query)))
                 found.push_back(clone);
     }
     if (found.empty())

@@ -1,33 +1,32 @@
-// How a planner names a service on the command line: by the LCN that the reports show, and by the stream
-// where several have it.
+// How a planner names a service on the command line: by the LCN or the name that the reports show, and by the
+// stream where several have it.
 
 #ifndef RECALCULO_SERVICE_QUERY_H
 #define RECALCULO_SERVICE_QUERY_H
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "placement/result.h"
+#include "placement/services.h"
 
 namespace zarven::tool {
 
 struct ServiceQuery {
     /// As it was asked for.
     std::string text;
-    std::uint16_t lcn = 0;
+    /// The LCN or, where there is none, the name.
+    std::optional<std::uint16_t> lcn;
+    std::string name;
     std::optional<Stream> stream;
 };
 
-/// Reads LCN or LCN@ONID/TSID. Throws `Failure`.
+/// Reads an LCN or a name, and @ONID/TSID if that stands behind it. Throws `Failure` for an empty text.
 ServiceQuery parse_service_query(const std::string& text);
 
-/// The loaded services that are asked for, in the order of loading, each followed by its clones. Throws
-/// `Failure` if there is none; `file` is for messages.
-std::vector<std::shared_ptr<tRec_Servicio>> services_with(const ServiceQuery& query, const EngineRun& run,
-                                                          const std::string& file);
+/// The loaded services that are asked for, in the order of loading, each followed by its clones; of a name
+/// also a clone that alone has it. Throws `Failure` if there is none; `file` is for messages.
+Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file);
 
 } // namespace zarven::tool
 

@@ -130,18 +130,17 @@ private:
 
 /// The engine tunes an input for services without transcoding only.
 void Adding::find_impossible() {
-    using StreamKey = std::pair<std::uint16_t, std::uint16_t>;
-    std::set<StreamKey> tunable;
+    std::set<Stream> tunable;
     for (const auto& service : loaded_.engine.listaServicios)
         if (service->Transcoding == 0)
-            tunable.emplace(service->ONID, service->TSID);
+            tunable.insert(stream_of(*service));
     std::vector<ModuleCapacity> modules = modules_;
     if (most_ != 0)
         modules.push_back(kind_);
     decltype(loaded_.engine.listaServicios) possible;
     for (const auto& service : loaded_.engine.listaServicios) {
         std::string reason = why_none_could_take(modules, *service);
-        if (reason.empty() && tunable.count({service->ONID, service->TSID}) == 0)
+        if (reason.empty() && tunable.count(stream_of(*service)) == 0)
             reason = "all services of its stream need transcoding, and for such the engine tunes no input";
         if (reason.empty()) {
             possible.push_back(service);
@@ -206,7 +205,8 @@ bool Adding::suffices(const Result& result) const {
 
 /// Notes an attempt. True if it suffices.
 bool Adding::take(std::size_t number, const Result& result) {
-    addition_.attempts.push_back({number, result.counts.placed, result.counts.left_out});
+    addition_.attempts.push_back(
+        {number, result.counts.placed, result.counts.left_out, result.warnings.size()});
     if (suffices(result)) {
         addition_.number = number;
         addition_.remaining.clear();
@@ -269,6 +269,12 @@ struct Candidate {
     std::uint32_t generous;
 };
 
+/// What a raised limit leads to.
+struct Outcome {
+    std::size_t placed = 0;
+    std::size_t findings = 0;
+};
+
 /// Tries every limit of every module.
 class Raising {
 public:
@@ -284,8 +290,8 @@ private:
         if (candidate.generous > candidate.from)
             candidates_.push_back(candidate);
     }
-    std::size_t placed_with(const Candidate& candidate, std::uint32_t value);
-    Raise smallest(const Candidate& candidate, std::size_t placed);
+    Outcome outcome_with(const Candidate& candidate, std::uint32_t value);
+    Raise smallest(const Candidate& candidate, Outcome generous);
 
     const Headend& headend_;
     Runner& runner_;
@@ -296,12 +302,12 @@ void Raising::list() {
     std::uint64_t bitrate = 1; // a load must stay under its maximum
     std::uint64_t pids = 0;
     std::size_t transcoded = 0;
-    std::set<std::pair<std::uint16_t, std::uint16_t>> streams;
+    std::set<Stream> streams;
     for (const Service& service : headend_.services) {
         bitrate += service.bitrate;
         pids += std::max(service.ca_pids, service.ca_pids_max);
         transcoded += service.transcoding == 1 ? 1 : 0;
-        streams.emplace(service.onid, service.tsid);
+        streams.insert({service.onid, service.tsid});
     }
     for (std::size_t module = 0; module < headend_.modules.size(); ++module)
         list(module, bitrate, pids, transcoded, streams.size());
@@ -375,27 +381,36 @@ std::string setting_of(const Candidate& candidate, const Module& raised, std::ui
     return fmt::format("{}.outputs=[{}]", path, fmt::join(raised.outputs, ", "));
 }
 
-std::size_t Raising::placed_with(const Candidate& candidate, std::uint32_t value) {
+Outcome Raising::outcome_with(const Candidate& candidate, std::uint32_t value) {
     Headend changed = headend_;
     raise(changed.modules[candidate.module], candidate, value);
-    return runner_.run(changed).counts.placed;
+    const Result result = runner_.run(changed);
+    return {result.counts.placed, result.warnings.size()};
 }
 
 /// Bisects between what is and what is generous for the smallest value that places as many.
-Raise Raising::smallest(const Candidate& candidate, std::size_t placed) {
+Raise Raising::smallest(const Candidate& candidate, Outcome generous) {
     const Module& module = headend_.modules[candidate.module];
-    Raise found{candidate.kind, module.mac, candidate.output, candidate.from, candidate.generous, placed, ""};
+    Raise found;
+    found.kind = candidate.kind;
+    found.mac = module.mac;
+    found.output = candidate.output;
+    found.from = candidate.from;
+    found.to = candidate.generous;
+    Outcome outcome = generous;
     std::uint32_t too_small = candidate.from;
     while (found.to - too_small > 1) {
         const std::uint32_t middle = too_small + (found.to - too_small) / 2;
-        const std::size_t with_middle = placed_with(candidate, middle);
-        if (with_middle >= placed) {
+        const Outcome with_middle = outcome_with(candidate, middle);
+        if (with_middle.placed >= generous.placed) {
             found.to = middle;
-            found.placed = with_middle;
+            outcome = with_middle;
         } else {
             too_small = middle;
         }
     }
+    found.placed = outcome.placed;
+    found.findings = outcome.findings;
     Module raised = module;
     raise(raised, candidate, found.to);
     found.setting = setting_of(candidate, raised, found.to);
@@ -405,17 +420,17 @@ Raise Raising::smallest(const Candidate& candidate, std::size_t placed) {
 }
 
 std::vector<Raise> Raising::raises(std::size_t placed_now) {
-    std::vector<std::size_t> placed(candidates_.size());
+    std::vector<Outcome> outcomes(candidates_.size());
     runner_.plan(candidates_.size());
     runner_.in_parallel(candidates_.size(), [&](std::size_t index) {
-        placed[index] = placed_with(candidates_[index], candidates_[index].generous);
+        outcomes[index] = outcome_with(candidates_[index], candidates_[index].generous);
     });
     std::map<LimitKind, std::size_t> best;
     for (std::size_t index = 0; index < candidates_.size(); ++index) {
-        if (placed[index] <= placed_now)
+        if (outcomes[index].placed <= placed_now)
             continue;
         const auto [of_kind, is_first] = best.emplace(candidates_[index].kind, index);
-        if (!is_first && placed[index] > placed[of_kind->second])
+        if (!is_first && outcomes[index].placed > outcomes[of_kind->second].placed)
             of_kind->second = index;
     }
     std::vector<std::size_t> chosen;
@@ -423,7 +438,7 @@ std::vector<Raise> Raising::raises(std::size_t placed_now) {
         chosen.push_back(index);
     std::vector<Raise> found(chosen.size());
     runner_.in_parallel(chosen.size(), [&](std::size_t index) {
-        found[index] = smallest(candidates_[chosen[index]], placed[chosen[index]]);
+        found[index] = smallest(candidates_[chosen[index]], outcomes[chosen[index]]);
     });
     std::stable_sort(found.begin(), found.end(),
                      [](const Raise& one, const Raise& other) { return one.placed > other.placed; });
@@ -440,6 +455,7 @@ Sizing size_headend(const Headend& headend, const std::string& file, const Modul
     sizing.name = headend.name;
     sizing.most = options.most;
     sizing.now = now.counts;
+    sizing.warnings = now.warnings;
     sizing.addition = Adding(headend, file, kind, options).addition(runner, now);
     if (now.counts.placed < now.counts.loaded)
         sizing.raises = Raising(headend, runner).raises(now.counts.placed);

@@ -29,6 +29,8 @@ struct Attempt {
     std::size_t number = 0;
     std::size_t placed = 0;
     std::size_t left_out = 0;
+    /// What the audit found.
+    std::size_t findings = 0;
 };
 
 /// A limit of which there is not enough, and which modules of the kind do not raise.
@@ -67,6 +69,8 @@ struct Raise {
     std::uint32_t from = 0;
     std::uint32_t to = 0;
     std::size_t placed = 0;
+    /// What the audit then found.
+    std::size_t findings = 0;
     /// The change as --set takes it.
     std::string setting;
 };
@@ -77,6 +81,8 @@ struct Sizing {
     std::size_t most = 0;
     /// Of the head-end as it is.
     Counts now;
+    /// What the audit found in it.
+    std::vector<std::string> warnings;
     Addition addition;
     /// For each kind of limit that helps, the module on which it helps most; the best first.
     std::vector<Raise> raises;

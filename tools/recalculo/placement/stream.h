@@ -14,6 +14,9 @@ struct Stream {
 };
 
 bool operator==(Stream one, Stream other);
+bool operator!=(Stream one, Stream other);
+/// By ONID, then by TSID, as the engine goes through them.
+bool operator<(Stream one, Stream other);
 
 /// ONID/TSID.
 std::string to_string(Stream stream);

@@ -9,6 +9,7 @@
 
 #include "base/counted.h"
 #include "report/service_list.h"
+#include "report/summary_text.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -67,12 +68,15 @@ std::string table_of_limits(const Bound& bound, const TextStyle& style) {
 std::string bound_text(const Bound& bound, const Result& result, const TextStyle& style) {
     const std::size_t placed = result.counts.placed;
     const std::string sentence =
-        fmt::format("{} loaded: no arrangement places more than {}, the engine placed {}: {}",
-                    counted(bound.loaded, "service"), bound.most, placed, verdict(bound, placed));
+        fmt::format("{} loaded: no arrangement places more than {}, the engine placed {}: {}{}",
+                    counted(bound.loaded, "service"), bound.most, placed, verdict(bound, placed),
+                    audit_in_figures(result.warnings.size()));
     std::string text = title_text(result.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
                        "\n" + table_of_limits(bound, style);
     if (!bound.impossible.empty())
         text += "\n" + services_with_reasons("No module can take", bound.impossible, style);
+    if (!result.warnings.empty())
+        text += "\n" + audit_text(result.warnings, style);
     return text;
 }
 
@@ -82,6 +86,8 @@ std::string bound_json(const Bound& bound, const Result& result) {
         json["name"] = result.name;
     json["loaded"] = bound.loaded;
     json["placed"] = result.counts.placed;
+    json["left_out"] = result.counts.left_out;
+    json["neither"] = result.counts.neither;
     json["bound"] = bound.most;
     for (const NamedLimit& named : limits_of(bound))
         json["limits"].push_back({{"limit", named.key},
@@ -89,6 +95,7 @@ std::string bound_json(const Bound& bound, const Result& result) {
                                   {"wanted", named.limit.wanted},
                                   {"allows", named.limit.allows}});
     json["impossible"] = services_with_reasons_json(bound.impossible);
+    json["warnings"] = result.warnings;
     return json.dump(2) + "\n";
 }
 

@@ -10,8 +10,8 @@
 
 namespace zarven::tool {
 
-/// A sentence, a table of the limits, and the services that no module can take; by default as for a file, in
-/// UTF-8.
+/// A sentence, a table of the limits, the services that no module can take, and the audit of the placement;
+/// by default as for a file, in UTF-8.
 std::string bound_text(const Bound& bound, const Result& result, const TextStyle& style = {});
 
 /// The same facts as indented JSON, described in docs/tool.md.

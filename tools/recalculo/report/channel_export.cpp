@@ -50,14 +50,16 @@ public:
         for (const StreamResult& stream : result.left_out)
             for (const ServiceResult& service : stream.services)
                 export_.left_out += services_.count(key_of(service)) == 0 ? 1 : 0;
-        std::map<std::pair<std::uint16_t, std::uint16_t>, std::uint32_t> frequencies;
+        for (const ServiceResult& service : result.neither)
+            ++(service.is_clone ? export_.clones : export_.neither);
+        std::map<Stream, std::uint32_t> frequencies;
         for (const auto& [key, service] : services_)
-            frequencies.emplace(std::pair(service.stream.onid, service.stream.tsid), 0);
+            frequencies.emplace(service.stream, 0);
         std::size_t stream = 0;
         for (auto& [ids, frequency] : frequencies)
             frequency = made_up_frequency(stream++);
         for (const auto& [key, service] : services_)
-            add(service, frequencies.at({service.stream.onid, service.stream.tsid}));
+            add(service, frequencies.at(service.stream));
     }
 
     ChannelExport result() && { return std::move(export_); }

@@ -18,6 +18,7 @@ struct ChannelExport {
     /// Services that are no channels of the list, because they are not placed, have no number that a list can
     /// tell, or are clones.
     std::size_t left_out = 0;
+    std::size_t neither = 0;
     std::size_t without_lcn = 0;
     std::size_t clones = 0;
 };

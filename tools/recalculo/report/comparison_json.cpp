@@ -19,10 +19,14 @@ static ordered_json or_null(bool is_there, ordered_json value) {
     return is_there ? std::move(value) : ordered_json();
 }
 
+static ordered_json places_json(const std::vector<Place>& places, Absence absence) {
+    return or_null(!places.empty() || absence != Absence::not_there, places);
+}
+
 static void to_json(ordered_json& json, const ServiceChange& change) {
     json = identity_json(change.service);
-    json["before"] = or_null(change.is_in_before, change.before);
-    json["after"] = or_null(change.is_in_after, change.after);
+    json["before"] = places_json(change.before, change.absence_before);
+    json["after"] = places_json(change.after, change.absence_after);
 }
 
 static ordered_json stream_json(Stream stream) {
@@ -56,9 +60,13 @@ static void to_json(ordered_json& json, const TightLimit& limit) {
     json["max"] = limit.max;
 }
 
-static ordered_json side_json(const std::string& name, const Counts& counts) {
-    return {
-        {"name", name}, {"loaded", counts.loaded}, {"placed", counts.placed}, {"left_out", counts.left_out}};
+static void to_json(ordered_json& json, const Side& side) {
+    json = {{"name", side.name},
+            {"loaded", side.counts.loaded},
+            {"placed", side.counts.placed},
+            {"left_out", side.counts.left_out},
+            {"neither", side.counts.neither},
+            {"warnings", side.warnings}};
 }
 
 std::string comparison_json(const Comparison& comparison) {
@@ -68,8 +76,8 @@ std::string comparison_json(const Comparison& comparison) {
                        {"moved", comparison.moved.size()},
                        {"unmoved", comparison.unmoved},
                        {"never_placed", comparison.never_placed}};
-    json["before"] = side_json(comparison.name_before, comparison.before);
-    json["after"] = side_json(comparison.name_after, comparison.after);
+    json["before"] = comparison.before;
+    json["after"] = comparison.after;
     json["gained"] = comparison.gained;
     json["lost"] = comparison.lost;
     json["moved"] = comparison.moved;

@@ -36,10 +36,6 @@ list places(const std::vector<Place>& places) {
     return entries;
 }
 
-std::string absent(bool is_there) {
-    return is_there ? "left out" : "not there";
-}
-
 /// What the search looks for.
 std::string macs_of(const ServiceChange& change) {
     std::string macs;
@@ -58,9 +54,9 @@ data service_row(const ServiceChange& change) {
     row["tags"] = data(tags_of(change.service));
     row["bitrate"] = grouped(change.service.bitrate);
     row["before"] = data(places(change.before));
-    row["absent_before"] = absent(change.is_in_before);
+    row["absent_before"] = std::string(to_string(change.absence_before));
     row["after"] = data(places(change.after));
-    row["absent_after"] = absent(change.is_in_after);
+    row["absent_after"] = std::string(to_string(change.absence_after));
     return row;
 }
 
@@ -238,11 +234,21 @@ list figures_of(const Counts& before, const Counts& after) {
     figures.push_back(figure("Services loaded", before.loaded, after.loaded, true));
     figures.push_back(figure("Placed", before.placed, after.placed, true));
     figures.push_back(figure("Left out", before.left_out, after.left_out, false));
+    if (before.neither + after.neither != 0)
+        figures.push_back(figure("Neither placed nor left out", before.neither, after.neither, false));
     const auto clones = [](const Counts& counts) { return counts.clones_attached + counts.clones_waiting; };
     if (clones(before) + clones(after) == 0)
         return figures;
     figures.push_back(figure("Clones attached", before.clones_attached, after.clones_attached, true));
     figures.push_back(figure("Clones waiting", before.clones_waiting, after.clones_waiting, false));
+    return figures;
+}
+
+list figures_of(const Side& before, const Side& after) {
+    list figures = figures_of(before.counts, after.counts);
+    if (!before.warnings.empty() || !after.warnings.empty())
+        figures.push_back(
+            figure("Findings of the audit", before.warnings.size(), after.warnings.size(), false));
     return figures;
 }
 
@@ -252,8 +258,8 @@ list tiles_of(const Comparison& comparison) {
                     share_text(counts.placed, counts.loaded));
     };
     list tiles;
-    tiles.push_back(placed("Placed before", comparison.before));
-    tiles.push_back(placed("Placed after", comparison.after));
+    tiles.push_back(placed("Placed before", comparison.before.counts));
+    tiles.push_back(placed("Placed after", comparison.after.counts));
     for (const Changes& changes : changes_of(comparison))
         tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
     tiles.push_back(tile("In the same place", grouped(comparison.unmoved), "", false));
@@ -270,8 +276,8 @@ std::string verdict_on(const Comparison& comparison) {
 
 /// Once if both sides have the same; a side without a name is called by its file.
 std::vector<std::string> names_of(const Comparison& comparison, const ComparedFiles& files) {
-    const std::string& before = comparison.name_before.empty() ? files.before : comparison.name_before;
-    const std::string& after = comparison.name_after.empty() ? files.after : comparison.name_after;
+    const std::string& before = comparison.before.name.empty() ? files.before : comparison.before.name;
+    const std::string& after = comparison.after.name.empty() ? files.after : comparison.after.name;
     if (before == after)
         return {before};
     return {before, after};
@@ -296,6 +302,8 @@ PageFrame frame_of(const Comparison& comparison, const ComparedFiles& files) {
 
 std::string comparison_page(const Comparison& comparison, const ComparedFiles& files) {
     PageFrame frame = frame_of(comparison, files);
+    add_audit(frame, "audit-before", "What does not add up before", comparison.before.warnings);
+    add_audit(frame, "audit-after", "What does not add up after", comparison.after.warnings);
     frame.sections.push_back(section_link("sides", "Before and after", false));
     list changes;
     for (const Changes& one : changes_of(comparison)) {
@@ -311,8 +319,8 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
     facts["place"] = place_template;
     facts["file_before"] = printable(files.before);
     facts["file_after"] = printable(files.after);
-    facts["name_before"] = printable(comparison.name_before);
-    facts["name_after"] = printable(comparison.name_after);
+    facts["name_before"] = printable(comparison.before.name);
+    facts["name_after"] = printable(comparison.after.name);
     facts["figures"] = figures_of(comparison.before, comparison.after);
     facts["changes"] = changes;
     facts["tables"] = tables;

@@ -8,6 +8,7 @@
 
 #include "base/counted.h"
 #include "report/service_list.h"
+#include "report/summary_text.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -21,11 +22,9 @@ std::string place_text(const Place& place, const TextStyle& style) {
     return fmt::format("{} {} out {}", shown(place.mac, style), input, fmt::join(place.outputs, "+"));
 }
 
-std::string places_text(const std::vector<Place>& places, bool is_there, const TextStyle& style) {
-    if (!is_there)
-        return "not there";
+std::string places_text(const std::vector<Place>& places, Absence absence, const TextStyle& style) {
     if (places.empty())
-        return "left out";
+        return to_string(absence);
     std::vector<std::string> texts;
     for (const Place& place : places)
         texts.push_back(place_text(place, style));
@@ -81,13 +80,15 @@ public:
         write("Inputs tuned to another stream", comparison_.inputs_retuned);
         write("Became tight", comparison_.became_tight);
         write("No longer tight", comparison_.relaxed);
+        write_audit("Audit before", comparison_.before);
+        write_audit("Audit after", comparison_.after);
         return std::move(text_);
     }
 
 private:
     void write_summary();
-    void write_side(const char* which, const std::string& file, const std::string& name,
-                    const Counts& counts);
+    void write_side(const char* which, const std::string& file, const Side& side);
+    void write_audit(const char* title, const Side& side);
     void paragraph(const std::string& text, Paint paint = Paint::none) {
         text_ += paragraph_text(text, 0, paint, style_);
     }
@@ -118,8 +119,8 @@ private:
 
     Row row_of(const ServiceChange& change) const {
         return with_identity(change.service,
-                             {change_text(places_text(change.before, change.is_in_before, style_),
-                                          places_text(change.after, change.is_in_after, style_), style_)},
+                             {change_text(places_text(change.before, change.absence_before, style_),
+                                          places_text(change.after, change.absence_after, style_), style_)},
                              style_);
     }
 
@@ -140,11 +141,19 @@ private:
     std::string text_;
 };
 
-void ComparisonText::write_side(const char* which, const std::string& file, const std::string& name,
-                                const Counts& counts) {
-    paragraph(fmt::format("{} {}{}: {} of {} placed", which, shown(file, style_),
-                          name.empty() ? "" : fmt::format(" ({})", shown(name, style_)), counts.placed,
-                          counted(counts.loaded, "service")));
+void ComparisonText::write_side(const char* which, const std::string& file, const Side& side) {
+    const Counts& counts = side.counts;
+    paragraph(fmt::format(
+        "{} {}{}: {} of {} placed{}{}", which, shown(file, style_),
+        side.name.empty() ? "" : fmt::format(" ({})", shown(side.name, style_)), counts.placed,
+        counted(counts.loaded, "service"),
+        counts.neither == 0 ? "" : fmt::format(", {} neither placed nor left out", counts.neither),
+        audit_in_figures(side.warnings.size())));
+}
+
+void ComparisonText::write_audit(const char* title, const Side& side) {
+    if (!side.warnings.empty())
+        text_ += "\n" + audit_text(side.warnings, style_, title);
 }
 
 void ComparisonText::write_summary() {
@@ -152,8 +161,8 @@ void ComparisonText::write_summary() {
                           comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
                           comparison_.unmoved, comparison_.never_placed));
     text_ += '\n';
-    write_side("Before", files_.before, comparison_.name_before, comparison_.before);
-    write_side("After ", files_.after, comparison_.name_after, comparison_.after);
+    write_side("Before", files_.before, comparison_.before);
+    write_side("After ", files_.after, comparison_.after);
 }
 
 } // namespace

@@ -82,6 +82,7 @@ static void to_json(ordered_json& json, const Explanation& explanation) {
     json["transcoding"] = explanation.transcoding;
     json["standing"] = name_of(explanation.standing);
     json["sentence"] = explanation.sentence;
+    json["warnings"] = explanation.warnings;
     json["modules"] = explanation.modules;
     json["modules_not_listed"] = explanation.unlisted;
 }
@@ -91,19 +92,24 @@ std::string explanations_json_begin(const std::string& name) {
     return "{\n" + member + "  \"services\": [";
 }
 
-std::string explanation_json(const Explanation& explanation) {
-    // Line ends within texts are escaped: every one that is left begins a line of ours.
-    std::string indented = "\n    ";
-    for (const char character : ordered_json(explanation).dump(2)) {
-        indented += character;
+/// Set further in, but for its first line. Line ends within texts are escaped, so that each begins a line of
+/// ours.
+static std::string indented(const ordered_json& json, std::size_t columns) {
+    std::string text;
+    for (const char character : json.dump(2)) {
+        text += character;
         if (character == '\n')
-            indented += "    ";
+            text += std::string(columns, ' ');
     }
-    return indented;
+    return text;
 }
 
-std::string explanations_json_end() {
-    return "\n  ]\n}\n";
+std::string explanation_json(const Explanation& explanation) {
+    return "\n    " + indented(explanation, 4);
+}
+
+std::string explanations_json_end(const std::vector<std::string>& warnings) {
+    return "\n  ],\n  \"warnings\": " + indented(warnings, 2) + "\n}\n";
 }
 
 } // namespace zarven::tool

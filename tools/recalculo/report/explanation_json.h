@@ -6,6 +6,7 @@
 #define RECALCULO_EXPLANATION_JSON_H
 
 #include <string>
+#include <vector>
 
 #include "placement/explanation.h"
 
@@ -17,8 +18,8 @@ std::string explanations_json_begin(const std::string& name);
 /// One explanation. Between two of them stands a comma.
 std::string explanation_json(const Explanation& explanation);
 
-/// What stands after the last.
-std::string explanations_json_end();
+/// What stands after the last, with all that the audit found.
+std::string explanations_json_end(const std::vector<std::string>& warnings);
 
 } // namespace zarven::tool
 

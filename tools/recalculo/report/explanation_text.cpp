@@ -1,8 +1,9 @@
-// Its figures are shown as "in use + needed of most", so that a planner can follow the test. What the answer
-// says anyway is left away first where there is no room for all.
+// Figures are shown as "in use + needed of most", so that a planner can follow the test. Where the terminal
+// has no room for all of them, each answer tells its own.
 
 #include "report/explanation_text.h"
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -64,11 +65,14 @@ std::string verdict_of_limit(const ModuleRefusal& refusal, const ServiceResult& 
     return "has room";
 }
 
-std::string verdict(const ModuleAnswer& answer, const ServiceResult& service) {
+/// `figures` stand behind the words.
+std::string verdict(const ModuleAnswer& answer, const ServiceResult& service, const std::string& figures) {
     const ModuleRefusal& refusal = answer.refusal;
     std::string words = verdict_of_limit(refusal, service);
     if (!refusal.carried_on.empty())
         words = fmt::format("carries it on output {}", fmt::join(refusal.carried_on, ", "));
+    else if (!figures.empty())
+        words += fmt::format(" ({})", figures);
     if (!answer.engine_agrees())
         words += answer.engine_has_room ? "; but the engine finds room" : "; but the engine finds no room";
     return words;
@@ -76,61 +80,104 @@ std::string verdict(const ModuleAnswer& answer, const ServiceResult& service) {
 
 std::string inputs(const ModuleRefusal& refusal) {
     if (!refusal.inputs_receiving.empty())
-        return fmt::format("{} receives it", fmt::join(refusal.inputs_receiving, ", "));
+        return fmt::format("{} receive{} it", fmt::join(refusal.inputs_receiving, ", "),
+                           refusal.inputs_receiving.size() == 1 ? "s" : "");
     if (refusal.inputs_free.empty())
         return fmt::format("0 of {} free", refusal.inputs);
     return fmt::format("{} free", fmt::join(refusal.inputs_free, ", "));
 }
 
-std::vector<Column> columns() {
-    Column mac;
-    mac.heading = "Module";
-    Column answer;
-    answer.heading = "Answer";
-    const auto further = [](const char* heading, int dispensable, Align align) {
-        Column column;
-        column.heading = heading;
-        column.align = align;
-        column.dispensable = dispensable;
-        return column;
-    };
-    return {mac,
-            answer,
-            further("Inputs", 4, Align::left),
-            further("Output", 5, Align::right),
-            further("kbit/s", 1, Align::right),
-            further("PIDs", 2, Align::right),
-            further("Transcoders", 3, Align::right)};
+std::string bitrates(const Room& room, const ServiceResult& service) {
+    return fmt::format("{} + {} of {}", room.output.bitrate, service.bitrate, room.output.bitrate_max);
 }
 
-Row row_of(const ModuleAnswer& answer, const Explanation& explanation, const TextStyle& style) {
-    const ModuleRefusal& refusal = answer.refusal;
-    const Room& room = refusal.room;
-    Row row = {shown(refusal.mac, style), verdict(answer, explanation.service), inputs(refusal)};
-    if (!refusal.carried_on.empty())
-        return row;
-    if (room.outputs_full < room.outputs) {
-        row.emplace_back(std::to_string(room.output.number));
-        row.emplace_back(fmt::format("{} + {} of {}", room.output.bitrate, explanation.service.bitrate,
-                                     room.output.bitrate_max));
-    } else {
-        row.insert(row.end(), 2, Cell(std::string(symbols_of(style).dash)));
+std::string pids(const Room& room, const ServiceResult& service) {
+    return fmt::format("{} + {} of {}", room.pids_used, service.ca_pids, room.pids_max);
+}
+
+std::string transcoders(const Room& room) {
+    return fmt::format("{} + 1 of {}", room.transcoders_used, room.transcoders_max);
+}
+
+Column headed(const char* heading, Align align = Align::left) {
+    Column column;
+    column.heading = heading;
+    column.align = align;
+    return column;
+}
+
+/// With a column for each kind of figure.
+std::optional<std::string> wide_table(const Explanation& explanation, const TextStyle& style) {
+    const bool is_transcoded = explanation.transcoding == 1;
+    std::vector<Column> columns = {headed("Module"),
+                                   headed("Answer"),
+                                   headed("Inputs"),
+                                   headed("Output", Align::right),
+                                   headed("kbit/s", Align::right),
+                                   headed("PIDs", Align::right)};
+    if (is_transcoded)
+        columns.push_back(headed("Transcoders", Align::right));
+    std::vector<Row> rows;
+    for (const ModuleAnswer& answer : explanation.modules) {
+        const ModuleRefusal& refusal = answer.refusal;
+        const Room& room = refusal.room;
+        rows.push_back(
+            {shown(refusal.mac, style), verdict(answer, explanation.service, ""), inputs(refusal)});
+        if (!refusal.carried_on.empty())
+            continue;
+        const std::string dash(symbols_of(style).dash);
+        const bool has_output = room.outputs_full < room.outputs;
+        rows.back().emplace_back(has_output ? std::to_string(room.output.number) : dash);
+        rows.back().emplace_back(has_output ? bitrates(room, explanation.service) : dash);
+        rows.back().emplace_back(pids(room, explanation.service));
+        if (is_transcoded)
+            rows.back().emplace_back(transcoders(room));
     }
-    row.emplace_back(
-        fmt::format("{} + {} of {}", room.pids_used, explanation.service.ca_pids, room.pids_max));
-    if (explanation.transcoding == 1)
-        row.emplace_back(fmt::format("{} + 1 of {}", room.transcoders_used, room.transcoders_max));
-    return row;
+    return table_as_it_is(std::move(columns), rows, table_indent, style);
+}
+
+/// The figures of the limit that refuses.
+std::string figures(const ModuleRefusal& refusal, const ServiceResult& service) {
+    const Room& room = refusal.room;
+    switch (refusal.limit) {
+    case Limit::no_input:
+        return refusal.inputs == 0 ? "" : fmt::format("0 of {}", refusal.inputs);
+    case Limit::service_count:
+        return fmt::format("{} of {}", room.outputs_full, counted(room.outputs, "output"));
+    case Limit::bitrate:
+        return fmt::format("output {}, {}", room.output.number, bitrates(room, service));
+    case Limit::pids:
+        return pids(room, service);
+    case Limit::transcoders:
+        return transcoders(room);
+    default:
+        return "";
+    }
+}
+
+/// Of those that `inputs` tells.
+bool is_one_input(const ModuleRefusal& refusal) {
+    return (refusal.inputs_receiving.empty() ? refusal.inputs_free : refusal.inputs_receiving).size() == 1;
+}
+
+/// With the figures in the answer.
+std::string narrow_table(const Explanation& explanation, const TextStyle& style) {
+    Column answer_column = headed("Answer");
+    answer_column.wrapped_at = 20;
+    std::vector<Row> rows;
+    for (const ModuleAnswer& answer : explanation.modules) {
+        const ModuleRefusal& refusal = answer.refusal;
+        std::string text = verdict(answer, explanation.service, figures(refusal, explanation.service));
+        if (refusal.has_input())
+            text += (is_one_input(refusal) ? "; input " : "; inputs ") + inputs(refusal);
+        rows.push_back({shown(refusal.mac, style), std::move(text)});
+    }
+    return table_text({headed("Module"), answer_column}, rows, table_indent, style);
 }
 
 std::string table(const Explanation& explanation, const TextStyle& style) {
-    std::vector<Column> shown_columns = columns();
-    if (explanation.transcoding != 1)
-        shown_columns.pop_back();
-    std::vector<Row> rows;
-    for (const ModuleAnswer& answer : explanation.modules)
-        rows.push_back(row_of(answer, explanation, style));
-    return table_text(std::move(shown_columns), rows, table_indent, style);
+    const std::optional<std::string> wide = wide_table(explanation, style);
+    return wide ? *wide : narrow_table(explanation, style);
 }
 
 std::string unlisted_text(const Explanation& explanation, const TextStyle& style) {
@@ -150,6 +197,8 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
         text += table(explanation, style);
     if (explanation.unlisted != 0)
         text += unlisted_text(explanation, style);
+    for (const std::string& warning : explanation.warnings)
+        text += paragraph_text("Warning: " + shown(warning, style), indent, Paint::yellow, style);
     return text;
 }
 

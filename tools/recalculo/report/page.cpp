@@ -36,14 +36,10 @@ std::string services_counted(std::size_t number) {
     return counted(number, "service", "services");
 }
 
-bool is_same(Stream one, Stream other) {
-    return key_of(one) == key_of(other);
-}
-
 /// With the stream, where it is not the one under which the service is listed.
 list tags_under(const ServiceResult& service, const Stream* listed_under) {
     list tags = tags_of(service);
-    if (listed_under == nullptr || !is_same(*listed_under, service.stream))
+    if (listed_under == nullptr || *listed_under != service.stream)
         tags.emplace_back("stream " + to_string(service.stream));
     return tags;
 }
@@ -112,7 +108,7 @@ std::size_t services_of(const ModuleResult& module) {
     return number;
 }
 
-data meter(const std::string& label, std::uint32_t used, std::uint32_t max, const std::string& note = "") {
+data meter(const std::string& label, std::uint32_t used, std::uint32_t max, const std::string& note) {
     data entry;
     entry["label"] = label;
     entry["used"] = grouped(used);
@@ -128,13 +124,14 @@ data meters_of(const ModuleResult& module) {
                            module.pids == module.pids_counted
                                ? ""
                                : fmt::format("{} by the engine's count", grouped(module.pids_counted))));
-    const auto add = [&meters](const char* kind, Usage usage) {
-        if (usage.max != 0 || usage.used != 0)
-            meters.push_back(meter(fmt::format("{} transcoders", kind), usage.used, usage.max));
+    const TranscoderPool pool = transcoder_pool(module);
+    const auto add = [&meters](const char* label, std::uint32_t used, std::uint32_t max,
+                               const std::string& note) {
+        if (max != 0 || used != 0 || !note.empty())
+            meters.push_back(meter(label, used, max, note));
     };
-    add("SD", module.sd_transcoders);
-    add("HD", module.hd_transcoders);
-    add("AUX", module.aux_transcoders);
+    add("Transcoders", pool.used, pool.max, pool.note);
+    add("AUX transcoders", module.aux_transcoders.used, module.aux_transcoders.max, "");
     return meters;
 }
 
@@ -153,11 +150,11 @@ private:
         list receivers{};
     };
     /// The bitrate of each stream on an output.
-    using Mix = std::map<StreamKey, std::uint64_t>;
-    using FactsOf = std::map<StreamKey, StreamFacts>;
+    using Mix = std::map<Stream, std::uint64_t>;
+    using FactsOf = std::map<Stream, StreamFacts>;
 
     list tiles() const;
-    list sections() const;
+    void link(list& sections) const;
     data streams() const;
     data legend() const;
     FactsOf stream_facts() const;
@@ -210,15 +207,13 @@ list Page::tiles() const {
     return tiles;
 }
 
-list Page::sections() const {
-    list sections;
-    link_section(sections, "audit", "What does not add up", result_.warnings.size());
+void Page::link(list& sections) const {
     link_section(sections, "glance", "At a glance", result_.modules.size());
     link_section(sections, "modules", "Modules", result_.modules.size());
     link_section(sections, "left-out", "Left out", result_.counts.left_out);
     link_section(sections, "waiting", "Clones waiting", result_.clones_waiting.size());
+    link_section(sections, "neither", "Neither placed nor left out", result_.neither.size());
     link_section(sections, "streams", "Streams", marks_.in_order().size());
-    return sections;
 }
 
 Page::FactsOf Page::stream_facts() const {
@@ -226,7 +221,7 @@ Page::FactsOf Page::stream_facts() const {
     const auto count = [&facts](const std::vector<ServiceResult>& services) {
         for (const ServiceResult& service : services)
             if (!service.is_clone && !service.outputs.empty())
-                ++facts[key_of(service.stream)].placed;
+                ++facts[service.stream].placed;
     };
     for (std::size_t index = 0; index < result_.modules.size(); ++index) {
         const ModuleResult& module = result_.modules[index];
@@ -238,12 +233,12 @@ Page::FactsOf Page::stream_facts() const {
             receiver["anchor"] = module_anchor(index);
             receiver["mac"] = printable(module.mac);
             receiver["number"] = std::to_string(input.number);
-            facts[key_of(input.stream)].receivers.push_back(receiver);
+            facts[input.stream].receivers.push_back(receiver);
         }
         count(module.without_input);
     }
     for (const StreamResult& stream : result_.left_out)
-        facts[key_of(stream.stream)].left_out += stream.services.size();
+        facts[stream.stream].left_out += stream.services.size();
     return facts;
 }
 
@@ -251,7 +246,7 @@ data Page::streams() const {
     FactsOf facts = stream_facts();
     list entries;
     for (const StreamMark& mark : marks_.in_order()) {
-        StreamFacts& known = facts[key_of(mark.stream)];
+        StreamFacts& known = facts[mark.stream];
         data entry;
         set_mark(entry, mark);
         entry["stream"] = to_string(mark.stream);
@@ -334,7 +329,7 @@ Page::Mix Page::mix_of(const OutputResult& output) {
     Mix mix;
     for (const ServiceResult& service : output.services)
         if (!service.is_clone && service.bitrate != 0)
-            mix[key_of(service.stream)] += service.bitrate;
+            mix[service.stream] += service.bitrate;
     return mix;
 }
 
@@ -349,7 +344,7 @@ list Page::segments_of(const OutputResult& output) const {
     list segments;
     double x = 0;
     for (const auto& [stream, bitrate] : mix) {
-        const StreamMark& mark = marks_.of({stream.first, stream.second});
+        const StreamMark& mark = marks_.of(stream);
         const double width = filled * static_cast<double>(bitrate) / static_cast<double>(sum);
         data segment;
         set_mark(segment, mark);
@@ -369,8 +364,7 @@ data Page::output_entry(const OutputResult& output) const {
     std::string spoken = fmt::format("Output {}: {} of {} kbit/s", output.number, grouped(output.bitrate),
                                      grouped(output.bitrate_max));
     for (const auto& [stream, bitrate] : mix_of(output))
-        spoken +=
-            fmt::format(", stream {} {}", marks_.of({stream.first, stream.second}).code, grouped(bitrate));
+        spoken += fmt::format(", stream {} {}", marks_.of(stream).code, grouped(bitrate));
     const list segments = segments_of(output);
     data entry;
     entry["number"] = std::to_string(output.number);
@@ -417,9 +411,9 @@ data Page::list_section(const std::string& anchor, const std::string& title, std
 }
 
 std::vector<StreamResult> by_stream(const std::vector<ServiceResult>& services) {
-    std::map<StreamKey, StreamResult> streams;
+    std::map<Stream, StreamResult> streams;
     for (const ServiceResult& service : services) {
-        StreamResult& stream = streams[key_of(service.stream)];
+        StreamResult& stream = streams[service.stream];
         stream.stream = service.stream;
         stream.services.push_back(service);
     }
@@ -435,10 +429,13 @@ data Page::lists() const {
         sections.push_back(list_section("left-out", "Left out", result_.counts.left_out,
                                         "Services that stand on no output.", result_.left_out));
     if (!result_.clones_waiting.empty())
-        sections.push_back(
-            list_section("waiting", "Clones waiting", result_.clones_waiting.size(),
-                         "Clones whose parent is on no output, or for which no AUX transcoder is left.",
-                         by_stream(result_.clones_waiting)));
+        sections.push_back(list_section("waiting", "Clones waiting", result_.clones_waiting.size(),
+                                        "Clones that found no place beside a parent.",
+                                        by_stream(result_.clones_waiting)));
+    if (!result_.neither.empty())
+        sections.push_back(list_section("neither", "Neither placed nor left out", result_.neither.size(),
+                                        "Services that the engine's exchanges have lost.",
+                                        by_stream(result_.neither)));
     return sections;
 }
 
@@ -447,6 +444,8 @@ std::string verdict(const Counts& counts) {
         counts.left_out != 0
             ? fmt::format("{} of {} left out", grouped(counts.left_out), services_counted(counts.loaded))
             : fmt::format("{} of {} placed", grouped(counts.placed), services_counted(counts.loaded));
+    if (counts.neither != 0)
+        text += fmt::format(", {} neither placed nor left out", grouped(counts.neither));
     if (counts.clones_waiting != 0)
         text += fmt::format(", {} waiting", counted(counts.clones_waiting, "clone", "clones"));
     return text;
@@ -463,7 +462,8 @@ PageFrame Page::frame() const {
     frame.verdict = verdict(counts);
     frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0;
     frame.tiles = tiles();
-    frame.sections = sections();
+    add_audit(frame, "audit", "What does not add up", result_.warnings);
+    link(frame.sections);
     frame.footer =
         "A stream is written as ONID/TSID. Its letters, colour and pattern are the same in all of the "
         "page. A clone stands where its parent stands and costs neither bitrate nor a place on the "
@@ -475,14 +475,9 @@ data Page::facts() const {
     list modules;
     for (std::size_t index = 0; index < result_.modules.size(); ++index)
         modules.push_back(module_entry(index));
-    list warnings;
-    for (const std::string& warning : result_.warnings)
-        warnings.emplace_back(printable(warning));
     data facts;
     facts["swatch"] = swatch_template;
     facts["segments_of_bar"] = segments_template;
-    facts["has_warnings"] = !result_.warnings.empty();
-    facts["warnings"] = warnings;
     facts["has_modules"] = !result_.modules.empty();
     facts["modules"] = modules;
     facts["has_streams"] = !marks_.in_order().empty();

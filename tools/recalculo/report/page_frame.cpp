@@ -44,6 +44,7 @@ std::string framed(const PageFrame& frame, const char* content, data facts) {
     facts["good"] = frame.is_good;
     facts["tiles"] = frame.tiles;
     facts["sections"] = frame.sections;
+    facts["audits"] = frame.audits;
     facts["footer"] = frame.footer;
     kainjow::mustache::mustache page{page_frame_template};
     std::string text = page.render(facts);
@@ -67,6 +68,21 @@ data section_link(const char* anchor, const char* title, data number) {
     entry["title"] = title;
     entry["number"] = std::move(number);
     return entry;
+}
+
+void add_audit(PageFrame& frame, const char* anchor, const char* title,
+               const std::vector<std::string>& warnings) {
+    if (warnings.empty())
+        return;
+    list entries;
+    for (const std::string& warning : warnings)
+        entries.emplace_back(printable(warning));
+    data audit;
+    audit["anchor"] = anchor;
+    audit["title"] = title;
+    audit["warnings"] = entries;
+    frame.audits.push_back(audit);
+    link_section(frame.sections, anchor, title, warnings.size());
 }
 
 void link_section(list& sections, const char* anchor, const char* title, std::size_t number) {

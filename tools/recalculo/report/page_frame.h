@@ -27,6 +27,8 @@ struct PageFrame {
     bool is_good = false;
     kainjow::mustache::list tiles{};
     kainjow::mustache::list sections{};
+    /// Stand before the content.
+    kainjow::mustache::list audits{};
     std::string footer;
 };
 
@@ -40,6 +42,10 @@ kainjow::mustache::data tile(const std::string& label, const std::string& figure
 
 /// A link to a section; `number` is of its entries, or `false`.
 kainjow::mustache::data section_link(const char* anchor, const char* title, kainjow::mustache::data number);
+
+/// Adds a section of what an audit has found, and a link to it; nothing without findings.
+void add_audit(PageFrame& frame, const char* anchor, const char* title,
+               const std::vector<std::string>& warnings);
 
 /// Adds a link to a section that has entries.
 void link_section(kainjow::mustache::list& sections, const char* anchor, const char* title,

@@ -74,8 +74,9 @@ std::string csv_report(const Result& result) {
     for (const StreamResult& stream : result.left_out)
         for (const ServiceResult& service : stream.services)
             table += line({}, service);
-    for (const ServiceResult& clone : result.clones_waiting)
-        table += line({}, clone);
+    for (const auto* services : {&result.clones_waiting, &result.neither})
+        for (const ServiceResult& service : *services)
+            table += line({}, service);
     return table;
 }
 

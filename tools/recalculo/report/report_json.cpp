@@ -75,6 +75,7 @@ static void to_json(ordered_json& json, const Counts& counts) {
     json = {{"loaded", counts.loaded},
             {"placed", counts.placed},
             {"left_out", counts.left_out},
+            {"neither", counts.neither},
             {"clones_attached", counts.clones_attached},
             {"clones_waiting", counts.clones_waiting}};
 }
@@ -133,6 +134,7 @@ std::string json_report(const Result& result, const Strategies* strategies) {
     json["modules"] = result.modules;
     json["left_out"] = result.left_out;
     json["clones_waiting"] = result.clones_waiting;
+    json["neither"] = result.neither;
     json["warnings"] = result.warnings;
     json["summary"] = result.counts;
     return json.dump(2) + "\n";

@@ -13,6 +13,7 @@
 #include "base/counted.h"
 #include "base/utf8.h"
 #include "report/service_marks.h"
+#include "report/summary_text.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -120,14 +121,14 @@ std::string pids(const ModuleResult& module) {
 }
 
 std::string transcoders(const ModuleResult& module) {
+    const TranscoderPool pool = transcoder_pool(module);
+    const Usage aux = module.aux_transcoders;
     std::vector<std::string> kinds;
-    const auto add = [&kinds](std::string_view kind, Usage usage) {
-        if (usage.max != 0 || usage.used != 0)
-            kinds.push_back(fmt::format("{} {} of {}", kind, usage.used, usage.max));
-    };
-    add("SD", module.sd_transcoders);
-    add("HD", module.hd_transcoders);
-    add("AUX", module.aux_transcoders);
+    if (pool.max != 0 || pool.used != 0 || !pool.note.empty())
+        kinds.push_back(fmt::format("{} of {}{}", pool.used, pool.max,
+                                    pool.note.empty() ? "" : fmt::format(" ({})", pool.note)));
+    if (aux.max != 0 || aux.used != 0)
+        kinds.push_back(fmt::format("AUX {} of {}", aux.used, aux.max));
     return kinds.empty() ? "no transcoders" : fmt::format("transcoders in use: {}", fmt::join(kinds, ", "));
 }
 
@@ -152,7 +153,8 @@ public:
         for (const ModuleResult& module : result_.modules)
             write(module);
         write_left_out();
-        write_clones_waiting();
+        write_without_place("Clones that found no place", result_.clones_waiting);
+        write_without_place("Neither placed nor left out", result_.neither);
         write_warnings();
         write_summary();
         return std::move(text_);
@@ -167,7 +169,7 @@ private:
     void write(const StreamResult& stream);
     void write(const ServiceResult& service, const Cell& place);
     void write_left_out();
-    void write_clones_waiting();
+    void write_without_place(const std::string& title, const std::vector<ServiceResult>& services);
     void write_warnings();
     void write_summary();
 
@@ -175,7 +177,7 @@ private:
     std::string joined(const std::vector<std::string>& parts) const { return tool::joined(parts, style_); }
     Row row_of(const OutputResult& output, int bar_width) const;
     Cell place_of(const ServiceResult& service) const { return outputs_of(service, style_); }
-    Cell stream_of(const ServiceResult& clone) const { return "stream " + to_string(clone.stream); }
+    Cell stream_of(const ServiceResult& service) const { return "stream " + to_string(service.stream); }
 
     const Result& result_;
     const TextStyle style_;
@@ -208,8 +210,9 @@ void Report::measure_services() {
     for (const StreamResult& stream : result_.left_out)
         for (const ServiceResult& service : stream.services)
             measure(service, {}, left_out_);
-    for (const ServiceResult& clone : result_.clones_waiting)
-        measure(clone, stream_of(clone), services_);
+    for (const auto* services : {&result_.clones_waiting, &result_.neither})
+        for (const ServiceResult& service : *services)
+            measure(service, stream_of(service), services_);
     services_.fit();
     left_out_.fit();
 }
@@ -298,25 +301,22 @@ void Report::write_left_out() {
     text_ += '\n';
 }
 
-void Report::write_clones_waiting() {
-    if (result_.clones_waiting.empty())
+void Report::write_without_place(const std::string& title, const std::vector<ServiceResult>& services) {
+    if (services.empty())
         return;
-    paragraph(0, "Clones whose parent is on no output, or for which no AUX transcoder is left", Paint::red);
-    for (const ServiceResult& clone : result_.clones_waiting) {
-        write(clone, stream_of(clone));
-        if (!clone.reason.empty())
-            paragraph(services_.begin(name_column), shown(clone.reason, style_));
+    paragraph(0, fmt::format("{}: {}", title, services.size()), Paint::red);
+    for (const ServiceResult& service : services) {
+        write(service, stream_of(service));
+        if (!service.reason.empty())
+            paragraph(services_.begin(name_column), shown(service.reason, style_));
     }
     text_ += '\n';
 }
 
 void Report::write_warnings() {
-    if (result_.warnings.empty())
-        return;
-    paragraph(0, "Audit: " + counted(result_.warnings.size(), "finding"));
-    for (const std::string& warning : result_.warnings)
-        paragraph(0, "Warning: " + shown(warning, style_), Paint::yellow);
-    text_ += '\n';
+    text_ += audit_text(result_.warnings, style_);
+    if (!result_.warnings.empty())
+        text_ += '\n';
 }
 
 void Report::write_summary() {
@@ -332,10 +332,10 @@ void Report::write_summary() {
     if (counts.clones_attached + counts.clones_waiting != 0)
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
-    paragraph(0, fmt::format("{} loaded: {} placed, {} left out{}; {} of {} in use on {}",
-                             counted(counts.loaded, "service"), counts.placed, counts.left_out, clones,
-                             inputs_in_use, counted(inputs, "input"),
-                             counted(result_.modules.size(), "module")));
+    paragraph(0,
+              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs_in_use,
+                          counted(inputs, "input"), counted(result_.modules.size(), "module"),
+                          audit_in_figures(result_.warnings.size())));
 }
 
 } // namespace

@@ -42,6 +42,17 @@ public:
 
     template <class Value> void list(const char* key, std::vector<Value>& values) const;
 
+    /// What results lack that an earlier version has written.
+    template <class Value> void optional_list(const char* key, std::vector<Value>& values) const {
+        if (object_.member(key).present())
+            list(key, values);
+    }
+
+    void optional_count(const char* key, std::size_t& number) const {
+        if (object_.member(key).present())
+            count(key, number);
+    }
+
     /// A count, which has as many bits as memory allows.
     void count(const char* key, std::size_t& number) const {
         number = object_.member(key).whole<std::uint32_t>();
@@ -127,6 +138,7 @@ void read(const JsonCursor& place, Counts& counts) {
     members.count("loaded", counts.loaded);
     members.count("placed", counts.placed);
     members.count("left_out", counts.left_out);
+    members.optional_count("neither", counts.neither);
     members.count("clones_attached", counts.clones_attached);
     members.count("clones_waiting", counts.clones_waiting);
 }
@@ -137,6 +149,7 @@ void read(const JsonCursor& place, Result& result) {
     members.list("modules", result.modules);
     members.list("left_out", result.left_out);
     members.list("clones_waiting", result.clones_waiting);
+    members.optional_list("neither", result.neither);
     members.list("warnings", result.warnings);
     members.required("summary", result.counts);
 }

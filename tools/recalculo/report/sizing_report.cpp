@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "base/counted.h"
 #include "report/service_list.h"
+#include "report/summary_text.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -98,23 +100,33 @@ Column figures(const char* heading, int least) {
     return column;
 }
 
+bool is_same_outcome(const Attempt& one, const Attempt& other) {
+    return one.placed == other.placed && one.left_out == other.left_out && one.findings == other.findings;
+}
+
 /// One line for a row of numbers with the same outcome.
 std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
     std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
         const Attempt& attempt = attempts[first];
         std::size_t next = first + 1;
-        while (next < attempts.size() && attempts[next].placed == attempt.placed &&
-               attempts[next].left_out == attempt.left_out)
+        while (next < attempts.size() && is_same_outcome(attempts[next], attempt))
             ++next;
         const std::size_t last = attempts[next - 1].number;
         rows.push_back(
             {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
-             std::to_string(attempt.placed), std::to_string(attempt.left_out)});
+             std::to_string(attempt.placed), std::to_string(attempt.left_out),
+             std::to_string(attempt.findings)});
         first = next;
     }
-    return table_text({figures("more", 10), figures("placed", 8), figures("left out", 8)}, rows, indent,
-                      style);
+    std::vector<Column> columns = {figures("more", 10), figures("placed", 8), figures("left out", 8)};
+    const auto has_findings = [](const Attempt& attempt) { return attempt.findings != 0; };
+    if (std::any_of(attempts.begin(), attempts.end(), has_findings))
+        columns.push_back(figures("audit", 6));
+    else
+        for (Row& row : rows)
+            row.pop_back();
+    return table_text(std::move(columns), rows, indent, style);
 }
 
 std::string addition_text(const Addition& addition, std::size_t most, const TextStyle& style) {
@@ -169,8 +181,9 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
     setting.wrapped_at = 1000;
     std::vector<Row> rows;
     for (const Raise& raise : sizing.raises)
-        rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed), change_of(raise),
-                        shown(raise.mac, style), fmt::format("--set '{}'", raise.setting)});
+        rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed),
+                        change_of(raise) + audit_in_figures(raise.findings), shown(raise.mac, style),
+                        fmt::format("--set '{}'", raise.setting)});
     return table_text({figures("", 9), change, mac, setting}, rows, indent, style);
 }
 
@@ -199,20 +212,24 @@ std::string remaining_text(const Addition& addition, const TextStyle& style) {
 } // namespace
 
 std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
-    const std::string sentence =
-        fmt::format("{} loaded: {} placed, {} left out", counted(sizing.now.loaded, "service"),
-                    sizing.now.placed, sizing.now.left_out);
+    const std::string sentence = services_in_figures(sizing.now) + audit_in_figures(sizing.warnings.size());
     std::string text = title_text(sizing.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
                        "\n" + addition_text(sizing.addition, sizing.most, style);
     text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
-    return text + raises_text(sizing, style);
+    text += raises_text(sizing, style);
+    if (!sizing.warnings.empty())
+        text += "\n" + audit_text(sizing.warnings, style, "Audit of the head-end as it is");
+    return text;
 }
 
 static void to_json(ordered_json& json, const Attempt& attempt) {
-    json = {{"number", attempt.number}, {"placed", attempt.placed}, {"left_out", attempt.left_out}};
+    json = {{"number", attempt.number},
+            {"placed", attempt.placed},
+            {"left_out", attempt.left_out},
+            {"warnings", attempt.findings}};
 }
 
 static void to_json(ordered_json& json, const Module& module) {
@@ -243,6 +260,8 @@ std::string sizing_json(const Sizing& sizing) {
     json["loaded"] = sizing.now.loaded;
     json["placed"] = sizing.now.placed;
     json["left_out"] = sizing.now.left_out;
+    json["neither"] = sizing.now.neither;
+    json["warnings"] = sizing.warnings;
     json["most"] = sizing.most;
     json["add"] = sizing.addition;
     json["raise"] = ordered_json::array();
@@ -250,8 +269,11 @@ std::string sizing_json(const Sizing& sizing) {
         ordered_json one = {{"limit", names_of(raise.kind).key}, {"mac", raise.mac}};
         if (raise.output != 0)
             one["output"] = raise.output;
-        one.update(
-            {{"from", raise.from}, {"to", raise.to}, {"placed", raise.placed}, {"set", raise.setting}});
+        one.update({{"from", raise.from},
+                    {"to", raise.to},
+                    {"placed", raise.placed},
+                    {"warnings", raise.findings},
+                    {"set", raise.setting}});
         json["raise"].push_back(one);
     }
     return json.dump(2) + "\n";

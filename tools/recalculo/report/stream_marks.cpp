@@ -7,17 +7,17 @@ namespace zarven::tool {
 
 namespace {
 
-void note(std::set<StreamKey>& streams, const std::vector<ServiceResult>& services) {
+void note(std::set<Stream>& streams, const std::vector<ServiceResult>& services) {
     for (const ServiceResult& service : services)
-        streams.insert(key_of(service.stream));
+        streams.insert(service.stream);
 }
 
-std::set<StreamKey> streams_on(const std::vector<ModuleResult>& modules) {
-    std::set<StreamKey> streams;
+std::set<Stream> streams_on(const std::vector<ModuleResult>& modules) {
+    std::set<Stream> streams;
     for (const ModuleResult& module : modules) {
         for (const InputResult& input : module.inputs) {
             if (input.is_tuned)
-                streams.insert(key_of(input.stream));
+                streams.insert(input.stream);
             note(streams, input.services);
         }
         for (const OutputResult& output : module.outputs)
@@ -43,20 +43,21 @@ StreamMark stream_mark(Stream stream, std::size_t place) {
 StreamMarks::StreamMarks(const Result& result) {
     append(streams_on(result.modules));
     received_ = marks_.size();
-    std::set<StreamKey> others;
+    std::set<Stream> others;
     for (const StreamResult& stream : result.left_out) {
-        others.insert(key_of(stream.stream));
+        others.insert(stream.stream);
         note(others, stream.services);
     }
     note(others, result.clones_waiting);
+    note(others, result.neither);
     append(others);
 }
 
 /// Those that have no mark yet.
-void StreamMarks::append(const std::set<StreamKey>& streams) {
-    for (const StreamKey& key : streams)
-        if (place_of_.insert({key, marks_.size()}).second)
-            marks_.push_back(stream_mark({key.first, key.second}, marks_.size()));
+void StreamMarks::append(const std::set<Stream>& streams) {
+    for (const Stream stream : streams)
+        if (place_of_.insert({stream, marks_.size()}).second)
+            marks_.push_back(stream_mark(stream, marks_.size()));
 }
 
 } // namespace zarven::tool

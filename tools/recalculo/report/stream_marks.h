@@ -5,23 +5,14 @@
 #define RECALCULO_STREAM_MARKS_H
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "placement/result.h"
 
 namespace zarven::tool {
-
-/// ONID and TSID, where streams are keys.
-using StreamKey = std::pair<std::uint16_t, std::uint16_t>;
-
-inline StreamKey key_of(Stream stream) {
-    return {stream.onid, stream.tsid};
-}
 
 /// What page.css has classes for: c0 to c7, and p1 to p5 besides the plain one.
 inline constexpr std::size_t stream_colours = 8;
@@ -45,16 +36,16 @@ class StreamMarks {
 public:
     explicit StreamMarks(const Result& result);
 
-    const StreamMark& of(Stream stream) const { return marks_[place_of_.at(key_of(stream))]; }
+    const StreamMark& of(Stream stream) const { return marks_[place_of_.at(stream)]; }
     const std::vector<StreamMark>& in_order() const { return marks_; }
     /// How many of them are on inputs or outputs.
     std::size_t received() const { return received_; }
 
 private:
-    void append(const std::set<StreamKey>& streams);
+    void append(const std::set<Stream>& streams);
 
     std::vector<StreamMark> marks_;
-    std::map<StreamKey, std::size_t> place_of_;
+    std::map<Stream, std::size_t> place_of_;
     std::size_t received_ = 0;
 };
 

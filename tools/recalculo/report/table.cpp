@@ -189,8 +189,10 @@ std::string Table::headings() const {
     return is_needed ? lines(row) : "";
 }
 
-std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows, int indent,
-                       const TextStyle& style) {
+namespace {
+
+Table measured(std::vector<Column> columns, const std::vector<Row>& rows, int indent,
+               const TextStyle& style) {
     Row headings;
     for (const Column& column : columns)
         headings.emplace_back(column.heading);
@@ -198,11 +200,30 @@ std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows
     table.measure(headings);
     for (const Row& row : rows)
         table.measure(row);
+    return table;
+}
+
+std::string text_of(Table table, const std::vector<Row>& rows) {
     table.fit();
     std::string text = table.headings();
     for (const Row& row : rows)
         text += table.lines(row);
     return text;
+}
+
+} // namespace
+
+std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows, int indent,
+                       const TextStyle& style) {
+    return text_of(measured(std::move(columns), rows, indent, style), rows);
+}
+
+std::optional<std::string> table_as_it_is(std::vector<Column> columns, const std::vector<Row>& rows,
+                                          int indent, const TextStyle& style) {
+    Table table = measured(std::move(columns), rows, indent, style);
+    if (!table.has_room())
+        return std::nullopt;
+    return text_of(std::move(table), rows);
 }
 
 } // namespace zarven::tool

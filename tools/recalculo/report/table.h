@@ -7,6 +7,7 @@
 #define RECALCULO_TABLE_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,9 @@ public:
 
     /// Has a column widened, if need be, so that the rows have room; before `fit`.
     void measure(const Row& row);
+
+    /// All of the rows that were measured has room as it is.
+    bool has_room() const { return excess() <= 0; }
 
     /// Decides on the widths; after the last row is measured.
     void fit();
@@ -100,6 +104,10 @@ private:
 /// A whole table: headings, if there are some, then the rows.
 std::string table_text(std::vector<Column> columns, const std::vector<Row>& rows, int indent,
                        const TextStyle& style);
+
+/// The same, or nothing where it would have to be fitted to the terminal.
+std::optional<std::string> table_as_it_is(std::vector<Column> columns, const std::vector<Row>& rows,
+                                          int indent, const TextStyle& style);
 
 } // namespace zarven::tool
 

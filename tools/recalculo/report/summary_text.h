@@ -1,0 +1,27 @@
+// What every text report says in the same words: the services in figures, and what the audit found.
+
+#ifndef RECALCULO_SUMMARY_TEXT_H
+#define RECALCULO_SUMMARY_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "placement/result.h"
+#include "report/terminal.h"
+
+namespace zarven::tool {
+
+/// "12 services loaded: 10 placed, 1 left out, 1 neither"; without the last as a rule.
+std::string services_in_figures(const Counts& counts);
+
+/// For the end of a summary: "; audit: 2 findings", or nothing without findings.
+std::string audit_in_figures(std::size_t findings);
+
+/// A heading that begins with `title`, and a line for each finding; empty without findings.
+std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
+                       const std::string& title = "Audit");
+
+} // namespace zarven::tool
+
+#endif
