@@ -1,0 +1,248 @@
+// The program as a whole: help, wrong use, exit codes, standard streams.
+
+#include "commands/command_line.h"
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace zarven::tool {
+namespace {
+
+using nlohmann::json;
+
+std::vector<std::string> with_each_command(std::vector<std::string> all, const std::string& option) {
+    for (const char* command : {"run", "explain", "compare", "size", "bound", "import", "export"})
+        all.push_back(std::string(command) + " " + option);
+    return all;
+}
+
+TEST_F(CommandLine, HelpIsEverywhere) {
+    for (const std::string& arguments : with_each_command({"--help", "-h"}, "--help")) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 0) << arguments;
+        EXPECT_NE(outcome.out.find("Usage: recalculo"), std::string::npos) << outcome.out;
+        EXPECT_EQ(outcome.err, "");
+    }
+}
+
+TEST_F(CommandLine, VersionIsEverywhere) {
+    for (const std::string& arguments : with_each_command({"--version"}, "--version")) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 0) << arguments;
+        EXPECT_EQ(outcome.out, "recalculo " RECALCULO_VERSION "\n");
+        EXPECT_EQ(outcome.err, "");
+    }
+}
+
+TEST_F(CommandLine, WrongUseIsExitCode2) {
+    for (const std::string arguments : {"",
+                                        "rum",
+                                        "run",
+                                        "run a b",
+                                        "run --jsn x",
+                                        "explain",
+                                        "explain x --service",
+                                        "explain x y",
+                                        "import x",
+                                        "import --modules x",
+                                        "export",
+                                        "export x",
+                                        "run x --log",
+                                        "run x --html",
+                                        "compare x y --html",
+                                        "import x --modules y --sd-bitrate many",
+                                        "import x --modules y --sd-bitrate -1",
+                                        "import x --modules y --hd-bitrate 4294967296",
+                                        "run --set",
+                                        "compare",
+                                        "compare x",
+                                        "compare x y z",
+                                        "bound",
+                                        "size x",
+                                        "size x --add",
+                                        "size x --add y --most -1",
+                                        "size x --add y --jobs 0"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 2) << arguments;
+        EXPECT_EQ(outcome.out, "") << arguments;
+        EXPECT_NE(outcome.err, "") << arguments;
+    }
+}
+
+TEST_F(CommandLine, WrongUseIsNamed) {
+    const std::string advice = "\nRun with --help for more information.";
+    expect_refused(run(""),
+                   "A command (run, explain, compare, size, bound, import, export) is required" + advice);
+    expect_refused(run("rum"),
+                   "The following argument was not expected: rum; did you mean \"run\"?" + advice);
+    expect_refused(run("run"), "HEADEND is required" + advice);
+    expect_refused(run("run x --jsn"),
+                   "The following argument was not expected: --jsn; did you mean \"--json\"?" + advice);
+    expect_refused(run("rnu x"),
+                   "The following argument was not expected: rnu; did you mean \"run\"?" + advice);
+    expect_refused(run("run x --color alwas"),
+                   "--color: found \"alwas\", expected one of auto, always, never; did you mean \"always\"?" +
+                       advice);
+    expect_refused(run("run x --qqqqqqq"), "The following argument was not expected: --qqqqqqq" + advice);
+    expect_refused(run("import x --modules y --sd-bitrat=5"),
+                   "The following argument was not expected: --sd-bitrat=5; did you mean \"--sd-bitrate\"?" +
+                       advice);
+    expect_refused(run("import x --modules y --sd-bitrate many"),
+                   "Could not convert: --sd-bitrate = many" + advice);
+}
+
+TEST_F(CommandLine, AnInputIsNotOverwritten) {
+    const std::string headend = write("headend.json", read(small));
+    const std::string text = read(headend);
+    for (const std::string& arguments :
+         {"run " + headend + " --html " + headend, "run " + headend + " --log " + headend,
+          "import - --modules " + headend + " -o " + headend})
+        EXPECT_EQ(run(arguments, ":@1\n").code, 2) << arguments;
+    EXPECT_EQ(read(headend), text);
+    expect_refused(run("run " + headend + " --html - --strategies"),
+                   "--strategies shows nothing on the page that --html - writes in the place of the report; "
+                   "expected a file for --html");
+    expect_refused(run("run " + headend + " --html both --log both"),
+                   "--html and --log both write to both; expected two files");
+}
+
+TEST_F(CommandLine, ServicesLeftOutAreNoFailure) {
+    EXPECT_EQ(run("run -", R"({"modules": [{"mac": "M", "controller": true, "inputs": 0, "outputs": [],
+        "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1}]})")
+                  .code,
+              0);
+}
+
+TEST_F(CommandLine, AMissingFile) {
+    expect_refused(run("run " + file("none.json")),
+                   file("none.json") + ": cannot be opened: No such file or directory");
+}
+
+TEST_F(CommandLine, AFileThatIsNotJson) {
+    expect_refused(run("run " + write("bad.json", "{\n  oops")),
+                   file("bad.json") +
+                       ": line 2, column 3: not JSON: syntax error while parsing object key - invalid "
+                       "literal; last read: '{<U+000A>  o'; expected string literal");
+}
+
+TEST_F(CommandLine, AFileOfTheWrongShape) {
+    expect_refused(run("run -", R"({"modules": [{"mac": 5}]})"),
+                   "standard input: /modules/0/mac: found 5, expected text");
+}
+
+TEST_F(CommandLine, ARefusalOfTheEngine) {
+    const Outcome outcome = run("run -", R"({"modules": [
+        {"mac": "M\u001b\n", "controller": true, "inputs": 0, "outputs": [], "pids_max": 0},
+        {"mac": "M\u001b\n", "inputs": 0, "outputs": [], "pids_max": 0}]})");
+    expect_refused(outcome,
+                   "standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine refuses it: a module "
+                   "with this MAC is already loaded (-102)");
+}
+
+TEST_F(CommandLine, WithoutControllerTheExitCodeIs1) {
+    const Outcome outcome = run("run -", R"({"modules": []})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err,
+              "recalculo: standard input: the engine could not run: no module is the controller; give "
+              "one of /modules the member \"controller\": true\n");
+}
+
+/// Some line of the text has all the parts.
+bool some_line_has(const std::string& text, const std::vector<std::string>& parts) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (std::all_of(parts.begin(), parts.end(),
+                        [&line](const std::string& part) { return line.find(part) != line.npos; }))
+            return true;
+    return false;
+}
+
+TEST_F(CommandLine, TheLibraryFindsOurLogAndSleep) {
+    const Outcome outcome = shell("LD_DEBUG=bindings '" + program + "' run " + small);
+    for (const std::string name : {"syslog", "sleep"})
+        EXPECT_TRUE(
+            some_line_has(outcome.err, {"/librecalculo.so", "/recalculo [0]: normal symbol `" + name + "'"}))
+            << name;
+}
+
+TEST_F(CommandLine, AReaderThatGoesAwayEndsItWithoutAWord) {
+    const int broken_pipe = 141;
+    const Outcome outcome =
+        shell("{ sleep 0.5; '" + program + "' run " + small + "; echo $? >'" + file("code") + "'; } | true");
+    EXPECT_EQ(read(file("code")), std::to_string(broken_pipe) + "\n");
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLine, AFullDiskIsTold) {
+    const Outcome outcome = run("run " + small + " >/dev/full");
+    expect_refused(outcome, "standard output: cannot be written: No space left on device");
+}
+
+TEST_F(CommandLine, MessagesThatNobodyCanReadChangeNothing) {
+    const std::string list = examples + "/sample.lamedb";
+    for (const std::string where : {"2>&-", "2>/dev/full"}) {
+        EXPECT_EQ(run("run /nonexistent " + where).code, 2) << where;
+        EXPECT_EQ(run("run '" + small + "' --log - " + where).code, 2) << where;
+        const Outcome outcome = run("import '" + list + "' --modules '" + small + "' " + where);
+        EXPECT_EQ(outcome.code, 0) << where;
+        EXPECT_EQ(json::parse(outcome.out).at("services").size(), 4u) << where;
+    }
+}
+
+TEST_F(CommandLine, AFileMayHaveTheNameOfACommand) {
+    write("bound", read(small));
+    EXPECT_EQ(shell("cd '" + folder.string() + "' && '" + program + "' run bound").out,
+              run("run '" + small + "'").out);
+    const Outcome two = run("run '" + small + "' bound '" + small + "'");
+    EXPECT_EQ(two.code, 2);
+    EXPECT_EQ(two.out, "");
+}
+
+TEST_F(CommandLine, AFileWithoutNameIsRefused) {
+    for (const std::string option : {"--html", "--log"}) {
+        const Outcome outcome = run("run '" + small + "' " + option + " ''");
+        EXPECT_EQ(outcome.code, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "recalculo: " + option +
+                                   ": found an empty name, expected that of a file\n"
+                                   "Run with --help for more information.\n");
+    }
+    expect_refused(run("run ''"), "\"\": cannot be opened: No such file or directory");
+}
+
+TEST_F(CommandLine, ValuesAreChangedForOneRun) {
+    const std::string headend = write("headend.json", two_streams);
+    const auto placed = [this](const std::string& arguments) {
+        const Outcome outcome = run("run --json " + arguments);
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        return json::parse(outcome.out).at("summary").at("placed").get<int>();
+    };
+    EXPECT_EQ(placed(headend), 1);
+    EXPECT_EQ(placed("--set 'modules[0].inputs=2' " + headend), 1);
+    EXPECT_EQ(placed("--set 'modules[0].inputs=2' --set 'services[*].bitrate=2000' " + headend), 2);
+    EXPECT_EQ(placed(headend + " --set 'services[*].bitrate=2000' --set 'modules[0].inputs=2'"), 2);
+    EXPECT_EQ(read(headend), two_streams);
+}
+
+TEST_F(CommandLine, AChangeThatCannotBeMade) {
+    const std::string headend = write("headend.json", two_streams);
+    expect_refused(run("run --set 'modules[1].inputs=2' " + headend),
+                   "--set 'modules[1].inputs=2': " + headend +
+                       ": /modules: found a list of 1 entry, expected an entry [1]; the last one is [0]");
+    expect_refused(run("bound --set 'modules[0].inputs=many' " + headend),
+                   "--set 'modules[0].inputs=many': " + headend +
+                       ": /modules/0/inputs: found \"many\", expected a whole number from 0 to 65535");
+    expect_refused(run("explain --set 'modules[0].outputs=1' " + headend),
+                   "--set 'modules[0].outputs=1': " + headend +
+                       ": /modules/0/outputs: found 1, expected a list");
+    expect_refused(run("size --add x --set name " + headend),
+                   "--set 'name': found no \"=\", expected PATH=VALUE");
+}
+
+} // namespace
+} // namespace zarven::tool

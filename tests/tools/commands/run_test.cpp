@@ -1,0 +1,153 @@
+// `recalculo run`: the report in its forms, the strategies, the log, the pauses.
+
+#include "commands/command_line.h"
+
+#include <chrono>
+#include <map>
+#include <sstream>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace zarven::tool {
+namespace {
+
+using nlohmann::json;
+
+TEST_F(CommandLine, RunReportsAsText) {
+    const Outcome outcome = run("run " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLine, RunReadsStandardInput) {
+    const Outcome outcome = run("run -", read(small));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+}
+
+TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
+    const Outcome outcome = run("run --strategies " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_report.txt");
+    ASSERT_GT(outcome.out.size(), report.size());
+    EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
+    EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
+    EXPECT_NE(
+        outcome.out.find("\n  MAX           11         1       5 of 5      0  kept: leaves the fewest out\n"),
+        std::string::npos);
+}
+
+TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
+    const json asked = json::parse(run("run --json --strategies " + small).out);
+    EXPECT_EQ(asked.at("strategies").size(), 4u);
+    EXPECT_EQ(asked.at("contested").size(), 6u);
+    const json plain = json::parse(run("run --json " + small).out);
+    EXPECT_EQ(plain.count("strategies") + plain.count("contested"), 0u);
+    EXPECT_EQ(asked.at("modules"), plain.at("modules"));
+    EXPECT_EQ(asked.at("summary"), plain.at("summary"));
+}
+
+TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
+    const Outcome outcome = run("run --strategies -",
+                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
+    run("run " + small + " --log " + file("plain.log"));
+    run("run " + small + " --strategies --log " + file("strategies.log"));
+    EXPECT_FALSE(read(file("plain.log")).empty());
+    EXPECT_EQ(read(file("strategies.log")), read(file("plain.log")));
+    const Outcome outcome = run("run " + small + " --strategies --log -");
+    EXPECT_EQ(outcome.err, read(file("plain.log")));
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheReport) {
+    const Outcome outcome = run("run --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.err, "");
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesAPageBesideTheJsonReport) {
+    const Outcome outcome = run("run --json --html '" + file("page.html") + "' " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, run("run --json " + small).out);
+    expect_page(read(file("page.html")));
+}
+
+TEST_F(CommandLine, RunWritesThePageInPlaceOfTheReport) {
+    const Outcome outcome = run("run --html - " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    expect_page(outcome.out);
+}
+
+TEST_F(CommandLine, TwoReportsDoNotShareStandardOutput) {
+    expect_refused(run("run --json --html - " + small),
+                   "--json and --html - both write to standard output; expected a file for --html");
+}
+
+TEST_F(CommandLine, APageThatCannotBeWrittenLeavesNoReport) {
+    expect_refused(run("run --html '" + file("none/page.html") + "' " + small),
+                   file("none/page.html") + ": cannot be written: No such file or directory");
+}
+
+TEST_F(CommandLine, RunReportsAsJson) {
+    const Outcome outcome = run("run --json " + small);
+    EXPECT_EQ(outcome.code, 0);
+    const json result = json::parse(outcome.out);
+    EXPECT_EQ(result.at("name"), "Small head-end");
+    EXPECT_EQ(result.at("summary").at("loaded"), 12);
+    EXPECT_EQ(result.at("modules").size(), 3u);
+}
+
+TEST_F(CommandLine, TheLogGoesToAFile) {
+    const Outcome outcome = run("run " + small + " --log " + file("log"));
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
+    std::map<std::string, int> lines_of_level;
+    std::istringstream log(read(file("log")));
+    for (std::string line; std::getline(log, line);)
+        ++lines_of_level[line.substr(0, 2)];
+    EXPECT_EQ(lines_of_level.size(), 2u);
+    EXPECT_GT(lines_of_level["5 "], 10);
+    EXPECT_GT(lines_of_level["7 "], 100);
+    EXPECT_NE(read(file("log")).find("\n5 HEADEND::: **************** START Service Recalculation"),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, TheLogGoesToStandardError) {
+    const Outcome outcome = run("run " + small + " --log -");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    run("run " + small + " --log " + file("log"));
+    EXPECT_EQ(outcome.err, read(file("log")));
+}
+
+TEST_F(CommandLine, ALogThatCannotBeWritten) {
+    expect_refused(run("run " + small + " --log " + file("none/log")),
+                   file("none/log") + ": cannot be written: No such file or directory");
+    expect_refused(run("run " + small + " --log /dev/full"),
+                   "/dev/full: the log cannot be written: No space left on device");
+}
+
+TEST_F(CommandLine, ThePausesArePassedOver) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(run("run " + small).code, 0);
+    // Kept, they would take 14 seconds at least.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(CommandLine, ThePausesAreKeptOnDemand) {
+    const int still_running = 124;
+    EXPECT_EQ(shell("timeout 2 '" + program + "' run --pauses " + small).code, still_running);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,68 @@
+// `recalculo size`.
+
+#include "commands/on_a_terminal.h"
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace zarven::tool {
+namespace {
+
+using nlohmann::json;
+
+const std::string without_services =
+    R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [5000], "pids_max": 0}]})";
+
+TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
+    const Outcome outcome = run("size - --add " + kind, two_streams);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "") << "progress is for terminals";
+    EXPECT_NE(outcome.out.find("  1 more module: the engine then places everything.\n"), std::string::npos)
+        << outcome.out;
+    const json report = json::parse(run("size - --json --jobs 3 --add " + kind, two_streams).out);
+    EXPECT_EQ(report.at("add").at("number"), 1);
+    EXPECT_TRUE(json::parse(run("size - --json --most 0 --add " + kind, two_streams).out)
+                    .at("add")
+                    .at("number")
+                    .is_null());
+    const std::string whole = write("whole.json", without_services);
+    EXPECT_EQ(json::parse(run("size - --json --add " + whole, two_streams).out).at("add").at("number"), 1);
+}
+
+TEST_F(OnATerminal, SizeTellsItsRuns) {
+    // Each module has room for one of them, while by the total of bitrates fewer modules would do. So the
+    // search has much to try.
+    json headend = json::parse(R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [100],
+        "pids_max": 0}], "services": []})");
+    for (int lcn = 1; lcn <= 300; ++lcn)
+        headend["services"].push_back({{"lcn", lcn},
+                                       {"name", "s"},
+                                       {"onid", 1},
+                                       {"tsid", 10},
+                                       {"sid", lcn},
+                                       {"bitrate", lcn == 1 ? 1 : 60}});
+    const std::string crowded = write("crowded.json", headend.dump());
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [100], "pids_max": 0})");
+    start({"size", "--most", "10000", "--jobs", "1", crowded, "--add", kind});
+    EXPECT_TRUE(shows(" runs · "));
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_TRUE(ends_with("\r\x1B[Krecalculo: interrupted\r\n")) << shown_;
+}
+
+TEST_F(CommandLine, SizeRefuses) {
+    const std::string headend = write("headend.json", two_streams);
+    expect_refused(run("size - --add -", two_streams),
+                   "standard input: found \"-\" for the head-end and for --add, expected it once");
+    expect_refused(run("size " + headend + " --add " + small),
+                   small + ": /modules: found a list of 3 entries, expected just one module");
+    expect_refused(
+        run("size " + headend + " --add -", R"({"model": 2, "inputs": 1, "outputs": [], "pids_max": 0})"),
+        "standard input: /modules/0: module \":01\": found model 2, expected 3, the one that the engine "
+        "supports");
+}
+
+} // namespace
+} // namespace zarven::tool
