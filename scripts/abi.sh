@@ -20,7 +20,8 @@ symbols() {
     local file=$baselines/librecalculo1.symbols
     local gensymbols=(dpkg-gensymbols -plibrecalculo1 -v"$version" -a"$2" -e"$1")
     if [ -n "$renew" ]; then
-        "${gensymbols[@]}" -O"$file"
+        # A symbol keeps the version in which it came.
+        "${gensymbols[@]}" -I"$file" -O"$file"
     else
         # What it prints is the difference.
         "${gensymbols[@]}" -c4 -I"$file" -O/dev/null || failed=1

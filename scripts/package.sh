@@ -18,7 +18,8 @@ results=$PWD/build/packages
 mkdir -p "$results"
 
 in_root() {
-    "${as_root[@]}" chroot "$root" env LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"
+    "${as_root[@]}" chroot "$root" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive "$@"
 }
 
 # A fresh base system, which is bootstrapped once and kept.

@@ -133,19 +133,5 @@ TEST(Wrapped, BreaksLongWordsBetweenClusters) {
     EXPECT_EQ(wrapped("海a", 1), (Lines{"?", "a"}));
 }
 
-TEST(PadLeft, FillsUpToTheColumn) {
-    EXPECT_EQ(pad_left("海景", 6), "  海景");
-    EXPECT_EQ(pad_left("Canal", 3), "Canal");
-}
-
-TEST(PadRight, FillsUpToTheColumn) {
-    EXPECT_EQ(pad_right("海景", 6), "海景  ");
-    EXPECT_EQ(pad_right("Música", 8), "Música  ");
-}
-
-TEST(PadRight, LeavesALongerTextWhole) {
-    EXPECT_EQ(pad_right("Canal", 3), "Canal");
-}
-
 } // namespace
 } // namespace zarven::tool

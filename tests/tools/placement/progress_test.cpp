@@ -36,9 +36,6 @@ TEST(Progress, KnowsTheStrategies) {
     EXPECT_EQ(after({min}), "strategy 3 of 4, MIN: fill");
     EXPECT_EQ(after({min_max}), "strategy 4 of 4, MIN MAX: fill");
     EXPECT_EQ(after({"BEGIN OPTION: MEDIUM ----"}), "prepare");
-    EXPECT_EQ(name_of_strategy(0), "");
-    EXPECT_EQ(name_of_strategy(4), "MIN MAX");
-    EXPECT_EQ(name_of_strategy(5), "");
 }
 
 TEST(Progress, KnowsThePhases) {

@@ -206,16 +206,6 @@ int display_width(std::string_view text) {
     return width;
 }
 
-std::string pad_right(std::string_view text, int width) {
-    const int missing = std::max(width - display_width(text), 0);
-    return std::string(text).append(static_cast<std::size_t>(missing), ' ');
-}
-
-std::string pad_left(std::string_view text, int width) {
-    const int missing = std::max(width - display_width(text), 0);
-    return std::string(static_cast<std::size_t>(missing), ' ').append(text);
-}
-
 std::string shortened(std::string_view text, int width, std::string_view ellipsis) {
     if (display_width(text) <= width)
         return std::string(text);

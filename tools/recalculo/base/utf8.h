@@ -31,12 +31,6 @@ std::string ascii(std::string_view text);
 /// combining marks.
 int display_width(std::string_view text);
 
-/// The text filled with blanks up to `width` columns; a longer text stays whole.
-std::string pad_right(std::string_view text, int width);
-
-/// The same with the blanks before it.
-std::string pad_left(std::string_view text, int width);
-
 /// The text itself where it fits into `width` columns, else its beginning with `ellipsis`; without the
 /// ellipsis where not even that fits.
 std::string shortened(std::string_view text, int width, std::string_view ellipsis);

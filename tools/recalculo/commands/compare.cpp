@@ -5,12 +5,12 @@
 #include <memory>
 
 #include "base/failure.h"
+#include "base/json_text.h"
 #include "base/streams.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
-#include "headend/json_text.h"
 #include "placement/comparison.h"
 #include "placement/host.h"
 #include "report/comparison_json.h"

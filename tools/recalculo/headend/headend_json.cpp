@@ -10,8 +10,8 @@
 
 #include <fmt/format.h>
 
-#include "headend/json_cursor.h"
-#include "headend/json_text.h"
+#include "base/json_cursor.h"
+#include "base/json_text.h"
 
 namespace zarven::tool {
 

@@ -9,10 +9,10 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/json_cursor.h"
+#include "base/json_text.h"
 #include "base/utf8.h"
 #include "headend/headend_json.h"
-#include "headend/json_cursor.h"
-#include "headend/json_text.h"
 
 namespace zarven::tool {
 

@@ -217,10 +217,8 @@ void Comparing::compare_inputs(const ModuleResult& before, const ModuleResult& a
 std::vector<TightLimit> limits_of(const Result& result) {
     std::vector<TightLimit> limits;
     for (const ModuleResult& module : result.modules) {
-        const auto tuned = std::count_if(module.inputs.begin(), module.inputs.end(),
-                                         [](const InputResult& input) { return input.is_tuned; });
-        limits.push_back(
-            {TightKind::inputs, module.mac, 0, static_cast<std::uint64_t>(tuned), module.inputs.size()});
+        const InputCounts inputs = inputs_of(module);
+        limits.push_back({TightKind::inputs, module.mac, 0, inputs.tuned, inputs.all});
         limits.push_back({TightKind::pids, module.mac, 0, module.pids, module.pids_max});
         for (const OutputResult& output : module.outputs)
             limits.push_back(

@@ -7,11 +7,11 @@
 
 #include <fmt/format.h>
 
+#include "placement/strategy_names.h"
+
 namespace zarven::tool {
 
 namespace {
-
-constexpr std::array<std::string_view, strategies> names = {"MAX", "MAX MIN", "MIN", "MIN MAX"};
 
 struct Sign {
     std::string_view beginning;
@@ -36,9 +36,10 @@ bool begins_with(std::string_view text, std::string_view beginning) {
 }
 
 /// The strategy of which the text begins with the name and a blank and a dash; else 0.
-int strategy_in(std::string_view text) {
-    const auto named = std::find(names.begin(), names.end(), text.substr(0, text.find(" -")));
-    return named == names.end() ? 0 : static_cast<int>(named - names.begin()) + 1;
+std::size_t strategy_in(std::string_view text) {
+    const auto named =
+        std::find(strategy_names.begin(), strategy_names.end(), text.substr(0, text.find(" -")));
+    return named == strategy_names.end() ? 0 : static_cast<std::size_t>(named - strategy_names.begin()) + 1;
 }
 
 std::string_view word_for(Phase phase) {
@@ -67,13 +68,9 @@ std::string_view word_for(Phase phase) {
 
 } // namespace
 
-std::string_view name_of_strategy(int strategy) {
-    return strategy < 1 || strategy > strategies ? "" : names[static_cast<std::size_t>(strategy - 1)];
-}
-
 void take_note(Progress& progress, std::string_view line) {
     if (begins_with(line, strategy_sign)) {
-        if (const int strategy = strategy_in(line.substr(strategy_sign.size())); strategy != 0)
+        if (const std::size_t strategy = strategy_in(line.substr(strategy_sign.size())); strategy != 0)
             progress = {strategy, Phase::fill};
         return;
     }
@@ -106,8 +103,8 @@ std::size_t services_left(const tRecalculo& engine) {
 std::string to_string(const Progress& progress) {
     std::string words;
     if (progress.strategy != 0 && progress.phase < Phase::clones)
-        words = fmt::format("strategy {} of {}, {}: ", progress.strategy, strategies,
-                            name_of_strategy(progress.strategy));
+        words = fmt::format("strategy {} of {}, {}: ", progress.strategy, strategy_count,
+                            strategy_names[progress.strategy - 1]);
     words += word_for(progress.phase);
     if (progress.phase == Phase::optimize)
         words += fmt::format(" {}", progress.optimization);

@@ -16,19 +16,14 @@ namespace zarven::tool {
 enum class Phase { prepare, fill, check, complete, unify, optimize, compare, clones, done };
 
 struct Progress {
-    /// 1 to 4; 0 before the first.
-    int strategy = 0;
+    /// From 1; 0 before the first.
+    std::size_t strategy = 0;
     Phase phase = Phase::prepare;
     /// Times that the strategy has come to the phase of optimizing.
     int optimization = 0;
     /// Services that it has been searching a place for this time.
     int searched = 0;
 };
-
-inline constexpr int strategies = 4;
-
-/// MAX, MAX MIN, MIN or MIN MAX; empty for 0.
-std::string_view name_of_strategy(int strategy);
 
 /// Takes note of one line of the engine's log, or of its format where it has values in it.
 void take_note(Progress& progress, std::string_view line);

@@ -188,6 +188,21 @@ void Gathering::count() {
 
 } // namespace
 
+InputCounts inputs_of(const ModuleResult& module) {
+    const auto tuned = std::count_if(module.inputs.begin(), module.inputs.end(),
+                                     [](const InputResult& input) { return input.is_tuned; });
+    return {static_cast<std::size_t>(tuned), module.inputs.size()};
+}
+
+InputCounts inputs_of(const Result& result) {
+    InputCounts sum;
+    for (const ModuleResult& module : result.modules) {
+        sum.tuned += inputs_of(module).tuned;
+        sum.all += inputs_of(module).all;
+    }
+    return sum;
+}
+
 TranscoderPool transcoder_pool(const ModuleResult& module) {
     const Usage sd = module.sd_transcoders;
     const Usage hd = module.hd_transcoders;

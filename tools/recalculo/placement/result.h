@@ -117,6 +117,15 @@ struct Result {
     std::vector<std::string> warnings;
 };
 
+/// Inputs of a module, or of all.
+struct InputCounts {
+    std::size_t tuned = 0;
+    std::size_t all = 0;
+};
+
+InputCounts inputs_of(const ModuleResult& module);
+InputCounts inputs_of(const Result& result);
+
 /// What is known of a service wherever it stands.
 ServiceResult describe(const tRec_Servicio& service, bool is_clone);
 

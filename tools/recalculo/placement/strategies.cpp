@@ -4,14 +4,13 @@
 #include "placement/strategies.h"
 
 #include <algorithm>
-#include <future>
 #include <utility>
+
+#include "base/workers.h"
 
 namespace zarven::tool {
 
 namespace {
-
-constexpr std::array<const char*, strategy_count> names = {"MAX", "MAX MIN", "MIN", "MIN MAX"};
 
 /// What one strategy comes to.
 struct Trial {
@@ -43,16 +42,13 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     const Result result = result_of(run, "", Reasons::omitted);
     trial.is_placed = placement_of(run.engine);
     Strategy& strategy = trial.strategy;
-    strategy.name = names[index];
+    strategy.name = strategy_names[index];
     strategy.placed = result.counts.placed;
     strategy.left_out = result.counts.left_out;
     strategy.left_out_counted = run.engine.Mapa_ONIDs.empty() ? 0 : run.engine.num_servicios_procesado();
     strategy.findings = result.warnings.size();
-    for (const ModuleResult& module : result.modules)
-        for (const InputResult& input : module.inputs) {
-            ++strategy.inputs;
-            strategy.inputs_used += input.is_tuned;
-        }
+    strategy.inputs_used = inputs_of(result).tuned;
+    strategy.inputs = inputs_of(result).all;
     return trial;
 }
 
@@ -115,16 +111,12 @@ void judge(std::array<Strategy, strategy_count>& list) {
 }
 
 Strategies strategies_of(const Headend& headend, const std::string& file) {
-    std::array<std::future<Trial>, strategy_count> under_way;
-    for (std::size_t index = 0; index < strategy_count; ++index)
-        under_way[index] =
-            std::async(std::launch::async, try_strategy, std::cref(headend), std::cref(file), index);
-    Strategies strategies;
     std::array<Trial, strategy_count> trials;
-    for (std::size_t index = 0; index < strategy_count; ++index) {
-        trials[index] = under_way[index].get();
+    in_parallel(strategy_count, cores(),
+                [&](std::size_t index) { trials[index] = try_strategy(headend, file, index); });
+    Strategies strategies;
+    for (std::size_t index = 0; index < strategy_count; ++index)
         strategies.list[index] = trials[index].strategy;
-    }
     judge(strategies.list);
     strategies.contested = contested_by(trials);
     const std::size_t kept = index_of_kept(strategies.list);

@@ -12,10 +12,9 @@
 #include "headend/headend.h"
 #include "placement/engine_run.h"
 #include "placement/result.h"
+#include "placement/strategy_names.h"
 
 namespace zarven::tool {
-
-inline constexpr std::size_t strategy_count = 4;
 
 enum class Verdict {
     /// The driver's choice.

@@ -81,11 +81,6 @@ std::uint64_t bitrate_of(const std::vector<ServiceResult>& services) {
     return sum;
 }
 
-std::size_t inputs_in_use(const ModuleResult& module) {
-    return static_cast<std::size_t>(std::count_if(module.inputs.begin(), module.inputs.end(),
-                                                  [](const InputResult& input) { return input.is_tuned; }));
-}
-
 /// Used and most of all outputs of a module.
 struct Load {
     std::uint64_t used = 0;
@@ -173,14 +168,11 @@ private:
 };
 
 list Page::tiles() const {
-    std::size_t inputs = 0;
-    std::size_t tuned = 0;
+    const InputCounts inputs = inputs_of(result_);
     std::uint64_t pids = 0;
     std::uint64_t pids_max = 0;
     Load load;
     for (const ModuleResult& module : result_.modules) {
-        inputs += module.inputs.size();
-        tuned += inputs_in_use(module);
         pids += module.pids;
         pids_max += module.pids_max;
         load.used += load_of(module).used;
@@ -197,7 +189,8 @@ list Page::tiles() const {
         tile("Left out", grouped(counts.left_out),
              result_.left_out.empty() ? "" : "in " + counted(result_.left_out.size(), "stream", "streams"),
              share_text(counts.left_out, counts.loaded)));
-    tiles.push_back(tile("Inputs in use", grouped(tuned), of(inputs, ""), share_text(tuned, inputs)));
+    tiles.push_back(tile("Inputs in use", grouped(inputs.tuned), of(inputs.all, ""),
+                         share_text(inputs.tuned, inputs.all)));
     tiles.push_back(
         tile("Output bitrate", grouped(load.used), of(load.max, " kbit/s"), share_text(load.used, load.max)));
     tiles.push_back(tile("PIDs in use", grouped(pids), of(pids_max, ""), share_text(pids, pids_max)));
@@ -282,8 +275,8 @@ data Page::module_entry(std::size_t index) const {
     entry["mac"] = printable(module.mac);
     entry["model"] = std::to_string(module.model);
     entry["controller"] = module.is_controller;
-    entry["inputs_used"] = grouped(inputs_in_use(module));
-    entry["input_count"] = grouped(module.inputs.size());
+    entry["inputs_used"] = grouped(inputs_of(module).tuned);
+    entry["input_count"] = grouped(inputs_of(module).all);
     entry["service_total"] = grouped(services_of(module));
     entry["pids"] = grouped(module.pids);
     entry["pids_max"] = grouped(module.pids_max);

@@ -320,21 +320,15 @@ void Report::write_warnings() {
 }
 
 void Report::write_summary() {
-    std::size_t inputs = 0;
-    std::size_t inputs_in_use = 0;
-    for (const ModuleResult& module : result_.modules) {
-        inputs += module.inputs.size();
-        inputs_in_use += static_cast<std::size_t>(std::count_if(
-            module.inputs.begin(), module.inputs.end(), [](const auto& input) { return input.is_tuned; }));
-    }
+    const InputCounts inputs = inputs_of(result_);
     const Counts& counts = result_.counts;
     std::string clones;
     if (counts.clones_attached + counts.clones_waiting != 0)
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
     paragraph(0,
-              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs_in_use,
-                          counted(inputs, "input"), counted(result_.modules.size(), "module"),
+              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.tuned,
+                          counted(inputs.all, "input"), counted(result_.modules.size(), "module"),
                           audit_in_figures(result_.warnings.size())));
 }
 

@@ -5,8 +5,8 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
-#include "headend/json_cursor.h"
-#include "headend/json_text.h"
+#include "base/json_cursor.h"
+#include "base/json_text.h"
 
 namespace zarven::tool {
 

@@ -1,6 +1,6 @@
 // Complaints are worded in one place, `complain_of`.
 
-#include "headend/json_cursor.h"
+#include "base/json_cursor.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 // The text is walked twice: once event by event, which sees each key even when it comes again, and once to
 // build the value.
 
-#include "headend/json_text.h"
+#include "base/json_text.h"
 
 #include <algorithm>
 #include <set>

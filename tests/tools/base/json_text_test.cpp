@@ -1,6 +1,6 @@
 // Where a text stops being JSON, and keys that come twice.
 
-#include "headend/json_text.h"
+#include "base/json_text.h"
 
 #include <gtest/gtest.h>
 
