@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,7 @@
 
 #include "base/failure.h"
 #include "base/interruption.h"
+#include "base/streams.h"
 #include "base/words.h"
 #include "commands/program.h"
 #include "report/terminal.h"
@@ -72,7 +75,10 @@ int dispatch(int argc, char** argv) {
         if (app.get_subcommands().empty())
             throw CLI::RequiredError(fmt::format("A command ({})", fmt::join(valid_words(app, false), ", ")));
     } catch (const CLI::ParseError& answer) { // --help and --version arrive here, too
-        return app.exit(answer) == 0 ? status(ExitCode::done) : status(ExitCode::bad_input);
+        std::ostringstream help;
+        if (app.exit(answer, help, std::cerr) != 0)
+            return status(ExitCode::bad_input);
+        write_text(standard_stream, help.str());
     }
     return status(ExitCode::done);
 }

@@ -22,7 +22,7 @@ TEST_F(CommandLine, CompareTakesHeadendsAndResults) {
         EXPECT_EQ(outcome.code, 0);
         EXPECT_EQ(outcome.err, "");
         EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')),
-                  "1 gained, 0 lost, 0 moved, 1 in the same place, 0 left out by both");
+                  "1 gained, 0 lost, 0 moved, 1 in the same place, 0 placed in neither");
     }
     EXPECT_EQ(run("compare " + headend + " -", read(richer)).out.substr(0, 8), "1 gained");
     const json report = json::parse(run("compare --json " + richer + " " + headend).out);

@@ -179,8 +179,22 @@ TEST_F(CommandLine, AReaderThatGoesAwayEndsItWithoutAWord) {
 }
 
 TEST_F(CommandLine, AFullDiskIsTold) {
-    const Outcome outcome = run("run " + small + " >/dev/full");
-    expect_refused(outcome, "standard output: cannot be written: No space left on device");
+    for (const std::string& arguments :
+         {"run " + small, std::string("--help"), std::string("run --help"), std::string("--version")})
+        expect_refused(run(arguments + " >/dev/full"),
+                       "standard output: cannot be written: No space left on device");
+}
+
+TEST_F(CommandLine, AFileOfAnotherKindIsNamed) {
+    const std::string result = write("result.json", run("run --json " + small).out);
+    const std::string module = examples + "/module.json";
+    for (const std::string command : {"run ", "explain ", "bound "}) {
+        expect_refused(
+            run(command + result),
+            result + ": top level: found a result, which `recalculo run --json` writes, expected a head-end");
+        expect_refused(run(command + module),
+                       module + ": top level: found a single module, expected a head-end");
+    }
 }
 
 TEST_F(CommandLine, MessagesThatNobodyCanReadChangeNothing) {

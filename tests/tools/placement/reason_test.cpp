@@ -111,6 +111,22 @@ TEST_F(Reason, AModuleWithoutInputIsNeverTheNearest) {
               "of 8 in use, 4 needed).");
 }
 
+TEST_F(Reason, AModuleThatCouldNeverTakeItIsNotTheNearest) {
+    load({1, 1}, {with_pids(service(1, 10), 4)});
+    for (const char* mac : {"A", "B"})
+        tune(mac, 1, 10);
+    output("A").BitRateActual = 8000;
+    output("B").BitRateActual = 9000;
+    module("A").PIDsModuloMax = 4;
+    EXPECT_EQ(reason(),
+              "2 modules receive stream 1/10, none with room; nearest is A: its output 1 is short by 2001 "
+              "kbit/s (8000 + 4000 must stay below 10000).");
+    module("A").PIDsModuloMax = 3;
+    EXPECT_EQ(reason(),
+              "2 modules receive stream 1/10, none with room; nearest is B: its output 1 is short by 3001 "
+              "kbit/s (9000 + 4000 must stay below 10000).");
+}
+
 TEST_F(Reason, RoomThatWasNotUsed) {
     load({1, 1}, {service(1, 10)});
     occupy("A");

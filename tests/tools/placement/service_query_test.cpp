@@ -83,13 +83,18 @@ TEST_F(ServicesWith, ANameAsReceivedOrAsSent) {
 }
 
 TEST_F(ServicesWith, NobodyHasTheName) {
-    EXPECT_EQ(complaint("s9"), "f: --service s9: no service is called \"s9\"; did you mean \"S9\"?");
-    EXPECT_EQ(complaint("S"), "f: --service S: no service is called \"S\"; did you mean \"S5\" or \"S9\"?");
-    EXPECT_EQ(complaint("S8"), "f: --service S8: no service is called \"S8\"; did you mean \"S5\"?");
+    loaded(0)->NombreEntrada = "Canal Uno";
+    loaded(2)->NombreEntrada = "Canal Dos";
+    EXPECT_EQ(complaint("canal"), "f: --service canal: no service is called \"canal\"; did you mean \"Canal "
+                                  "Dos\" or \"Canal Uno\"?");
+    EXPECT_EQ(complaint("Canel Dos"),
+              "f: --service Canel Dos: no service is called \"Canel Dos\"; did you mean \"Canal Dos\"?");
     const std::string expected = "; expected an LCN up to 65535 or a name, and @ONID/TSID behind it for one "
                                  "stream only, as in 25@1/1007";
-    EXPECT_EQ(complaint("65536"), "f: --service 65536: no service is called \"65536\"" + expected);
-    EXPECT_EQ(complaint("9@1"), "f: --service 9@1: no service is called \"9@1\"" + expected);
+    for (const std::string name : {"65536", "9@1", "al", " "}) {
+        const std::string message = complaint(name);
+        EXPECT_EQ(message, "f: --service " + name + ": no service is called \"" + name + "\"" + expected);
+    }
 }
 
 TEST_F(ServicesWith, TheStreamDoesNotHaveTheName) {

@@ -41,7 +41,7 @@ TEST(BoundText, OneOfEverything) {
 
 12 services loaded: no arrangement places more than 10, the engine placed 8: at most 2 more
 
-  Limit                           there is      wanted    allows
+  Limit                             usable      wanted    allows
   Inputs                                 5           6        11
   Bitrate of outputs, kbit/s         95997       51500        11
   PIDs                                  16           7        11

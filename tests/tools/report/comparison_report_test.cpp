@@ -52,7 +52,7 @@ Comparison a_comparison() {
 
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
-              R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 left out by both
+              R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 placed in neither
 
 Before old.json (Casa): 3 of 5 services placed; audit: 2 findings
 After  new.json: 1 of 1 service placed, 1 neither placed nor left out; audit: 1 finding
@@ -107,7 +107,7 @@ TEST(ComparisonText, AServiceThatTheEngineHasLost) {
 
 TEST(ComparisonText, WhatIsTheSameIsNotListed) {
     EXPECT_EQ(comparison_text(Comparison(), {"a", "b"}),
-              "0 gained, 0 lost, 0 moved, 0 in the same place, 0 left out by both\n\n"
+              "0 gained, 0 lost, 0 moved, 0 in the same place, 0 placed in neither\n\n"
               "Before a: 0 of 0 services placed\nAfter  b: 0 of 0 services placed\n");
 }
 

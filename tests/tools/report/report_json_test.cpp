@@ -20,13 +20,13 @@ TEST(JsonReport, OneOfEverything) {
 TEST(JsonReport, WithStrategies) {
     const Strategies strategies = strategies_with_everything();
     auto expected = nlohmann::ordered_json::parse(R"({"name": "Casa", "strategies": [
-        {"name": "MAX", "placed": 7, "left_out": 3, "left_out_counted": 4, "inputs_used": 4, "inputs": 5,
+        {"name": "MAX", "placed": 7, "left_out": 3, "neither": 0, "left_out_counted": 4, "inputs_used": 4, "inputs": 5,
          "warnings": 2, "verdict": "surpassed", "rival": "MIN"},
-        {"name": "MAX MIN", "placed": 6, "left_out": 4, "left_out_counted": 4, "inputs_used": 5, "inputs": 5,
+        {"name": "MAX MIN", "placed": 6, "left_out": 4, "neither": 0, "left_out_counted": 4, "inputs_used": 5, "inputs": 5,
          "warnings": 0, "verdict": "tie", "rival": "MAX"},
-        {"name": "MIN", "placed": 8, "left_out": 2, "left_out_counted": 2, "inputs_used": 5, "inputs": 5,
+        {"name": "MIN", "placed": 8, "left_out": 2, "neither": 0, "left_out_counted": 2, "inputs_used": 5, "inputs": 5,
          "warnings": 0, "verdict": "kept"},
-        {"name": "MIN MAX", "placed": 5, "left_out": 5, "left_out_counted": 5, "inputs_used": 3, "inputs": 123,
+        {"name": "MIN MAX", "placed": 5, "left_out": 5, "neither": 0, "left_out_counted": 5, "inputs_used": 3, "inputs": 123,
          "warnings": 1, "verdict": "worse", "rival": "MIN"}],
         "contested": [
         {"lcn": 5, "name": "海景 Música\u001b", "onid": 1, "tsid": 1001, "placed_by": ["MAX", "MIN MAX"]},

@@ -25,10 +25,22 @@ TEST(StrategiesText, OneOfEverything) {
         "  MIN            8                            2       5 of 5      0  kept: leaves the fewest out\n"
         "  MIN MAX        5                            5     3 of 123      1  worse than MIN\n"
         "\n"
-        "  Placed by some of them only: 2 services, 1 of them left out by MIN:\n"
+        "  Placed by some of them only: 2 services, 1 of them not by MIN:\n"
         "    LCN  Service                Stream  MAX  MAX MIN  MIN  MIN MAX\n"
         "      5  海景 Música�           1/1001    ●        –    –        ●\n"
         "  65535  Dos               65535/65535    –        ●    ●        –\n");
+}
+
+TEST(StrategiesText, WhatIsNeitherPlacedNorLeftOutHasAColumnWhereThereIsAny) {
+    Strategies strategies = strategies_with_everything();
+    strategies.list[0].left_out_counted = 3;
+    strategies.list[2].neither = 1;
+    EXPECT_EQ(strategies_text(strategies)
+                  .find("Strategies, each alone on the head-end, without clones\n"
+                        "  Strategy  Placed  Left out  Neither  Inputs used  Audit  Verdict\n"
+                        "  MAX            7         3        0       4 of 5      2  the"),
+              0u)
+        << strategies_text(strategies);
 }
 
 /// What follows the table.
@@ -58,8 +70,7 @@ TEST(StrategiesText, WhenOnePlacesEverything) {
 TEST(StrategiesText, OneServiceOfWhichTheKeptStrategyMissesNothing) {
     Strategies strategies = strategies_with_everything();
     strategies.contested.erase(strategies.contested.begin());
-    EXPECT_EQ(after_table(strategies)
-                  .find("  Placed by some of them only: 1 service, none of them left out by MIN:\n"),
+    EXPECT_EQ(after_table(strategies).find("  Placed by some of them only: 1 service, all of them by MIN:\n"),
               0u);
 }
 
@@ -73,14 +84,13 @@ TEST(StrategiesText, TenServicesAtMost) {
     strategies.contested.assign(10, one);
     const std::string all = after_table(strategies);
     EXPECT_EQ(lines(all), 12);
-    EXPECT_EQ(all.find("  Placed by some of them only: 10 services, 10 of them left out by MIN:\n"), 0u);
+    EXPECT_EQ(all.find("  Placed by some of them only: 10 services, 10 of them not by MIN:\n"), 0u);
     strategies.contested.push_back(one);
     strategies.contested.back().service.name = "a name that would widen the column";
     const std::string cut = after_table(strategies);
     EXPECT_EQ(lines(cut), 12);
-    EXPECT_EQ(
-        cut.find("  Placed by some of them only: 11 services, 11 of them left out by MIN; the first 10:\n"),
-        0u);
+    EXPECT_EQ(cut.find("  Placed by some of them only: 11 services, 11 of them not by MIN; the first 10:\n"),
+              0u);
     EXPECT_EQ(cut.substr(cut.find('\n')), all.substr(all.find('\n')));
 }
 

@@ -33,6 +33,10 @@ struct ExplainOptions {
     StyleInput style;
 };
 
+constexpr const char* what_if =
+    "These are the figures of the placement as it is. With a limit changed the engine "
+    "places all anew: try it with --set.";
+
 /// The services asked for, each once.
 Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
                        const std::string& file) {
@@ -64,11 +68,16 @@ std::string audit_of(const Explainer& explainer, bool is_whole, const TextStyle&
 void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
     if (services.empty())
         write(paragraph_text("No service is left out.", 0, Paint::none, style));
+    bool any_left_out = false;
     const char* before = "";
     for (const auto& service : services) {
-        write(before + explanation_text(explainer.explain(service), style));
+        const Explanation explanation = explainer.explain(service);
+        any_left_out = any_left_out || explanation.standing == Standing::left_out;
+        write(before + explanation_text(explanation, style));
         before = "\n";
     }
+    if (any_left_out)
+        write("\n" + paragraph_text(what_if, 0, Paint::none, style));
 }
 
 void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {

@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "base/failure.h"
 #include "base/json_cursor.h"
 #include "base/json_text.h"
 
@@ -265,7 +266,19 @@ Headend read_headend(const std::string& file, const std::string& text) {
     return headend_of(file, parse_json(file, text));
 }
 
+/// Tells of files that are easily taken for a head-end.
+static void check_kind(const std::string& file, const nlohmann::json& document) {
+    const char* kind = nullptr;
+    if (document.is_object() && document.count("summary") != 0)
+        kind = "a result, which `recalculo run --json` writes";
+    else if (document.is_object() && document.count("modules") == 0 && document.count("inputs") != 0)
+        kind = "a single module";
+    if (kind != nullptr)
+        throw Failure(fmt::format("{}: top level: found {}, expected a head-end", file, kind));
+}
+
 Headend headend_of(const std::string& file, const nlohmann::json& document) {
+    check_kind(file, document);
     return read_record<Headend>(JsonCursor(file, document));
 }
 

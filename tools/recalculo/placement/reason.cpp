@@ -127,7 +127,7 @@ std::string Sentence::no_input() const {
 
 bool Sentence::is_nearer(const ModuleRefusal& one, const ModuleRefusal& other) const {
     const auto rank = [this](const ModuleRefusal& refusal) {
-        return std::make_tuple(refusal.room.limit == Limit::none, !has_input(refusal),
+        return std::make_tuple(refusal.room.limit == Limit::none, !has_input(refusal), !refusal.could_ever,
                                !refusal.room.can_be_freed(service_.number_PIDs_CA),
                                -static_cast<int>(refusal.limit), refusal.room.short_by());
     };

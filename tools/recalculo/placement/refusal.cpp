@@ -179,8 +179,10 @@ ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servi
 std::vector<ModuleRefusal> FinalState::refusals_of(const tRec_Servicio& service) const {
     std::vector<ModuleRefusal> refusals;
     refusals.reserve(modules_.size());
-    for (const ModuleState& module : modules_)
-        refusals.push_back(refusal_of(module, service));
+    for (std::size_t index = 0; index < modules_.size(); ++index) {
+        refusals.push_back(refusal_of(modules_[index], service));
+        refusals.back().could_ever = could_take(capacities_[index], service);
+    }
     const auto carried = carried_on_.find(&service);
     if (carried != carried_on_.end())
         for (const auto& [module, output] : carried->second)

@@ -80,6 +80,8 @@ struct ModuleRefusal {
     /// Inputs tuned to the stream of the service, and inputs that carry nothing.
     std::vector<std::uint16_t> inputs_receiving;
     std::vector<std::uint16_t> inputs_free;
+    /// The module would take the service if it were empty.
+    bool could_ever = true;
     /// The outputs that carry the service; with some of them, the rest tells of a second appearance.
     std::vector<std::uint32_t> carried_on;
 

@@ -83,9 +83,10 @@ bool contains(const std::string& text, const std::string& part) {
 /// near.
 std::string similar_names(const std::set<std::string>& names, const std::string& name) {
     constexpr std::size_t most = 3;
+    constexpr std::size_t least_letters = 3; // fewer are in many names
     std::vector<std::string> similar;
     for (const std::string& other : names)
-        if (contains(other, name) && similar.size() < most)
+        if (name.size() >= least_letters && contains(other, name) && similar.size() < most)
             similar.push_back(other);
     if (similar.empty())
         return did_you_mean(name, {names.begin(), names.end()});

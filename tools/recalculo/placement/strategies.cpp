@@ -45,6 +45,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     strategy.name = strategy_names[index];
     strategy.placed = result.counts.placed;
     strategy.left_out = result.counts.left_out;
+    strategy.neither = result.counts.neither;
     strategy.left_out_counted = run.engine.Mapa_ONIDs.empty() ? 0 : run.engine.num_servicios_procesado();
     strategy.findings = result.warnings.size();
     strategy.inputs_used = inputs_of(result).tuned;

@@ -35,6 +35,8 @@ struct Strategy {
     /// Services on one output at least, and services left out.
     std::size_t placed = 0;
     std::size_t left_out = 0;
+    /// Neither placed nor left out.
+    std::size_t neither = 0;
     /// What the driver compares: it counts a service each time that it is left out.
     std::size_t left_out_counted = 0;
     /// What the audit found.

@@ -59,7 +59,7 @@ std::string table_of_limits(const Bound& bound, const TextStyle& style) {
         rows.push_back({named.name, std::to_string(named.limit.capacity), std::to_string(named.limit.wanted),
                         std::to_string(named.limit.allows)});
     rows.push_back({"All together", "", "", std::to_string(bound.most)});
-    return table_text({name, figures("there is", 10, 2), figures("wanted", 10, 1), figures("allows", 8, 0)},
+    return table_text({name, figures("usable", 10, 2), figures("wanted", 10, 1), figures("allows", 8, 0)},
                       rows, 2, style);
 }
 

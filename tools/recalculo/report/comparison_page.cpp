@@ -263,7 +263,7 @@ list tiles_of(const Comparison& comparison) {
     for (const Changes& changes : changes_of(comparison))
         tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
     tiles.push_back(tile("In the same place", grouped(comparison.unmoved), "", false));
-    tiles.push_back(tile("Left out by both", grouped(comparison.never_placed), "", false));
+    tiles.push_back(tile("Placed in neither", grouped(comparison.never_placed), "", false));
     return tiles;
 }
 

@@ -157,7 +157,7 @@ void ComparisonText::write_audit(const char* title, const Side& side) {
 }
 
 void ComparisonText::write_summary() {
-    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place, {} left out by both",
+    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place, {} placed in neither",
                           comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
                           comparison_.unmoved, comparison_.never_placed));
     text_ += '\n';

@@ -420,7 +420,7 @@ data Page::lists() const {
     list sections;
     if (!result_.left_out.empty())
         sections.push_back(list_section("left-out", "Left out", result_.counts.left_out,
-                                        "Services that stand on no output.", result_.left_out));
+                                        "Services that the engine has left out.", result_.left_out));
     if (!result_.clones_waiting.empty())
         sections.push_back(list_section("waiting", "Clones waiting", result_.clones_waiting.size(),
                                         "Clones that found no place beside a parent.",

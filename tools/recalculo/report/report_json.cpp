@@ -102,6 +102,7 @@ static void add(ordered_json& json, const Strategies& strategies) {
         ordered_json one = {{"name", strategy.name},
                             {"placed", strategy.placed},
                             {"left_out", strategy.left_out},
+                            {"neither", strategy.neither},
                             {"left_out_counted", strategy.left_out_counted},
                             {"inputs_used", strategy.inputs_used},
                             {"inputs", strategy.inputs},

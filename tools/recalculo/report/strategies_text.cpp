@@ -18,6 +18,8 @@ namespace {
 /// Rows of the second table; the JSON report has them all.
 constexpr std::size_t services_shown = 10;
 constexpr int indent = 2;
+/// Stands here in the first table if there is anything to tell.
+constexpr int neither_column = 3;
 
 std::string verdict_of(const Strategies& strategies, const Strategy& strategy) {
     const std::string& rival = strategies.list[strategy.rival].name;
@@ -59,13 +61,20 @@ std::string table_of(const Strategies& strategies, const TextStyle& style) {
     Column verdict;
     verdict.heading = "Verdict";
     verdict.wrapped_at = 20;
+    const bool any_neither = std::any_of(strategies.list.begin(), strategies.list.end(),
+                                         [](const Strategy& strategy) { return strategy.neither != 0; });
+    std::vector<Column> columns = {name, numbers("Placed"), left_out, inputs, numbers("Audit"), verdict};
+    if (any_neither)
+        columns.insert(columns.begin() + neither_column, numbers("Neither"));
     std::vector<Row> rows;
-    for (const Strategy& strategy : strategies.list)
+    for (const Strategy& strategy : strategies.list) {
         rows.push_back({strategy.name, std::to_string(strategy.placed), left_out_of(strategy),
                         fmt::format("{} of {}", strategy.inputs_used, strategy.inputs),
                         std::to_string(strategy.findings), verdict_of(strategies, strategy)});
-    return table_text({name, numbers("Placed"), left_out, inputs, numbers("Audit"), verdict}, rows, indent,
-                      style);
+        if (any_neither)
+            rows.back().insert(rows.back().begin() + neither_column, std::to_string(strategy.neither));
+    }
+    return table_text(std::move(columns), rows, indent, style);
 }
 
 std::string table_of_contested(const Strategies& strategies, std::size_t rows_shown, const TextStyle& style) {
@@ -104,9 +113,9 @@ std::string contested_text(const Strategies& strategies, const TextStyle& style)
     const auto missed = std::count_if(strategies.contested.begin(), strategies.contested.end(),
                                       [kept](const Contested& one) { return !one.is_placed_by[kept]; });
     const std::string sentence = fmt::format(
-        "Placed by some of them only: {}, {} of them left out by {}{}", counted(number, "service"),
-        missed == 0 ? "none" : fmt::format("{}", missed), strategies.list[kept].name,
-        rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
+        "Placed by some of them only: {}, {} of them {} {}{}", counted(number, "service"),
+        missed == 0 ? "all" : std::to_string(missed), missed == 0 ? "by" : "not by",
+        strategies.list[kept].name, rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
     return paragraph_text(sentence, indent, Paint::none, style) +
            table_of_contested(strategies, rows_shown, style);
 }
