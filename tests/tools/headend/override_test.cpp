@@ -35,6 +35,28 @@ TEST(Override, OneEntryOfAList) {
     EXPECT_EQ(headend.modules[1].pids_max, 64);
 }
 
+TEST(Override, AModuleByItsMac) {
+    EXPECT_EQ(changed({"modules[B].pids_max=64"}).modules[1].pids_max, 64);
+    // Also one of which the MAC has just been changed; a number stays a place.
+    const Headend headend = changed({"modules[0].mac=02:00:1", "modules[02:00:1].inputs=5",
+                                     R"(modules[1].mac="0")", "modules[0].pids_max=9"});
+    EXPECT_EQ(headend.modules[0].inputs, 5);
+    EXPECT_EQ(headend.modules[0].pids_max, 9);
+}
+
+TEST(Override, AMacThatNoModuleHas) {
+    EXPECT_EQ(
+        complaint({"modules[C].inputs=1"}),
+        "--set 'modules[C].inputs=1': f: /modules: found a list of 2 entries, expected a module with the MAC "
+        "\"C\"");
+    EXPECT_EQ(
+        complaint({"modules[1].mac=02:00:01", "modules[02:00:02].inputs=1"}),
+        "--set 'modules[02:00:02].inputs=1': f: /modules: found a list of 2 entries, expected a module with "
+        "the MAC \"02:00:02\"; did you mean \"02:00:01\"?");
+    EXPECT_EQ(complaint({"modules[C].inputs=1"}, R"({"modules": [{"inputs": 1}]})"),
+              "--set 'modules[C].inputs=1': f: /modules/0: found no \"mac\", expected text");
+}
+
 TEST(Override, AllEntriesOfAList) {
     const Headend headend = changed({"services[*].bitrate=4000", "modules[*].outputs[*]=7"});
     EXPECT_EQ(headend.services[0].bitrate, 4000u);
@@ -148,9 +170,16 @@ TEST(Override, APathThatIsNone) {
     EXPECT_EQ(complaint({"modules[0]pids_max=1"}),
               "--set 'modules[0]pids_max=1': found \"pids_max\", expected \".\" or \"[\"");
     for (const std::string bracket : {"[", "[]", "[-1]", "[x]", "[**]", "[1", "[1234567890]"})
+        EXPECT_EQ(complaint({"services" + bracket + "=1"}),
+                  "--set 'services" + bracket + "=1': found \"" + bracket +
+                      "\", expected [n] with a whole number from 0, or [*]");
+    for (const std::string bracket : {"[", "[]", "[1", "[A"})
         EXPECT_EQ(complaint({"modules" + bracket + "=1"}),
                   "--set 'modules" + bracket + "=1': found \"" + bracket +
-                      "\", expected [n] with a whole number from 0, or [*]");
+                      "\", expected [n] with a whole number from 0, [MAC], or [*]");
+    EXPECT_EQ(complaint({"modules[0].outputs[A]=1"}),
+              "--set 'modules[0].outputs[A]=1': found \"[A]\", expected "
+              "[n] with a whole number from 0, or [*]");
     EXPECT_EQ(complaint({"name=\xFF"}), "--set 'name=\xFF': found bytes that are not UTF-8");
     EXPECT_EQ(
         complaint({R"(modules[0]={"mac": 1, "mac": 2})"}),

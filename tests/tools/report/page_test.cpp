@@ -89,6 +89,9 @@ TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
     Result result;
     result.counts = {3, 3, 0, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict good">3 of 3 services placed</p>)"));
+    result.warnings = {"a limit is broken"};
+    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">3 of 3 services placed</p>)"));
+    result.warnings.clear();
     result.counts = {3, 2, 1, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">1 of 3 services left out</p>)"));
     result.counts = {3, 3, 0, 0, 1, 2};

@@ -13,10 +13,9 @@ void add_headend_input(CLI::App& command, HeadendInput& input) {
         ->required();
     // One value each, so that the head-end may follow.
     command
-        .add_option(
-            "--set", input.settings,
-            "Change a value for this run, as in modules[2].pids_max=64; [*] for all of a list; may be "
-            "given several times")
+        .add_option("--set", input.settings,
+                    "Change a value for this run, as in modules[2].pids_max=64, counted from 0, or "
+                    "modules[MAC].pids_max=64; [*] for all of a list; may be given several times")
         ->type_name("PATH=VALUE")
         ->allow_extra_args(false);
 }

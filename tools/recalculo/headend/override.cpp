@@ -12,6 +12,7 @@
 #include "base/json_cursor.h"
 #include "base/json_text.h"
 #include "base/utf8.h"
+#include "base/words.h"
 #include "headend/headend_json.h"
 
 namespace zarven::tool {
@@ -24,9 +25,12 @@ using nlohmann::json;
 struct Step {
     std::string key;
     bool is_entry = false;
-    /// Of an entry; none for all of them.
+    /// Of an entry; without both, all of them.
     std::optional<std::size_t> index;
+    std::string mac;
 };
+
+constexpr const char* modules_key = "modules";
 
 struct Setting {
     /// How messages begin that speak of it.
@@ -43,7 +47,7 @@ public:
         std::vector<Step> all{key()};
         while (!rest_.empty()) {
             if (rest_.front() == '[') {
-                all.push_back(entry());
+                all.push_back(entry(all.size() == 1 && all.front().key == modules_key));
                 continue;
             }
             if (rest_.front() != '.')
@@ -64,21 +68,24 @@ private:
         if (word.empty())
             complain(rest_, "a key");
         rest_.remove_prefix(word.size());
-        return {std::string(word), false, {}};
+        return {std::string(word), false, {}, ""};
     }
 
-    Step entry() {
+    Step entry(bool may_be_mac) {
         const std::size_t end = std::min(rest_.find(']'), rest_.size() - 1);
         const std::string_view bracket = rest_.substr(0, end + 1);
         const std::string_view inside = bracket.substr(1, bracket.size() - 2);
         rest_.remove_prefix(bracket.size());
         if (bracket == "[*]")
-            return {"", true, {}};
+            return {"", true, {}, ""};
         const std::size_t most_digits = 9;
-        if (bracket.back() != ']' || inside.empty() || inside.size() > most_digits ||
-            inside.find_first_not_of("0123456789") != inside.npos)
-            complain(bracket, "[n] with a whole number from 0, or [*]");
-        return {"", true, std::stoul(std::string(inside))};
+        const bool is_whole = bracket.back() == ']' && !inside.empty();
+        if (is_whole && inside.size() <= most_digits && inside.find_first_not_of("0123456789") == inside.npos)
+            return {"", true, std::stoul(std::string(inside)), ""};
+        if (is_whole && may_be_mac)
+            return {"", true, {}, std::string(inside)};
+        complain(bracket, may_be_mac ? "[n] with a whole number from 0, [MAC], or [*]"
+                                     : "[n] with a whole number from 0, or [*]");
     }
 
     const std::string& setting_;
@@ -137,11 +144,26 @@ private:
         find(here.member(key), step + 1, place / key);
     }
 
+    /// Of the first module with the MAC: the engine takes no second one.
+    static std::size_t index_of_module(const JsonCursor& here, const std::vector<JsonCursor>& modules,
+                                       const std::string& mac) {
+        std::vector<std::string> macs;
+        for (const JsonCursor& module : modules) {
+            module.check_object();
+            macs.push_back(module.member("mac").text());
+            if (macs.back() == mac)
+                return macs.size() - 1;
+        }
+        here.complain(fmt::format("a module with the MAC \"{}\"{}", mac, did_you_mean(mac, macs)));
+    }
+
     void find_entries(const JsonCursor& here, std::size_t step, const json::json_pointer& place) {
         const std::vector<JsonCursor> entries = here.elements();
-        const std::optional<std::size_t> index = setting_.path[step].index;
         if (entries.empty())
             here.complain("one with entries");
+        const std::optional<std::size_t> index =
+            setting_.path[step].mac.empty() ? setting_.path[step].index
+                                            : index_of_module(here, entries, setting_.path[step].mac);
         if (index && *index >= entries.size())
             here.complain(fmt::format("an entry [{}]; the last one is [{}]", *index, entries.size() - 1));
         for (std::size_t entry = index.value_or(0); entry < (index ? *index + 1 : entries.size()); ++entry)

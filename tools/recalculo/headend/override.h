@@ -1,6 +1,7 @@
 // Changes to a head-end for one run. Each is a text PATH=VALUE, such as `modules[2].pids_max=64`: keys with
-// dots between them, `[n]` for an entry of a list, counted from 0, `[*]` for all of its entries. The value is
-// JSON; what is not JSON is a text. The changes are made to the document, before anything of it is checked.
+// dots between them, `[n]` for an entry of a list, counted from 0, `[MAC]` for a module, `[*]` for all
+// entries. The value is JSON; what is not JSON is a text. The changes are made to the document, before
+// anything of it is checked.
 
 #ifndef RECALCULO_OVERRIDE_H
 #define RECALCULO_OVERRIDE_H

@@ -453,7 +453,8 @@ PageFrame Page::frame() const {
     if (!result_.name.empty())
         frame.names = {result_.name};
     frame.verdict = verdict(counts);
-    frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0;
+    frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0 &&
+                    result_.warnings.empty();
     frame.tiles = tiles();
     add_audit(frame, "audit", "What does not add up", result_.warnings);
     link(frame.sections);
