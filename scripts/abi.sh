@@ -21,7 +21,8 @@ symbols() {
     local gensymbols=(dpkg-gensymbols -plibrecalculo1 -v"$version" -a"$2" -e"$1")
     if [ -n "$renew" ]; then
         # A symbol keeps the version in which it came.
-        "${gensymbols[@]}" -I"$file" -O"$file"
+        [ ! -f "$file" ] || gensymbols+=(-I"$file")
+        "${gensymbols[@]}" -O"$file"
     else
         # What it prints is the difference.
         "${gensymbols[@]}" -c4 -I"$file" -O/dev/null || failed=1

@@ -18,7 +18,9 @@ results=$PWD/build/packages
 mkdir -p "$results"
 
 in_root() {
+    # What this machine builds with is not there; the way to the packages is the same.
     "${as_root[@]}" chroot "$root" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+        ${http_proxy:+http_proxy="$http_proxy"} ${https_proxy:+https_proxy="$https_proxy"} \
         DEBIAN_FRONTEND=noninteractive "$@"
 }
 

@@ -192,6 +192,9 @@ TEST_F(CommandLine, AFileOfAnotherKindIsNamed) {
         expect_refused(
             run(command + result),
             result + ": top level: found a result, which `recalculo run --json` writes, expected a head-end");
+        expect_refused(
+            run(command + "--set 'services[0].lcn=1' " + result),
+            result + ": top level: found a result, which `recalculo run --json` writes, expected a head-end");
         expect_refused(run(command + module),
                        module + ": top level: found a single module, expected a head-end");
     }

@@ -159,6 +159,26 @@ TEST_F(Reason, WhereTheStreamIsReceivedFreeInputsDoNotCountForTranscoding) {
     EXPECT_EQ(reason(), "Module A alone receives stream 1/10, and no transcoder is left (1 of 1 in use).");
 }
 
+TEST_F(Reason, ServicesWithTranscodingWaitForTheToppingUp) {
+    Headend headend;
+    headend.modules = {{"A", 3, true, 2, {38000}, 8, 1, 1, 0}};
+    headend.services = {service(1, 10), transcoded(service(2, 10))};
+    run_it(headend);
+    EXPECT_EQ(reason(1),
+              "It needs transcoding: the engine fills inputs without such services, and tops up modules "
+              "with them when no input is free; module A receives stream 1/10 and has room.");
+    headend.modules[0].inputs = 1;
+    run_it(headend);
+    EXPECT_TRUE(left_out_of(run).empty());
+    // Without a free input it is no longer that.
+    load({1}, {transcoded(service(1, 10))});
+    tune("A", 1, 10);
+    module("A").mapEntradas.at(1).MapaServicios.emplace(2, loaded(0));
+    leave_out(loaded(0));
+    EXPECT_EQ(reason(),
+              "Module A receives stream 1/10 and has room: the engine's strategies did not use it.");
+}
+
 TEST_F(Reason, NoModuleCouldEverTakeIt) {
     load({1, 1}, {with_pids(service(1, 10), 9), service(2, 10, 10000), transcoded(service(3, 10)),
                   transcoded(with_pids(service(4, 10), 9))});

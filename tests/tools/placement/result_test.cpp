@@ -140,7 +140,7 @@ TEST(TranscoderPoolOf, TheLimitIsThatForSdUntilAnHdOneIsInUse) {
     const TranscoderPool sd_only = pool_of({1, 4}, {0, 2});
     EXPECT_EQ(sd_only.used, 1u);
     EXPECT_EQ(sd_only.max, 4u);
-    EXPECT_EQ(sd_only.note, "2 with HD");
+    EXPECT_EQ(sd_only.note, "limit 2 with HD");
     const TranscoderPool with_hd = pool_of({1, 4}, {1, 2});
     EXPECT_EQ(with_hd.used, 2u);
     EXPECT_EQ(with_hd.max, 2u);

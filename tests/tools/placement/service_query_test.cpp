@@ -82,6 +82,40 @@ TEST_F(ServicesWith, ANameAsReceivedOrAsSent) {
     EXPECT_EQ(find("Bienvenida"), std::vector{run.clones.at(0)});
 }
 
+TEST_F(ServicesWith, ANameThatLooksLikeSomethingElse) {
+    loaded(0)->NombreEntrada = "24";
+    loaded(1)->NombreSalida = "24@1/10";
+    EXPECT_EQ(find("24"), std::vector{loaded(0)});
+    EXPECT_EQ(find("24@1/10"), std::vector{loaded(0)}); // that name in that stream comes first
+    EXPECT_EQ(find("24@1/10@1/20"), (std::vector{loaded(1), run.clones.at(0)}));
+    loaded(0)->NombreEntrada = "Canal";
+    EXPECT_EQ(find("24@1/10"), (std::vector{loaded(1), run.clones.at(0)}));
+    // An LCN comes before a name.
+    loaded(0)->NombreEntrada = "9";
+    EXPECT_EQ(find("9"), std::vector{loaded(2)});
+}
+
+TEST_F(ServicesWith, NamesAsSentAndThoseOfClonesAreKnownToMessages) {
+    loaded(2)->NombreSalida = "Nueve";
+    run.clones.at(0)->NombreSalida = "Bienvenida";
+    EXPECT_EQ(complaint("Nuevo"),
+              "f: --service Nuevo: no service is called \"Nuevo\"; did you mean \"Nueve\"?");
+    EXPECT_EQ(complaint("bienvenida"),
+              "f: --service bienvenida: no service is called \"bienvenida\"; did you mean \"Bienvenida\"?");
+    EXPECT_EQ(complaint("Bienvenida@1/10"),
+              "f: --service Bienvenida@1/10: no service of stream 1/10 is called "
+              "\"Bienvenida\"; it is in stream 1/20");
+}
+
+TEST_F(ServicesWith, OfManySimilarNamesThreeAreTold) {
+    load({1}, {service(1, 10), service(2, 10), service(3, 10), service(4, 10), service(5, 10)});
+    for (std::size_t index = 0; index < 5; ++index)
+        loaded(index)->NombreEntrada = loaded(index)->NombreSalida = "Canal " + std::to_string(index);
+    EXPECT_EQ(complaint("canal"),
+              "f: --service canal: no service is called \"canal\"; did you mean \"Canal 0\" or "
+              "\"Canal 1\" or \"Canal 2\", or 2 more?");
+}
+
 TEST_F(ServicesWith, NobodyHasTheName) {
     loaded(0)->NombreEntrada = "Canal Uno";
     loaded(2)->NombreEntrada = "Canal Dos";
@@ -89,8 +123,9 @@ TEST_F(ServicesWith, NobodyHasTheName) {
                                   "Dos\" or \"Canal Uno\"?");
     EXPECT_EQ(complaint("Canel Dos"),
               "f: --service Canel Dos: no service is called \"Canel Dos\"; did you mean \"Canal Dos\"?");
-    const std::string expected = "; expected an LCN up to 65535 or a name, and @ONID/TSID behind it for one "
-                                 "stream only, as in 25@1/1007";
+    const std::string expected =
+        "; expected an LCN up to 65535 or a whole name, and @ONID/TSID behind it for one "
+        "stream only, as in 25@1/1007";
     for (const std::string name : {"65536", "9@1", "al", " "}) {
         const std::string message = complaint(name);
         EXPECT_EQ(message, "f: --service " + name + ": no service is called \"" + name + "\"" + expected);

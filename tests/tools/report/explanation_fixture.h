@@ -63,6 +63,9 @@ inline Explanation explanation_with_everything() {
     modules.back().refusal.room.outputs_full = 2;
     modules.push_back(answer_short_of("bitrate", Limit::bitrate));
     modules.back().refusal.room.output = {10, 36500, 38000, 6501, true};
+    modules.push_back(modules.back());
+    modules.back().refusal.mac = "never";
+    modules.back().refusal.could_ever = false;
     modules.push_back(answer_short_of("too small", Limit::bitrate));
     modules.back().refusal.room.output = {1, 0, 8000, 1, false};
     modules.push_back(answer_short_of("1 PID", Limit::pids));

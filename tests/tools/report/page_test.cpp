@@ -79,6 +79,7 @@ TEST(Page, TheSummaryHasTheFigures) {
     EXPECT_TRUE(has(page, ">1 of 6 services left out, 1 neither placed nor left out, 1 clone waiting</p>"));
     EXPECT_TRUE(has(page, tile("Placed", "4", "of 6 loaded")));
     EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
+    EXPECT_TRUE(has(page, tile("Neither", "1", "placed nor left out")));
     EXPECT_TRUE(has(page, tile("Inputs in use", "2", "of 3")));
     EXPECT_TRUE(has(page, tile("Output bitrate", "52,200", "of 76,000 kbit/s")));
     EXPECT_TRUE(has(page, tile("PIDs in use", "3", "of 8")));
@@ -109,7 +110,7 @@ TEST(Page, AModuleTellsWhatItIsAndUses) {
     EXPECT_EQ(occurrences(page, R"(<article class="module searched")"), 2u);
     EXPECT_EQ(occurrences(page, R"(<span class="badge">controller</span>)"), 1u);
     EXPECT_TRUE(has(page, R"(PIDs <b>3</b> of 8 <span class="note">(5 by the engine&apos;s count)</span>)"));
-    EXPECT_TRUE(has(page, R"(Transcoders <b>1</b> of 2 <span class="note">(0 with HD)</span>)"));
+    EXPECT_TRUE(has(page, R"(Transcoders <b>1</b> of 2 <span class="note">(limit 0 with HD)</span>)"));
     EXPECT_TRUE(has(page, "AUX transcoders <b>0</b> of 1<"));
     EXPECT_TRUE(has(page, "<span>Input 2</span><span class=\"note\">free</span>"));
     EXPECT_TRUE(has(page, "<span>stream 1/1001</span><span class=\"note\">4 services, 16,400 kbit/s</span>"));

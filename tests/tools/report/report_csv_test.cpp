@@ -34,6 +34,18 @@ TEST(CsvReport, OneOfEverything) {
             "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.\r\n");
 }
 
+TEST(CsvReport, AServiceOnAnInputThatIsNeitherPlacedNorLeftOutHasOneLine) {
+    Result result = result_with_everything();
+    ServiceResult lost = result.modules.at(0).inputs.at(0).services.at(2);
+    lost.reason = "Lost.";
+    result.neither = {lost};
+    const std::string table = csv_report(result);
+    EXPECT_NE(table.find("no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,Lost.\r\n"),
+              std::string::npos)
+        << table;
+    EXPECT_EQ(table.find("no,,,,8,"), std::string::npos);
+}
+
 TEST(CsvReport, AServiceWithoutInput) {
     Result result = result_with_everything();
     result.modules.at(0).outputs = {{3, 0, 0, 0, 512, result.modules.at(0).without_input}};

@@ -84,6 +84,7 @@ std::string left_out(const std::vector<std::string>& reasons, int width) {
     StreamResult stream{{1, 1002}, {}};
     for (const std::string& reason : reasons) {
         ServiceResult service;
+        service.stream = stream.stream;
         service.name = service.output_name = "Canal";
         service.reason = reason;
         stream.services.push_back(service);
@@ -102,6 +103,15 @@ TEST(TextReport, AReasonStandsUnderItsService) {
               canal + "           No room.\n" + canal + "           No PIDs.\n" + canal);
     EXPECT_EQ(left_out({"No room at all on any of the outputs."}, 42),
               canal + "           No room at all on any of the\n             outputs.\n");
+}
+
+TEST(TextReport, AStreamThatIsNotThatOfTheHeadingIsTold) {
+    Result result = result_with_everything();
+    result.modules[0].inputs[0].services[0].stream = {7, 8};
+    result.left_out[0].services[0].stream = {7, 9};
+    const std::string text = text_report(result);
+    EXPECT_NE(text.find("→ output 1      stream 7/8\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("scrambled, 1 CA PID, stream 7/9\n"), std::string::npos) << text;
 }
 
 TEST(TextReport, AReasonThatAllShareStandsOnce) {

@@ -68,15 +68,16 @@ std::string audit_of(const Explainer& explainer, bool is_whole, const TextStyle&
 void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
     if (services.empty())
         write(paragraph_text("No service is left out.", 0, Paint::none, style));
-    bool any_left_out = false;
+    bool any_unplaced = false;
     const char* before = "";
     for (const auto& service : services) {
         const Explanation explanation = explainer.explain(service);
-        any_left_out = any_left_out || explanation.standing == Standing::left_out;
+        any_unplaced = any_unplaced || (explanation.standing != Standing::placed &&
+                                        explanation.standing != Standing::attached);
         write(before + explanation_text(explanation, style));
         before = "\n";
     }
-    if (any_left_out)
+    if (any_unplaced)
         write("\n" + paragraph_text(what_if, 0, Paint::none, style));
 }
 
@@ -122,7 +123,7 @@ void add_explain(CLI::App& app) {
     explain
         ->add_option("--service", options->services,
                      "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
-                     "several times. Without it, all that are left out")
+                     "several times. Without it, all that are on no output")
         ->type_name("KEY")
         ->allow_extra_args(false);
     explain->add_flag("--json", options->json, "Answer as JSON");

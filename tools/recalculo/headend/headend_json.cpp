@@ -266,8 +266,7 @@ Headend read_headend(const std::string& file, const std::string& text) {
     return headend_of(file, parse_json(file, text));
 }
 
-/// Tells of files that are easily taken for a head-end.
-static void check_kind(const std::string& file, const nlohmann::json& document) {
+void check_kind(const std::string& file, const nlohmann::json& document) {
     const char* kind = nullptr;
     if (document.is_object() && document.count("summary") != 0)
         kind = "a result, which `recalculo run --json` writes";

@@ -16,6 +16,9 @@ namespace zarven::tool {
 /// Throws `Failure`.
 Headend read_headend(const std::string& file, const std::string& text);
 
+/// Complains of a document of another kind that is easily taken for a head-end. Throws `Failure`.
+void check_kind(const std::string& file, const nlohmann::json& document);
+
 /// The same from a document that has been parsed.
 Headend headend_of(const std::string& file, const nlohmann::json& document);
 

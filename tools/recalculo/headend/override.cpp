@@ -200,6 +200,7 @@ bool is_about(const std::string& complaint, const std::string& file, const json:
 Headend read_headend(const std::string& file, const std::string& text,
                      const std::vector<std::string>& settings) {
     json document = parse_json(file, text);
+    check_kind(file, document);
     std::vector<Change> changes;
     for (const std::string& setting : settings)
         changes.push_back(apply(read_setting(setting), file, document));

@@ -53,6 +53,7 @@ public:
             inputs_ += refusal.inputs;
             receiving_ += refusal.inputs_receiving.empty() ? 0 : 1;
             with_input_ += has_input(refusal) ? 1 : 0;
+            some_input_is_free_ = some_input_is_free_ || !refusal.inputs_free.empty();
             some_has_room_ = some_has_room_ || refusal.room.limit == Limit::none;
         }
     }
@@ -79,6 +80,7 @@ private:
     std::size_t receiving_ = 0;
     std::size_t with_input_ = 0;
     bool some_has_room_ = false;
+    bool some_input_is_free_ = false;
 };
 
 std::string Sentence::text() const {
@@ -101,6 +103,10 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
     if (refusal.inputs_receiving.empty())
         return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
                            refusal.mac);
+    if (service_.Transcoding != 0 && some_input_is_free_)
+        return fmt::format("It needs transcoding: the engine fills inputs without such services, and tops up "
+                           "modules with them when no input is free; module {} receives {} and has room.",
+                           refusal.mac, stream_text(service_));
     return fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
                        refusal.mac, stream_text(service_));
 }

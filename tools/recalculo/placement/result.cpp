@@ -212,7 +212,7 @@ TranscoderPool transcoder_pool(const ModuleResult& module) {
     if (hd.used != 0)
         pool.note = fmt::format("{} SD, {} HD", sd.used, hd.used);
     else if (hd.max != sd.max)
-        pool.note = fmt::format("{} with HD", hd.max);
+        pool.note = fmt::format("limit {} with HD", hd.max);
     return pool;
 }
 

@@ -82,7 +82,7 @@ struct ModuleResult {
 struct TranscoderPool {
     std::uint32_t used = 0;
     std::uint32_t max = 0;
-    /// "1 SD, 1 HD" where HD ones are in use; "2 with HD" where the limit will then be another.
+    /// "1 SD, 1 HD" where HD ones are in use; "limit 2 with HD" where it will then be another.
     std::string note;
 };
 

@@ -73,7 +73,7 @@ char lower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// Whatever the case of Latin letters.
+/// Whatever the case of the letters A to Z.
 bool contains(const std::string& text, const std::string& part) {
     const auto is_same = [](char one, char other) { return lower(one) == lower(other); };
     return std::search(text.begin(), text.end(), part.begin(), part.end(), is_same) != text.end();
@@ -86,41 +86,67 @@ std::string similar_names(const std::set<std::string>& names, const std::string&
     constexpr std::size_t least_letters = 3; // fewer are in many names
     std::vector<std::string> similar;
     for (const std::string& other : names)
-        if (name.size() >= least_letters && contains(other, name) && similar.size() < most)
+        if (name.size() >= least_letters && contains(other, name))
             similar.push_back(other);
     if (similar.empty())
         return did_you_mean(name, {names.begin(), names.end()});
-    return fmt::format("; did you mean \"{}\"?", fmt::join(similar, "\" or \""));
+    const std::size_t told = std::min(similar.size(), most);
+    const std::string rest = similar.size() == told ? "" : fmt::format(", or {} more", similar.size() - told);
+    return fmt::format(
+        "; did you mean \"{}\"{}?",
+        fmt::join(similar.begin(), similar.begin() + static_cast<std::ptrdiff_t>(told), "\" or \""), rest);
 }
 
-[[noreturn]] void complain(const ServiceQuery& query, const tRecalculo& engine, const std::string& file) {
+/// The loaded services and their clones.
+Services all_of(const EngineRun& run) {
+    Services all = run.engine.listaServicios;
+    all.insert(all.end(), run.clones.begin(), run.clones.end());
+    return all;
+}
+
+[[noreturn]] void complain(const ServiceQuery& query, const EngineRun& run, const std::string& file) {
     std::set<std::uint16_t> lcns;
     std::set<std::string> names;
     std::set<Stream> streams;
-    for (const auto& service : engine.listaServicios) {
+    for (const auto& service : all_of(run)) {
         lcns.insert(service->LCN);
-        names.insert(service->NombreEntrada);
+        names.insert({service->NombreEntrada, service->NombreSalida});
         if (matches(*service, {query.text, query.lcn, query.name, std::nullopt}))
             streams.insert(stream_of(*service));
     }
     const std::string has_it =
         query.lcn ? fmt::format("has the LCN {}", *query.lcn) : fmt::format("is called \"{}\"", query.name);
     const std::string asked = fmt::format("{}: --service {}: no service ", file, query.text);
-    if (streams.empty() && query.lcn)
-        throw Failure(fmt::format("{}{}; {}", asked, has_it, nearest_lcns(lcns, *query.lcn)));
-    if (streams.empty()) {
-        const std::string similar = similar_names(names, query.name);
-        throw Failure(asked + has_it +
-                      (similar.empty()
-                           ? "; expected an LCN up to 65535 or a name, and @ONID/TSID behind it for "
-                             "one stream only, as in 25@1/1007"
-                           : similar));
+    if (!streams.empty()) {
+        std::vector<std::string> others;
+        for (const Stream stream : streams)
+            others.push_back(to_string(stream));
+        throw Failure(fmt::format("{}of stream {} {}; it is in stream {}", asked, to_string(*query.stream),
+                                  has_it, fmt::join(others, ", ")));
     }
-    std::vector<std::string> others;
-    for (const Stream stream : streams)
-        others.push_back(to_string(stream));
-    throw Failure(fmt::format("{}of stream {} {}; it is in stream {}", asked, to_string(*query.stream),
-                              has_it, fmt::join(others, ", ")));
+    if (query.lcn)
+        throw Failure(fmt::format("{}{}; {}", asked, has_it, nearest_lcns(lcns, *query.lcn)));
+    const std::string similar = similar_names(names, query.name);
+    throw Failure(asked + has_it +
+                  (similar.empty()
+                       ? "; expected an LCN up to 65535 or a whole name, and @ONID/TSID behind it for "
+                         "one stream only, as in 25@1/1007"
+                       : similar));
+}
+
+/// In the order of loading, each followed by its clones.
+Services matching(const ServiceQuery& query, const EngineRun& run) {
+    Services found;
+    for (const auto& service : run.engine.listaServicios) {
+        const bool is_asked_for = matches(*service, query);
+        if (is_asked_for)
+            found.push_back(service);
+        for (const auto& clone : run.clones)
+            if (clone->LCN == service->LCN && stream_of(*clone) == stream_of(*service) &&
+                (is_asked_for || matches(*clone, query)))
+                found.push_back(clone);
+    }
+    return found;
 }
 
 } // namespace
@@ -142,19 +168,15 @@ ServiceQuery parse_service_query(const std::string& text) {
 }
 
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file) {
-    Services found;
-    for (const auto& service : run.engine.listaServicios) {
-        const bool is_asked_for = matches(*service, query);
-        if (is_asked_for)
-            found.push_back(service);
-        for (const auto& clone : run.clones)
-            if (clone->LCN == service->LCN && stream_of(*clone) == stream_of(*service) &&
-                (is_asked_for || matches(*clone, query)))
-                found.push_back(clone);
+    // A name may look like a number, or end like one with a stream.
+    const ServiceQuery by_name{query.text, std::nullopt, query.name, query.stream};
+    const ServiceQuery by_text{query.text, std::nullopt, query.text, std::nullopt};
+    for (const ServiceQuery& reading : {query, by_name, by_text}) {
+        Services found = matching(reading, run);
+        if (!found.empty())
+            return found;
     }
-    if (found.empty())
-        complain(query, run.engine, file);
-    return found;
+    complain(query, run, file);
 }
 
 } // namespace zarven::tool

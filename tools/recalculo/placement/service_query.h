@@ -25,7 +25,8 @@ struct ServiceQuery {
 ServiceQuery parse_service_query(const std::string& text);
 
 /// The loaded services that are asked for, in the order of loading, each followed by its clones; of a name
-/// also a clone that alone has it. Throws `Failure` if there is none; `file` is for messages.
+/// also a clone that alone has it. A number that is no LCN is read as a name, and so is in the end the whole
+/// text. Throws `Failure` if there is none; `file` is for messages.
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file);
 
 } // namespace zarven::tool

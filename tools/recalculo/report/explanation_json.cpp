@@ -71,6 +71,7 @@ static void to_json(ordered_json& json, const ModuleAnswer& answer) {
         json["output"] = room.output;
     json["pids"] = {{"used", room.pids_used}, {"max", room.pids_max}, {"short_by", room.pids_short_by}};
     json["transcoders"] = {{"used", room.transcoders_used}, {"max", room.transcoders_max}};
+    json["could_ever"] = refusal.could_ever;
     json["engine_has_room"] = answer.engine_has_room;
     json["engine_agrees"] = answer.engine_agrees();
 }

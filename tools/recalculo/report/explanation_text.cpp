@@ -65,6 +65,12 @@ std::string verdict_of_limit(const ModuleRefusal& refusal, const ServiceResult& 
     return "has room";
 }
 
+/// Freeing something would help in such a case, if the module is large enough.
+bool is_about_room(Limit limit) {
+    return limit == Limit::service_count || limit == Limit::bitrate || limit == Limit::pids ||
+           limit == Limit::transcoders;
+}
+
 /// `figures` stand behind the words.
 std::string verdict(const ModuleAnswer& answer, const ServiceResult& service, const std::string& figures) {
     const ModuleRefusal& refusal = answer.refusal;
@@ -73,6 +79,9 @@ std::string verdict(const ModuleAnswer& answer, const ServiceResult& service, co
         words = fmt::format("carries it on output {}", fmt::join(refusal.carried_on, ", "));
     else if (!figures.empty())
         words += fmt::format(" ({})", figures);
+    if (refusal.carried_on.empty() && !refusal.could_ever && is_about_room(refusal.limit) &&
+        refusal.room.can_be_freed(service.ca_pids))
+        words += "; too small even when empty";
     if (!answer.engine_agrees())
         words += answer.engine_has_room ? "; but the engine finds room" : "; but the engine finds no room";
     return words;

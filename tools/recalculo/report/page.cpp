@@ -189,6 +189,8 @@ list Page::tiles() const {
         tile("Left out", grouped(counts.left_out),
              result_.left_out.empty() ? "" : "in " + counted(result_.left_out.size(), "stream", "streams"),
              share_text(counts.left_out, counts.loaded)));
+    if (counts.neither != 0)
+        tiles.push_back(tile("Neither", grouped(counts.neither), "placed nor left out", false));
     tiles.push_back(tile("Inputs in use", grouped(inputs.tuned), of(inputs.all, ""),
                          share_text(inputs.tuned, inputs.all)));
     tiles.push_back(

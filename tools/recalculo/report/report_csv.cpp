@@ -4,6 +4,8 @@
 #include "report/report_csv.h"
 
 #include <map>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -44,40 +46,62 @@ std::string line(const Place& place, const ServiceResult& service) {
                        quoted(service.reason));
 }
 
-std::string lines_of(const ModuleResult& module) {
-    std::string lines;
+class Table {
+public:
+    explicit Table(const Result& result) {
+        for (const ServiceResult& service : result.neither)
+            lost_.emplace(key_of(service), &service);
+        for (const ModuleResult& module : result.modules)
+            write(module);
+        for (const StreamResult& stream : result.left_out)
+            write(stream.services);
+        write(result.clones_waiting);
+        for (const auto& [key, service] : lost_)
+            lines_ += line({}, *service);
+    }
+
+    std::string lines() && { return std::move(lines_); }
+
+private:
+    void write(const ModuleResult& module);
+    void write(const std::vector<ServiceResult>& services) {
+        for (const ServiceResult& service : services)
+            lines_ += line({}, service);
+    }
+
+    /// Those neither placed nor left out that have no line yet.
+    std::map<ServiceKey, const ServiceResult*> lost_;
+    std::string lines_;
+};
+
+void Table::write(const ModuleResult& module) {
     std::map<ServiceKey, std::string> input_of;
     for (const InputResult& input : module.inputs)
         for (const ServiceResult& service : input.services) {
             const std::string number = fmt::format("{}", input.number);
             input_of.emplace(key_of(service), number);
-            if (service.outputs.empty())
-                lines += line({module.mac, number, ""}, service);
+            if (!service.outputs.empty())
+                continue;
+            const auto lost = lost_.find(key_of(service));
+            lines_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
+            if (lost != lost_.end())
+                lost_.erase(lost);
         }
     for (const OutputResult& output : module.outputs)
         for (const ServiceResult& service : output.services) {
             const auto input = input_of.find(key_of(service));
-            lines += line(
+            lines_ += line(
                 {module.mac, input == input_of.end() ? "" : input->second, fmt::format("{}", output.number)},
                 service);
         }
-    return lines;
 }
 
 } // namespace
 
 std::string csv_report(const Result& result) {
-    std::string table = "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
-                        "scrambled,ca_pids,transcoded,clone,reason\r\n";
-    for (const ModuleResult& module : result.modules)
-        table += lines_of(module);
-    for (const StreamResult& stream : result.left_out)
-        for (const ServiceResult& service : stream.services)
-            table += line({}, service);
-    for (const auto* services : {&result.clones_waiting, &result.neither})
-        for (const ServiceResult& service : *services)
-            table += line({}, service);
-    return table;
+    return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
+           "transcoded,clone,reason\r\n" +
+           Table(result).lines();
 }
 
 } // namespace zarven::tool

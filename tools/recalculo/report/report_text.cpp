@@ -66,9 +66,12 @@ std::vector<Column> output_columns() {
     return {number, bar, load, percentage, services};
 }
 
-/// The marks with the name that viewers see, if that is another.
-std::string marks_text(const ServiceResult& service, const TextStyle& style) {
+/// The marks with the stream, if that is not the one under which the service is listed, and with the name
+/// that viewers see, if that is another.
+std::string marks_text(const ServiceResult& service, const Stream* listed_under, const TextStyle& style) {
     std::vector<std::string> marks = marks_of(service);
+    if (listed_under != nullptr && *listed_under != service.stream)
+        marks.push_back("stream " + to_string(service.stream));
     if (service.output_name != service.name)
         marks.push_back(fmt::format("sent as \"{}\"", shown(service.output_name, style)));
     return fmt::format("{}", fmt::join(marks, ", "));
@@ -80,9 +83,10 @@ Cell outputs_of(const ServiceResult& service, const TextStyle& style) {
     return fmt::format("{} output {}", symbols_of(style).arrow, fmt::join(service.outputs, ", "));
 }
 
-Row row_of(const ServiceResult& service, const Cell& place, const TextStyle& style) {
+Row row_of(const ServiceResult& service, const Cell& place, const Stream* listed_under,
+           const TextStyle& style) {
     return {std::to_string(service.lcn), shown(service.name, style),
-            fmt::format("{} kbit/s", service.bitrate), place, marks_text(service, style)};
+            fmt::format("{} kbit/s", service.bitrate), place, marks_text(service, listed_under, style)};
 }
 
 /// A bar that is empty only for nothing and full only for all.
@@ -161,13 +165,13 @@ public:
     }
 
 private:
-    void measure(const ServiceResult& service, const Cell& place, Table& table);
+    void measure(const ServiceResult& service, const Cell& place, const Stream* listed_under, Table& table);
     void measure_services();
     void measure_outputs();
     void write(const ModuleResult& module);
     void write(const InputResult& input);
     void write(const StreamResult& stream);
-    void write(const ServiceResult& service, const Cell& place);
+    void write(const ServiceResult& service, const Cell& place, const Stream* listed_under);
     void write_left_out();
     void write_without_place(const std::string& title, const std::vector<ServiceResult>& services);
     void write_warnings();
@@ -191,8 +195,9 @@ private:
 };
 
 /// Has both tables of services widened by what they share, and one of them by all of the row.
-void Report::measure(const ServiceResult& service, const Cell& place, Table& table) {
-    const Row row = tool::row_of(service, place, style_);
+void Report::measure(const ServiceResult& service, const Cell& place, const Stream* listed_under,
+                     Table& table) {
+    const Row row = tool::row_of(service, place, listed_under, style_);
     const Row shared(row.begin(), row.begin() + place_column);
     services_.measure(shared);
     left_out_.measure(shared);
@@ -203,16 +208,16 @@ void Report::measure_services() {
     for (const ModuleResult& module : result_.modules) {
         for (const InputResult& input : module.inputs)
             for (const ServiceResult& service : input.services)
-                measure(service, place_of(service), services_);
+                measure(service, place_of(service), &input.stream, services_);
         for (const ServiceResult& service : module.without_input)
-            measure(service, place_of(service), services_);
+            measure(service, place_of(service), nullptr, services_);
     }
     for (const StreamResult& stream : result_.left_out)
         for (const ServiceResult& service : stream.services)
-            measure(service, {}, left_out_);
+            measure(service, {}, &stream.stream, left_out_);
     for (const auto* services : {&result_.clones_waiting, &result_.neither})
         for (const ServiceResult& service : *services)
-            measure(service, stream_of(service), services_);
+            measure(service, stream_of(service), nullptr, services_);
     services_.fit();
     left_out_.fit();
 }
@@ -252,7 +257,7 @@ void Report::write(const ModuleResult& module) {
     if (!module.without_input.empty()) {
         paragraph(2, joined({"On no input", counted(module.without_input.size(), "service")}), Paint::yellow);
         for (const ServiceResult& service : module.without_input)
-            write(service, place_of(service));
+            write(service, place_of(service), nullptr);
     }
     for (const OutputResult& output : module.outputs)
         text_ += outputs_.lines(row_of(output, outputs_.width(bar_column)));
@@ -269,11 +274,11 @@ void Report::write(const InputResult& input) {
         2, joined({number, "stream " + to_string(input.stream), counted(input.services.size(), "service")}),
         Paint::bold);
     for (const ServiceResult& service : input.services)
-        write(service, place_of(service));
+        write(service, place_of(service), &input.stream);
 }
 
-void Report::write(const ServiceResult& service, const Cell& place) {
-    text_ += services_.lines(tool::row_of(service, place, style_));
+void Report::write(const ServiceResult& service, const Cell& place, const Stream* listed_under) {
+    text_ += services_.lines(tool::row_of(service, place, listed_under, style_));
 }
 
 void Report::write(const StreamResult& stream) {
@@ -283,7 +288,7 @@ void Report::write(const StreamResult& stream) {
     if (!common.empty())
         paragraph(service_indent, shown(common, style_));
     for (const ServiceResult& service : stream.services) {
-        text_ += left_out_.lines(tool::row_of(service, {}, style_));
+        text_ += left_out_.lines(tool::row_of(service, {}, &stream.stream, style_));
         if (common.empty() && !service.reason.empty())
             paragraph(left_out_.begin(name_column), shown(service.reason, style_));
     }
@@ -306,7 +311,7 @@ void Report::write_without_place(const std::string& title, const std::vector<Ser
         return;
     paragraph(0, fmt::format("{}: {}", title, services.size()), Paint::red);
     for (const ServiceResult& service : services) {
-        write(service, stream_of(service));
+        write(service, stream_of(service), nullptr);
         if (!service.reason.empty())
             paragraph(services_.begin(name_column), shown(service.reason, style_));
     }
