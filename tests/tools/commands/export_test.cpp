@@ -25,6 +25,14 @@ TEST_F(CommandLine, ExportWritesAChannelList) {
     EXPECT_EQ(json::parse(again.out).at("services").at(0).at("name"), "Canal Uno");
 }
 
+TEST_F(CommandLine, ExportTellsWhatIsNeitherPlacedNorLeftOut) {
+    const std::string result = run("run --json " RECALCULO_TOOL_TESTS "/placement/failed_exchange.json").out;
+    EXPECT_EQ(
+        run("export - --format channels.conf", result).err,
+        "standard input: 5 channels written, 0 of them renamed; not written: 1 left out, 1 neither placed nor "
+        "left out\n");
+}
+
 TEST_F(CommandLine, ExportWritesATable) {
     const std::string result = run("run " + small + " --json").out;
     const Outcome outcome = run("export - --format csv -o " + file("table.csv"), result);

@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/streams.h"
 #include "failure_message.h"
+#include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/made_services.h"
 
@@ -236,6 +238,21 @@ TEST(Sizing, Transcoders) {
     headend.services[1].video_format = headend.services[2].video_format = 4;
     headend.modules[0].sd_transcoders = 1;
     EXPECT_EQ(only_raise(size(headend, plain)), "modules[0].hd_transcoders=2");
+}
+
+TEST(Sizing, TheAuditOfEachRun) {
+    const std::string path = RECALCULO_TOOL_TESTS "/placement/left_out_elsewhere.json";
+    const Sizing sizing = size(read_headend(path, read_text(path)), plain, 1);
+    EXPECT_EQ(sizing.warnings.size(), 1u);
+    ASSERT_EQ(sizing.addition.attempts.size(), 2u);
+    EXPECT_EQ(sizing.addition.attempts[0].findings, 1u);
+    // The first HD transcoding is let in under the limit for SD.
+    Headend headend = one_module({light(1, 10), light(2, 10, 1, 0, 1)});
+    headend.services[1].video_format = 4;
+    const Sizing with_raise = size(headend, plain);
+    EXPECT_TRUE(with_raise.warnings.empty());
+    EXPECT_EQ(only_raise(with_raise), "modules[0].sd_transcoders=1");
+    EXPECT_EQ(with_raise.raises[0].findings, 1u);
 }
 
 TEST(Sizing, TheModuleOnWhichItHelpsMost) {

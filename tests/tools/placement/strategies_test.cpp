@@ -286,6 +286,13 @@ TEST_F(StrategiesAndDriver, TheKeptStrategyIsTheDriversResult) {
     EXPECT_GT(findings, 0u);
 }
 
+TEST_F(StrategiesAndDriver, WhatAStrategyHasLost) {
+    const std::string path = RECALCULO_TOOL_TESTS "/placement/failed_exchange.json";
+    const Strategies strategies = compare(read_headend(path, read_text(path)));
+    for (std::size_t index = 0; index < strategy_count; ++index)
+        EXPECT_EQ(strategies.list[index].neither, strategies.list[index].name == "MIN" ? 1u : 0u) << index;
+}
+
 TEST_F(StrategiesAndDriver, OnTheExamples) {
     for (const std::string name : {"small", "medium"}) {
         const std::string path = RECALCULO_EXAMPLES "/" + name + ".json";

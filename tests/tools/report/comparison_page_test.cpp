@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "report/comparison_fixture.h"
 #include "report/page_text.h"
 
 namespace zarven::tool {
@@ -11,18 +12,6 @@ namespace {
 
 std::string body_of(const Comparison& comparison) {
     return body_of_page(comparison_page(comparison, {"old.json", "new.json"}));
-}
-
-ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Place> before,
-                     std::vector<Place> after) {
-    ServiceChange made;
-    made.service.stream = {1, 1001};
-    made.service.lcn = lcn;
-    made.service.name = name;
-    made.service.bitrate = 4200;
-    made.before = std::move(before);
-    made.after = std::move(after);
-    return made;
 }
 
 Comparison a_comparison() {

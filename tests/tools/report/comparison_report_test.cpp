@@ -6,22 +6,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "report/comparison_fixture.h"
 #include "report/fitting.h"
 
 namespace zarven::tool {
 namespace {
-
-ServiceChange change(std::uint16_t lcn, const std::string& name, std::vector<Place> before,
-                     std::vector<Place> after) {
-    ServiceChange made;
-    made.service.stream = {1, 1001};
-    made.service.lcn = lcn;
-    made.service.sid = static_cast<std::uint16_t>(100 + lcn);
-    made.service.name = name;
-    made.before = std::move(before);
-    made.after = std::move(after);
-    return made;
-}
 
 Comparison a_comparison() {
     Comparison comparison;

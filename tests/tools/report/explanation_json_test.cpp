@@ -59,6 +59,7 @@ TEST(ExplanationJson, EveryLimitHasAName) {
                                         "no_output", "service_count", "bitrate", "bitrate", "bitrate", "pids",
                                         "pids", "transcoders", "transcoders", "pids", "none"}));
     EXPECT_FALSE(json.at("modules").at(14).at("engine_agrees"));
+    EXPECT_FALSE(json.at("modules").at(8).at("could_ever"));
     EXPECT_EQ(json.at("modules").at(5).count("output"), 0u);
     EXPECT_EQ(json.at("modules").at(6).count("output"), 0u);
 }

@@ -16,11 +16,12 @@ namespace zarven::tool {
 /// Throws `Failure`.
 Headend read_headend(const std::string& file, const std::string& text);
 
-/// Complains of a document of another kind that is easily taken for a head-end. Throws `Failure`.
-void check_kind(const std::string& file, const nlohmann::json& document);
-
 /// The same from a document that has been parsed.
 Headend headend_of(const std::string& file, const nlohmann::json& document);
+
+/// Complains of a document of another kind that is easily taken for a head-end, as `headend_of` does first.
+/// Throws `Failure`.
+void check_kind(const std::string& file, const nlohmann::json& document);
 
 /// Reads the text of a file that tells one module: a head-end with just one, or the object of a module, which
 /// may do without MAC. Throws `Failure`.

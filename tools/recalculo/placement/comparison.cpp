@@ -147,12 +147,11 @@ template <class Key> void Comparing::match(Services& before, Services& after, Ke
 }
 
 void Comparing::sort_in(const PlacedService* before, const PlacedService* after) {
-    ServiceChange change;
-    change.service = (after != nullptr ? after : before)->service;
-    change.before = before != nullptr ? before->places : std::vector<Place>();
-    change.after = after != nullptr ? after->places : std::vector<Place>();
-    change.absence_before = before != nullptr ? before->absence : Absence::not_there;
-    change.absence_after = after != nullptr ? after->absence : Absence::not_there;
+    const PlacedService nowhere{{}, {}, Absence::not_there};
+    const PlacedService& was = before != nullptr ? *before : nowhere;
+    const PlacedService& is = after != nullptr ? *after : nowhere;
+    ServiceChange change{(after != nullptr ? is : was).service, was.places, is.places, was.absence,
+                         is.absence};
     if (change.before.empty() && change.after.empty())
         ++comparison_.never_placed;
     else if (change.before.empty())

@@ -65,7 +65,6 @@ private:
     const EngineRun& run_;
     Result result_;
     const ServiceSet clones_;
-    ServiceSet left_out_;
     /// On some output, clones too.
     ServiceSet on_outputs_;
 };
@@ -142,7 +141,6 @@ void Gathering::gather_left_out(Reasons reasons) {
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
-                left_out_.insert(service.get());
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
                 if (state)
                     result.services.back().reason = reason_left_out(*state, *service);
@@ -177,7 +175,7 @@ std::size_t Gathering::number_of(const ServiceSet& services, bool are_clones) co
 void Gathering::count() {
     Counts& counts = result_.counts;
     counts.loaded = run_.engine.listaServicios.size();
-    counts.left_out = left_out_.size();
+    counts.left_out = left_out_of(run_).size();
     counts.placed = number_of(on_outputs_, false);
     counts.neither = static_cast<std::size_t>(
         std::count_if(result_.neither.begin(), result_.neither.end(),

@@ -34,8 +34,7 @@ Services left_out_of(const EngineRun& run) {
 
 Services neither_of(const EngineRun& run) {
     ServiceSet known = set_of(left_out_of(run));
-    for (const auto& clone : run.engine.listaServiciosClonados)
-        known.insert(clone.get());
+    known.merge(set_of(run.engine.listaServiciosClonados));
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
         known.merge(services_on_outputs(module));
     Services services;

@@ -11,6 +11,7 @@
 
 #include "base/counted.h"
 #include "report/service_marks.h"
+#include "report/summary_text.h"
 #include "report/table.h"
 
 namespace zarven::tool {
@@ -207,7 +208,7 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
     if (explanation.unlisted != 0)
         text += unlisted_text(explanation, style);
     for (const std::string& warning : explanation.warnings)
-        text += paragraph_text("Warning: " + shown(warning, style), indent, Paint::yellow, style);
+        text += warning_text(warning, indent, style);
     return text;
 }
 

@@ -46,9 +46,10 @@ std::string line(const Place& place, const ServiceResult& service) {
                        quoted(service.reason));
 }
 
-class Table {
+/// The lines of a result.
+class Lines {
 public:
-    explicit Table(const Result& result) {
+    explicit Lines(const Result& result) {
         for (const ServiceResult& service : result.neither)
             lost_.emplace(key_of(service), &service);
         for (const ModuleResult& module : result.modules)
@@ -57,24 +58,24 @@ public:
             write(stream.services);
         write(result.clones_waiting);
         for (const auto& [key, service] : lost_)
-            lines_ += line({}, *service);
+            text_ += line({}, *service);
     }
 
-    std::string lines() && { return std::move(lines_); }
+    std::string text() && { return std::move(text_); }
 
 private:
     void write(const ModuleResult& module);
     void write(const std::vector<ServiceResult>& services) {
         for (const ServiceResult& service : services)
-            lines_ += line({}, service);
+            text_ += line({}, service);
     }
 
     /// Those neither placed nor left out that have no line yet.
     std::map<ServiceKey, const ServiceResult*> lost_;
-    std::string lines_;
+    std::string text_;
 };
 
-void Table::write(const ModuleResult& module) {
+void Lines::write(const ModuleResult& module) {
     std::map<ServiceKey, std::string> input_of;
     for (const InputResult& input : module.inputs)
         for (const ServiceResult& service : input.services) {
@@ -83,14 +84,14 @@ void Table::write(const ModuleResult& module) {
             if (!service.outputs.empty())
                 continue;
             const auto lost = lost_.find(key_of(service));
-            lines_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
+            text_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
             if (lost != lost_.end())
                 lost_.erase(lost);
         }
     for (const OutputResult& output : module.outputs)
         for (const ServiceResult& service : output.services) {
             const auto input = input_of.find(key_of(service));
-            lines_ += line(
+            text_ += line(
                 {module.mac, input == input_of.end() ? "" : input->second, fmt::format("{}", output.number)},
                 service);
         }
@@ -101,7 +102,7 @@ void Table::write(const ModuleResult& module) {
 std::string csv_report(const Result& result) {
     return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
            "transcoded,clone,reason\r\n" +
-           Table(result).lines();
+           Lines(result).text();
 }
 
 } // namespace zarven::tool

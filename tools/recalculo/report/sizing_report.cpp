@@ -106,6 +106,11 @@ bool is_same_outcome(const Attempt& one, const Attempt& other) {
 
 /// One line for a row of numbers with the same outcome.
 std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
+    std::vector<Column> columns = {figures("more", 10), figures("placed", 8), figures("left out", 8)};
+    const bool any_findings = std::any_of(attempts.begin(), attempts.end(),
+                                          [](const Attempt& attempt) { return attempt.findings != 0; });
+    if (any_findings)
+        columns.push_back(figures("audit", 6));
     std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
         const Attempt& attempt = attempts[first];
@@ -115,17 +120,11 @@ std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle&
         const std::size_t last = attempts[next - 1].number;
         rows.push_back(
             {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
-             std::to_string(attempt.placed), std::to_string(attempt.left_out),
-             std::to_string(attempt.findings)});
+             std::to_string(attempt.placed), std::to_string(attempt.left_out)});
+        if (any_findings)
+            rows.back().emplace_back(std::to_string(attempt.findings));
         first = next;
     }
-    std::vector<Column> columns = {figures("more", 10), figures("placed", 8), figures("left out", 8)};
-    const auto has_findings = [](const Attempt& attempt) { return attempt.findings != 0; };
-    if (std::any_of(attempts.begin(), attempts.end(), has_findings))
-        columns.push_back(figures("audit", 6));
-    else
-        for (Row& row : rows)
-            row.pop_back();
     return table_text(std::move(columns), rows, indent, style);
 }
 

@@ -16,6 +16,10 @@ std::string audit_in_figures(std::size_t findings) {
     return findings == 0 ? "" : "; audit: " + counted(findings, "finding");
 }
 
+std::string warning_text(const std::string& warning, int indent, const TextStyle& style) {
+    return paragraph_text("Warning: " + shown(warning, style), indent, Paint::yellow, style);
+}
+
 std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
                        const std::string& title) {
     if (warnings.empty())
@@ -23,7 +27,7 @@ std::string audit_text(const std::vector<std::string>& warnings, const TextStyle
     std::string text =
         paragraph_text(title + ": " + counted(warnings.size(), "finding"), 0, Paint::none, style);
     for (const std::string& warning : warnings)
-        text += paragraph_text("Warning: " + shown(warning, style), 0, Paint::yellow, style);
+        text += warning_text(warning, 0, style);
     return text;
 }
 

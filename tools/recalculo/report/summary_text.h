@@ -18,6 +18,9 @@ std::string services_in_figures(const Counts& counts);
 /// For the end of a summary: "; audit: 2 findings", or nothing without findings.
 std::string audit_in_figures(std::size_t findings);
 
+/// One finding, after `indent` blanks.
+std::string warning_text(const std::string& warning, int indent, const TextStyle& style);
+
 /// A heading that begins with `title`, and a line for each finding; empty without findings.
 std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
                        const std::string& title = "Audit");
