@@ -3,6 +3,7 @@
 #include "lineup/channel_import.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <tuple>
@@ -28,15 +29,44 @@ std::uint16_t typical_pids(ChannelKind kind) {
     return kind == ChannelKind::radio ? 1 : 2;
 }
 
+/// The TSIDs that are not taken, as runs: few in a short list, and no steps over the taken ones in a long
+/// list.
+class FreeTsids {
+public:
+    void take(std::uint16_t tsid) {
+        auto run = runs_.upper_bound(tsid);
+        if (run == runs_.begin() || (--run)->second < tsid)
+            return;
+        const auto [first, last] = *run;
+        runs_.erase(run);
+        if (first < tsid)
+            runs_.emplace(first, static_cast<std::uint16_t>(tsid - 1));
+        if (tsid < last)
+            runs_.emplace(static_cast<std::uint16_t>(tsid + 1), last);
+    }
+
+    /// The first that is free from start on, and from 1 on behind the last; 0 when none is.
+    std::uint16_t first_from(std::uint16_t start) const {
+        if (runs_.empty())
+            return 0;
+        const auto behind = runs_.upper_bound(start);
+        if (behind != runs_.begin() && std::prev(behind)->second >= start)
+            return start;
+        return behind == runs_.end() ? runs_.begin()->first : behind->first;
+    }
+
+private:
+    /// First and last of each run. A stream 0/0 would look like no stream.
+    std::map<std::uint16_t, std::uint16_t> runs_{{std::uint16_t{1}, std::uint16_t{65535}}};
+};
+
 /// Gives a TSID, under ONID 0, to each stream that the list tells apart only by where it is received.
 class NamelessStreams {
 public:
     explicit NamelessStreams(const std::vector<Channel>& channels) {
-        for (std::uint32_t tsid = 1; tsid <= 65535; ++tsid) // a stream 0/0 would look like no stream
-            free_.insert(free_.end(), static_cast<std::uint16_t>(tsid));
         for (const Channel& channel : channels)
             if (channel.nid == 0)
-                free_.erase(channel.tid);
+                free_.take(channel.tid);
     }
 
     /// The frequency in the largest unit in which it has 16 bits, or the next number that is free; 0 when
@@ -49,13 +79,10 @@ public:
         std::uint32_t start = channel.frequency;
         while (start > 65535)
             start /= 1000;
-        if (free_.empty())
+        const std::uint16_t tsid = free_.first_from(static_cast<std::uint16_t>(start));
+        if (tsid == 0)
             return 0;
-        auto next = free_.lower_bound(static_cast<std::uint16_t>(start));
-        if (next == free_.end())
-            next = free_.begin();
-        const std::uint16_t tsid = *next;
-        free_.erase(next);
+        free_.take(tsid);
         tsids_.emplace(key, tsid);
         return tsid;
     }
@@ -63,8 +90,7 @@ public:
     std::size_t size() const { return tsids_.size(); }
 
 private:
-    /// A list of many streams would take long to step over the numbers that are taken.
-    std::set<std::uint16_t> free_;
+    FreeTsids free_;
     std::map<std::tuple<std::string, std::uint32_t, char>, std::uint16_t> tsids_;
 };
 
