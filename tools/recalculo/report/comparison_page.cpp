@@ -90,14 +90,14 @@ data changes_entry(const Changes& changes) {
 
 // ---- Inputs, limits and modules -----------------------------------------------------------------------
 
-struct Cell {
+struct PageCell {
     std::string text;
     bool is_number = false;
 };
 
-list cells(const std::vector<Cell>& row, const char* name) {
+list cells(const std::vector<PageCell>& row, const char* name) {
     list entries;
-    for (const Cell& cell : row) {
+    for (const PageCell& cell : row) {
         data entry;
         entry[name] = cell.text;
         entry["is_number"] = cell.is_number;
@@ -109,7 +109,7 @@ list cells(const std::vector<Cell>& row, const char* name) {
 /// A table of modules with further columns, and rows in groups of which none is empty.
 class ModuleTable {
 public:
-    ModuleTable(const char* anchor, const char* title, const char* explanation, std::vector<Cell> columns)
+    ModuleTable(const char* anchor, const char* title, const char* explanation, std::vector<PageCell> columns)
         : anchor_(anchor), title_(title), explanation_(explanation), columns_(std::move(columns)) {}
 
     template <class Entry, class CellsOf>
@@ -154,7 +154,7 @@ private:
     const char* anchor_;
     const char* title_;
     const char* explanation_;
-    std::vector<Cell> columns_;
+    std::vector<PageCell> columns_;
     std::size_t number_ = 0;
     list groups_{};
 };
@@ -166,7 +166,7 @@ std::string stream_or_free(bool is_tuned, Stream stream) {
 ModuleTable inputs_table(const Comparison& comparison) {
     ModuleTable table("inputs", "Inputs", "Inputs that are not tuned as before.",
                       {{"Input", true}, {"Before"}, {"After"}});
-    const auto cells_of = [](const InputChange& change) -> std::vector<Cell> {
+    const auto cells_of = [](const InputChange& change) -> std::vector<PageCell> {
         return {{std::to_string(change.number), true},
                 {stream_or_free(change.was_tuned, change.before)},
                 {stream_or_free(change.is_tuned, change.after)}};
@@ -177,7 +177,7 @@ ModuleTable inputs_table(const Comparison& comparison) {
     return table;
 }
 
-std::string limit_text(const TightLimit& limit) {
+std::string limit_name(const TightLimit& limit) {
     switch (limit.kind) {
     case TightKind::inputs:
         return "Inputs";
@@ -195,8 +195,8 @@ ModuleTable limits_table(const Comparison& comparison) {
         "Limits that became tight or no longer are, with the figures after: an output or a PID budget "
         "is tight from 95 % on, a module's inputs are when none is free.",
         {{"Limit"}, {"In use", true}, {"Of", true}, {"Share", true}});
-    const auto cells_of = [](const TightLimit& limit) -> std::vector<Cell> {
-        return {{limit_text(limit)},
+    const auto cells_of = [](const TightLimit& limit) -> std::vector<PageCell> {
+        return {{limit_name(limit)},
                 {grouped(limit.used), true},
                 {grouped(limit.max), true},
                 {percentage(limit.used, limit.max), true}};
@@ -208,7 +208,7 @@ ModuleTable limits_table(const Comparison& comparison) {
 
 ModuleTable modules_table(const Comparison& comparison) {
     ModuleTable table("modules", "Modules", "Modules that only one side has.", {});
-    const auto no_cells = [](const std::string&) { return std::vector<Cell>(); };
+    const auto no_cells = [](const std::string&) { return std::vector<PageCell>(); };
     table.add("Gone", comparison.modules_gone, no_cells);
     table.add("New", comparison.modules_new, no_cells);
     return table;

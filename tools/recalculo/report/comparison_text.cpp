@@ -15,8 +15,6 @@ namespace zarven::tool {
 
 namespace {
 
-constexpr int indent = 2;
-
 std::string place_text(const Place& place, const TextStyle& style) {
     const std::string input = place.input == 0 ? "no input" : fmt::format("in {}", place.input);
     return fmt::format("{} {} out {}", shown(place.mac, style), input, fmt::join(place.outputs, "+"));
@@ -114,7 +112,7 @@ private:
         std::vector<Row> rows;
         for (const Entry& entry : entries)
             rows.push_back(row_of(entry));
-        text_ += table_text({Column(), facts}, rows, indent, style_);
+        text_ += table_text({Column(), facts}, rows, body_indent, style_);
     }
 
     Row row_of(const ServiceChange& change) const {
@@ -137,7 +135,7 @@ private:
     const Comparison& comparison_;
     const ComparedFiles& files_;
     const TextStyle style_;
-    Table services_{columns_of_services(), indent, style_};
+    Table services_{columns_of_services(), body_indent, style_};
     std::string text_;
 };
 

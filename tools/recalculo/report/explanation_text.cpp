@@ -18,7 +18,6 @@ namespace zarven::tool {
 
 namespace {
 
-constexpr int indent = 2;
 constexpr int table_indent = 4;
 
 /// A transcoding that the engine does not count is no mark of the service, but to be seen.
@@ -202,13 +201,13 @@ std::string unlisted_text(const Explanation& explanation, const TextStyle& style
 
 std::string explanation_text(const Explanation& explanation, const TextStyle& style) {
     std::string text = paragraph_text(heading(explanation, style), 0, Paint::bold, style) +
-                       paragraph_text(shown(explanation.sentence, style), indent, Paint::none, style);
+                       paragraph_text(shown(explanation.sentence, style), body_indent, Paint::none, style);
     if (!explanation.modules.empty())
         text += table(explanation, style);
     if (explanation.unlisted != 0)
         text += unlisted_text(explanation, style);
     for (const std::string& warning : explanation.warnings)
-        text += warning_text(warning, indent, style);
+        text += warning_text(warning, body_indent, style);
     return text;
 }
 

@@ -21,7 +21,6 @@ namespace zarven::tool {
 namespace {
 
 constexpr int service_indent = 4;
-constexpr int output_indent = 2;
 /// More of its bitrate in use deserves a look, in percent.
 constexpr std::uint64_t nearly_full = 90;
 
@@ -188,7 +187,7 @@ private:
     Table services_{service_columns(), service_indent, style_};
     /// The same columns without places, which no service left out has.
     Table left_out_{service_columns(), service_indent, style_};
-    Table outputs_{output_columns(), output_indent, style_};
+    Table outputs_{output_columns(), body_indent, style_};
     /// Digits of the largest bitrate of an output.
     int bitrate_width_ = 1;
     std::string text_;

@@ -13,8 +13,6 @@ using nlohmann::ordered_json;
 
 namespace {
 
-constexpr int indent = 2;
-
 /// These services are those that are or stay left out.
 std::string heading_text(const std::string& title, const std::vector<ServiceResult>& services,
                          const TextStyle& style) {
@@ -60,7 +58,7 @@ std::string services_list(const std::string& title, const std::vector<ServiceRes
                                       fmt::format("{}", fmt::join(marks_of(service), ", "))},
                                      style));
     return heading_text(title, services, style) +
-           table_text(with_identity({bitrate, marks}), rows, indent, style);
+           table_text(with_identity({bitrate, marks}), rows, body_indent, style);
 }
 
 std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services,
@@ -70,7 +68,8 @@ std::string services_with_reasons(const std::string& title, const std::vector<Se
     std::vector<Row> rows;
     for (const ServiceResult& service : services)
         rows.push_back(with_identity(service, {shown(service.reason, style)}, style));
-    return heading_text(title, services, style) + table_text(with_identity({reason}), rows, indent, style);
+    return heading_text(title, services, style) +
+           table_text(with_identity({reason}), rows, body_indent, style);
 }
 
 ordered_json identity_json(const ServiceResult& service) {

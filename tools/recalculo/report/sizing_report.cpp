@@ -20,8 +20,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr int indent = 2;
-
 std::string more_modules(std::size_t number) {
     return counted(number, "more module");
 }
@@ -125,15 +123,15 @@ std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle&
             rows.back().emplace_back(std::to_string(attempt.findings));
         first = next;
     }
-    return table_text(std::move(columns), rows, indent, style);
+    return table_text(std::move(columns), rows, body_indent, style);
 }
 
 std::string addition_text(const Addition& addition, std::size_t most, const TextStyle& style) {
     std::string text = paragraph_text(fmt::format("Further modules ({})", describe_kind(addition.kind)), 0,
                                       Paint::bold, style) +
-                       paragraph_text(answer(addition, most), indent, Paint::none, style);
+                       paragraph_text(answer(addition, most), body_indent, Paint::none, style);
     if (!beginning(addition).empty())
-        text += paragraph_text(beginning(addition), indent, Paint::none, style);
+        text += paragraph_text(beginning(addition), body_indent, Paint::none, style);
     return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition.attempts, style);
 }
 
@@ -183,7 +181,7 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
         rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed),
                         change_of(raise) + audit_in_figures(raise.findings), shown(raise.mac, style),
                         fmt::format("--set '{}'", raise.setting)});
-    return table_text({figures("", 9), change, mac, setting}, rows, indent, style);
+    return table_text({figures("", 9), change, mac, setting}, rows, body_indent, style);
 }
 
 std::string raises_text(const Sizing& sizing, const TextStyle& style) {
@@ -193,10 +191,10 @@ std::string raises_text(const Sizing& sizing, const TextStyle& style) {
                                                    0, Paint::bold, style);
     if (sizing.raises.empty())
         return text +
-               paragraph_text("None that alone lets the engine place more.", indent, Paint::none, style);
+               paragraph_text("None that alone lets the engine place more.", body_indent, Paint::none, style);
     return text + table_of_raises(sizing, style) +
-           paragraph_text("Each value was run, and so was one less, which places fewer.", indent, Paint::none,
-                          style);
+           paragraph_text("Each value was run, and so was one less, which places fewer.", body_indent,
+                          Paint::none, style);
 }
 
 std::string remaining_text(const Addition& addition, const TextStyle& style) {

@@ -17,7 +17,6 @@ namespace {
 
 /// Rows of the second table; the JSON report has them all.
 constexpr std::size_t services_shown = 10;
-constexpr int indent = 2;
 /// Stands here in the first table if there is anything to tell.
 constexpr int neither_column = 3;
 
@@ -74,7 +73,7 @@ std::string table_of(const Strategies& strategies, const TextStyle& style) {
         if (any_neither)
             rows.back().insert(rows.back().begin() + neither_column, std::to_string(strategy.neither));
     }
-    return table_text(std::move(columns), rows, indent, style);
+    return table_text(std::move(columns), rows, body_indent, style);
 }
 
 std::string table_of_contested(const Strategies& strategies, std::size_t rows_shown, const TextStyle& style) {
@@ -101,13 +100,13 @@ std::string table_of_contested(const Strategies& strategies, std::size_t rows_sh
             row.emplace_back(std::string(is_placed ? symbols.mark : symbols.dash));
         rows.push_back(std::move(row));
     }
-    return table_text(std::move(columns), rows, indent, style);
+    return table_text(std::move(columns), rows, body_indent, style);
 }
 
 std::string contested_text(const Strategies& strategies, const TextStyle& style) {
     const std::size_t number = strategies.contested.size();
     if (number == 0)
-        return paragraph_text("Placed by some of them only: none", indent, Paint::none, style);
+        return paragraph_text("Placed by some of them only: none", body_indent, Paint::none, style);
     const std::size_t rows_shown = std::min(number, services_shown);
     const std::size_t kept = index_of_kept(strategies.list);
     const auto missed = std::count_if(strategies.contested.begin(), strategies.contested.end(),
@@ -116,7 +115,7 @@ std::string contested_text(const Strategies& strategies, const TextStyle& style)
         "Placed by some of them only: {}, {} of them {} {}{}", counted(number, "service"),
         missed == 0 ? "all" : std::to_string(missed), missed == 0 ? "by" : "not by",
         strategies.list[kept].name, rows_shown < number ? fmt::format("; the first {}:", rows_shown) : ":");
-    return paragraph_text(sentence, indent, Paint::none, style) +
+    return paragraph_text(sentence, body_indent, Paint::none, style) +
            table_of_contested(strategies, rows_shown, style);
 }
 

@@ -74,6 +74,9 @@ enum class Paint { none, bold, red, yellow };
 /// The text in that colour, if the style has colours.
 std::string painted(std::string_view text, Paint paint, const TextStyle& style);
 
+/// What stands beneath a heading is set back so far.
+inline constexpr int body_indent = 2;
+
 /// A shown text as lines, broken to the width; the first begins after `indent` blanks, the others further in.
 /// On a terminal too narrow for that no line is set back.
 std::string paragraph_text(const std::string& text, int indent, Paint paint, const TextStyle& style);
