@@ -1,20 +1,25 @@
 #!/usr/bin/env bash
-# test.sh [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang, debug,
-# asan, ubsan, and i686 and armhf for the 32-bit targets; see CMakePresets.json).
+# test.sh [--library] [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang,
+# debug, sanitizers, and i686 and armhf for the 32-bit targets; see CMakePresets.json). --library leaves the tool
+# and its tests out.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+tool=ON
+if [ "${1-}" = --library ]; then tool=OFF && shift; fi
 [ $# -gt 0 ] || set -- gcc
 need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 
 for preset in "$@"; do
+    architecture=''
     case $preset in
     clang) need clang ;;
-    i686) need "${I686_PACKAGES[@]}" && foreign i386 "${FOREIGN_PACKAGES[@]}" ;;
-    armhf) need "${ARMHF_PACKAGES[@]}" && foreign armhf "${FOREIGN_PACKAGES[@]}" ;;
+    i686) need "${I686_PACKAGES[@]}" && architecture=i386 ;;
+    armhf) need "${ARMHF_PACKAGES[@]}" && architecture=armhf ;;
     esac
+    [ "$tool" = OFF ] || [ -z "$architecture" ] || foreign "$architecture" "${FOREIGN_PACKAGES[@]}"
     echo "== $preset"
-    cmake --preset "$preset" >/dev/null
+    cmake --preset "$preset" -DRECALCULO_TOOL=$tool >/dev/null
     cmake --build --preset "$preset" -- --quiet
 done
 # Built first, run last: the closing line of the last run is the last line.

@@ -8,9 +8,9 @@ need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" valgrind
 
 cmake --preset gcc >/dev/null
 cmake --build --preset gcc -- --quiet
-for program in build/gcc/tests/{model,engine,algorithm}/*_test; do
-    # valgrind is some thirty times slower: a few random runs are enough here. A test that counts frees has an
-    # operator delete of its own, which stays.
-    RECALCULO_RANDOM_RUNS=40 valgrind --quiet --leak-check=full --error-exitcode=1 \
-        --soname-synonyms=somalloc=nouserintercepts "$program" --gtest_brief=1
-done
+# valgrind is some thirty times slower: a few random runs are enough here. A test that counts frees has an operator
+# delete of its own, which stays.
+export RECALCULO_RANDOM_RUNS=40
+printf '%s\n' build/gcc/tests/{model,engine,algorithm}/*_test |
+    xargs -P "$(nproc)" -I '{}' valgrind --quiet --leak-check=full --error-exitcode=1 \
+        --soname-synonyms=somalloc=nouserintercepts '{}' --gtest_brief=1

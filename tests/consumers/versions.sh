@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # versions.sh: project(VERSION) in CMakeLists.txt is the one place for the version; whatever else tells one must
-# agree. The environment holds SOURCE, VERSION, STAGE, LIBDIR and PROGRAM (the tool).
+# agree. The environment holds SOURCE, VERSION, STAGE, LIBDIR and PROGRAM (the tool, if it was built).
 set -euo pipefail
 failed=0
 
@@ -12,7 +12,7 @@ same() {
 file=$(basename "$(readlink -f "$STAGE/$LIBDIR/librecalculo.so")")
 soname=$(basename "$(readlink "$STAGE/$LIBDIR/librecalculo.so")")
 same "The library's file $file" "${file#"$soname".}"
-same "recalculo --version" "$("$PROGRAM" --version | sed 's/^recalculo //')"
+[ -z "$PROGRAM" ] || same "recalculo --version" "$("$PROGRAM" --version | sed 's/^recalculo //')"
 same "The pkg-config file" "$(PKG_CONFIG_LIBDIR=$STAGE/$LIBDIR/pkgconfig pkg-config --modversion recalculo)"
 same "The CMake package" \
     "$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' "$STAGE/$LIBDIR/cmake/recalculo/recalculo-config-version.cmake")"
