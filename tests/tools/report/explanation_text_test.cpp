@@ -57,6 +57,14 @@ TEST(ExplanationText, ACloneAndAnOddTranscoding) {
               "LCN 5 \"Uno\" · stream 1/2 · clone of SID 105 · transcoding 7\n  Why.\n");
 }
 
+TEST(ExplanationText, WhatStandsAfterTheLastOne) {
+    EXPECT_EQ(explanations_caveat_text({}), "\nThese are the figures of the placement as it is. With a limit "
+                                            "changed the engine places all anew: try it with --set.\n");
+    EXPECT_EQ(findings_elsewhere_text(0, {}), "");
+    EXPECT_EQ(findings_elsewhere_text(1, {}),
+              "\nAudit: 1 finding in the whole head-end; recalculo run lists them\n");
+}
+
 std::string everything(const TextStyle& style) {
     Explanation explanation = explanation_with_everything();
     explanation.unlisted = 12;

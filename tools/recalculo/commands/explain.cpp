@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "base/counted.h"
 #include "base/streams.h"
 #include "commands/headend_input.h"
 #include "commands/style_input.h"
@@ -33,10 +32,6 @@ struct ExplainOptions {
     StyleInput style;
 };
 
-constexpr const char* what_if =
-    "These are the figures of the placement as it is. With a limit changed the engine "
-    "places all anew: try it with --set.";
-
 /// The services asked for, each once.
 Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
                        const std::string& file) {
@@ -50,18 +45,6 @@ Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun
 
 void write(const std::string& text) {
     write_text(standard_stream, text);
-}
-
-/// All of it, or where single services were asked for, how much there is.
-std::string audit_of(const Explainer& explainer, bool is_whole, const TextStyle& style) {
-    const std::vector<std::string> warnings = texts_of(explainer.findings());
-    if (warnings.empty())
-        return "";
-    if (is_whole)
-        return "\n" + audit_text(warnings, style);
-    return "\n" + paragraph_text("Audit: " + counted(warnings.size(), "finding") +
-                                     " in the whole head-end; recalculo run lists them",
-                                 0, Paint::none, style);
 }
 
 /// Writes explanations one at a time, because all together may not fit into memory.
@@ -78,7 +61,7 @@ void tell_as_text(Explainer& explainer, const Services& services, const TextStyl
         before = "\n";
     }
     if (any_unplaced)
-        write("\n" + paragraph_text(what_if, 0, Paint::none, style));
+        write(explanations_caveat_text(style));
 }
 
 void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {
@@ -110,7 +93,9 @@ void explain_command(const ExplainOptions& options) {
         return tell_as_json(explainer, services, headend.name);
     const TextStyle style = style_of(options.style);
     tell_as_text(explainer, services, style);
-    write(audit_of(explainer, queries.empty(), style));
+    const std::vector<std::string> warnings = texts_of(explainer.findings());
+    write(queries.empty() ? closing_audit_text(warnings, style)
+                          : findings_elsewhere_text(warnings.size(), style));
 }
 
 } // namespace

@@ -75,9 +75,7 @@ std::string bound_text(const Bound& bound, const Result& result, const TextStyle
                        "\n" + table_of_limits(bound, style);
     if (!bound.impossible.empty())
         text += "\n" + services_with_reasons("No module can take", bound.impossible, style);
-    if (!result.warnings.empty())
-        text += "\n" + audit_text(result.warnings, style);
-    return text;
+    return text + closing_audit_text(result.warnings, style);
 }
 
 std::string bound_json(const Bound& bound, const Result& result) {

@@ -150,8 +150,7 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
 }
 
 void ComparisonText::write_audit(const char* title, const Side& side) {
-    if (!side.warnings.empty())
-        text_ += "\n" + audit_text(side.warnings, style_, title);
+    text_ += closing_audit_text(side.warnings, style_, title);
 }
 
 void ComparisonText::write_summary() {

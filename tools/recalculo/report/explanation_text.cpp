@@ -211,4 +211,19 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
     return text;
 }
 
+std::string explanations_caveat_text(const TextStyle& style) {
+    return "\n" +
+           paragraph_text("These are the figures of the placement as it is. With a limit changed the engine "
+                          "places all anew: try it with --set.",
+                          0, Paint::none, style);
+}
+
+std::string findings_elsewhere_text(std::size_t findings, const TextStyle& style) {
+    if (findings == 0)
+        return "";
+    return "\n" + paragraph_text("Audit: " + counted(findings, "finding") +
+                                     " in the whole head-end; recalculo run lists them",
+                                 0, Paint::none, style);
+}
+
 } // namespace zarven::tool

@@ -3,6 +3,7 @@
 #ifndef RECALCULO_EXPLANATION_TEXT_H
 #define RECALCULO_EXPLANATION_TEXT_H
 
+#include <cstddef>
 #include <string>
 
 #include "placement/explanation.h"
@@ -12,6 +13,13 @@ namespace zarven::tool {
 
 /// By default as for a file, in UTF-8.
 std::string explanation_text(const Explanation& explanation, const TextStyle& style = {});
+
+/// What stands after explanations of services that are on no output: what the figures hold for.
+std::string explanations_caveat_text(const TextStyle& style);
+
+/// What stands after explanations of single services: how much the audit finds in the whole head-end; empty
+/// if nothing.
+std::string findings_elsewhere_text(std::size_t findings, const TextStyle& style);
 
 } // namespace zarven::tool
 

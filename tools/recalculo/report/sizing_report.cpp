@@ -217,9 +217,7 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
     text += raises_text(sizing, style);
-    if (!sizing.warnings.empty())
-        text += "\n" + audit_text(sizing.warnings, style, "Audit of the head-end as it is");
-    return text;
+    return text + closing_audit_text(sizing.warnings, style, "Audit of the head-end as it is");
 }
 
 static void to_json(ordered_json& json, const Attempt& attempt) {

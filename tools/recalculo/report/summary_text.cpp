@@ -31,4 +31,9 @@ std::string audit_text(const std::vector<std::string>& warnings, const TextStyle
     return text;
 }
 
+std::string closing_audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
+                               const std::string& title) {
+    return warnings.empty() ? "" : "\n" + audit_text(warnings, style, title);
+}
+
 } // namespace zarven::tool

@@ -25,6 +25,10 @@ std::string warning_text(const std::string& warning, int indent, const TextStyle
 std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
                        const std::string& title = "Audit");
 
+/// The same for the end of a report, after an empty line.
+std::string closing_audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
+                               const std::string& title = "Audit");
+
 } // namespace zarven::tool
 
 #endif
