@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # test.sh [--library] [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang,
-# debug, sanitizers, and i686 and armhf for the 32-bit targets; see CMakePresets.json). --library leaves the tool
-# and its tests out.
+# debug, asan, ubsan or sanitizers for both, and i686 and armhf for the 32-bit targets; see CMakePresets.json).
+# --library leaves the tool and its tests out.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
