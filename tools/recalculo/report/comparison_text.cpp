@@ -78,15 +78,14 @@ public:
         write("Inputs tuned to another stream", comparison_.inputs_retuned);
         write("Became tight", comparison_.became_tight);
         write("No longer tight", comparison_.relaxed);
-        write_audit("Audit before", comparison_.before);
-        write_audit("Audit after", comparison_.after);
+        text_ += closing_audit_text(comparison_.before.warnings, style_, "Audit before");
+        text_ += closing_audit_text(comparison_.after.warnings, style_, "Audit after");
         return std::move(text_);
     }
 
 private:
     void write_summary();
     void write_side(const char* which, const std::string& file, const Side& side);
-    void write_audit(const char* title, const Side& side);
     void paragraph(const std::string& text, Paint paint = Paint::none) {
         text_ += paragraph_text(text, 0, paint, style_);
     }
@@ -147,10 +146,6 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
         counted(counts.loaded, "service"),
         counts.neither == 0 ? "" : fmt::format(", {} neither placed nor left out", counts.neither),
         audit_in_figures(side.warnings.size())));
-}
-
-void ComparisonText::write_audit(const char* title, const Side& side) {
-    text_ += closing_audit_text(side.warnings, style_, title);
 }
 
 void ComparisonText::write_summary() {

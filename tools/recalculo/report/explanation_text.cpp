@@ -221,8 +221,7 @@ std::string explanations_caveat_text(const TextStyle& style) {
 std::string findings_elsewhere_text(std::size_t findings, const TextStyle& style) {
     if (findings == 0)
         return "";
-    return "\n" + paragraph_text("Audit: " + counted(findings, "finding") +
-                                     " in the whole head-end; recalculo run lists them",
+    return "\n" + paragraph_text(audit_heading(findings) + " in the whole head-end; recalculo run lists them",
                                  0, Paint::none, style);
 }
 

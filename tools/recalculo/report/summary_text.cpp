@@ -20,12 +20,15 @@ std::string warning_text(const std::string& warning, int indent, const TextStyle
     return paragraph_text("Warning: " + shown(warning, style), indent, Paint::yellow, style);
 }
 
+std::string audit_heading(std::size_t findings, const std::string& title) {
+    return title + ": " + counted(findings, "finding");
+}
+
 std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
                        const std::string& title) {
     if (warnings.empty())
         return "";
-    std::string text =
-        paragraph_text(title + ": " + counted(warnings.size(), "finding"), 0, Paint::none, style);
+    std::string text = paragraph_text(audit_heading(warnings.size(), title), 0, Paint::none, style);
     for (const std::string& warning : warnings)
         text += warning_text(warning, 0, style);
     return text;

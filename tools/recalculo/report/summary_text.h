@@ -21,13 +21,18 @@ std::string audit_in_figures(std::size_t findings);
 /// One finding, after `indent` blanks.
 std::string warning_text(const std::string& warning, int indent, const TextStyle& style);
 
-/// A heading that begins with `title`, and a line for each finding; empty without findings.
+inline constexpr const char* audit_title = "Audit";
+
+/// "Audit: 2 findings".
+std::string audit_heading(std::size_t findings, const std::string& title = audit_title);
+
+/// The heading, and a line for each finding; empty without findings.
 std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                       const std::string& title = "Audit");
+                       const std::string& title = audit_title);
 
 /// The same for the end of a report, after an empty line.
 std::string closing_audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                               const std::string& title = "Audit");
+                               const std::string& title = audit_title);
 
 } // namespace zarven::tool
 
