@@ -112,7 +112,7 @@ bool Candidato::resintonizar() {
             entrada.MapaServicios.clear();
             entrada.confEntrada(0, 0);
         }
-    return true;
+    return recogerEnEntradas();
 }
 
 bool Candidato::pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaServicios servicios) {
@@ -131,6 +131,15 @@ bool Candidato::pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaS
     destino->confEntrada(tsid, onid);
     destino->MapaServicios.merge(servicios);
     return true;
+}
+
+// Inputs have moved as a whole, outputs were filled by the services' own streams: a service that stood on an
+// input of another stream would stand on an output alone, and the next exchange would lose it.
+bool Candidato::recogerEnEntradas() {
+    const auto& servicios = auxiliar.ListaServiciosSalida;
+    return std::all_of(servicios.begin(), servicios.end(), [this](const auto& entrada) {
+        return auxiliar.recogerEnEntrada({entrada.first, entrada.second});
+    });
 }
 
 void Candidato::Lado::anadir(long clave, const std::shared_ptr<tRec_Servicio>& servicio) {
@@ -185,6 +194,27 @@ bool Candidato::Lado::colocarEnCopia(tRecalculo& engine) {
     for (auto it = ListaServiciosSalida.rbegin(); it != ListaServiciosSalida.rend(); ++it)
         if (engine.Find_OutputID_to_insert_Service(copia, it) == 0)
             return false;
+    return true;
+}
+
+// Sees that the service stands on an input: on the one that receives its stream, if there is one.
+bool Candidato::Lado::recogerEnEntrada(const Ficha& ficha) {
+    tRec_Entrada* destino = nullptr;
+    bool enOtra = false;
+    for (auto& [numero, entrada] : copia.mapEntradas) {
+        const bool esta = buscarFicha(entrada.MapaServicios, ficha) != entrada.MapaServicios.end();
+        const bool delStream = entrada.ONID == ficha.servicio->ONID && entrada.TSID == ficha.servicio->TSID;
+        if (esta && delStream)
+            return true;
+        if (delStream && destino == nullptr)
+            destino = &entrada;
+        enOtra = enOtra || esta;
+    }
+    if (destino == nullptr)
+        return enOtra;
+    for (auto& [numero, entrada] : copia.mapEntradas)
+        quitarFicha(entrada.MapaServicios, ficha);
+    destino->MapaServicios.emplace(ficha.clave, ficha.servicio);
     return true;
 }
 

@@ -1,14 +1,16 @@
 // A candidate exchange of the unify phase: two modules that receive the same stream.
 //
 // After it, the outputs of the first module carry the services of that stream and nothing else, those of the
-// second everything else that stood on the inputs of the two. Inputs move as a whole: a service that stood on
-// an input of another stream than its own can be left on an output without input. The exchange is prepared on
-// copies of both modules, which are dropped when it is refused.
+// second everything else that stood on the inputs of the two. Inputs move as a whole; a service of the second
+// module that would be left on an output without input goes to the input that receives its stream. The
+// exchange is prepared on copies of both modules, which are dropped when it is refused.
 
 #ifndef ZARVEN_ALGORITHM_CANDIDATO_H
 #define ZARVEN_ALGORITHM_CANDIDATO_H
 
 #include "tRecalculo.h"
+
+#include "Paseo.h"
 
 namespace zarven {
 
@@ -40,6 +42,7 @@ private:
         bool bastanPIDs() const;
         bool bastanTranscoders() const;
         bool colocarEnCopia(tRecalculo& engine);
+        bool recogerEnEntrada(const Ficha& ficha);
     };
 
     void reunirListas();
@@ -47,6 +50,7 @@ private:
     bool cabeEnBitrate() const;
     bool resintonizar();
     bool pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaServicios servicios);
+    bool recogerEnEntradas();
 
     tRecalculo& motor;
     Lado principal;

@@ -12,6 +12,11 @@ tMapaServicios::iterator buscarFicha(tMapaServicios& servicios, const Ficha& fic
     return it == ultimo ? servicios.end() : it;
 }
 
+void quitarFicha(tMapaServicios& servicios, const Ficha& ficha) {
+    for (auto it = buscarFicha(servicios, ficha); it != servicios.end(); it = buscarFicha(servicios, ficha))
+        servicios.erase(it);
+}
+
 Paseo::Paseo(tMapaServicios& contenedor) : servicios(contenedor), it(contenedor.begin()) {}
 
 bool Paseo::avanzar() {

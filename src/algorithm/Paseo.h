@@ -27,6 +27,9 @@ struct Ficha {
 // The entry of that service under that key, or the end.
 tMapaServicios::iterator buscarFicha(tMapaServicios& servicios, const Ficha& ficha);
 
+// Takes out every entry of that service under that key.
+void quitarFicha(tMapaServicios& servicios, const Ficha& ficha);
+
 class Paseo {
 public:
     explicit Paseo(tMapaServicios& servicios);

@@ -171,9 +171,9 @@ bool ServicioEnMano::esDeIntercambio(const tRec_Servicio& servicio) const {
     return servicio.ONID == ONID && servicio.TSID == TSID;
 }
 
+// Where MAC[0] receives no other stream NumEntrada is 0. MAC[1] was found by its input.
 bool ServicioEnMano::hayEntradas() const {
-    return extremos[0].entrada != extremos[0].modulo->second.mapEntradas.end() &&
-           extremos[1].entrada != extremos[1].modulo->second.mapEntradas.end();
+    return extremos[0].entrada != extremos[0].modulo->second.mapEntradas.end();
 }
 
 // PIDs are weighed as signed numbers, bitrates modulo 2^32: a sum below zero becomes a large one and fails.

@@ -37,9 +37,11 @@ int tRecalculo::addModulo(std::string mac, unsigned short modelo, unsigned short
     if (!nuevo)
         return ERROR_MODULO_YA_CARGADO;
     // Configured where it will stay: its inputs and outputs keep its address.
-    if (it->second.configurarModelo(modelo, numEntradas, numSalidas, pidsModuloMax) == 0) {
+    try {
+        it->second.configurarModelo(modelo, numEntradas, numSalidas, pidsModuloMax);
+    } catch (...) {
         Mapa_ModulosCabecera_Inicial.erase(it);
-        return 0;
+        throw;
     }
     return RETURN_OK;
 }
@@ -57,21 +59,31 @@ int tRecalculo::configurarSalida(std::string mac, unsigned short idSalida, unsig
 int tRecalculo::addRec_Servicio(std::shared_ptr<tRec_Servicio> s) {
     if (!s)
         return 0;
-    tMapaServicios& servicios = abrirTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID).MapRec_Services;
-    if (servicios.count(s->idService) == 0) {
-        servicios.emplace(s->idService, s);
-        listaServicios.push_back(std::move(s));
+    const Rec_TSID* stream = buscarTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID);
+    if (stream == nullptr || stream->MapRec_Services.count(s->idService) == 0) {
+        listaServicios.push_back(s);
+        try {
+            abrirTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID).MapRec_Services.emplace(s->idService, s);
+        } catch (...) {
+            listaServicios.pop_back();
+            cerrarTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID);
+            throw;
+        }
         return RETURN_OK;
     }
 
+    tRec_Servicio* padre = nullptr;
     if (s->Parent_SID == 0) {
+        // Not greater than the key of the service that is there.
         const long clavePadre = s->idService != 0 ? s->idService : -static_cast<long>(s->OSID);
-        const auto padre = servicios.lower_bound(clavePadre);
-        if (padre == servicios.end() || padre->first != clavePadre)
+        const auto it = stream->MapRec_Services.lower_bound(clavePadre);
+        if (it->first != clavePadre)
             return ERROR_CLON_SIN_PADRE;
-        cargarClonAlPadre(*s, *padre->second);
+        padre = it->second.get();
     }
-    listaServiciosClonados.push_back(std::move(s));
+    listaServiciosClonados.push_back(s);
+    if (padre != nullptr)
+        cargarClonAlPadre(*s, *padre);
     return RETURN_OK;
 }
 
@@ -88,7 +100,12 @@ int tRecalculo::addRec_PID(std::unique_ptr<tRec_PID> pid) {
 int tRecalculo::addHomeChannel(unsigned short onid, unsigned short tsid) {
     if (buscarTSID(Mapa_HomeChannels, onid, tsid) != nullptr)
         return ERROR_HOME_CHANNEL_YA_CARGADO;
-    abrirTSID(Mapa_HomeChannels, onid, tsid);
+    try {
+        abrirTSID(Mapa_HomeChannels, onid, tsid);
+    } catch (...) {
+        cerrarTSID(Mapa_HomeChannels, onid, tsid);
+        throw;
+    }
     return RETURN_OK;
 }
 

@@ -76,9 +76,7 @@ std::optional<Stream> Elegibles::elegir(char modo) const {
 void Elegibles::descontar(Stream stream, const tMapaServicios& servicios) {
     sumarTotales(servicios, -1);
     const Cuenta cuenta{elegibles(servicios), stream};
-    const auto it = std::lower_bound(cuentas.begin(), cuentas.end(), cuenta, antes);
-    if (it != cuentas.end() && !antes(cuenta, *it))
-        cuentas.erase(it);
+    cuentas.erase(std::lower_bound(cuentas.begin(), cuentas.end(), cuenta, antes));
     // The engine holds most towards the end of a sweep, when few counts are left.
     if (cuentas.size() < cuentas.capacity() / 2)
         cuentas.shrink_to_fit();

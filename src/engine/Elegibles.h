@@ -37,7 +37,7 @@ public:
     // first of equals. Nothing when there is none, or for another modo.
     std::optional<Stream> elegir(char modo) const;
 
-    // To be called before and after services are taken out of a stream.
+    // To be called before and after services are taken out of the stream that elegir has given.
     void descontar(Stream stream, const tMapaServicios& servicios);
     void contar(Stream stream, const tMapaServicios& servicios);
 

@@ -25,6 +25,19 @@ inline Rec_TSID& abrirTSID(tMapaONIDs& indice, unsigned short onid, unsigned sho
     return rec_tsid;
 }
 
+// Undoes abrirTSID as far as it came: the records go that hold nothing.
+inline void cerrarTSID(tMapaONIDs& indice, unsigned short onid, unsigned short tsid) {
+    const auto itONID = indice.find(onid);
+    if (itONID == indice.end())
+        return;
+    auto& streams = itONID->second.MapRec_TSIDs;
+    const auto itTSID = streams.find(tsid);
+    if (itTSID != streams.end() && itTSID->second.MapRec_Services.empty())
+        streams.erase(itTSID);
+    if (streams.empty())
+        indice.erase(itONID);
+}
+
 // Calls f(Rec_ONID, Rec_TSID) for the streams in order, up to the first for which it gives true; gives
 // whether there was one.
 template <class Indice, class F> bool algunTSID(Indice& indice, F&& f) {

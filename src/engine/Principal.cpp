@@ -38,9 +38,16 @@ public:
             probarOpcion();
             compararConElMejor();
         }
-        transferirClonados();
-        volcarResultado();
-        resumir();
+        auto clonados = motor.listaServiciosClonados;
+        try {
+            transferirClonados();
+            volcarResultado();
+            resumir();
+        } catch (...) {
+            // Whoever ends the run, memory or host: the clones wait again, and the next run finds them.
+            motor.listaServiciosClonados.swap(clonados);
+            throw;
+        }
         return tRecalculo::RETURN_OK;
     }
 

@@ -67,14 +67,12 @@ int tRec_Modulo::deleteService(std::shared_ptr<tRec_Servicio> s, unsigned short 
     const auto entrada = mapEntradas.find(numEntrada);
     if (entrada == mapEntradas.end())
         return ERROR_SIN_ENTRADA;
-    if (entrada->second.DeleteServicioALaEntrada(s) == 0)
-        return 0;
+    entrada->second.DeleteServicioALaEntrada(s);
 
     const auto salida = mapSalidas.find(numSalida);
     if (salida == mapSalidas.end())
         return ERROR_SIN_SALIDA;
-    if (salida->second.DeleteServicioALaSalida(s) == 0)
-        return 0;
+    salida->second.DeleteServicioALaSalida(s);
     // The PIDs come back also when the service stood on neither of them.
     PIDsModulo = static_cast<unsigned short>(PIDsModulo - s->number_PIDs_CA);
     return 1;
