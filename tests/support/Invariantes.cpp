@@ -128,7 +128,7 @@ void comprobarRecursos(const tRec_Modulo& modulo, const std::string& donde, cons
         lista.violada("transcoder pool", donde, "uses", enUso, "of", limite);
 }
 
-// A service and the key it stands under.
+// A service and the key that it stands under.
 using Entrada = std::pair<long, const tRec_Servicio*>;
 
 template <class Mapa> std::multiset<Entrada> todos(const Mapa& mapa) {
@@ -139,19 +139,30 @@ template <class Mapa> std::multiset<Entrada> todos(const Mapa& mapa) {
     return resultado;
 }
 
+// The services on the outputs of a module that are on none of its inputs.
+std::set<Entrada> sinEntrada(const tRec_Modulo& modulo) {
+    const auto entradas = todos(modulo.mapEntradas);
+    std::set<Entrada> resultado;
+    for (const Entrada& una : todos(modulo.mapSalidas))
+        if (entradas.count(una) == 0)
+            resultado.insert(una);
+    return resultado;
+}
+
+void comprobarRecibidos(const tRec_Modulo& modulo, const std::string& donde, Lista& lista) {
+    for (const Entrada& una : sinEntrada(modulo))
+        lista.violada("received", donde, "carries", una.first, "on an output and on no input");
+}
+
 void comprobarLugares(const tRec_Modulo& modulo, const std::string& donde, Lista& lista) {
     const auto entradas = todos(modulo.mapEntradas);
     const auto salidas = todos(modulo.mapSalidas);
-    std::vector<Entrada> diferencia;
-    std::set_difference(entradas.begin(), entradas.end(), salidas.begin(), salidas.end(),
-                        std::back_inserter(diferencia));
-    for (const Entrada& una : diferencia)
-        lista.violada("inputs and outputs", donde, "carries", una.first, "on an input and on no output");
-    diferencia.clear();
-    std::set_difference(salidas.begin(), salidas.end(), entradas.begin(), entradas.end(),
-                        std::back_inserter(diferencia));
-    for (const Entrada& una : diferencia)
-        lista.violada("inputs and outputs", donde, "carries", una.first, "on an output and on no input");
+    std::set<Entrada> todas(entradas.begin(), entradas.end());
+    for (const Entrada& una : todas)
+        if (entradas.count(una) > salidas.count(una))
+            lista.violada("inputs and outputs", donde, "carries", una.first, "on an input and on no output");
+        else if (entradas.count(una) < salidas.count(una))
+            lista.violada("inputs and outputs", donde, "carries", una.first, "on more outputs than inputs");
 }
 
 void comprobarEntrada(const tRec_Entrada& entrada, const std::string& donde, const Historia& h,
@@ -180,6 +191,8 @@ void comprobarModulo(const tRec_Modulo& modulo, const Historia& h, Lista& lista)
         comprobarSalida(salida, cual, h, lista);
     }
     comprobarRecursos(modulo, donde, h, lista);
+    if (!h.retiradaDoble && !h.claveCompartida)
+        comprobarRecibidos(modulo, donde, lista);
     if (!h.fallo && !h.claveCompartida)
         comprobarLugares(modulo, donde, lista);
 }
@@ -227,7 +240,7 @@ void comprobarServicios(const tRecalculo& motor, const tMapaModulos& modulos, co
         for (const auto& [servicio, cuantas] : veces)
             if (servicio != nullptr && cuantas > 1)
                 lista.violada("twice", "service", servicio->idService, "is in", cuantas, "places");
-    if (h.claveCompartida || h.intercambioTrasFallo)
+    if (h.claveCompartida)
         return;
     for (const auto& servicio : motor.listaServicios)
         if (veces.count(servicio.get()) == 0 && enSalidas.count(servicio.get()) == 0)
@@ -279,11 +292,11 @@ void Vigilante::leer(const std::string& linea) {
         deLaPasada = inicial;
     } else if (linea == "Parece que todo a ido bien. Hacemos el intercambio") {
         deLaPasada.intercambio = true;
-        deLaPasada.intercambioTrasFallo = deLaPasada.fallo || deLaPasada.intercambioTrasFallo;
     } else if (empieza(linea, "No se ha podido")) {
         deLaPasada.fallo = true;
     } else if (empieza(linea, "Try_to_Delete_Service_Input_Output")) {
         deLaPasada.claveCompartida = clavesCompartidas;
+        deLaPasada.retiradaDoble = deLaPasada.retiradaDoble || hayDobles();
     } else if (empieza(linea, " RecalculationAlgorithm ---> STATUS_") || empieza(linea, " Hemos hecho ") ||
                empieza(linea, "END OPTION") || linea == "Mapa_Servicios_Procesado NOT EMPTY") {
         comprobarProceso(linea);
@@ -302,6 +315,17 @@ void Vigilante::comprobarResultado() {
                 if (servicio == clon.get())
                     anotar({"twice: clone " + std::to_string(clave) + " is attached and waits"},
                            "the result");
+}
+
+// Some module carries a service on two of its outputs.
+bool Vigilante::hayDobles() const {
+    for (const auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
+        const auto salidas = todos(modulo.mapSalidas);
+        for (const Entrada& una : salidas)
+            if (salidas.count(una) > 1)
+                return true;
+    }
+    return false;
 }
 
 void Vigilante::comprobarProceso(const std::string& donde) {

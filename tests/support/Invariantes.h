@@ -19,6 +19,7 @@
 //   transcoder pool    SD and HD together stay within the larger of the two ceilings       B, D
 //   AUX_Transcoding    a module uses one AUX transcoder for each clone that needs one,
 //                      within the ceiling                                                  always
+//   received           what a module carries on an output it has on an input               G
 //   inputs and outputs a module carries the same services on its inputs and its outputs    C
 //   stream of input    a service on an input is of the stream the input is tuned to        C, E
 //   stream of index    a service in the index stands under its own stream                  C
@@ -36,8 +37,9 @@
 //    on an input of another stream), or a service is taken off by a shared key.
 // D  Until the unify phase exchanges two modules: their module counters stay as they were.
 // E  Unless a stream has ONID or TSID 0: its input looks untuned.
-// F  Until a service is taken off by a shared key, or the unify phase exchanges two modules after an exchange
-//    of the optimize phase has failed half way: services that stand on no input are not carried over.
+// F  Until a service is taken off by a shared key.
+// G  Until a service is taken off by a shared key, or one that a module carries twice: it goes from the input
+//    altogether and from one output.
 //
 // Peak bitrates and PIDs are taken modulo 2^32 and 2^16 as the counters are.
 
@@ -53,12 +55,12 @@ namespace invariantes {
 
 // What has happened to a placement since it was empty, as far as the rules depend on it.
 struct Historia {
-    bool intercambio = false;          // unify has exchanged two modules
-    bool fallo = false;                // an exchange of optimize has failed half way
-    bool intercambioTrasFallo = false; // both, in the other order
-    bool claveCompartida = false;      // a service was taken off by a key that others may have
-    bool balance = false;              // Load_Balance has moved services
-    bool streamSinNumero = false;      // a stream has ONID or TSID 0
+    bool intercambio = false;     // unify has exchanged two modules
+    bool fallo = false;           // an exchange of optimize has failed half way
+    bool claveCompartida = false; // a service was taken off by a key that others may have
+    bool retiradaDoble = false;   // a service was taken off a module that may have it on two outputs
+    bool balance = false;         // Load_Balance has moved services
+    bool streamSinNumero = false; // a stream has ONID or TSID 0
 };
 
 // The violations among these modules and this index, of the services that `motor` has loaded.
@@ -88,6 +90,7 @@ public:
     const Historia& historia() const { return deLaPasada; }
 
 private:
+    bool hayDobles() const;
     void comprobarProceso(const std::string& donde);
     void anotar(const std::vector<std::string>& violaciones, const std::string& donde);
 

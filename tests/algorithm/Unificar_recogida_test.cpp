@@ -1,0 +1,142 @@
+// What an output carries after an exchange of two modules stands on an input, also where a service stood on
+// an input of another stream.
+//
+// Stream 1 gathers on the candidate input of A; everything else moves to B, whose input 1 it leaves.
+
+#include <gtest/gtest.h>
+
+#include "algorithm/Escena.h"
+#include "algorithm/PasadaVista.h"
+
+using namespace escena;
+using vista::entradas;
+using vista::PasadaVista;
+using vista::salidas;
+using vista::Tramo;
+
+namespace {
+
+constexpr char HECHO[] = "Parece que todo a ido bien. Hacemos el intercambio";
+constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
+
+class Recogida : public testing::Test {
+protected:
+    Recogida() {
+        e.puesto("A", 1, 1, datos(11, 1));
+        e.puesto("B", 1, 1, datos(21, 1));
+    }
+
+    Servicio poner(const std::string& mac, int numero, int clave, int tsid) {
+        return e.puesto(mac, static_cast<unsigned short>(numero), 1, datos(clave, tsid));
+    }
+
+    // A service on an input that receives another stream.
+    Servicio extraviar(const std::string& mac, int numero, int clave, int tsid) {
+        Servicio perdido = fabrica::servicio(datos(clave, tsid));
+        e.clavar(mac, static_cast<unsigned short>(numero), 1, perdido);
+        return perdido;
+    }
+
+    // The first unify, which looks at A and B before it looks at B and A.
+    Tramo unificar() { return PasadaVista(e.motor, 0, 1).tramo(5); }
+
+    Escena e{{modulo("A", 3, {30000}), modulo("B", 3, {30000})}};
+};
+
+} // namespace
+
+TEST_F(Recogida, FromTheCandidateInputAServiceGoesToTheInputOfItsStream) {
+    extraviar("A", 1, 15, 2);
+    poner("B", 2, 22, 2);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11 21] -[] -[]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "-[] 1/2[15 22] -[]");
+    EXPECT_EQ(salidas(t.despues.en("B")), "2000x2[15 22]");
+}
+
+TEST_F(Recogida, SoItDoesFromTheInputThatTheCandidateStreamLeaves) {
+    extraviar("B", 1, 25, 2);
+    poner("B", 2, 22, 2);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "-[] 1/2[22 25] -[]");
+    EXPECT_EQ(salidas(t.despues.en("B")), "2000x2[22 25]");
+}
+
+TEST_F(Recogida, AndFromAnInputThatMovedAsAWhole) {
+    poner("A", 2, 12, 3);
+    extraviar("A", 2, 16, 2);
+    poner("B", 2, 22, 2);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/3[12] 1/2[16 22] -[]");
+}
+
+TEST_F(Recogida, ItLeavesEveryInputThatItStoodOn) {
+    const Servicio perdido = extraviar("A", 2, 16, 2);
+    e.sintonizar("A", 2, 1, 3);
+    e.sintonizar("A", 3, 1, 4);
+    e.entrada("A", 3).MapaServicios = {{16, perdido}, {16, perdido}};
+    poner("B", 2, 22, 2);
+    poner("B", 3, 23, 4);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/3[] 1/2[16 22] 1/4[23]");
+}
+
+TEST_F(Recogida, ItStandsBehindEqualKeysOfTheFirstInputOfItsStream) {
+    const Servicio perdido = extraviar("A", 1, 22, 2);
+    const Servicio estaba = poner("B", 2, 22, 2);
+    e.sintonizar("B", 3, 1, 2);
+    const Tramo t = unificar();
+    ASSERT_GE(t.cuantas(HECHO), 1U);
+    const auto& servicios = t.despues.en("B").mapEntradas.at(2).MapaServicios;
+    ASSERT_EQ(servicios.size(), 2U);
+    EXPECT_EQ(servicios.begin()->second, estaba);
+    EXPECT_EQ(std::next(servicios.begin())->second, perdido);
+    EXPECT_TRUE(t.despues.en("B").mapEntradas.at(3).MapaServicios.empty());
+}
+
+TEST_F(Recogida, NetworkAndStreamMustBothBeItsOwn) {
+    extraviar("A", 1, 15, 2);
+    e.sintonizar("B", 2, 2, 2);
+    poner("B", 3, 22, 2);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "-[] 2/2[] 1/2[15 22]");
+}
+
+TEST_F(Recogida, AServiceWhoseStreamNoInputReceivesStaysWhereItStands) {
+    poner("A", 2, 12, 3);
+    extraviar("A", 2, 16, 9);
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/3[12 16] -[] -[]");
+    EXPECT_EQ(salidas(t.despues.en("B")), "2000x2[12 16]");
+}
+
+TEST_F(Recogida, AServiceOfNoStreamGoesToAnUntunedInput) {
+    fabrica::DatosServicio sinStream = datos(15, 0);
+    sinStream.onid = 0;
+    e.clavar("A", 1, 1, fabrica::servicio(sinStream));
+    const Tramo t = unificar();
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    EXPECT_EQ(entradas(t.despues.en("B")), "-[15] -[] -[]");
+}
+
+TEST_F(Recogida, AServiceThatNoInputCanTakeRefusesTheCandidate) {
+    extraviar("A", 1, 15, 9);
+    const std::string antesA = entradas(e.en("A")) + salidas(e.en("A"));
+    const std::string antesB = entradas(e.en("B")) + salidas(e.en("B"));
+    const Tramo t = unificar();
+    // B finds no input for it either.
+    EXPECT_FALSE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")) + salidas(t.despues.en("A")), antesA);
+    EXPECT_EQ(entradas(t.despues.en("B")) + salidas(t.despues.en("B")), antesB);
+
+    // The refusal comes right after the test of bitrates: no pause, no announcement.
+    const std::vector<std::string> candidato = t.desde(" ( ( Bitrate_", "ANTES");
+    ASSERT_GE(candidato.size(), 2U);
+    EXPECT_EQ(candidato[1], INCOMPATIBLE);
+}
