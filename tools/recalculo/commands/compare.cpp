@@ -1,14 +1,10 @@
 // Each side is a result, or a head-end that is run to get one.
 
-#include "commands/compare.h"
-
-#include <memory>
+#include "commands/commands.h"
 
 #include "base/failure.h"
 #include "base/json_text.h"
 #include "base/streams.h"
-#include "commands/report_output.h"
-#include "commands/style_input.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "placement/comparison.h"
@@ -21,13 +17,6 @@
 namespace zarven::tool {
 
 namespace {
-
-struct CompareOptions {
-    std::string before;
-    std::string after;
-    ReportOutput output;
-    StyleInput style;
-};
 
 /// Every result has a summary, and no head-end does.
 bool is_result(const nlohmann::json& document) {
@@ -47,6 +36,8 @@ Result result_in(const std::string& path) {
     return result_of(run, headend.name);
 }
 
+} // namespace
+
 void compare_command(const CompareOptions& options) {
     check(options.output);
     if (options.before == standard_stream && options.after == standard_stream)
@@ -61,21 +52,6 @@ void compare_command(const CompareOptions& options) {
             return options.output.json ? comparison_json(comparison)
                                        : comparison_text(comparison, files, style_of(options.style));
         });
-}
-
-} // namespace
-
-void add_compare(CLI::App& app) {
-    const auto options = std::make_shared<CompareOptions>();
-    CLI::App* compare = app.add_subcommand("compare", "Show two placements side by side");
-    const auto add_side = [compare](const char* name, std::string& path, const char* description) {
-        compare->add_option(name, path, description)->type_name("")->required();
-    };
-    add_side("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input");
-    add_side("AFTER", options->after, "What to compare it with, of either kind");
-    add_report_output(*compare, options->output, "comparison");
-    add_style_input(*compare, options->style);
-    compare->callback([options] { compare_command(*options); });
 }
 
 } // namespace zarven::tool

@@ -1,16 +1,13 @@
 // What can be wrong with the command line and the queries is told before the engine runs, which may take
 // long.
 
-#include "commands/explain.h"
+#include "commands/commands.h"
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/streams.h"
-#include "commands/headend_input.h"
-#include "commands/style_input.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/explanation.h"
@@ -23,14 +20,6 @@
 namespace zarven::tool {
 
 namespace {
-
-struct ExplainOptions {
-    HeadendInput headend;
-    /// Empty for all that are left out.
-    std::vector<std::string> services;
-    bool json = false;
-    StyleInput style;
-};
 
 /// The services asked for, each once.
 Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
@@ -74,6 +63,8 @@ void tell_as_json(Explainer& explainer, const Services& services, const std::str
     write(explanations_json_end(texts_of(explainer.findings())));
 }
 
+} // namespace
+
 void explain_command(const ExplainOptions& options) {
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
@@ -96,24 +87,6 @@ void explain_command(const ExplainOptions& options) {
     const std::vector<std::string> warnings = texts_of(explainer.findings());
     write(queries.empty() ? closing_audit_text(warnings, style)
                           : findings_elsewhere_text(warnings.size(), style));
-}
-
-} // namespace
-
-void add_explain(CLI::App& app) {
-    const auto options = std::make_shared<ExplainOptions>();
-    CLI::App* explain =
-        app.add_subcommand("explain", "Tell why services are left out, and what each module answers");
-    add_headend_input(*explain, options->headend);
-    explain
-        ->add_option("--service", options->services,
-                     "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
-                     "several times. Without it, all that are on no output")
-        ->type_name("KEY")
-        ->allow_extra_args(false);
-    explain->add_flag("--json", options->json, "Answer as JSON");
-    add_style_input(*explain, options->style);
-    explain->callback([options] { explain_command(*options); });
 }
 
 } // namespace zarven::tool

@@ -1,8 +1,7 @@
 // The result is read and written elsewhere; here is told what the written form left out.
 
-#include "commands/export.h"
+#include "commands/commands.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,6 @@
 
 #include "base/counted.h"
 #include "base/streams.h"
-#include "commands/choice.h"
 #include "lineup/channels_conf.h"
 #include "report/channel_export.h"
 #include "report/report_csv.h"
@@ -20,15 +18,6 @@
 namespace zarven::tool {
 
 namespace {
-
-constexpr const char* format_channels_conf = "channels.conf";
-constexpr const char* format_csv = "csv";
-
-struct ExportOptions {
-    std::string result;
-    std::string format;
-    std::string output = standard_stream;
-};
 
 void tell(const std::string& file, const ChannelExport& exported) {
     std::vector<std::string> parts;
@@ -45,6 +34,8 @@ void tell(const std::string& file, const ChannelExport& exported) {
                               parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", "))));
 }
 
+} // namespace
+
 void export_command(const ExportOptions& options) {
     const std::string file = input_name(options.result);
     const Result result = read_result(file, read_text(options.result));
@@ -53,26 +44,6 @@ void export_command(const ExportOptions& options) {
     const ChannelExport exported = export_channels(result);
     write_text(options.output, write_channels_conf(exported.channels));
     tell(file, exported);
-}
-
-} // namespace
-
-void add_export(CLI::App& app) {
-    const auto options = std::make_shared<ExportOptions>();
-    CLI::App* command =
-        app.add_subcommand("export", "Write the result of a run as a channel list or a table");
-    command
-        ->add_option("RESULT", options->result,
-                     "The result, as `recalculo run --json` writes it; - for standard input")
-        ->type_name("")
-        ->required();
-    one_of(command->add_option("--format", options->format, "What to write"),
-           {format_channels_conf, format_csv})
-        ->required();
-    command->add_option("-o,--output", options->output, "Where to write it; - for standard output")
-        ->type_name("FILE")
-        ->capture_default_str();
-    command->callback([options] { export_command(*options); });
 }
 
 } // namespace zarven::tool

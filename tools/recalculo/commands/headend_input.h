@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "headend/headend.h"
 
 namespace zarven::tool {
@@ -18,9 +16,6 @@ struct HeadendInput {
     /// Each PATH=VALUE.
     std::vector<std::string> settings;
 };
-
-/// Adds the argument HEADEND and the option --set to a command; `input` must outlive the parsing.
-void add_headend_input(CLI::App& command, HeadendInput& input);
 
 /// Reads the head-end with its changes. Throws `Failure`.
 Headend read_input(const HeadendInput& input);

@@ -1,8 +1,7 @@
 // The list is read and turned into services elsewhere; here they meet the modules.
 
-#include "commands/import.h"
+#include "commands/commands.h"
 
-#include <memory>
 #include <optional>
 #include <set>
 #include <utility>
@@ -12,7 +11,6 @@
 #include "base/counted.h"
 #include "base/failure.h"
 #include "base/streams.h"
-#include "commands/choice.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
@@ -22,15 +20,6 @@
 namespace zarven::tool {
 
 namespace {
-
-struct ImportOptions {
-    std::string channels;
-    std::string modules;
-    std::string output = standard_stream;
-    /// Empty for the one that the list shows.
-    std::string format;
-    BitrateEstimates estimates;
-};
 
 std::size_t number_of_streams(const std::vector<Service>& services) {
     std::set<Stream> streams;
@@ -67,6 +56,8 @@ void tell_estimates(const std::string& file, const Lineup& lineup, const Importe
                               fmt::join(estimates, ", ")));
 }
 
+} // namespace
+
 void import_command(const ImportOptions& options) {
     if (options.channels == standard_stream && options.modules == standard_stream)
         throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
@@ -87,37 +78,5 @@ void import_command(const ImportOptions& options) {
     headend.services = std::move(imported.services);
     write_text(options.output, write_headend(headend));
 }
-
-} // namespace
-
-void add_import(CLI::App& app) {
-    const auto options = std::make_shared<ImportOptions>();
-    CLI::App* import = app.add_subcommand("import", "Make a head-end of a channel list and modules");
-    import
-        ->add_option("CHANNELS", options->channels,
-                     "The list: channels.conf, dvbv5 or lamedb; - for standard input")
-        ->type_name("")
-        ->required();
-    import
-        ->add_option("--modules", options->modules,
-                     "A head-end file whose modules to take; - for standard input")
-        ->type_name("FILE")
-        ->required();
-    one_of(
-        import->add_option("--format", options->format, "What the list is; by default it shows that itself"),
-        lineup_format_names());
-    import->add_option("-o,--output", options->output, "Where to write the head-end; - for standard output")
-        ->type_name("FILE")
-        ->capture_default_str();
-    const auto add_estimate = [import](const char* name, std::uint32_t& bitrate, const char* description) {
-        import->add_option(name, bitrate, description)->type_name("KBITS")->capture_default_str();
-    };
-    add_estimate("--radio-bitrate", options->estimates.radio,
-                 "Bitrate to assume for a radio service, in kbit/s");
-    add_estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s");
-    add_estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s");
-    import->callback([options] { import_command(*options);
-});
-} // namespace zarven::tool
 
 } // namespace zarven::tool

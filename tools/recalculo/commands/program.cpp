@@ -1,27 +1,208 @@
+// Options that several commands have stand in a function each; all others where their command is.
+
 #include "commands/program.h"
 
-#include "commands/bound.h"
-#include "commands/compare.h"
-#include "commands/explain.h"
-#include "commands/export.h"
-#include "commands/import.h"
-#include "commands/run.h"
-#include "commands/size.h"
+#include <memory>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "commands/commands.h"
+#include "lineup/lineup.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
-void describe_program(CLI::App& program) {
-    program.name("recalculo");
-    program.description("Places the television services of a head-end onto its modules.");
-    // A second one would run after the first, and take a file of its name for a command.
-    program.require_subcommand(0, 1);
-    for (const auto add : {add_run, add_explain, add_compare, add_size, add_bound, add_import, add_export})
-        add(program);
+namespace {
 
-    const std::string version = "recalculo " RECALCULO_VERSION;
-    program.set_version_flag("--version", version);
-    for (CLI::App* command : program.get_subcommands({}))
-        command->set_version_flag("--version", version);
+Option argument(const char* name, std::string& value, const char* description) {
+    return {{name}, &value, description};
+}
+
+Option flag(const char* name, bool& value, const char* description) {
+    return {{name}, &value, description};
+}
+
+Option with_value(std::vector<std::string> names, const char* value, Target target, std::string description) {
+    return {std::move(names), target, std::move(description), value};
+}
+
+Option required(Option option) {
+    option.is_required = true;
+    return option;
+}
+
+Option named_file(Option option) {
+    option.is_named_file = true;
+    return option;
+}
+
+Option within(int least, int most, Option option) {
+    option.range = {least, most};
+    option.value += fmt::format(":INT in [{} - {}]", least, most);
+    return option;
+}
+
+Option one_of(std::vector<std::string> words, Option option) {
+    option.value = fmt::format("{}", fmt::join(words, "|"));
+    option.words = std::move(words);
+    return option;
+}
+
+/// Tells the value that the target has now.
+Option with_fallback(Option option) {
+    if (const auto* text = std::get_if<std::string*>(&option.target))
+        option.fallback = **text;
+    else if (const auto* number = std::get_if<std::uint32_t*>(&option.target))
+        option.fallback = std::to_string(**number);
+    return option;
+}
+
+Option headend_argument(HeadendInput& input) {
+    return argument("HEADEND", input.path, "The head-end, a JSON file; - for standard input");
+}
+
+Option set_option(HeadendInput& input) {
+    return with_value({"--set"}, "PATH=VALUE", &input.settings,
+                      "Change a value for this run, as in modules[2].pids_max=64, counted from 0, or "
+                      "modules[MAC].pids_max=64; [*] for all of a list; may be given several times");
+}
+
+Option json_flag(bool& json) {
+    return flag("--json", json, "Report as JSON");
+}
+
+/// `what` is the thing that the command reports.
+Option html_option(ReportOutput& output, const std::string& what) {
+    return named_file(with_value({"--html"}, "FILE", &output.html,
+                                 "Write the " + what +
+                                     " as a page for a browser; - for standard output in the place of the "
+                                     "report"));
+}
+
+Option color_option(StyleInput& style) {
+    return one_of(colour_choices(),
+                  with_value({"--color"}, "", &style.colour, "Colour the report; auto is on a terminal"));
+}
+
+Option output_option(std::string& path, const char* description) {
+    return with_fallback(with_value({"-o", "--output"}, "FILE", &path, description));
+}
+
+/// With the options that all have.
+Command command(const char* name, const char* description, std::vector<Option> options,
+                std::function<void()> perform) {
+    options.insert(options.begin(), {{"-h", "--help"}, Answer::help, "Print this help message and exit"});
+    options.push_back({{"--version"}, Answer::version, "Display program version information and exit"});
+    return {name, description, std::move(options), std::move(perform)};
+}
+
+Command describe_run() {
+    const auto options = std::make_shared<RunOptions>();
+    return command(
+        "run", "Place the services of a head-end and report where they went",
+        {headend_argument(options->headend), set_option(options->headend), json_flag(options->output.json),
+         html_option(options->output, "result"),
+         flag("--strategies", options->strategies,
+              "Show first what each of the engine's four strategies alone would leave out"),
+         flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
+         named_file(with_value({"--log"}, "FILE", &options->log,
+                               "Write the engine's log to a file; - for standard error")),
+         color_option(options->style)},
+        [options] { run_command(*options); });
+}
+
+Command describe_explain() {
+    const auto options = std::make_shared<ExplainOptions>();
+    return command(
+        "explain", "Tell why services are left out, and what each module answers",
+        {headend_argument(options->headend), set_option(options->headend),
+         with_value({"--service"}, "KEY", &options->services,
+                    "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
+                    "several times. Without it, all that are on no output"),
+         flag("--json", options->json, "Answer as JSON"), color_option(options->style)},
+        [options] { explain_command(*options); });
+}
+
+Command describe_compare() {
+    const auto options = std::make_shared<CompareOptions>();
+    return command(
+        "compare", "Show two placements side by side",
+        {argument("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input"),
+         argument("AFTER", options->after, "What to compare it with, of either kind"),
+         json_flag(options->output.json), html_option(options->output, "comparison"),
+         color_option(options->style)},
+        [options] { compare_command(*options); });
+}
+
+Command describe_size() {
+    const auto options = std::make_shared<SizeOptions>();
+    return command(
+        "size", "Tell what to change so that all services are placed",
+        {headend_argument(options->headend), set_option(options->headend),
+         required(with_value({"--add"}, "FILE", &options->add,
+                             "The kind of module to add: a module, or a head-end file with one; - for "
+                             "standard input")),
+         within(0, 10000,
+                with_fallback(with_value({"--most"}, "N", &options->most, "The most modules to add"))),
+         within(1, 256,
+                with_value({"--jobs"}, "N", &options->jobs,
+                           "How many runs at once; as many as there are cores by default")),
+         json_flag(options->json), color_option(options->style)},
+        [options] { size_command(*options); });
+}
+
+Command describe_bound() {
+    const auto options = std::make_shared<BoundOptions>();
+    return command("bound", "Tell how many services any arrangement of a head-end could place",
+                   {headend_argument(options->headend), set_option(options->headend),
+                    json_flag(options->json), color_option(options->style)},
+                   [options] { bound_command(*options); });
+}
+
+Command describe_import() {
+    const auto options = std::make_shared<ImportOptions>();
+    const auto estimate = [](const char* name, std::uint32_t& bitrate, const char* description) {
+        return with_fallback(with_value({name}, "KBITS", &bitrate, description));
+    };
+    return command(
+        "import", "Make a head-end of a channel list and modules",
+        {argument("CHANNELS", options->channels,
+                  "The list: channels.conf, dvbv5 or lamedb; - for standard input"),
+         required(with_value({"--modules"}, "FILE", &options->modules,
+                             "A head-end file whose modules to take; - for standard input")),
+         one_of(lineup_format_names(), with_value({"--format"}, "", &options->format,
+                                                  "What the list is; by default it shows that itself")),
+         output_option(options->output, "Where to write the head-end; - for standard output"),
+         estimate("--radio-bitrate", options->estimates.radio,
+                  "Bitrate to assume for a radio service, in kbit/s"),
+         estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s"),
+         estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s")},
+        [options] { import_command(*options); });
+}
+
+Command describe_export() {
+    const auto options = std::make_shared<ExportOptions>();
+    return command("export", "Write the result of a run as a channel list or a table",
+                   {argument("RESULT", options->result,
+                             "The result, as `recalculo run --json` writes it; - for standard input"),
+                    required(one_of({format_channels_conf, format_csv},
+                                    with_value({"--format"}, "", &options->format, "What to write"))),
+                    output_option(options->output, "Where to write it; - for standard output")},
+                   [options] { export_command(*options); });
+}
+
+} // namespace
+
+bool is_argument(const Option& option) {
+    return option.names.front().front() != '-';
+}
+
+Program describe_program() {
+    return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
+            {describe_run(), describe_explain(), describe_compare(), describe_size(), describe_bound(),
+             describe_import(), describe_export()},
+            "recalculo " RECALCULO_VERSION};
 }
 
 } // namespace zarven::tool

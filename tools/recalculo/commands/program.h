@@ -1,16 +1,68 @@
-// The command line as a whole: every command with its options. The program reads it, and the manual is made
-// of it.
+// The command line as a whole, told once: every command with its options. What is understood and the help
+// are made of it (command_line.h), and so are the man pages and the completion of the shell
+// (manual/main.cpp).
 
 #ifndef RECALCULO_COMMANDS_PROGRAM_H
 #define RECALCULO_COMMANDS_PROGRAM_H
 
-#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace zarven::tool {
 
-/// Gives the program its name, its description and its commands. The callbacks of the commands throw
-/// `Failure`.
-void describe_program(CLI::App& program);
+/// What the program answers itself.
+enum class Answer { help, version };
+
+/// Where the value of an option goes. A list takes one for each time that the option is given; a flag has
+/// none.
+using Target = std::variant<Answer, bool*, std::string*, std::vector<std::string>*, std::uint32_t*>;
+
+struct Option {
+    /// As they are typed. Of an argument, which must be given, the one by which it is told.
+    std::vector<std::string> names;
+    Target target;
+    std::string description;
+    /// What stands for the value in the help. Empty for an argument, and where there is none.
+    std::string value{};
+    /// Told with the description; empty for none.
+    std::string fallback{};
+    bool is_required = false;
+    /// Refuses an empty name, which a shell makes of an unset variable: it must not pass for a file not
+    /// wanted.
+    bool is_named_file = false;
+    /// The only ones that it takes; empty for any. The nearest is named for one that is mistyped.
+    std::vector<std::string> words{};
+    struct Range {
+        int least = 0;
+        int most = 0;
+    };
+    std::optional<Range> range{};
+};
+
+bool is_argument(const Option& option);
+
+struct Command {
+    std::string name;
+    std::string description;
+    /// In the order of the help.
+    std::vector<Option> options;
+    /// Does what the targets of the options then say. Throws `Failure`.
+    std::function<void()> perform{};
+};
+
+struct Program {
+    /// What is understood before a command.
+    Command itself;
+    std::vector<Command> commands;
+    /// The answer to --version.
+    std::string version;
+};
+
+Program describe_program();
 
 } // namespace zarven::tool
 

@@ -6,21 +6,13 @@
 #include <functional>
 #include <string>
 
-#include <CLI/CLI.hpp>
-
 namespace zarven::tool {
-
-/// Refuses an empty name, which a shell makes of an unset variable: it must not pass for a file not wanted.
-CLI::Validator named_file();
 
 struct ReportOutput {
     bool json = false;
     /// Empty for no page.
     std::string html;
 };
-
-/// `what` is the thing that the command reports.
-void add_report_output(CLI::App& command, ReportOutput& output, const std::string& what);
 
 /// Throws `Failure` if two reports would share standard output.
 void check(const ReportOutput& output);

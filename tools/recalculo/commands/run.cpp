@@ -1,16 +1,12 @@
 // Reading, running and reporting, in that order; each is done elsewhere.
 
-#include "commands/run.h"
+#include "commands/commands.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "base/failure.h"
 #include "base/streams.h"
-#include "commands/headend_input.h"
-#include "commands/report_output.h"
-#include "commands/style_input.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
@@ -24,16 +20,6 @@
 namespace zarven::tool {
 
 namespace {
-
-struct RunOptions {
-    HeadendInput headend;
-    ReportOutput output;
-    StyleInput style;
-    bool pauses = false;
-    bool strategies = false;
-    /// Empty for no log.
-    std::string log;
-};
 
 Result run_driver(const RunOptions& options, const Headend& headend, const std::string& file) {
     host::Log log(options.log);
@@ -55,6 +41,8 @@ std::string text_of(const Result& result, const Strategies* strategies, const Te
     return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
            text_report(result, style);
 }
+
+} // namespace
 
 void run_command(const RunOptions& options) {
     check(options.output);
@@ -78,24 +66,6 @@ void run_command(const RunOptions& options) {
             return options.output.json ? json_report(result, strategies)
                                        : text_of(result, strategies, style_of(options.style));
         });
-}
-
-} // namespace
-
-void add_run(CLI::App& app) {
-    const auto options = std::make_shared<RunOptions>();
-    CLI::App* run = app.add_subcommand("run", "Place the services of a head-end and report where they went");
-    add_headend_input(*run, options->headend);
-    add_report_output(*run, options->output, "result");
-    run->add_flag("--strategies", options->strategies,
-                  "Show first what each of the engine's four strategies alone would leave out");
-    run->add_flag("--pauses", options->pauses,
-                  "Keep the engine's pauses, which take from seconds to minutes");
-    run->add_option("--log", options->log, "Write the engine's log to a file; - for standard error")
-        ->check(named_file())
-        ->type_name("FILE");
-    add_style_input(*run, options->style);
-    run->callback([options] { run_command(*options); });
 }
 
 } // namespace zarven::tool

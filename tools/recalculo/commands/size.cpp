@@ -1,8 +1,7 @@
 // The runs are made elsewhere; here they are counted for whoever waits.
 
-#include "commands/size.h"
+#include "commands/commands.h"
 
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,8 +12,6 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "base/workers.h"
-#include "commands/headend_input.h"
-#include "commands/style_input.h"
 #include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/sizing.h"
@@ -24,15 +21,6 @@
 namespace zarven::tool {
 
 namespace {
-
-struct SizeOptions {
-    HeadendInput headend;
-    std::string add;
-    std::size_t most = SizingOptions().most;
-    unsigned jobs = cores();
-    bool json = false;
-    StyleInput style;
-};
 
 Sizing size_input(const SizeOptions& options) {
     const Headend headend = read_input(options.headend);
@@ -55,34 +43,14 @@ Sizing size_input(const SizeOptions& options) {
     return size_headend(headend, input_name(options.headend.path), kind, sizing);
 }
 
+} // namespace
+
 void size_command(const SizeOptions& options) {
     if (options.headend.path == standard_stream && options.add == standard_stream)
         throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
     const Sizing sizing = size_input(options);
     write_text(standard_stream,
                options.json ? sizing_json(sizing) : sizing_text(sizing, style_of(options.style)));
-}
-
-} // namespace
-
-void add_size(CLI::App& app) {
-    const auto options = std::make_shared<SizeOptions>();
-    CLI::App* size = app.add_subcommand("size", "Tell what to change so that all services are placed");
-    add_headend_input(*size, options->headend);
-    size->add_option("--add", options->add,
-                     "The kind of module to add: a module, or a head-end file with one; - for standard input")
-        ->type_name("FILE")
-        ->required();
-    size->add_option("--most", options->most, "The most modules to add")
-        ->type_name("N")
-        ->check(CLI::Range(0, 10000))
-        ->capture_default_str();
-    size->add_option("--jobs", options->jobs, "How many runs at once; as many as there are cores by default")
-        ->type_name("N")
-        ->check(CLI::Range(1, 256));
-    size->add_flag("--json", options->json, "Report as JSON");
-    add_style_input(*size, options->style);
-    size->callback([options] { size_command(*options); });
 }
 
 } // namespace zarven::tool

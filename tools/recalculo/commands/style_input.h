@@ -6,8 +6,6 @@
 
 #include <string>
 
-#include <CLI/CLI.hpp>
-
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -16,9 +14,6 @@ struct StyleInput {
     /// One of `colour_choices`.
     std::string colour = "auto";
 };
-
-/// Adds the option --color to a command; `input` must outlive the parsing.
-void add_style_input(CLI::App& command, StyleInput& input);
 
 /// The style of a report on standard output.
 TextStyle style_of(const StyleInput& input);

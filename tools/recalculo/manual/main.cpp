@@ -32,129 +32,104 @@ std::string roff(std::string text) {
     return text.rfind('.', 0) == 0 || text.rfind('\'', 0) == 0 ? "\\&" + text : text;
 }
 
-bool takes_value(const CLI::Option& option) {
-    return option.get_items_expected_max() != 0;
+std::string page_name(const Command& command, const Program& program) {
+    return &command == &program.itself ? command.name : program.itself.name + "-" + command.name;
 }
 
-bool is_positional(const CLI::Option& option) {
-    return option.get_lnames().empty() && option.get_snames().empty();
-}
-
-/// `-o`, `--output`.
-std::vector<std::string> names_of(const CLI::Option& option) {
-    std::vector<std::string> names;
-    for (const std::string& name : option.get_snames())
-        names.push_back("-" + name);
-    for (const std::string& name : option.get_lnames())
-        names.push_back("--" + name);
-    return names;
-}
-
-std::string page_name(const CLI::App& app, const CLI::App& program) {
-    return &app == &program ? app.get_name() : program.get_name() + "-" + app.get_name();
-}
-
-std::string synopsis_of(const CLI::App& app, const CLI::App& program) {
-    if (&app == &program)
-        return fmt::format(".B {}\n.I COMMAND\n[\\fIoption\\fR ...]\n", roff(app.get_name()));
-    std::string line = fmt::format(".B {} {}\n", roff(program.get_name()), roff(app.get_name()));
-    for (const CLI::Option* option : app.get_options())
-        if (is_positional(*option))
-            line += fmt::format("\\fI{}\\fR{}\n", roff(option->get_name()),
-                                option->get_expected_max() > 1 ? " ..." : "");
-        else if (option->get_required())
-            line += fmt::format("\\fB{}\\fR \\fI{}\\fR\n", roff(names_of(*option).front()),
-                                roff(option->get_type_name()));
+std::string synopsis_of(const Command& command, const Program& program) {
+    if (&command == &program.itself)
+        return fmt::format(".B {}\n.I COMMAND\n[\\fIoption\\fR ...]\n", roff(command.name));
+    std::string line = fmt::format(".B {} {}\n", roff(program.itself.name), roff(command.name));
+    for (const Option& option : command.options)
+        if (is_argument(option))
+            line += fmt::format("\\fI{}\\fR\n", roff(option.names.front()));
+        else if (option.is_required)
+            line += fmt::format("\\fB{}\\fR \\fI{}\\fR\n", roff(option.names.front()), roff(option.value));
     return line + "[\\fIoption\\fR ...]\n";
 }
 
-std::string described(const CLI::Option& option) {
-    const std::string fallback = takes_value(option) ? option.get_default_str() : "";
-    return roff(option.get_description()) +
-           (fallback.empty() ? "" : fmt::format(" (default: {})", roff(fallback))) + ".\n";
+std::string heading_of(const Option& option) {
+    if (is_argument(option))
+        return fmt::format("\\fI{}\\fR", roff(option.names.front()));
+    std::string heading;
+    for (const std::string& name : option.names)
+        heading += fmt::format("{}\\fB{}\\fR", heading.empty() ? "" : ", ", roff(name));
+    return option.value.empty() ? heading : heading + fmt::format(" \\fI{}\\fR", roff(option.value));
 }
 
-std::string options_of(const CLI::App& app) {
+std::string options_of(const Command& command) {
     std::string lines;
-    for (const CLI::Option* option : app.get_options()) {
-        std::string heading;
-        if (is_positional(*option)) {
-            heading = fmt::format("\\fI{}\\fR", roff(option->get_name()));
-        } else {
-            for (const std::string& name : names_of(*option))
-                heading += fmt::format("{}\\fB{}\\fR", heading.empty() ? "" : ", ", roff(name));
-            if (takes_value(*option))
-                heading += fmt::format(" \\fI{}\\fR", roff(option->get_type_name()));
-        }
-        lines += fmt::format(".TP\n{}\n{}", heading, described(*option));
-    }
+    for (const Option& option : command.options)
+        lines +=
+            fmt::format(".TP\n{}\n{}{}.\n", heading_of(option), roff(option.description),
+                        option.fallback.empty() ? "" : fmt::format(" (default: {})", roff(option.fallback)));
     return lines;
 }
 
-std::string commands_of(const CLI::App& program) {
+std::string commands_of(const Program& program) {
     std::string lines = ".SH COMMANDS\n";
-    for (const CLI::App* command : program.get_subcommands({}))
-        lines += fmt::format(".TP\n.BR {} (1)\n{}.\n", roff(page_name(*command, program)),
-                             roff(command->get_description()));
+    for (const Command& command : program.commands)
+        lines += fmt::format(".TP\n.BR {} (1)\n{}.\n", roff(page_name(command, program)),
+                             roff(command.description));
     return lines;
 }
 
-std::string see_also(const CLI::App& app, const CLI::App& program) {
+std::string see_also(const Command& command, const Program& program) {
     std::vector<std::string> pages;
-    if (&app != &program)
-        pages.push_back(page_name(program, program));
-    for (const CLI::App* command : program.get_subcommands({}))
-        if (command != &app)
-            pages.push_back(page_name(*command, program));
+    if (&command != &program.itself)
+        pages.push_back(page_name(program.itself, program));
+    for (const Command& other : program.commands)
+        if (&other != &command)
+            pages.push_back(page_name(other, program));
     std::string lines = ".SH SEE ALSO\n";
     for (const std::string& page : pages)
         lines += fmt::format(".BR {} (1){}\n", roff(page), page == pages.back() ? "" : ",");
     return lines;
 }
 
-std::string page_of(const CLI::App& app, const CLI::App& program, const std::string& sections) {
-    const std::string name = page_name(app, program);
+std::string page_of(const Command& command, const Program& program, const std::string& sections) {
+    const std::string name = page_name(command, program);
     std::string upper = name;
     std::transform(upper.begin(), upper.end(), upper.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
-    std::string description = app.get_description();
+    std::string description = command.description;
     while (!description.empty() && description.back() == '.')
         description.pop_back();
     return fmt::format(".TH {} 1 \"\" \"recalculo {}\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}", roff(upper),
-                       RECALCULO_VERSION, roff(name), roff(description), synopsis_of(app, program)) +
+                       RECALCULO_VERSION, roff(name), roff(description), synopsis_of(command, program)) +
            read_text(fmt::format("{}/{}.roff", sections, name)) +
-           (&app == &program ? commands_of(program) : "") + ".SH OPTIONS\n" + options_of(app) +
-           see_also(app, program);
+           (&command == &program.itself ? commands_of(program) : "") + ".SH OPTIONS\n" + options_of(command) +
+           see_also(command, program);
 }
 
 /// What the shell does for the value of an option: words, nothing for numbers and the like, else files.
-std::string values_of(const std::string& command, const CLI::Option& option) {
-    const std::string type = option.get_type_name();
-    if (!takes_value(option) || is_positional(option) || type == "FILE")
+std::string values_of(const std::string& command, const Option& option) {
+    if (option.value.empty() || option.value == "FILE")
         return "";
     std::string patterns;
-    for (const std::string& name : names_of(option))
+    for (const std::string& name : option.names)
         patterns += fmt::format("{}'{} {}'", patterns.empty() ? "" : " | ", command, name);
-    const bool is_choice = type.find('|') != std::string::npos;
     return fmt::format("    {}) {} ;;\n", patterns,
-                       is_choice ? fmt::format("words='{}'", replaced(type, "|", " ")) : "return");
+                       option.words.empty() ? "return"
+                                            : fmt::format("words='{}'", fmt::join(option.words, " ")));
 }
 
 /// The words that complete a command line: after each command its options and their values; files for the
 /// rest.
-std::string completion_of(const CLI::App& program) {
+std::string completion_of(const Program& program) {
     std::string commands;
     std::string options;
     std::string values;
-    for (const CLI::App* command : program.get_subcommands({})) {
+    for (const Command& command : program.commands) {
         std::string names;
-        for (const CLI::Option* option : command->get_options()) {
-            for (const std::string& name : names_of(*option))
-                names += (names.empty() ? "" : " ") + name;
-            values += values_of(command->get_name(), *option);
+        for (const Option& option : command.options) {
+            if (!is_argument(option))
+                for (const std::string& name : option.names)
+                    names += (names.empty() ? "" : " ") + name;
+            values += values_of(command.name, option);
         }
-        commands += (commands.empty() ? "" : " ") + command->get_name();
-        options += fmt::format("        {}) words='{}' ;;\n", command->get_name(), names);
+        commands += (commands.empty() ? "" : " ") + command.name;
+        options += fmt::format("        {}) words='{}' ;;\n", command.name, names);
     }
     std::string text = R"(# bash completion for recalculo
 
@@ -184,14 +159,15 @@ complete -F _recalculo recalculo
 }
 
 void write_manual(const std::string& sections, const std::filesystem::path& output) {
-    CLI::App program;
-    describe_program(program);
+    const Program program = describe_program();
     std::filesystem::create_directories(output);
-    std::vector<const CLI::App*> apps = {&program};
-    for (const CLI::App* command : program.get_subcommands({}))
-        apps.push_back(command);
-    for (const CLI::App* app : apps)
-        write_text((output / (page_name(*app, program) + ".1")).string(), page_of(*app, program, sections));
+    const auto write_page = [&](const Command& command) {
+        write_text((output / (page_name(command, program) + ".1")).string(),
+                   page_of(command, program, sections));
+    };
+    write_page(program.itself);
+    for (const Command& command : program.commands)
+        write_page(command);
     write_text((output / "recalculo.bash").string(), completion_of(program));
 }
 

@@ -18,7 +18,7 @@ namespace zarven::tool {
 
 struct SizingOptions {
     /// The most modules to add.
-    std::size_t most = 32;
+    std::uint32_t most = 32;
     unsigned jobs = 1;
     /// Called after each run with the runs done and those planned so far; one call at a time.
     std::function<void(std::size_t done, std::size_t planned)> progress = [](std::size_t, std::size_t) {};
