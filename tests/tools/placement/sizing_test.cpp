@@ -1,6 +1,7 @@
 // Numbers of modules and raised limits, on head-ends where they can be told by hand.
 
 #include "placement/sizing.h"
+#include "placement/sizing/further_modules.h"
 
 #include <algorithm>
 #include <random>
@@ -32,7 +33,7 @@ Headend one_module(std::vector<Service> services) {
     return headend;
 }
 
-Sizing size(const Headend& headend, const Module& kind, std::size_t most = 8, unsigned jobs = 2) {
+Sizing size(const Headend& headend, const Module& kind, std::uint32_t most = 8, unsigned jobs = 2) {
     const host::Log no_log("");
     SizingOptions options;
     options.most = most;

@@ -10,8 +10,8 @@
 #include "placement/comparison.h"
 #include "placement/host.h"
 #include "report/comparison_json.h"
-#include "report/comparison_page.h"
 #include "report/comparison_text.h"
+#include "report/page/comparison_page.h"
 #include "report/result_reader.h"
 
 namespace zarven::tool {

@@ -12,7 +12,7 @@
 #include "placement/host.h"
 #include "placement/result.h"
 #include "placement/strategies.h"
-#include "report/page.h"
+#include "report/page/result_page.h"
 #include "report/report_json.h"
 #include "report/report_text.h"
 #include "report/strategies_text.h"
@@ -61,7 +61,7 @@ void run_command(const RunOptions& options) {
         run_alone = run_strategies(headend, file);
     const Strategies* strategies = run_alone ? &*run_alone : nullptr;
     write_reports(
-        options.output, [&] { return html_page(result); },
+        options.output, [&] { return result_page(result); },
         [&] {
             return options.output.json ? json_report(result, strategies)
                                        : text_of(result, strategies, style_of(options.style));

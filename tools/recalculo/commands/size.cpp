@@ -15,6 +15,7 @@
 #include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/sizing.h"
+#include "placement/sizing/further_modules.h"
 #include "report/progress_line.h"
 #include "report/sizing_report.h"
 

@@ -19,36 +19,36 @@ namespace zarven::tool {
 namespace {
 
 /// An input or an output on which a service stands.
-struct Place {
+struct Port {
     std::string mac;
     std::uint32_t number = 0;
     /// How often it stands there.
     std::size_t times = 0;
 };
 
-using Places = std::vector<Place>;
+using Ports = std::vector<Port>;
 
-bool holds(const Places& places, const std::string& mac, std::uint32_t number) {
+bool holds(const Ports& places, const std::string& mac, std::uint32_t number) {
     return std::any_of(places.begin(), places.end(),
-                       [&](const Place& place) { return place.mac == mac && place.number == number; });
+                       [&](const Port& place) { return place.mac == mac && place.number == number; });
 }
 
-bool holds(const Places& places, const std::string& mac) {
-    return std::any_of(places.begin(), places.end(), [&](const Place& place) { return place.mac == mac; });
+bool holds(const Ports& places, const std::string& mac) {
+    return std::any_of(places.begin(), places.end(), [&](const Port& place) { return place.mac == mac; });
 }
 
 /// Notes one more entry. The places are visited one after the other, so the last noted is the one in hand.
-void note(Places& places, const std::string& mac, std::uint32_t number) {
+void note(Ports& places, const std::string& mac, std::uint32_t number) {
     if (places.empty() || places.back().mac != mac || places.back().number != number)
         places.push_back({mac, number, 0});
     ++places.back().times;
 }
 
 /// "output 1, output 2 of module A, output 1 of module B"
-std::string listed(const char* kind, const Places& places) {
+std::string listed(const char* kind, const Ports& places) {
     std::string list;
     for (std::size_t index = 0; index < places.size(); ++index) {
-        const Place& place = places[index];
+        const Port& place = places[index];
         list += fmt::format("{}{} {}", index == 0 ? "" : ", ", kind, place.number);
         if (index + 1 == places.size() || places[index + 1].mac != place.mac)
             list += " of module " + place.mac;
@@ -58,10 +58,10 @@ std::string listed(const char* kind, const Places& places) {
 
 /// All the places of a service.
 struct Whereabouts {
-    Places inputs;
-    Places outputs;
+    Ports inputs;
+    Ports outputs;
     /// Those of the inputs that are tuned to another stream, each with that stream.
-    std::vector<std::pair<Place, Stream>> foreign_inputs;
+    std::vector<std::pair<Port, Stream>> foreign_inputs;
     /// The streams under which it is left out.
     std::vector<Stream> left_out;
 };
@@ -86,11 +86,11 @@ private:
     void examine_total();
     void examine(const tRec_Servicio& service);
     void examine_completeness(const tRec_Servicio& service, const Whereabouts& where);
-    void examine_repetition(const tRec_Servicio& service, const char* kind, const Places& places);
+    void examine_repetition(const tRec_Servicio& service, const char* kind, const Ports& places);
     void examine_inputs_and_outputs(const tRec_Servicio& service, const Whereabouts& where);
     void examine_left_out(const tRec_Servicio& service, const Whereabouts& where);
     void examine_parent(const tRec_Servicio& clone, const Whereabouts& where);
-    Places outputs_of_parent(const tRec_Servicio& clone) const;
+    Ports outputs_of_parent(const tRec_Servicio& clone) const;
 
     void find(const tRec_Servicio& service, const std::string& problem) {
         const std::string subject =
@@ -164,8 +164,8 @@ void PlaceAudit::examine_completeness(const tRec_Servicio& service, const Wherea
                                   listed("output", where.outputs)));
 }
 
-void PlaceAudit::examine_repetition(const tRec_Servicio& service, const char* kind, const Places& places) {
-    for (const Place& place : places)
+void PlaceAudit::examine_repetition(const tRec_Servicio& service, const char* kind, const Ports& places) {
+    for (const Port& place : places)
         if (place.times > 1)
             find(service, fmt::format("{} times on {}", place.times, listed(kind, {place})));
     if (places.size() < 2)
@@ -177,10 +177,10 @@ void PlaceAudit::examine_repetition(const tRec_Servicio& service, const char* ki
 }
 
 void PlaceAudit::examine_inputs_and_outputs(const tRec_Servicio& service, const Whereabouts& where) {
-    for (const Place& output : where.outputs)
+    for (const Port& output : where.outputs)
         if (!holds(where.inputs, output.mac))
             find(service, fmt::format("on {}, which has it on no input", listed("output", {output})));
-    for (const Place& input : where.inputs)
+    for (const Port& input : where.inputs)
         if (!holds(where.outputs, input.mac))
             find(service, fmt::format("on {}, which has it on no output", listed("input", {input})));
     for (const auto& [input, tuned] : where.foreign_inputs)
@@ -197,8 +197,8 @@ void PlaceAudit::examine_left_out(const tRec_Servicio& service, const Whereabout
 }
 
 /// The engine knows the parent of a clone by its OSID.
-Places PlaceAudit::outputs_of_parent(const tRec_Servicio& clone) const {
-    Places outputs;
+Ports PlaceAudit::outputs_of_parent(const tRec_Servicio& clone) const {
+    Ports outputs;
     for (const auto& service : run_.engine.listaServicios) {
         const auto found = whereabouts_.find(service.get());
         if (service->OSID == clone.Parent_SID && stream_of(*service) == stream_of(clone) &&
@@ -209,8 +209,8 @@ Places PlaceAudit::outputs_of_parent(const tRec_Servicio& clone) const {
 }
 
 void PlaceAudit::examine_parent(const tRec_Servicio& clone, const Whereabouts& where) {
-    const Places parent = outputs_of_parent(clone);
-    for (const Place& output : where.outputs)
+    const Ports parent = outputs_of_parent(clone);
+    for (const Port& output : where.outputs)
         if (!holds(parent, output.mac, output.number))
             find(clone,
                  fmt::format("attached on {}, but its parent (SID {}) is on {}", listed("output", {output}),

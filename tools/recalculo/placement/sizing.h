@@ -92,10 +92,6 @@ struct Sizing {
 Sizing size_headend(const Headend& headend, const std::string& file, const Module& kind,
                     const SizingOptions& options);
 
-/// The head-end with further modules of a kind. Their MACs follow all others, so that the engine fills them
-/// last.
-Headend with_modules(const Headend& headend, const Module& kind, std::size_t number);
-
 } // namespace zarven::tool
 
 #endif

@@ -30,13 +30,13 @@ const char* yes_or_no(bool truth) {
 }
 
 /// Where a service stands; empty fields where it does not.
-struct Place {
+struct PlaceCells {
     std::string module;
     std::string input;
     std::string output;
 };
 
-std::string line(const Place& place, const ServiceResult& service) {
+std::string line(const PlaceCells& place, const ServiceResult& service) {
     return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,

@@ -112,7 +112,7 @@ int digits(std::uint32_t number) {
     return static_cast<int>(fmt::formatted_size("{}", number));
 }
 
-std::string percentage(std::uint32_t used, std::uint32_t max, const TextStyle& style) {
+std::string load_text(std::uint32_t used, std::uint32_t max, const TextStyle& style) {
     return max == 0 ? std::string(symbols_of(style).dash) : fmt::format("{:.1f} %", 100.0 * used / max);
 }
 
@@ -236,7 +236,7 @@ Row Report::row_of(const OutputResult& output, int bar_width) const {
             bar(output.bitrate, output.bitrate_max, bar_width, style_),
             fmt::format("{:>{}} of {:>{}} kbit/s", output.bitrate, bitrate_width_, output.bitrate_max,
                         bitrate_width_),
-            percentage(output.bitrate, output.bitrate_max, style_),
+            load_text(output.bitrate, output.bitrate_max, style_),
             fmt::format("{:>4} of {} services", output.service_count, output.service_max)};
 }
 

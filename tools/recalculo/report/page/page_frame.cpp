@@ -2,7 +2,7 @@
 // names, and `false` stands for nothing. The templates escape every text; here they lose what no page can
 // show.
 
-#include "report/page_frame.h"
+#include "report/page/page_frame.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -11,7 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
-#include "report/page_files.h"
+#include "report/page/page_files.h"
 #include "report/service_marks.h"
 
 namespace zarven::tool {

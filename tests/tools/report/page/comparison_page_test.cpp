@@ -1,11 +1,11 @@
 // The text of the page of a comparison. How it looks and behaves in a browser is tested in tests/tools/page.
 
-#include "report/comparison_page.h"
+#include "report/page/comparison_page.h"
 
 #include <gtest/gtest.h>
 
 #include "report/comparison_fixture.h"
-#include "report/page_text.h"
+#include "report/page/page_text.h"
 
 namespace zarven::tool {
 namespace {

@@ -1,17 +1,17 @@
 // The text of a page. How it looks and behaves in a browser is tested in tests/tools/page.
 
-#include "report/page.h"
+#include "report/page/result_page.h"
 
 #include <gtest/gtest.h>
 
-#include "report/page_text.h"
+#include "report/page/page_text.h"
 #include "report/report_fixture.h"
 
 namespace zarven::tool {
 namespace {
 
 std::string body_of(const Result& result) {
-    return body_of_page(html_page(result));
+    return body_of_page(result_page(result));
 }
 
 std::string everything() {
@@ -229,7 +229,7 @@ Result result_full_of(const std::string& text) {
 TEST(Page, NamesAreTextWhateverTheySay) {
     const std::string text = "<script>alert(1)</script>\"&'{{{style}}}";
     const std::string escaped = "&lt;script&gt;alert(1)&lt;/script&gt;&quot;&amp;&apos;{{{style}}}";
-    const std::string page = html_page(result_full_of(text));
+    const std::string page = result_page(result_full_of(text));
     EXPECT_FALSE(has(page, "<script>alert"));
     EXPECT_FALSE(has(page, "\"&'"));
     // Title, heading, warning; 4 + 3 in the list left out, 4 on an input; 7 for each of the 2 modules, one of
@@ -242,7 +242,7 @@ TEST(Page, NamesAreTextWhateverTheySay) {
 }
 
 TEST(Page, WhatNoPageCanShowIsReplaced) {
-    const std::string page = html_page(result_full_of("a\x1B\x80z\u202E"));
+    const std::string page = result_page(result_full_of("a\x1B\x80z\u202E"));
     EXPECT_FALSE(has(page, "\x1B"));
     EXPECT_FALSE(has(page, "a\x1B\x80z"));
     // A change of the direction of writing ends with the element around the name.
@@ -254,7 +254,7 @@ TEST(Page, AnEmptyResultIsAWholePage) {
     EXPECT_TRUE(has(page, "<h1>Head-end</h1>"));
     EXPECT_FALSE(has(page, "<table"));
     EXPECT_FALSE(has(page, "<li>"));
-    EXPECT_TRUE(has(html_page(Result()), "<title>Placement</title>"));
+    EXPECT_TRUE(has(result_page(Result()), "<title>Placement</title>"));
 }
 
 TEST(Page, AModuleWithoutInputsOrOutputsSaysSo) {
@@ -266,7 +266,7 @@ TEST(Page, AModuleWithoutInputsOrOutputsSaysSo) {
 }
 
 TEST(Page, NeedsNothingFromOutside) {
-    const std::string page = html_page(result_with_everything());
+    const std::string page = result_page(result_with_everything());
     expect_nothing_from_outside(page);
 }
 

@@ -1,15 +1,15 @@
 // The facts of a comparison are put into the names that comparison_page.mustache knows. Services have tables
 // of their own; inputs, limits and modules share one form of table.
 
-#include "report/comparison_page.h"
+#include "report/page/comparison_page.h"
 
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "base/utf8.h"
-#include "report/page_files.h"
-#include "report/page_frame.h"
+#include "report/page/page_files.h"
+#include "report/page/page_frame.h"
 
 namespace zarven::tool {
 
@@ -45,7 +45,7 @@ std::string macs_of(const ServiceChange& change) {
     return macs;
 }
 
-data service_row(const ServiceChange& change) {
+data change_row(const ServiceChange& change) {
     data row;
     row["stream"] = to_string(change.service.stream);
     row["macs"] = macs_of(change);
@@ -77,7 +77,7 @@ std::vector<Changes> changes_of(const Comparison& comparison) {
 data changes_entry(const Changes& changes) {
     list rows;
     for (const ServiceChange& change : changes.services)
-        rows.push_back(service_row(change));
+        rows.push_back(change_row(change));
     data entry;
     entry["anchor"] = changes.anchor;
     entry["found"] = changes.anchor;

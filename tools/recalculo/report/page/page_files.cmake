@@ -19,7 +19,7 @@ function(sha256_base64 variable text)
 endfunction()
 
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page_frame.mustache page_frame_template)
-file(READ ${CMAKE_CURRENT_LIST_DIR}/page.mustache page_template)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/result_page.mustache result_page_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/comparison_page.mustache comparison_page_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page.css page_style)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page.js page_script)

@@ -7,7 +7,7 @@ namespace zarven::tool {
 
 /// What stands around the content of every page, and the contents.
 extern const char* const page_frame_template;
-extern const char* const page_template;
+extern const char* const result_page_template;
 extern const char* const comparison_page_template;
 extern const char* const page_style;
 extern const char* const page_script;

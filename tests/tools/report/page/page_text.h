@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "report/page_files.h"
+#include "report/page/page_files.h"
 
 namespace zarven::tool {
 

@@ -1,0 +1,134 @@
+// The facts of a result are put into the names that result_page.mustache knows. As page_frame.cpp says, each
+// object sets all of its names, and texts lose what no page can show.
+
+#include "report/page/result_page.h"
+
+#include <cstdint>
+#include <string>
+
+#include <fmt/format.h>
+
+#include "report/page/page_files.h"
+#include "report/page/page_frame.h"
+#include "report/page/result_modules.h"
+#include "report/page/result_parts.h"
+#include "report/page/result_streams.h"
+#include "report/page/result_unplaced.h"
+#include "report/stream_marks.h"
+
+namespace zarven::tool {
+
+namespace {
+
+using kainjow::mustache::data;
+using kainjow::mustache::list;
+
+constexpr const char* swatch_template =
+    R"(<svg class="swatch" aria-hidden="true"><rect class="c{{colour}}" width="100%" height="100%"/>{{#pattern}})"
+    R"(<rect class="p{{pattern}}" width="100%" height="100%"/>{{/pattern}}</svg>)";
+
+constexpr const char* segments_template =
+    R"({{#segments}}<rect class="c{{colour}}" x="{{x}}%" width="{{width}}%" height="100%"/>{{#pattern}})"
+    R"(<rect class="p{{pattern}}" x="{{x}}%" width="{{width}}%" height="100%"/>{{/pattern}})"
+    R"(<rect class="edge" x="{{end}}%" width="1" height="100%"/>{{/segments}})";
+
+list tiles_of(const Result& result) {
+    const InputCounts inputs = inputs_of(result);
+    std::uint64_t pids = 0;
+    std::uint64_t pids_max = 0;
+    Load load;
+    for (const ModuleResult& module : result.modules) {
+        pids += module.pids;
+        pids_max += module.pids_max;
+        load.used += load_of(module).used;
+        load.max += load_of(module).max;
+    }
+    const Counts& counts = result.counts;
+    const auto of = [](std::uint64_t max, const char* unit) {
+        return fmt::format("of {}{}", grouped(max), unit);
+    };
+    list tiles;
+    tiles.push_back(tile("Placed", grouped(counts.placed), of(counts.loaded, " loaded"),
+                         share_text(counts.placed, counts.loaded)));
+    tiles.push_back(
+        tile("Left out", grouped(counts.left_out),
+             result.left_out.empty() ? "" : "in " + counted(result.left_out.size(), "stream", "streams"),
+             share_text(counts.left_out, counts.loaded)));
+    if (counts.neither != 0)
+        tiles.push_back(tile("Neither", grouped(counts.neither), "placed nor left out", false));
+    tiles.push_back(tile("Inputs in use", grouped(inputs.tuned), of(inputs.all, ""),
+                         share_text(inputs.tuned, inputs.all)));
+    tiles.push_back(
+        tile("Output bitrate", grouped(load.used), of(load.max, " kbit/s"), share_text(load.used, load.max)));
+    tiles.push_back(tile("PIDs in use", grouped(pids), of(pids_max, ""), share_text(pids, pids_max)));
+    if (counts.clones_attached + counts.clones_waiting != 0)
+        tiles.push_back(tile("Clones attached", grouped(counts.clones_attached),
+                             fmt::format("{} waiting", grouped(counts.clones_waiting)), false));
+    return tiles;
+}
+
+void add_links(list& sections, const Result& result, const StreamMarks& marks) {
+    link_section(sections, "glance", "At a glance", result.modules.size());
+    link_section(sections, "modules", "Modules", result.modules.size());
+    link_section(sections, "left-out", "Left out", result.counts.left_out);
+    link_section(sections, "waiting", "Clones waiting", result.clones_waiting.size());
+    link_section(sections, "neither", "Neither placed nor left out", result.neither.size());
+    link_section(sections, "streams", "Streams", marks.in_order().size());
+}
+
+std::string verdict(const Counts& counts) {
+    std::string text =
+        counts.left_out != 0
+            ? fmt::format("{} of {} left out", grouped(counts.left_out), services_counted(counts.loaded))
+            : fmt::format("{} of {} placed", grouped(counts.placed), services_counted(counts.loaded));
+    if (counts.neither != 0)
+        text += fmt::format(", {} neither placed nor left out", grouped(counts.neither));
+    if (counts.clones_waiting != 0)
+        text += fmt::format(", {} waiting", counted(counts.clones_waiting, "clone", "clones"));
+    return text;
+}
+
+PageFrame frame_of(const Result& result, const StreamMarks& marks) {
+    const Counts& counts = result.counts;
+    PageFrame frame;
+    frame.title = result.name.empty() ? "Placement" : "Placement of " + result.name;
+    frame.skip = "Skip to the plan";
+    frame.eyebrow = "Head-end placement";
+    if (!result.name.empty())
+        frame.names = {result.name};
+    frame.verdict = verdict(counts);
+    frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0 &&
+                    result.warnings.empty();
+    frame.tiles = tiles_of(result);
+    add_audit(frame, "audit", "What does not add up", result.warnings);
+    add_links(frame.sections, result, marks);
+    frame.footer =
+        "A stream is written as ONID/TSID. Its letters, colour and pattern are the same in all of the "
+        "page. A clone stands where its parent stands and costs neither bitrate nor a place on the "
+        "output.";
+    return frame;
+}
+
+data facts_of(const Result& result, const StreamMarks& marks) {
+    data facts;
+    facts["swatch"] = swatch_template;
+    facts["segments_of_bar"] = segments_template;
+    facts["has_modules"] = !result.modules.empty();
+    facts["modules"] = data(module_entries(result, marks));
+    facts["has_streams"] = !marks.in_order().empty();
+    facts["streams"] = data(stream_entries(result, marks));
+    // Above, looks come again, and the list would be longer than the table under it.
+    facts["has_legend"] = marks.received() <= stream_colours * stream_patterns;
+    facts["legend"] = data(legend_entries(marks));
+    facts["lists"] = data(unplaced_sections(result, marks));
+    return facts;
+}
+
+} // namespace
+
+std::string result_page(const Result& result) {
+    const StreamMarks marks(result);
+    return framed(frame_of(result, marks), result_page_template, facts_of(result, marks));
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,82 @@
+#include "report/page/result_unplaced.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "report/page/page_frame.h"
+#include "report/page/result_parts.h"
+
+namespace zarven::tool {
+
+namespace {
+
+using kainjow::mustache::data;
+using kainjow::mustache::list;
+
+bool any_reason(const std::vector<StreamResult>& streams) {
+    return std::any_of(streams.begin(), streams.end(), [](const StreamResult& stream) {
+        return std::any_of(stream.services.begin(), stream.services.end(),
+                           [](const ServiceResult& service) { return !service.reason.empty(); });
+    });
+}
+
+data list_section(const std::string& anchor, const std::string& title, std::size_t number,
+                  const std::string& explanation, const std::vector<StreamResult>& streams,
+                  const StreamMarks& marks) {
+    const bool has_reasons = any_reason(streams);
+    list groups;
+    for (const StreamResult& stream : streams) {
+        data group;
+        group["stream"] = to_string(stream.stream);
+        set_mark(group, marks.of(stream.stream));
+        group["note"] = services_counted(stream.services.size());
+        group["services"] = service_rows(stream.services, &stream.stream);
+        groups.push_back(group);
+    }
+    data section;
+    section["anchor"] = anchor;
+    section["title"] = title;
+    section["number"] = grouped(number);
+    section["explanation"] = explanation;
+    section["caption"] = title + ", by stream";
+    section["has_reasons"] = has_reasons;
+    section["columns"] = has_reasons ? "4" : "3";
+    section["groups"] = groups;
+    return section;
+}
+
+std::vector<StreamResult> by_stream(const std::vector<ServiceResult>& services) {
+    std::map<Stream, StreamResult> streams;
+    for (const ServiceResult& service : services) {
+        StreamResult& stream = streams[service.stream];
+        stream.stream = service.stream;
+        stream.services.push_back(service);
+    }
+    std::vector<StreamResult> grouped_services;
+    for (auto& [numbers, stream] : streams)
+        grouped_services.push_back(std::move(stream));
+    return grouped_services;
+}
+
+} // namespace
+
+kainjow::mustache::list unplaced_sections(const Result& result, const StreamMarks& marks) {
+    list sections;
+    if (!result.left_out.empty())
+        sections.push_back(list_section("left-out", "Left out", result.counts.left_out,
+                                        "Services that the engine has left out.", result.left_out, marks));
+    if (!result.clones_waiting.empty())
+        sections.push_back(list_section("waiting", "Clones waiting", result.clones_waiting.size(),
+                                        "Clones that found no place beside a parent.",
+                                        by_stream(result.clones_waiting), marks));
+    if (!result.neither.empty())
+        sections.push_back(list_section("neither", "Neither placed nor left out", result.neither.size(),
+                                        "Services that the engine's exchanges have lost.",
+                                        by_stream(result.neither), marks));
+    return sections;
+}
+
+} // namespace zarven::tool
