@@ -321,7 +321,7 @@ TEST(WrittenSchemas, AcceptASizing) {
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     const Headend headend = read_headend("small.json", text);
     const DocumentSchema schema("sizing.schema.json");
-    for (const std::size_t most : {std::size_t{0}, std::size_t{2}}) {
+    for (const std::uint32_t most : {0U, 2U}) {
         SizingOptions options;
         options.most = most;
         const Sizing sizing = size_headend(headend, "small.json", headend.modules.at(0), options);

@@ -19,7 +19,7 @@ namespace zarven::tool {
 
 namespace {
 
-void tell(const std::string& file, const ChannelExport& exported) {
+void tell_exported(const std::string& file, const ChannelExport& exported) {
     std::vector<std::string> parts;
     const auto add = [&parts](std::size_t number, const char* what) {
         if (number != 0)
@@ -43,7 +43,7 @@ void export_command(const ExportOptions& options) {
         return write_text(options.output, csv_report(result));
     const ChannelExport exported = export_channels(result);
     write_text(options.output, write_channels_conf(exported.channels));
-    tell(file, exported);
+    tell_exported(file, exported);
 }
 
 } // namespace zarven::tool

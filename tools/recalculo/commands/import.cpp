@@ -28,7 +28,7 @@ std::size_t number_of_streams(const std::vector<Service>& services) {
     return streams.size();
 }
 
-void tell(const std::string& file, const ImportedChannels& imported) {
+void tell_imported(const std::string& file, const ImportedChannels& imported) {
     for (const UnreadableLine& line : imported.unreadable)
         write_message(fmt::format("{}: line {}: {}", file, line.line, line.reason));
     write_message(fmt::format(
@@ -69,7 +69,7 @@ void import_command(const ImportOptions& options) {
         format = lineup_format(options.format);
     const Lineup lineup = read_lineup(file, read_text(options.channels), format);
     ImportedChannels imported = import_channels(lineup.list, options.estimates);
-    tell(file, imported);
+    tell_imported(file, imported);
     tell_estimates(file, lineup, imported);
 
     Headend headend;

@@ -72,7 +72,8 @@ bool is_about_room(Limit limit) {
 }
 
 /// `figures` stand behind the words.
-std::string verdict(const ModuleAnswer& answer, const ServiceResult& service, const std::string& figures) {
+std::string answer_text(const ModuleAnswer& answer, const ServiceResult& service,
+                        const std::string& figures) {
     const ModuleRefusal& refusal = answer.refusal;
     std::string words = verdict_of_limit(refusal, service);
     if (!refusal.carried_on.empty())
@@ -100,11 +101,11 @@ std::string bitrates(const Room& room, const ServiceResult& service) {
     return fmt::format("{} + {} of {}", room.output.bitrate, service.bitrate, room.output.bitrate_max);
 }
 
-std::string pids(const Room& room, const ServiceResult& service) {
+std::string pids_of_room(const Room& room, const ServiceResult& service) {
     return fmt::format("{} + {} of {}", room.pids_used, service.ca_pids, room.pids_max);
 }
 
-std::string transcoders(const Room& room) {
+std::string transcoders_of_room(const Room& room) {
     return fmt::format("{} + 1 of {}", room.transcoders_used, room.transcoders_max);
 }
 
@@ -131,22 +132,22 @@ std::optional<std::string> wide_table(const Explanation& explanation, const Text
         const ModuleRefusal& refusal = answer.refusal;
         const Room& room = refusal.room;
         rows.push_back(
-            {shown(refusal.mac, style), verdict(answer, explanation.service, ""), inputs(refusal)});
+            {shown(refusal.mac, style), answer_text(answer, explanation.service, ""), inputs(refusal)});
         if (!refusal.carried_on.empty())
             continue;
         const std::string dash(symbols_of(style).dash);
         const bool has_output = room.outputs_full < room.outputs;
         rows.back().emplace_back(has_output ? std::to_string(room.output.number) : dash);
         rows.back().emplace_back(has_output ? bitrates(room, explanation.service) : dash);
-        rows.back().emplace_back(pids(room, explanation.service));
+        rows.back().emplace_back(pids_of_room(room, explanation.service));
         if (is_transcoded)
-            rows.back().emplace_back(transcoders(room));
+            rows.back().emplace_back(transcoders_of_room(room));
     }
     return table_as_it_is(std::move(columns), rows, table_indent, style);
 }
 
 /// The figures of the limit that refuses.
-std::string figures(const ModuleRefusal& refusal, const ServiceResult& service) {
+std::string refusal_figures(const ModuleRefusal& refusal, const ServiceResult& service) {
     const Room& room = refusal.room;
     switch (refusal.limit) {
     case Limit::no_input:
@@ -156,9 +157,9 @@ std::string figures(const ModuleRefusal& refusal, const ServiceResult& service) 
     case Limit::bitrate:
         return fmt::format("output {}, {}", room.output.number, bitrates(room, service));
     case Limit::pids:
-        return pids(room, service);
+        return pids_of_room(room, service);
     case Limit::transcoders:
-        return transcoders(room);
+        return transcoders_of_room(room);
     default:
         return "";
     }
@@ -176,7 +177,8 @@ std::string narrow_table(const Explanation& explanation, const TextStyle& style)
     std::vector<Row> rows;
     for (const ModuleAnswer& answer : explanation.modules) {
         const ModuleRefusal& refusal = answer.refusal;
-        std::string text = verdict(answer, explanation.service, figures(refusal, explanation.service));
+        std::string text =
+            answer_text(answer, explanation.service, refusal_figures(refusal, explanation.service));
         if (refusal.has_input())
             text += (is_one_input(refusal) ? "; input " : "; inputs ") + inputs(refusal);
         rows.push_back({shown(refusal.mac, style), std::move(text)});

@@ -90,7 +90,7 @@ std::string beginning(const Addition& addition) {
                        addition.at_least);
 }
 
-Column figures(const char* heading, int least) {
+Column figure_column(const char* heading, int least) {
     Column column;
     column.heading = heading;
     column.align = Align::right;
@@ -104,11 +104,12 @@ bool is_same_outcome(const Attempt& one, const Attempt& other) {
 
 /// One line for a row of numbers with the same outcome.
 std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
-    std::vector<Column> columns = {figures("more", 10), figures("placed", 8), figures("left out", 8)};
+    std::vector<Column> columns = {figure_column("more", 10), figure_column("placed", 8),
+                                   figure_column("left out", 8)};
     const bool any_findings = std::any_of(attempts.begin(), attempts.end(),
                                           [](const Attempt& attempt) { return attempt.findings != 0; });
     if (any_findings)
-        columns.push_back(figures("audit", 6));
+        columns.push_back(figure_column("audit", 6));
     std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
         const Attempt& attempt = attempts[first];
@@ -181,7 +182,7 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
         rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed),
                         change_of(raise) + audit_in_figures(raise.findings), shown(raise.mac, style),
                         fmt::format("--set '{}'", raise.setting)});
-    return table_text({figures("", 9), change, mac, setting}, rows, body_indent, style);
+    return table_text({figure_column("", 9), change, mac, setting}, rows, body_indent, style);
 }
 
 std::string raises_text(const Sizing& sizing, const TextStyle& style) {
