@@ -3,6 +3,7 @@
 #include "base/json_text.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "failure_message.h"
 

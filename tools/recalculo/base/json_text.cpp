@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "base/failure.h"
 #include "base/utf8.h"

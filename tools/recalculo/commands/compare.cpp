@@ -2,6 +2,8 @@
 
 #include "commands/commands.h"
 
+#include <nlohmann/json.hpp>
+
 #include "base/failure.h"
 #include "base/json_text.h"
 #include "base/streams.h"
