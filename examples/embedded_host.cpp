@@ -16,9 +16,13 @@ namespace {
 
 unsigned seconds_asked_for = 0;
 
+// Nobody waits longer than a day for a placement.
+constexpr unsigned MOST_SECONDS = 24 * 60 * 60;
+struct GiveUp {};
+
 } // namespace
 
-// The summary goes where this host keeps its messages. Nothing here may block or throw.
+// The summary goes where this host keeps its messages. Nothing here may block.
 extern "C" __attribute__((visibility("default"))) void syslog(int level, const char* format, ...) {
     if (level > LOG_NOTICE)
         return;
@@ -29,9 +33,12 @@ extern "C" __attribute__((visibility("default"))) void syslog(int level, const c
     std::putchar('\n');
 }
 
-// No pause, and the place to feed a watchdog: the library comes by here between the sections of its log.
+// No pause, and the place to feed a watchdog: the library comes by here between the sections of its log. What
+// is thrown ends the run.
 extern "C" __attribute__((visibility("default"))) unsigned int sleep(unsigned int seconds) {
     seconds_asked_for += seconds;
+    if (seconds_asked_for > MOST_SECONDS)
+        throw GiveUp();
     return 0;
 }
 
@@ -125,8 +132,13 @@ void print(const tRecalculo& engine) {
 int main() {
     setlogmask(LOG_UPTO(LOG_NOTICE)); // spares the library the work for lines that go nowhere
     tRecalculo engine;
-    if (!load(engine) || engine.Main_Recalculo() != tRecalculo::RETURN_OK)
+    try {
+        if (!load(engine) || engine.Main_Recalculo() != tRecalculo::RETURN_OK)
+            return 1;
+    } catch (const GiveUp&) {
+        std::puts("given up; what was loaded is whole, and could run again");
         return 1;
+    }
     print(engine);
     return 0;
 }

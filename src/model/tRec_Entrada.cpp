@@ -22,8 +22,8 @@ unsigned short tRec_Entrada::getSatIdfromService() const {
 int tRec_Entrada::addServicioALaEntrada(std::shared_ptr<tRec_Servicio> s) {
     if (!s)
         return 0;
-    s->pEntrada = this;
     MapaServicios.emplace(s->idService, s);
+    s->pEntrada = this;
     return 1;
 }
 

@@ -18,8 +18,8 @@ int tRec_Salida::confSalida(unsigned long bitRateMax) {
 int tRec_Salida::addServicioALaSalida(std::shared_ptr<tRec_Servicio> s) {
     if (!s)
         return 0;
-    s->pSalida = this;
     MapaServicios.emplace(s->idService, s);
+    s->pSalida = this;
     BitRateActual += s->peakBitRate;
     return 1;
 }
