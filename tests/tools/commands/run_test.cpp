@@ -17,21 +17,21 @@ using nlohmann::json;
 TEST_F(CommandLine, RunReportsAsText) {
     const Outcome outcome = run("run " + small);
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
     EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(CommandLine, RunReadsStandardInput) {
     const Outcome outcome = run("run -", read(small));
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
 }
 
 TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
     const Outcome outcome = run("run --strategies " + small);
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.err, "");
-    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_report.txt");
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_result.txt");
     ASSERT_GT(outcome.out.size(), report.size());
     EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
     EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
@@ -69,7 +69,7 @@ TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {
 TEST_F(CommandLine, RunWritesAPageBesideTheReport) {
     const Outcome outcome = run("run --html '" + file("page.html") + "' " + small);
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
     EXPECT_EQ(outcome.err, "");
     expect_page(read(file("page.html")));
 }
@@ -125,7 +125,7 @@ TEST_F(CommandLine, TheLogGoesToAFile) {
 TEST_F(CommandLine, TheLogGoesToStandardError) {
     const Outcome outcome = run("run " + small + " --log -");
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+    EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
     run("run " + small + " --log " + file("log"));
     EXPECT_EQ(outcome.err, read(file("log")));
 }

@@ -29,7 +29,7 @@ TEST_F(CommandLine, TheReportIsAsciiWhereTheLocaleIs) {
 TEST_F(CommandLine, ColourIsAChoice) {
     EXPECT_NE(run("run --color always " + small).out.find("\x1B[1mModule"), std::string::npos);
     for (const std::string choice : {"", "--color auto ", "--color=never "})
-        EXPECT_EQ(run("run " + choice + small).out, read(RECALCULO_TOOL_TESTS "/report/small_report.txt"));
+        EXPECT_EQ(run("run " + choice + small).out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
     expect_refused(
         run("run --color blue " + small),
         "--color: found \"blue\", expected one of auto, always, never\nRun with --help for more information.");

@@ -9,7 +9,7 @@
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 #include "placement/result.h"
-#include "report/report_json.h"
+#include "placement/result_json.h"
 
 namespace zarven::tool {
 namespace {
@@ -36,7 +36,7 @@ json sound_result() {
     const Headend headend = read_headend("f", headend_text);
     EngineRun run = load_engine(headend, "f");
     run_engine(run, "f");
-    return json::parse(json_report(result_of(run, "")));
+    return json::parse(result_json(result_of(run, "")));
 }
 
 using Faults = std::vector<std::string>;

@@ -13,7 +13,7 @@
 #include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/placed_by_hand.h"
-#include "report/report_json.h"
+#include "placement/result_json.h"
 
 namespace zarven::tool {
 namespace {
@@ -255,7 +255,7 @@ protected:
         EngineRun alone = load_engine(headend, "f");
         run_strategy(alone, kept);
         const Result result = result_of(driven, "");
-        EXPECT_EQ(json_report(result), json_report(result_of(alone, "")));
+        EXPECT_EQ(result_json(result), result_json(result_of(alone, "")));
         EXPECT_EQ(strategies.list[kept].placed, result.counts.placed);
         EXPECT_EQ(strategies.list[kept].left_out, result.counts.left_out);
         EXPECT_EQ(strategies.list[kept].left_out_counted, entries_left_out(driven));

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "report/report_fixture.h"
+#include "report/result_fixture.h"
 
 namespace zarven::tool {
 namespace {

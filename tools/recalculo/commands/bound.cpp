@@ -5,8 +5,9 @@
 #include "base/streams.h"
 #include "commands/watched_run.h"
 #include "placement/bound.h"
+#include "placement/bound_json.h"
 #include "placement/host.h"
-#include "report/bound_report.h"
+#include "report/bound_text.h"
 
 namespace zarven::tool {
 

@@ -2,36 +2,27 @@
 
 #include "commands/commands.h"
 
-#include <nlohmann/json.hpp>
-
 #include "base/failure.h"
-#include "base/json_text.h"
 #include "base/streams.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "placement/comparison.h"
+#include "placement/comparison_json.h"
 #include "placement/host.h"
-#include "report/comparison_json.h"
+#include "placement/result_json.h"
 #include "report/comparison_text.h"
 #include "report/page/comparison_page.h"
-#include "report/result_reader.h"
 
 namespace zarven::tool {
 
 namespace {
 
-/// Every result has a summary, and no head-end does.
-bool is_result(const nlohmann::json& document) {
-    return document.is_object() && document.count("summary") != 0;
-}
-
 Result result_in(const std::string& path) {
     const std::string file = input_name(path);
-    const std::string text = read_text(path);
-    const nlohmann::json document = parse_json(file, text);
+    const Document document(file, read_text(path));
     if (is_result(document))
-        return read_result(file, text);
-    const Headend headend = headend_of(file, document);
+        return read_result(document);
+    const Headend headend = read_headend(document);
     const host::Log no_log("");
     EngineRun run = load_engine(headend, file);
     run_watched(run, file);

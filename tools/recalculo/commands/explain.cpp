@@ -11,9 +11,9 @@
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/explanation.h"
+#include "placement/explanation_json.h"
 #include "placement/host.h"
 #include "placement/service_query.h"
-#include "report/explanation_json.h"
 #include "report/explanation_text.h"
 #include "report/summary_text.h"
 

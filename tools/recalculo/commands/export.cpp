@@ -10,9 +10,9 @@
 #include "base/counted.h"
 #include "base/streams.h"
 #include "lineup/channels_conf.h"
-#include "report/channel_export.h"
-#include "report/report_csv.h"
-#include "report/result_reader.h"
+#include "placement/result_json.h"
+#include "report/result_channels.h"
+#include "report/result_csv.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -40,8 +40,8 @@ void export_command(const ExportOptions& options) {
     const std::string file = input_name(options.result);
     const Result result = read_result(file, read_text(options.result));
     if (options.format == format_csv)
-        return write_text(options.output, csv_report(result));
-    const ChannelExport exported = export_channels(result);
+        return write_text(options.output, result_csv(result));
+    const ChannelExport exported = result_channels(result);
     write_text(options.output, write_channels_conf(exported.channels));
     tell_exported(file, exported);
 }

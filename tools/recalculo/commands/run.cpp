@@ -11,10 +11,10 @@
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result.h"
+#include "placement/result_json.h"
 #include "placement/strategies.h"
 #include "report/page/result_page.h"
-#include "report/report_json.h"
-#include "report/report_text.h"
+#include "report/result_text.h"
 #include "report/strategies_text.h"
 
 namespace zarven::tool {
@@ -39,7 +39,7 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
 
 std::string text_of(const Result& result, const Strategies* strategies, const TextStyle& style) {
     return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
-           text_report(result, style);
+           result_text(result, style);
 }
 
 } // namespace
@@ -63,7 +63,7 @@ void run_command(const RunOptions& options) {
     write_reports(
         options.output, [&] { return result_page(result); },
         [&] {
-            return options.output.json ? json_report(result, strategies)
+            return options.output.json ? result_json(result, strategies)
                                        : text_of(result, strategies, style_of(options.style));
         });
 }

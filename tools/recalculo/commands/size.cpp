@@ -16,8 +16,9 @@
 #include "placement/host.h"
 #include "placement/sizing.h"
 #include "placement/sizing/further_modules.h"
+#include "placement/sizing_json.h"
 #include "report/progress_line.h"
-#include "report/sizing_report.h"
+#include "report/sizing_text.h"
 
 namespace zarven::tool {
 

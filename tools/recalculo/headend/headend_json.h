@@ -4,11 +4,10 @@
 #define RECALCULO_HEADEND_JSON_H
 
 #include <string>
-#include <vector>
-
-#include <nlohmann/json_fwd.hpp>
 
 #include "headend/headend.h"
+#include "records/description.h"
+#include "records/document.h"
 
 namespace zarven::tool {
 
@@ -17,25 +16,22 @@ namespace zarven::tool {
 Headend read_headend(const std::string& file, const std::string& text);
 
 /// The same from a document that has been parsed.
-Headend headend_of(const std::string& file, const nlohmann::json& document);
+Headend read_headend(const Document& document);
 
-/// Complains of a document of another kind that is easily taken for a head-end, as `headend_of` does first.
-/// Throws `Failure`.
-void check_kind(const std::string& file, const nlohmann::json& document);
+/// The two steps of it: complains of a document of another kind that is easily taken for a head-end; reads
+/// one that is not. Throw `Failure`.
+void check_kind(const Document& document);
+Headend headend_of(const Document& document);
 
 /// Reads the text of a file that tells one module: a head-end with just one, or the object of a module, which
 /// may do without MAC. Throws `Failure`.
 Module read_module(const std::string& file, const std::string& text);
 
-/// The keys of the top level.
-std::vector<std::string> headend_keys();
-
-/// The keys of the records in one of its lists; none for a key that names no such list.
-std::vector<std::string> record_keys(const std::string& list);
-
 /// Writes a head-end: one line per module, service, clone, PID and home channel. Values that are the default
 /// are left out; the bitrate is always told, because it may be an estimate to be corrected.
 std::string write_headend(const Headend& headend);
+
+const RecordDescription& headend_description();
 
 } // namespace zarven::tool
 

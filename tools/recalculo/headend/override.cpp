@@ -9,11 +9,13 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
-#include "base/json_cursor.h"
-#include "base/json_text.h"
 #include "base/utf8.h"
 #include "base/words.h"
 #include "headend/headend_json.h"
+#include "records/description.h"
+#include "records/document_failure.h"
+#include "records/json_cursor.h"
+#include "records/json_text.h"
 
 namespace zarven::tool {
 
@@ -120,9 +122,11 @@ private:
     /// The keys that the object at a step may have; none for an object that has no place in a head-end.
     std::vector<std::string> known_keys(std::size_t step) const {
         if (step == 0)
-            return headend_keys();
-        return step == 2 && setting_.path[1].is_entry ? record_keys(setting_.path[0].key)
-                                                      : std::vector<std::string>();
+            return headend_description().keys;
+        const FieldDescription* list = headend_description().field(setting_.path[0].key);
+        const bool is_in_list =
+            step == 2 && setting_.path[1].is_entry && list != nullptr && list->value.kind == ValueKind::list;
+        return is_in_list ? list->value.entry.front().record->keys : std::vector<std::string>();
     }
 
     void find(const JsonCursor& here, std::size_t step, const json::json_pointer& place) {
@@ -188,34 +192,31 @@ Change apply(const Setting& setting, const std::string& file, json& document) {
     return change;
 }
 
-/// The complaint is about what stands at the place or within it.
-bool is_about(const std::string& complaint, const std::string& file, const json::json_pointer& place) {
-    const std::string before = fmt::format("{}: {}", file, place.to_string());
-    return complaint.compare(0, before.size(), before) == 0 && complaint.size() > before.size() &&
-           (complaint[before.size()] == ':' || complaint[before.size()] == '/');
+/// The last one that touched what the complaint is about, or null.
+const Change* culprit_of(const Misfit& misfit, const std::vector<Change>& changes) {
+    const auto culprit = std::find_if(changes.rbegin(), changes.rend(), [&misfit](const Change& change) {
+        return std::any_of(change.places.begin(), change.places.end(),
+                           [&misfit](const auto& place) { return misfit.is_within(place.to_string()); });
+    });
+    return culprit == changes.rend() ? nullptr : &*culprit;
 }
 
 } // namespace
 
 Headend read_headend(const std::string& file, const std::string& text,
                      const std::vector<std::string>& settings) {
-    json document = parse_json(file, text);
-    check_kind(file, document);
+    Document document(file, text);
+    check_kind(document);
     std::vector<Change> changes;
     for (const std::string& setting : settings)
-        changes.push_back(apply(read_setting(setting), file, document));
+        changes.push_back(apply(read_setting(setting), file, document.value()));
     try {
-        return headend_of(file, document);
-    } catch (const Failure& failure) {
-        const std::string complaint = failure.what();
-        // The last one that touched the place has brought what stands there.
-        const auto culprit = std::find_if(changes.rbegin(), changes.rend(), [&](const Change& change) {
-            return std::any_of(change.places.begin(), change.places.end(),
-                               [&](const auto& place) { return is_about(complaint, file, place); });
-        });
-        if (culprit == changes.rend())
+        return headend_of(document);
+    } catch (const DocumentFailure& failure) {
+        const Change* culprit = culprit_of(failure.misfit, changes);
+        if (culprit == nullptr)
             throw;
-        throw Failure(fmt::format("{}: {}", culprit->name, complaint), failure.code);
+        throw DocumentFailure(failure.misfit, culprit->name + ": ");
     }
 }
 

@@ -10,8 +10,6 @@
 
 namespace zarven::tool {
 
-using nlohmann::ordered_json;
-
 namespace {
 
 /// These services are those that are or stay left out.
@@ -71,23 +69,6 @@ std::string services_with_reasons(const std::string& title, const std::vector<Se
         rows.push_back(with_identity(service, {shown(service.reason, style)}, style));
     return heading_text(title, services, style) +
            table_text(with_identity({reason}), rows, body_indent, style);
-}
-
-ordered_json identity_json(const ServiceResult& service) {
-    return {{"lcn", service.lcn},
-            {"name", service.name},
-            {"onid", service.stream.onid},
-            {"tsid", service.stream.tsid},
-            {"sid", service.sid}};
-}
-
-ordered_json services_with_reasons_json(const std::vector<ServiceResult>& services) {
-    ordered_json list = ordered_json::array();
-    for (const ServiceResult& service : services) {
-        list.push_back(identity_json(service));
-        list.back()["reason"] = service.reason;
-    }
-    return list;
 }
 
 } // namespace zarven::tool

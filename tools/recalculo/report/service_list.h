@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "placement/result.h"
 #include "report/table.h"
 
@@ -26,12 +24,6 @@ std::string services_list(const std::string& title, const std::vector<ServiceRes
 /// The title with the number of services, then each service with its reason.
 std::string services_with_reasons(const std::string& title, const std::vector<ServiceResult>& services,
                                   const TextStyle& style);
-
-/// `lcn`, `name`, `onid`, `tsid`, `sid`.
-nlohmann::ordered_json identity_json(const ServiceResult& service);
-
-/// A list of identities, each with `reason`.
-nlohmann::ordered_json services_with_reasons_json(const std::vector<ServiceResult>& services);
 
 } // namespace zarven::tool
 

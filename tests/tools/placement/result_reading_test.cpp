@@ -1,0 +1,159 @@
+// What the JSON report tells comes back whole, and what is no report is refused with its place.
+
+#include "placement/result_json.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "base/streams.h"
+#include "failure_message.h"
+#include "headend/headend_json.h"
+#include "placement/engine_run.h"
+#include "placement/result_json.h"
+#include "report/result_fixture.h"
+
+namespace zarven::tool {
+namespace {
+
+using nlohmann::json;
+
+/// The report with one of everything, to be changed.
+json report() {
+    return json::parse(result_json(result_with_everything()));
+}
+
+Result read(const json& document) {
+    return read_result("f", document.dump());
+}
+
+std::string complaint(const json& document) {
+    return failure_message([&] { read(document); });
+}
+
+TEST(ResultReading, OneOfEverythingComesBack) {
+    const std::string text = result_json(result_with_everything());
+    EXPECT_EQ(result_json(read_result("f", text)), text);
+}
+
+TEST(ResultReading, AnEmptyResultComesBack) {
+    const std::string text = result_json(Result());
+    EXPECT_EQ(result_json(read_result("f", text)), text);
+}
+
+TEST(ResultReading, TheExamplesComeBack) {
+    for (const std::string name : {"small", "medium"}) {
+        const std::string file = RECALCULO_EXAMPLES "/" + name + ".json";
+        const Headend headend = read_headend(file, read_text(file));
+        EngineRun run = load_engine(headend, file);
+        run_engine(run, file);
+        const std::string text = result_json(result_of(run, headend.name));
+        EXPECT_EQ(result_json(read_result(file, text)), text) << name;
+    }
+}
+
+TEST(ResultReading, EveryMemberIsReadIntoItsPlace) {
+    const Result result = read(report());
+    EXPECT_EQ(result.name, "Casa");
+    const ModuleResult& module = result.modules.at(0);
+    EXPECT_EQ(module.mac, "M1");
+    EXPECT_EQ(module.pids_counted, 5u);
+    EXPECT_EQ(module.sd_transcoders.used, 1);
+    EXPECT_EQ(module.sd_transcoders.max, 2);
+    EXPECT_EQ(module.inputs.at(0).stream.tsid, 1001);
+    EXPECT_EQ(module.outputs.at(1).bitrate, 40000u);
+    const ServiceResult& service = module.outputs.at(1).services.at(0);
+    EXPECT_EQ(service.lcn, 12);
+    EXPECT_EQ(service.osid, 212);
+    EXPECT_EQ(service.output_name, "Mar");
+    EXPECT_EQ(service.outputs, (std::vector<std::uint32_t>{1, 10}));
+    EXPECT_TRUE(service.is_hd && service.is_scrambled && service.is_transcoded);
+    EXPECT_FALSE(service.is_clone);
+    EXPECT_EQ(result.left_out.at(0).stream.tsid, 1002);
+    EXPECT_EQ(result.clones_waiting.at(0).parent_sid, 105);
+    EXPECT_EQ(result.counts.loaded, 6u);
+    EXPECT_EQ(result.counts.placed, 4u);
+    EXPECT_EQ(result.counts.neither, 1u);
+    EXPECT_EQ(result.neither.at(0).lcn, 11);
+    EXPECT_EQ(result.warnings, std::vector<std::string>{"something does not add up"});
+}
+
+TEST(ResultReading, AResultOfTheFirstVersionIsRead) {
+    json document = report();
+    document.erase("neither");
+    document["summary"].erase("neither");
+    const Result result = read(document);
+    EXPECT_TRUE(result.neither.empty());
+    EXPECT_EQ(result.counts.neither, 0u);
+}
+
+TEST(ResultReading, AReasonMayStandThere) {
+    json document = report();
+    document["left_out"][0]["services"][0].erase("reason");
+    EXPECT_EQ(read(document).left_out.at(0).services.at(0).reason, "");
+    document["left_out"][0]["services"][0]["reason"] = "no room";
+    EXPECT_EQ(read(document).left_out.at(0).services.at(0).reason, "no room");
+}
+
+TEST(ResultReading, RadioIsToldWhereItIs) {
+    Result result;
+    result.clones_waiting.resize(2);
+    result.clones_waiting[1].is_radio = true;
+    const Result again = read_result("f", result_json(result));
+    EXPECT_FALSE(again.clones_waiting.at(0).is_radio);
+    EXPECT_TRUE(again.clones_waiting.at(1).is_radio);
+}
+
+TEST(ResultReading, UnknownMembersArePassedOver) {
+    json document = report();
+    const std::string before = result_json(read(document));
+    document["strategies"] = {1, 2};
+    document["modules"][0]["colour"] = "red";
+    document["left_out"][0]["services"][0]["colour"] = nullptr;
+    document["summary"]["colour"] = {};
+    EXPECT_EQ(result_json(read(document)), before);
+}
+
+TEST(ResultReading, AHeadendIsRefusedByName) {
+    const std::string expected = "f: top level: found a head-end, expected a result, which `recalculo run "
+                                 "HEADEND --json` writes";
+    EXPECT_EQ(complaint(json::parse(R"({"modules": [], "services": []})")), expected);
+    EXPECT_EQ(complaint(json::parse(R"({"modules": []})")), expected);
+}
+
+TEST(ResultReading, WhatIsNoResultIsRefused) {
+    EXPECT_EQ(complaint(json::array()), "f: top level: found a list of 0 entries, expected an object");
+    EXPECT_EQ(complaint(json::object()), "f: top level: found no \"modules\", expected a list");
+    EXPECT_EQ(complaint(nullptr), "f: top level: found null, expected an object");
+}
+
+TEST(ResultReading, EveryRequiredMemberIsMissed) {
+    const json whole = report().flatten();
+    for (const auto& member : whole.items()) {
+        const json::json_pointer place(member.key());
+        const bool may_be_absent = place.back() == "parent_sid" || place.back() == "reason" ||
+                                   place == json::json_pointer("/name") || place.back() == "neither" ||
+                                   place.back().find_first_not_of("0123456789") == std::string::npos;
+        json document = report();
+        if (may_be_absent)
+            continue;
+        document.at(place.parent_pointer()).erase(place.back());
+        EXPECT_NE(complaint(document).find("found no \"" + place.back() + "\""), std::string::npos)
+            << member.key();
+    }
+}
+
+TEST(ResultReading, AWrongValueIsToldWithItsPlace) {
+    json document = report();
+    document["modules"][0]["outputs"][1]["services"][0]["lcn"] = 65536;
+    EXPECT_EQ(complaint(document), "f: /modules/0/outputs/1/services/0/lcn: found 65536, expected a whole "
+                                   "number from 0 to 65535");
+    document = report();
+    document["summary"] = 3;
+    EXPECT_EQ(complaint(document), "f: /summary: found 3, expected an object");
+    document = report();
+    document["modules"][1]["hd_transcoders"] = nullptr;
+    EXPECT_EQ(complaint(document), "f: /modules/1/hd_transcoders: found null, expected an object");
+}
+
+} // namespace
+} // namespace zarven::tool

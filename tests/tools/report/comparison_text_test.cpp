@@ -1,0 +1,154 @@
+// Both forms of a comparison, whole.
+
+#include "placement/comparison_json.h"
+#include "report/comparison_text.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "report/comparison_fixture.h"
+#include "report/fitting.h"
+
+namespace zarven::tool {
+namespace {
+
+Comparison a_comparison() {
+    Comparison comparison;
+    comparison.before.name = "Casa";
+    comparison.before.counts.loaded = 5;
+    comparison.before.counts.placed = 3;
+    comparison.before.counts.left_out = 2;
+    comparison.after.counts.loaded = 1;
+    comparison.after.counts.placed = 1;
+    comparison.after.counts.neither = 1;
+    comparison.before.warnings = {"one", "two"};
+    comparison.after.warnings = {"one"};
+    comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
+    comparison.lost = {change(2, "Doscientos", {{"A", 1, {1}}}, {})};
+    comparison.lost[0].absence_after = Absence::not_there;
+    comparison.moved = {change(3, "Tres", {{"A", 1, {1}}, {"B", 0, {2}}}, {{"B", 2, {1}}})};
+    comparison.unmoved = 4;
+    comparison.never_placed = 5;
+    comparison.modules_gone = {"X"};
+    comparison.modules_new = {"Y"};
+    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
+    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
+    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
+    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
+    comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
+    return comparison;
+}
+
+TEST(ComparisonText, OneOfEverything) {
+    EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
+              R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 placed in neither
+
+Before old.json (Casa): 3 of 5 services placed; audit: 2 findings
+After  new.json: 1 of 1 service placed, 1 neither placed nor left out; audit: 1 finding
+
+Gained: 1
+      1  Uno         1/1001       left out → A in 1 out 1+2
+
+Lost: 1
+      2  Doscientos  1/1001       A in 1 out 1 → not there
+
+Moved: 1
+      3  Tres        1/1001       A in 1 out 1, B no input out 2 → B in 2 out 1
+
+Modules gone: 1
+  X
+
+Modules new: 1
+  Y
+
+Inputs freed: 1
+  A in 1  1/10 → free
+
+Inputs taken: 1
+  A in 2  free → 1/20
+
+Inputs tuned to another stream: 1
+  B in 1  1/30 → 1/40
+
+Became tight: 2
+  A  inputs: 2 of 2 in use
+  A  PIDs: 15 of 15
+
+No longer tight: 1
+  B  output 1: 0 of 38000 kbit/s
+
+Audit before: 2 findings
+Warning: one
+Warning: two
+
+Audit after: 1 finding
+Warning: one
+)");
+}
+
+TEST(ComparisonText, AServiceThatTheEngineHasLost) {
+    Comparison comparison;
+    comparison.lost = {change(2, "Dos", {{"A", 1, {1}}}, {})};
+    comparison.lost[0].absence_after = Absence::neither;
+    const std::string text = comparison_text(comparison, {"a", "b"});
+    EXPECT_NE(text.find("A in 1 out 1 → neither\n"), std::string::npos) << text;
+}
+
+TEST(ComparisonText, WhatIsTheSameIsNotListed) {
+    EXPECT_EQ(comparison_text(Comparison(), {"a", "b"}),
+              "0 gained, 0 lost, 0 moved, 0 in the same place, 0 placed in neither\n\n"
+              "Before a: 0 of 0 services placed\nAfter  b: 0 of 0 services placed\n");
+}
+
+std::string everything(const TextStyle& style) {
+    Comparison comparison = a_comparison();
+    comparison.gained[0].service.name = "Música con un nombre muy largo";
+    comparison.moved[0].before[0].mac = "módulo";
+    comparison.inputs_freed[0].mac = "un módulo con una dirección muy larga";
+    return comparison_text(comparison, {"o\x1B.json", "ñ.json"}, style);
+}
+
+TEST(ComparisonText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(ComparisonText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+    EXPECT_NE(everything({false, false, 0}).find("left out -> A in 1 out 1+2\n"), std::string::npos);
+}
+
+TEST(ComparisonText, AChangeGoesBeneathItsServiceOnANarrowTerminal) {
+    const std::string text = comparison_text(a_comparison(), {"a", "b"}, {false, true, 48});
+    EXPECT_NE(text.find("\n  3  Tres        1/1001\n"
+                        "     A in 1 out 1, B no input out 2 → B in 2 out\n"
+                        "     1\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST(ComparisonJson, TheSameFacts) {
+    const auto json = nlohmann::ordered_json::parse(comparison_json(a_comparison()));
+    EXPECT_EQ(
+        json.dump(),
+        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"never_placed":5},)"
+        R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["one","two"]},)"
+        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"]},)"
+        R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
+        R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
+        R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"
+        R"("before":[{"mac":"A","input":1,"outputs":[1]}],"after":null}],)"
+        R"("moved":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103,)"
+        R"("before":[{"mac":"A","input":1,"outputs":[1]},{"mac":"B","input":0,"outputs":[2]}],)"
+        R"("after":[{"mac":"B","input":2,"outputs":[1]}]}],)"
+        R"("modules_gone":["X"],"modules_new":["Y"],)"
+        R"("inputs_freed":[{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null}],)"
+        R"("inputs_taken":[{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}}],)"
+        R"("inputs_retuned":[{"mac":"B","number":1,"before":{"onid":1,"tsid":30},)"
+        R"("after":{"onid":1,"tsid":40}}],)"
+        R"("became_tight":[{"limit":"inputs","mac":"A","used":2,"max":2},)"
+        R"({"limit":"pids","mac":"A","used":15,"max":15}],)"
+        R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}]})");
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,83 @@
+// The whole table: where each service stands, and fields that must be quoted.
+
+#include "report/result_csv.h"
+
+#include <gtest/gtest.h>
+
+#include "report/result_fixture.h"
+
+namespace zarven::tool {
+namespace {
+
+const std::string header =
+    "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
+    "scrambled,ca_pids,transcoded,clone,reason\r\n";
+
+TEST(ResultCsv, AnEmptyResult) {
+    EXPECT_EQ(result_csv(Result()), header);
+}
+
+TEST(ResultCsv, OneOfEverything) {
+    const std::string long_name = "A name that is longer than the column is wide";
+    EXPECT_EQ(
+        result_csv(result_with_everything()),
+        header +
+            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes,\r\n"
+            "yes,M1,1,1,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "yes,M1,1,10,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "no,,,,700," +
+            long_name + "," + long_name +
+            ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.\r\n"
+            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \x1B, is left out.\"\r\n"
+            "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.\r\n");
+}
+
+TEST(ResultCsv, AServiceOnAnInputThatIsNeitherPlacedNorLeftOutHasOneLine) {
+    Result result = result_with_everything();
+    ServiceResult lost = result.modules.at(0).inputs.at(0).services.at(2);
+    lost.reason = "Lost.";
+    result.neither = {lost};
+    const std::string table = result_csv(result);
+    EXPECT_NE(table.find("no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,Lost.\r\n"),
+              std::string::npos)
+        << table;
+    EXPECT_EQ(table.find("no,,,,8,"), std::string::npos);
+}
+
+TEST(ResultCsv, AServiceWithoutInput) {
+    Result result = result_with_everything();
+    result.modules.at(0).outputs = {{3, 0, 0, 0, 512, result.modules.at(0).without_input}};
+    EXPECT_NE(result_csv(result).find("yes,M1,,3,9,Canal Uno,"), std::string::npos);
+}
+
+TEST(ResultCsv, FieldsAreQuotedWhereTheyMustBe) {
+    const auto name_field = [](const std::string& name) {
+        Result result;
+        ServiceResult service;
+        service.name = name;
+        result.left_out = {{{1, 1}, {service}}};
+        const std::string table = result_csv(result).substr(header.size());
+        const std::string before = "no,,,,0,";
+        EXPECT_EQ(table.substr(0, before.size()), before);
+        return table.substr(before.size(), table.find(",,0,0,") - before.size());
+    };
+    EXPECT_EQ(name_field(""), "");
+    EXPECT_EQ(name_field("a;b 'c'"), "a;b 'c'");
+    EXPECT_EQ(name_field("a,b"), "\"a,b\"");
+    EXPECT_EQ(name_field("\"a\" b"), "\"\"\"a\"\" b\"");
+    EXPECT_EQ(name_field("a\nb"), "\"a\nb\"");
+    EXPECT_EQ(name_field("a\rb"), "\"a\rb\"");
+}
+
+TEST(ResultCsv, Radio) {
+    Result result;
+    ServiceResult service;
+    service.is_radio = true;
+    result.clones_waiting = {service};
+    EXPECT_NE(result_csv(result).find(",no,yes,no,0,no,no,\r\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,198 @@
+// Whole reports, character by character, and the same facts as JSON.
+
+#include "report/sizing_text.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "placement/sizing_json.h"
+#include "report/fitting.h"
+
+namespace zarven::tool {
+namespace {
+
+ServiceResult service(std::uint16_t lcn, const std::string& reason) {
+    ServiceResult made;
+    made.stream = {1, 1001};
+    made.lcn = lcn;
+    made.sid = static_cast<std::uint16_t>(100 + lcn);
+    made.name = "S" + std::to_string(lcn);
+    made.bitrate = 5200;
+    made.ca_pids = 2;
+    made.reason = reason;
+    return made;
+}
+
+Sizing a_sizing() {
+    Sizing sizing;
+    sizing.name = "Casa";
+    sizing.most = 32;
+    sizing.now.loaded = 20;
+    sizing.now.placed = 10;
+    sizing.now.left_out = 10;
+    sizing.warnings = {"one", "two"};
+    sizing.addition.kind = {"", 3, false, 2, {38000, 20000}, 15, 1, 2, 3};
+    sizing.addition.number = 5;
+    sizing.addition.at_least = 2;
+    sizing.addition.attempts = {{2, 14, 6, 0}, {3, 14, 6, 0}, {4, 14, 6, 2}, {5, 19, 1, 0}};
+    sizing.addition.impossible = {service(7, "it is too large")};
+    sizing.raises = {
+        {LimitKind::pids, "A", 0, 15, 22, 13, 0, "modules[0].pids_max=22"},
+        {LimitKind::bitrate, "B", 2, 38000, 40001, 12, 1, "modules[1].outputs[1]=40001"},
+        {LimitKind::one_more_output, "B", 3, 0, 38000, 11, 0, "modules[1].outputs=[38000, 38000, 38000]"}};
+    return sizing;
+}
+
+TEST(SizingText, OneOfEverything) {
+    EXPECT_EQ(sizing_text(a_sizing()), R"(Casa
+
+20 services loaded: 10 placed, 10 left out; audit: 2 findings
+
+Further modules (2 inputs, outputs 38000 + 20000 kbit/s, 15 PIDs, transcoders SD 1 HD 2)
+  5 more modules: the engine then places everything that can be placed.
+  With fewer than 2 no arrangement could; from there on each number was tried.
+
+        more    placed  left out   audit
+      2 to 3        14         6       0
+           4        14         6       2
+           5        19         1       0
+
+Placed by no number of modules: 1 service
+      7  S7  1/1001       it is too large
+
+One limit of one module raised, with no further module
+     3 more  PID budget from 15 to 22                                   A  --set 'modules[0].pids_max=22'
+     2 more  bitrate of output 2 from 38000 to 40001; audit: 1 finding  B  --set 'modules[1].outputs[1]=40001'
+     1 more  one more output of 38000 kbit/s                            B  --set 'modules[1].outputs=[38000, 38000, 38000]'
+  Each value was run, and so was one less, which places fewer.
+
+Audit of the head-end as it is: 2 findings
+Warning: one
+Warning: two
+)");
+}
+
+/// The lines from the answer to the first empty one.
+std::string answer(const Sizing& sizing) {
+    const std::string text = sizing_text(sizing);
+    const std::size_t begin = text.find("HD 2)\n") + 6;
+    return text.substr(begin, std::min(text.find("\n\n", begin), text.size() - 1) - begin);
+}
+
+TEST(SizingText, EveryAnswer) {
+    Sizing sizing = a_sizing();
+    sizing.addition.impossible.clear();
+    sizing.addition.number = 1;
+    sizing.addition.at_least = 1;
+    EXPECT_EQ(answer(sizing), "  1 more module: the engine then places everything.\n"
+                              "  Without one no arrangement could; from there on each number was tried.");
+    sizing.addition.at_least = 0;
+    EXPECT_EQ(answer(sizing), "  1 more module: the engine then places everything.");
+    sizing.addition.number = 0;
+    EXPECT_EQ(answer(sizing), "  None is needed: the engine places everything.");
+    sizing.addition.number.reset();
+    EXPECT_EQ(answer(sizing), "  No number of further modules up to 32 is enough.");
+    sizing.addition.at_least = 33;
+    sizing.addition.attempts.clear();
+    EXPECT_EQ(answer(sizing),
+              "  Up to 32 more modules are too few: no arrangement could then place everything; "
+              "nothing was tried.");
+    sizing.addition.shortages = {{&Bound::transcoders, {3, 4, 19}}};
+    EXPECT_EQ(
+        answer(sizing),
+        "  No number of these modules is enough: to place everything takes 4 transcoders where there are 3; "
+        "these modules add none.");
+    sizing.addition.shortages = {{&Bound::inputs, {0, 1, 0}},
+                                 {&Bound::bitrate, {99, 120, 1}},
+                                 {&Bound::pids, {0, 1, 1}},
+                                 {&Bound::places, {512, 513, 512}}};
+    EXPECT_EQ(
+        answer(sizing),
+        "  No number of these modules is enough: to place everything takes 1 input where there are 0, and "
+        "120 kbit/s of outputs where there are 99, and 1 PID where there are 0, and 513 places on outputs "
+        "where there are 512; these modules add none.");
+}
+
+TEST(SizingText, WhatRemains) {
+    Sizing sizing = a_sizing();
+    sizing.addition.number.reset();
+    sizing.addition.remaining = {service(9, "")};
+    sizing.addition.remaining[0].is_transcoded = true;
+    EXPECT_NE(sizing_text(sizing).find("Left out by the best of these: 1 service\n"
+                                       "      9  S9  1/1001         5200 kbit/s  2 CA PIDs, transcoded\n"),
+              std::string::npos)
+        << sizing_text(sizing);
+}
+
+TEST(SizingText, WhatIsLeftOutWithItsReasonsWhereNoNumberHelps) {
+    Sizing sizing = a_sizing();
+    sizing.addition.number.reset();
+    sizing.addition.attempts.clear();
+    sizing.addition.shortages = {{&Bound::transcoders, {3, 4, 19}}};
+    sizing.addition.remaining = {service(9, "no transcoder is left")};
+    EXPECT_NE(sizing_text(sizing).find("these modules add none.\n"
+                                       "\n"
+                                       "Left out by the head-end as it is: 1 service\n"
+                                       "      9  S9  1/1001       no transcoder is left\n"),
+              std::string::npos)
+        << sizing_text(sizing);
+}
+
+TEST(SizingText, RaisesAreToldWhereSomethingIsLeftOutOnly) {
+    Sizing sizing = a_sizing();
+    sizing.raises.clear();
+    EXPECT_NE(sizing_text(sizing).find("  None that alone lets the engine place more.\n"), std::string::npos);
+    sizing.now.placed = 20;
+    EXPECT_EQ(sizing_text(sizing).find("One limit"), std::string::npos);
+}
+
+std::string everything(const TextStyle& style) {
+    Sizing sizing = a_sizing();
+    sizing.addition.remaining = {service(9, "")};
+    sizing.addition.remaining[0].name = "Música con un nombre muy largo";
+    sizing.addition.remaining[0].is_transcoded = true;
+    sizing.raises[0].mac = "módulo";
+    return sizing_text(sizing, style);
+}
+
+TEST(SizingText, NoLineIsLongerThanTheTerminal) {
+    expect_to_fit(everything);
+}
+
+TEST(SizingText, PlainCharactersWhereThereAreNoOthers) {
+    expect_plain_characters(everything);
+}
+
+TEST(SizingText, ASettingStaysInOnePiece) {
+    const std::string text = sizing_text(a_sizing(), {false, true, 80});
+    EXPECT_NE(text.find("  2 more  bitrate of output 2 from 38000 to 40001; audit: 1 finding  B\n"
+                        "          --set 'modules[1].outputs[1]=40001'\n"
+                        "  1 more  one more output of 38000 kbit/s                            B\n"
+                        "          --set 'modules[1].outputs=[38000, 38000, 38000]'\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST(SizingJson, TheSameFacts) {
+    Sizing sizing = a_sizing();
+    sizing.addition.remaining = {service(9, "")};
+    const auto json = nlohmann::ordered_json::parse(sizing_json(sizing));
+    EXPECT_EQ(
+        json.dump(),
+        R"({"name":"Casa","loaded":20,"placed":10,"left_out":10,"neither":0,"warnings":["one","two"],"most":32,"add":{"module":{"model":3,)"
+        R"("inputs":2,"outputs":[38000,20000],"pids_max":15,"sd_transcoders":1,"hd_transcoders":2,)"
+        R"("aux_transcoders":3},"number":5,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"warnings":0},)"
+        R"({"number":3,"placed":14,"left_out":6,"warnings":0},{"number":4,"placed":14,"left_out":6,"warnings":2},)"
+        R"({"number":5,"placed":19,"left_out":1,"warnings":0}],"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
+        R"("sid":107,"reason":"it is too large"}],"remaining":[{"lcn":9,"name":"S9","onid":1,"tsid":1001,)"
+        R"("sid":109}]},"raise":[{"limit":"pids_max","mac":"A","from":15,"to":22,"placed":13,"warnings":0,)"
+        R"("set":"modules[0].pids_max=22"},{"limit":"output_bitrate","mac":"B","output":2,"from":38000,)"
+        R"("to":40001,"placed":12,"warnings":1,"set":"modules[1].outputs[1]=40001"},{"limit":"one_more_output",)"
+        R"("mac":"B","output":3,"from":0,"to":38000,"placed":11,"warnings":0,)"
+        R"("set":"modules[1].outputs=[38000, 38000, 38000]"}]})");
+    sizing.addition.number.reset();
+    EXPECT_TRUE(nlohmann::json::parse(sizing_json(sizing)).at("add").at("number").is_null());
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,80 @@
+// The fields of a bound. docs/bound.schema.json and the tables in docs/tool.md have what stands here.
+
+#ifndef RECALCULO_BOUND_FIELDS_H
+#define RECALCULO_BOUND_FIELDS_H
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "placement/bound.h"
+#include "placement/result_fields.h"
+
+namespace zarven::tool {
+
+/// A limit by its place in a bound.
+using BoundMember = BoundLimit Bound::*;
+
+inline constexpr Word<BoundMember> bound_words[] = {{&Bound::inputs, "inputs"},
+                                                    {&Bound::bitrate, "bitrate"},
+                                                    {&Bound::pids, "pids"},
+                                                    {&Bound::transcoders, "transcoders"},
+                                                    {&Bound::places, "places"}};
+
+template <> struct Words<BoundMember> : WordTable<BoundMember, bound_words> {};
+
+struct ToldLimit {
+    BoundMember which = &Bound::inputs;
+    BoundLimit limit;
+};
+
+template <> struct Fields<ToldLimit> {
+    static constexpr const char* name = "limit";
+    static constexpr const char* meaning = "One kind of limit, when all others are forgotten";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
+        visit.required("limit", told.which, "Kind of limit; bitrate in kbit/s, places are those on outputs");
+        visit.required("capacity", count(told.limit.capacity), "Usable in all modules");
+        visit.required("wanted", count(told.limit.wanted),
+                       "Wanted by all services that some module could take");
+        visit.required("allows", count(told.limit.allows), "Services, at most");
+    }
+};
+
+/// A bound beside what the engine placed.
+struct ToldBound {
+    std::string name;
+    Bound bound;
+    Counts counts;
+    std::vector<std::string> warnings;
+};
+
+inline std::array<ToldLimit, std::size(bound_words)> limits_of(const Bound& bound) {
+    std::array<ToldLimit, std::size(bound_words)> limits;
+    for (std::size_t index = 0; index < limits.size(); ++index)
+        limits[index] = {bound_words[index].value, bound.*bound_words[index].value};
+    return limits;
+}
+
+template <> struct Fields<ToldBound> {
+    static constexpr const char* name = "bound";
+    static constexpr const char* meaning = "How many services any arrangement could place";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
+        visit_name(visit, told.name);
+        visit.required("loaded", count(told.bound.loaded), "All services");
+        visit.required("placed", count(told.counts.placed), "Placed by the engine");
+        visit.required("left_out", count(told.counts.left_out), "Left out by the engine");
+        visit.required("neither", count(told.counts.neither), "Neither placed nor left out");
+        visit.required("bound", count(told.bound.most), "No arrangement places more");
+        visit.required("limits", limits_of(told.bound), "What each limit alone allows");
+        visit.required("impossible", told_as<ServiceWithReason>(told.bound.impossible),
+                       "What no module can take");
+        visit.required("warnings", told.warnings,
+                       "What does not add up in the engine's placement, one sentence each; empty as a rule");
+    }
+};
+
+} // namespace zarven::tool
+
+#endif

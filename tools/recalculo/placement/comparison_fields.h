@@ -1,0 +1,142 @@
+// The fields of a comparison. docs/comparison.schema.json and the tables in docs/tool.md have what stands
+// here.
+
+#ifndef RECALCULO_COMPARISON_FIELDS_H
+#define RECALCULO_COMPARISON_FIELDS_H
+
+#include <optional>
+#include <vector>
+
+#include "placement/comparison.h"
+#include "placement/result_fields.h"
+
+namespace zarven::tool {
+
+template <> struct Fields<Place> {
+    static constexpr const char* name = "place";
+    static constexpr const char* meaning = "Where a service comes in and goes out on one module";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& place) {
+        visit.required("mac", place.mac, "Identity of the module");
+        visit.required("input", place.input, "Number of the input; 0 if none has it");
+        visit.required("outputs", filled(place.outputs), "Numbers of the outputs");
+    }
+};
+
+/// None for a side that does not have the service.
+inline std::optional<std::vector<Place>> places_if_there(const std::vector<Place>& places, Absence absence) {
+    if (places.empty() && absence == Absence::not_there)
+        return std::nullopt;
+    return places;
+}
+
+template <> struct Fields<ServiceChange> {
+    static constexpr const char* name = "service";
+    static constexpr const char* meaning = "A service, as it is after if it is there";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& change) {
+        visit_identity_of(visit, change.service);
+        visit.required("before", places_if_there(change.before, change.absence_before),
+                       "Where it was; empty for a service on no output, null if the side does not have it");
+        visit.required("after", places_if_there(change.after, change.absence_after),
+                       "Where it is, in the same way");
+    }
+};
+
+inline std::optional<Stream> stream_if(bool is_tuned, Stream stream) {
+    return is_tuned ? std::optional(stream) : std::nullopt;
+}
+
+template <> struct Fields<InputChange> {
+    static constexpr const char* name = "input";
+    static constexpr const char* meaning = "An input that is not tuned as before";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& change) {
+        visit.required("mac", change.mac, "Identity of the module");
+        visit.required("number", change.number, "Number of the input, from 1");
+        visit.required("before", stream_if(change.was_tuned, change.before),
+                       "What it received; null for a free input");
+        visit.required("after", stream_if(change.is_tuned, change.after),
+                       "What it receives; null for a free input");
+    }
+};
+
+inline constexpr Word<TightKind> tight_kind_words[] = {
+    {TightKind::inputs, "inputs"}, {TightKind::pids, "pids"}, {TightKind::bitrate, "bitrate"}};
+
+template <> struct Words<TightKind> : WordTable<TightKind, tight_kind_words> {};
+
+template <> struct Fields<TightLimit> {
+    static constexpr const char* name = "limit";
+    static constexpr const char* meaning = "A limit, with the figures after";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& limit) {
+        visit.required("limit", limit.kind, "Inputs and PIDs of a module, bitrate of an output in kbit/s");
+        visit.required("mac", limit.mac, "Identity of the module");
+        visit.where(if_one_of("limit", limit.kind, TightKind::bitrate), "output", limit.output,
+                    "Of a bitrate: number of the output");
+        visit.required("used", count(limit.used), "In use");
+        visit.required("max", count(limit.max), "All");
+    }
+};
+
+template <> struct Fields<Side> {
+    static constexpr const char* name = "side";
+    static constexpr const char* meaning = "One placement";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& side) {
+        visit.required("name", side.name, "Name of the head-end; may be empty");
+        visit_counts(visit, side.counts);
+        visit.required("warnings", side.warnings, meaning_of_warnings);
+    }
+};
+
+/// The numbers of services in a comparison.
+struct ComparisonCounts {
+    std::size_t gained = 0;
+    std::size_t lost = 0;
+    std::size_t moved = 0;
+    std::size_t unmoved = 0;
+    std::size_t never_placed = 0;
+};
+
+template <> struct Fields<ComparisonCounts> {
+    static constexpr const char* name = "summary";
+    static constexpr const char* meaning = "Numbers of services";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& counts) {
+        visit.required("gained", count(counts.gained), "Placed after and not before");
+        visit.required("lost", count(counts.lost), "Placed before and not after");
+        visit.required("moved", count(counts.moved), "Placed in both, in other places");
+        visit.required("unmoved", count(counts.unmoved), "Placed in both, in the same places");
+        visit.required("never_placed", count(counts.never_placed), "Placed in neither");
+    }
+};
+
+template <> struct Fields<Comparison> {
+    static constexpr const char* name = "comparison";
+    static constexpr const char* meaning = "Two placements side by side";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& comparison) {
+        visit.required("summary",
+                       ComparisonCounts{comparison.gained.size(), comparison.lost.size(),
+                                        comparison.moved.size(), comparison.unmoved, comparison.never_placed},
+                       "The numbers of services");
+        visit.required("before", comparison.before, "The first placement");
+        visit.required("after", comparison.after, "The second placement");
+        visit.required("gained", comparison.gained, "Placed after and not before");
+        visit.required("lost", comparison.lost, "Placed before and not after");
+        visit.required("moved", comparison.moved, "Placed in both, in other places");
+        visit.required("modules_gone", comparison.modules_gone, "MACs");
+        visit.required("modules_new", comparison.modules_new, "MACs");
+        visit.required("inputs_freed", comparison.inputs_freed, "Tuned before and not after");
+        visit.required("inputs_taken", comparison.inputs_taken, "Tuned after and not before");
+        visit.required("inputs_retuned", comparison.inputs_retuned, "Tuned to another stream");
+        visit.required("became_tight", comparison.became_tight, "With little left after and not before");
+        visit.required("relaxed", comparison.relaxed, "With little left before and not after");
+    }
+};
+
+} // namespace zarven::tool
+
+#endif

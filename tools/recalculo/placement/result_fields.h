@@ -1,0 +1,234 @@
+// The fields of a result. docs/result.schema.json and the tables in docs/tool.md have what stands here.
+
+#ifndef RECALCULO_RESULT_FIELDS_H
+#define RECALCULO_RESULT_FIELDS_H
+
+#include "placement/result.h"
+#include "records/fields.h"
+
+namespace zarven::tool {
+
+inline constexpr const char* meaning_of_warnings = "What does not add up, one sentence each; empty as a rule";
+
+template <class Visitor, class Record> void visit_stream(Visitor& visit, Record& stream) {
+    visit.required("onid", stream.onid, "Original network id");
+    visit.required("tsid", stream.tsid, "Transport stream id");
+}
+
+template <> struct Fields<Stream> {
+    static constexpr const char* name = "stream";
+    static constexpr const char* meaning = "A stream";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& stream) {
+        visit_stream(visit, stream);
+    }
+};
+
+template <class Visitor, class Record> void visit_lcn_and_name(Visitor& visit, Record& service) {
+    visit.required("lcn", service.lcn, "Logical channel number");
+    visit.required("name", service.name, "Name as received");
+}
+
+template <class Visitor, class Record> void visit_stream_of(Visitor& visit, Record& service) {
+    visit.required("onid", service.stream.onid, "Original network id of its stream");
+    visit.required("tsid", service.stream.tsid, "Transport stream id of its stream");
+}
+
+template <class Visitor, class Record> void visit_sid(Visitor& visit, Record& service) {
+    visit.required("sid", service.sid, "Service id");
+}
+
+/// What is known of a service, wherever it stands.
+template <class Visitor, class Record> void visit_service(Visitor& visit, Record& service) {
+    visit_lcn_and_name(visit, service);
+    visit.required("output_name", service.output_name, "Name to transmit");
+    visit_stream_of(visit, service);
+    visit_sid(visit, service);
+    visit.required("osid", service.osid, "Service id in the received stream");
+    visit.required("bitrate", service.bitrate, "Peak bitrate in kbit/s");
+    visit.required("hd", service.is_hd, "HD, not SD");
+    visit.required("scrambled", service.is_scrambled, "It must be descrambled");
+    visit.required("ca_pids", service.ca_pids, "PIDs that count against the budget of its module");
+    visit.required("transcoded", service.is_transcoded, "It needs transcoding");
+    visit.required("clone", service.is_clone, "Second appearance of a service");
+    visit.if_true("radio", service.is_radio, "Service of `type` 2; not there for others");
+    visit.where(if_so("clone", service.is_clone), "parent_sid", service.parent_sid,
+                "Of a clone: the `osid` of its parent", Since::a_later_version);
+}
+
+template <> struct Fields<ServiceResult> {
+    static constexpr const char* name = "service";
+    static constexpr const char* meaning = "A service or a clone";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& service) {
+        visit_service(visit, service);
+        visit.required("outputs", service.outputs, "Numbers of the outputs of its module that carry it");
+        visit.unless_empty("reason", service.reason,
+                           "Of a service on no output and of a clone that waits: why, in one sentence");
+    }
+};
+
+/// A service in the lists of the smaller documents.
+struct ServiceIdentity {
+    ServiceResult service;
+};
+
+template <class Visitor, class Record> void visit_identity_of(Visitor& visit, Record& service) {
+    visit_lcn_and_name(visit, service);
+    visit_stream_of(visit, service);
+    visit_sid(visit, service);
+}
+
+template <> struct Fields<ServiceIdentity> {
+    static constexpr const char* name = "service";
+    static constexpr const char* meaning = "A service";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& identity) {
+        visit_identity_of(visit, identity.service);
+    }
+};
+
+struct ServiceWithReason {
+    ServiceResult service;
+};
+
+template <> struct Fields<ServiceWithReason> {
+    static constexpr const char* name = "service_with_reason";
+    static constexpr const char* meaning = "A service and why";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
+        visit_identity_of(visit, told.service);
+        visit.required("reason", told.service.reason, "Why, in one sentence");
+    }
+};
+
+/// Services as one of these.
+template <class Told> std::vector<Told> told_as(const std::vector<ServiceResult>& services) {
+    std::vector<Told> told;
+    for (const ServiceResult& service : services)
+        told.push_back({service});
+    return told;
+}
+
+template <> struct Fields<InputResult> {
+    static constexpr const char* name = "input";
+    static constexpr const char* meaning = "An input; it receives one stream";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& input) {
+        visit.required("number", input.number, "Number of the input, from 1");
+        visit.required("tuned", input.is_tuned, "It receives a stream");
+        visit.where(if_so("tuned", input.is_tuned), "onid", input.stream.onid,
+                    "If it is tuned: original network id of the stream");
+        visit.where(if_so("tuned", input.is_tuned), "tsid", input.stream.tsid,
+                    "If it is tuned: transport stream id of the stream");
+        visit.required("services", input.services, "Taken from this input");
+    }
+};
+
+template <> struct Fields<OutputResult> {
+    static constexpr const char* name = "output";
+    static constexpr const char* meaning = "An output";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& output) {
+        visit.required("number", output.number, "Number of the output, from 1");
+        visit.required("bitrate", output.bitrate, "In use in kbit/s, by the engine's count");
+        visit.required("bitrate_max", output.bitrate_max, "Maximum in kbit/s; what is in use stays below");
+        visit.required("service_count", output.service_count,
+                       "Services, by the engine's count; clones do not count");
+        visit.required("service_max", output.service_max, "The most services");
+        visit.required("services", output.services, "Carried by this output");
+    }
+};
+
+template <> struct Fields<Usage> {
+    static constexpr const char* name = "usage";
+    static constexpr const char* meaning = "Transcoders of one kind";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& usage) {
+        visit.required("used", usage.used, "In use");
+        visit.required("max", usage.max, "All");
+    }
+};
+
+template <> struct Fields<ModuleResult> {
+    static constexpr const char* name = "module";
+    static constexpr const char* meaning = "A processing module";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& module) {
+        visit.required("mac", module.mac, "Identity of the module");
+        visit.required("model", module.model, "Model number");
+        visit.required("controller", module.is_controller, "The module is the head-end controller");
+        visit.required("pids", module.pids, "PIDs that the services on the outputs need");
+        visit.required("pids_max", module.pids_max, "PIDs that the module can descramble");
+        visit.required("pids_counted", module.pids_counted,
+                       "The engine's own count of PIDs in use, by which it decides");
+        visit.required("sd_transcoders", module.sd_transcoders,
+                       "Transcoders for SD services; SD and HD share one pool");
+        visit.required("hd_transcoders", module.hd_transcoders, "Transcoders for HD services");
+        visit.required("aux_transcoders", module.aux_transcoders, "Transcoders for clones");
+        visit.required("inputs", module.inputs, "By number");
+        visit.required("outputs", module.outputs, "By number");
+        visit.required("without_input", module.without_input,
+                       "On an output of the module and on none of its inputs; empty as a rule");
+    }
+};
+
+template <> struct Fields<StreamResult> {
+    static constexpr const char* name = "stream";
+    static constexpr const char* meaning = "Services of one stream";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& stream) {
+        visit_stream(visit, stream.stream);
+        visit.required("services", stream.services, "By LCN");
+    }
+};
+
+/// Those of all services.
+template <class Visitor, class Record> void visit_counts(Visitor& visit, Record& counts) {
+    visit.required("loaded", count(counts.loaded), "All services");
+    visit.required("placed", count(counts.placed), "On one output at least");
+    visit.required("left_out", count(counts.left_out), "Left out");
+    visit.required("neither", count(counts.neither), "Neither placed nor left out", Since::a_later_version);
+}
+
+template <> struct Fields<Counts> {
+    static constexpr const char* name = "summary";
+    static constexpr const char* meaning = "Numbers of services, each counted once; clones are counted apart";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& counts) {
+        visit_counts(visit, counts);
+        visit.required("clones_attached", count(counts.clones_attached), "Clones beside their parent");
+        visit.required("clones_waiting", count(counts.clones_waiting), "Clones that found no place");
+    }
+};
+
+template <class Visitor, class Record> void visit_name(Visitor& visit, Record& name) {
+    visit.unless_empty("name", name, "Name of the head-end, if it has one");
+}
+
+/// All but the name.
+template <class Visitor, class Record> void visit_placement(Visitor& visit, Record& result) {
+    visit.required("modules", result.modules, "By MAC");
+    visit.required("left_out", result.left_out, "Services on no output, by stream");
+    visit.required("clones_waiting", result.clones_waiting, "Clones that found no place");
+    visit.required(
+        "neither", result.neither,
+        "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
+        Since::a_later_version);
+    visit.required("warnings", result.warnings, meaning_of_warnings);
+    visit.required("summary", result.counts, "The numbers of services");
+}
+
+template <> struct Fields<Result> {
+    static constexpr const char* name = "result";
+    static constexpr const char* meaning = "Where the services of a head-end went";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& result) {
+        visit_name(visit, result.name);
+        visit_placement(visit, result);
+    }
+};
+
+} // namespace zarven::tool
+
+#endif

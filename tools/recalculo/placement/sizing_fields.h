@@ -1,0 +1,129 @@
+// The fields of a sizing. docs/sizing.schema.json and the tables in docs/tool.md have what stands here.
+
+#ifndef RECALCULO_SIZING_FIELDS_H
+#define RECALCULO_SIZING_FIELDS_H
+
+#include <utility>
+
+#include "headend/headend_fields.h"
+#include "placement/result_fields.h"
+#include "placement/sizing.h"
+
+namespace zarven::tool {
+
+/// Lets a visitor take what people may leave away for what is always there.
+template <class Visitor> class AlwaysTold {
+public:
+    explicit AlwaysTold(Visitor& visit) : visit_(visit) {}
+
+    template <class Value> void required(const char* key, const Value& value, const char* meaning) {
+        visit_.required(key, value, meaning);
+    }
+    template <class Value>
+    void optional(const char* key, const Value& value, const Bare<Value>&, const char* meaning) {
+        visit_.required(key, value, meaning);
+    }
+
+private:
+    Visitor& visit_;
+};
+
+/// A module without what makes it one of a head-end.
+struct ModuleKind {
+    Module module;
+};
+
+template <> struct Fields<ModuleKind> {
+    static constexpr const char* name = "module";
+    static constexpr const char* meaning = "A kind of module";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& kind) {
+        AlwaysTold told(visit);
+        visit_model(told, kind.module);
+        visit_limits(told, kind.module);
+    }
+};
+
+template <> struct Fields<Attempt> {
+    static constexpr const char* name = "attempt";
+    static constexpr const char* meaning = "A run with a number of further modules";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& attempt) {
+        visit.required("number", count(attempt.number), "Further modules");
+        visit.required("placed", count(attempt.placed), "On one output at least");
+        visit.required("left_out", count(attempt.left_out), "Left out");
+        visit.required("warnings", count(attempt.findings), "Number of findings");
+    }
+};
+
+template <> struct Fields<Addition> {
+    static constexpr const char* name = "addition";
+    static constexpr const char* meaning = "Further modules of one kind";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& addition) {
+        visit.required("module", ModuleKind{addition.kind}, "The kind");
+        visit.required(
+            "number", count(addition.number),
+            "The smallest number with which everything is placed that can be; null if none suffices");
+        visit.required("at_least", count(addition.at_least),
+                       "With fewer no arrangement could; one above `most` if that is too few");
+        visit.required("tried", addition.attempts, "The runs, by number");
+        visit.required("impossible", told_as<ServiceWithReason>(addition.impossible),
+                       "Placed by no number of modules");
+        visit.required(
+            "remaining", told_as<ServiceIdentity>(addition.remaining),
+            "If no number suffices: left out by the best attempt, or by the head-end as it is if no "
+            "number would help");
+    }
+};
+
+inline constexpr Word<LimitKind> limit_kind_words[] = {{LimitKind::pids, "pids_max"},
+                                                       {LimitKind::bitrate, "output_bitrate"},
+                                                       {LimitKind::inputs, "inputs"},
+                                                       {LimitKind::sd_transcoders, "sd_transcoders"},
+                                                       {LimitKind::hd_transcoders, "hd_transcoders"},
+                                                       {LimitKind::one_more_output, "one_more_output"}};
+
+template <> struct Words<LimitKind> : WordTable<LimitKind, limit_kind_words> {};
+
+template <> struct Fields<Raise> {
+    static constexpr const char* name = "raise";
+    static constexpr const char* meaning = "A limit raised";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& raise) {
+        visit.required("limit", raise.kind, "Kind of limit");
+        visit.required("mac", raise.mac, "Identity of the module");
+        visit.where(if_one_of("limit", raise.kind, LimitKind::bitrate, LimitKind::one_more_output), "output",
+                    count(raise.output), "Number of the output, from 1, where it is about one");
+        visit.required("from", raise.from, "What it is; 0 for one more output");
+        visit.required("to", raise.to, "What it is raised to; the bitrate of one more output");
+        visit.required("placed", count(raise.placed), "Services then placed");
+        visit.required("warnings", count(raise.findings), "Number of findings then");
+        visit.required("set", raise.setting, "The change as `--set` takes it");
+    }
+};
+
+template <> struct Fields<Sizing> {
+    static constexpr const char* name = "sizing";
+    static constexpr const char* meaning = "What to change so that everything is placed";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& sizing) {
+        visit_name(visit, sizing.name);
+        visit.required("loaded", count(sizing.now.loaded), "All services");
+        visit.required("placed", count(sizing.now.placed),
+                       "On one output at least, in the head-end as it is");
+        visit.required("left_out", count(sizing.now.left_out), "Left out, in the head-end as it is");
+        visit.required("neither", count(sizing.now.neither),
+                       "Neither placed nor left out, in the head-end as it is");
+        visit.required("warnings", sizing.warnings,
+                       "What does not add up in the head-end as it is, one sentence each; empty as a rule");
+        visit.required("most", count(sizing.most), "The most modules to add");
+        visit.required("add", sizing.addition, "What further modules of one kind bring");
+        visit.required("raise", sizing.raises,
+                       "One limit of one module raised, with no further module; the best first");
+    }
+};
+
+} // namespace zarven::tool
+
+#endif

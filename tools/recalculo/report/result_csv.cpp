@@ -1,0 +1,108 @@
+// Each line begins with where the service stands and goes on with what it is. Several programs disagree about
+// blanks and quotes, so that a field is quoted only where it must be.
+
+#include "report/result_csv.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace zarven::tool {
+
+namespace {
+
+std::string quoted(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == text.npos)
+        return text;
+    std::string field = "\"";
+    for (const char character : text) {
+        if (character == '"')
+            field += '"';
+        field += character;
+    }
+    return field + '"';
+}
+
+const char* yes_or_no(bool truth) {
+    return truth ? "yes" : "no";
+}
+
+/// Where a service stands; empty fields where it does not.
+struct PlaceCells {
+    std::string module;
+    std::string input;
+    std::string output;
+};
+
+std::string line(const PlaceCells& place, const ServiceResult& service) {
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+                       yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
+                       service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
+                       service.stream.tsid, service.sid, service.osid, service.bitrate,
+                       yes_or_no(service.is_hd), yes_or_no(service.is_radio), yes_or_no(service.is_scrambled),
+                       service.ca_pids, yes_or_no(service.is_transcoded), yes_or_no(service.is_clone),
+                       quoted(service.reason));
+}
+
+/// The lines of a result.
+class Lines {
+public:
+    explicit Lines(const Result& result) {
+        for (const ServiceResult& service : result.neither)
+            lost_.emplace(key_of(service), &service);
+        for (const ModuleResult& module : result.modules)
+            write(module);
+        for (const StreamResult& stream : result.left_out)
+            write(stream.services);
+        write(result.clones_waiting);
+        for (const auto& [key, service] : lost_)
+            text_ += line({}, *service);
+    }
+
+    std::string text() && { return std::move(text_); }
+
+private:
+    void write(const ModuleResult& module);
+    void write(const std::vector<ServiceResult>& services) {
+        for (const ServiceResult& service : services)
+            text_ += line({}, service);
+    }
+
+    /// Those neither placed nor left out that have no line yet.
+    std::map<ServiceKey, const ServiceResult*> lost_;
+    std::string text_;
+};
+
+void Lines::write(const ModuleResult& module) {
+    std::map<ServiceKey, std::string> input_of;
+    for (const InputResult& input : module.inputs)
+        for (const ServiceResult& service : input.services) {
+            const std::string number = fmt::format("{}", input.number);
+            input_of.emplace(key_of(service), number);
+            if (!service.outputs.empty())
+                continue;
+            const auto lost = lost_.find(key_of(service));
+            text_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
+            if (lost != lost_.end())
+                lost_.erase(lost);
+        }
+    for (const OutputResult& output : module.outputs)
+        for (const ServiceResult& service : output.services) {
+            const auto input = input_of.find(key_of(service));
+            text_ += line(
+                {module.mac, input == input_of.end() ? "" : input->second, fmt::format("{}", output.number)},
+                service);
+        }
+}
+
+} // namespace
+
+std::string result_csv(const Result& result) {
+    return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
+           "transcoded,clone,reason\r\n" +
+           Lines(result).text();
+}
+
+} // namespace zarven::tool

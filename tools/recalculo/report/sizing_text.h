@@ -1,0 +1,19 @@
+// What to change so that everything fits, for a person.
+
+#ifndef RECALCULO_SIZING_TEXT_H
+#define RECALCULO_SIZING_TEXT_H
+
+#include <string>
+
+#include "placement/sizing.h"
+#include "report/terminal.h"
+
+namespace zarven::tool {
+
+/// A summary line, the answer for further modules with all that was tried, and the limits worth raising; by
+/// default as for a file, in UTF-8.
+std::string sizing_text(const Sizing& sizing, const TextStyle& style = {});
+
+} // namespace zarven::tool
+
+#endif
