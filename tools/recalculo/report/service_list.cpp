@@ -3,7 +3,6 @@
 #include "report/service_list.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "base/counted.h"
 #include "report/service_marks.h"
