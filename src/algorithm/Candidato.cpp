@@ -9,19 +9,16 @@
 #include <utility>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
 namespace {
 
-bool alcanza(std::uint32_t maximo, std::uint32_t cuenta) {
-    return static_cast<std::int32_t>(maximo) >= static_cast<std::int32_t>(cuenta);
-}
-
 // The first input tuned to that stream; null when there is none.
 tRec_Entrada* buscarEntrada(tRec_Modulo& modulo, unsigned short onid, unsigned short tsid) {
     for (auto& [numero, entrada] : modulo.mapEntradas)
-        if (entrada.ONID == onid && entrada.TSID == tsid)
+        if (reglas::recibe(entrada, onid, tsid))
             return &entrada;
     return nullptr;
 }
@@ -53,7 +50,7 @@ void Candidato::reunirListas() {
         for (const auto& [numero, entrada] : modulo->mapEntradas)
             for (const auto& [clave, servicio] : entrada.MapaServicios) {
                 // A service goes by its own stream, whichever input it stands on.
-                const bool delStream = servicio->ONID == ONID && servicio->TSID == TSID;
+                const bool delStream = reglas::esStream(servicio->ONID, servicio->TSID, ONID, TSID);
                 (delStream ? principal : auxiliar).anadir(clave, servicio);
             }
     for (const Lado* lado : {&principal, &auxiliar})
@@ -82,8 +79,8 @@ bool Candidato::cabeEnRecursos() const {
 bool Candidato::cabeEnBitrate() const {
     const std::uint32_t maximo = principal.Bitrate_Max_Salida();
     const std::uint32_t maximo_Aux = auxiliar.Bitrate_Max_Salida();
-    const bool cabe = alcanza(maximo, principal.Bitrate_ListaServiciosSalida) &&
-                      alcanza(maximo_Aux, auxiliar.Bitrate_ListaServiciosSalida);
+    const bool cabe = reglas::alcanzaConSigno(maximo, principal.Bitrate_ListaServiciosSalida) &&
+                      reglas::alcanzaConSigno(maximo_Aux, auxiliar.Bitrate_ListaServiciosSalida);
     ::syslog(LOG_DEBUG,
              " ( ( Bitrate_ListaServiciosSalida_Modulo (%d) <= Bitrate_Max_Salida_Modulo(%d) ) && ( "
              "Bitrate_ListaServiciosSalida_Modulo_Aux (%d) <= Bitrate_Max_Salida_Modulo_Aux (%d) ) ) = %d",
@@ -104,11 +101,11 @@ bool Candidato::resintonizar() {
         const unsigned short tsid = entrada.TSID;
         tMapaServicios servicios = std::exchange(entrada.MapaServicios, {});
         entrada.confEntrada(0, 0);
-        if ((onid != ONID || tsid != TSID) && !pasarAlAuxiliar(onid, tsid, std::move(servicios)))
+        if (!reglas::esStream(onid, tsid, ONID, TSID) && !pasarAlAuxiliar(onid, tsid, std::move(servicios)))
             return false;
     }
     for (auto& [numero, entrada] : auxiliar.copia.mapEntradas)
-        if (entrada.ONID == ONID && entrada.TSID == TSID) {
+        if (reglas::recibe(entrada, ONID, TSID)) {
             entrada.MapaServicios.clear();
             entrada.confEntrada(0, 0);
         }
@@ -146,8 +143,8 @@ void Candidato::Lado::anadir(long clave, const std::shared_ptr<tRec_Servicio>& s
     ListaServiciosSalida.emplace(clave, servicio);
     Count_PIDs += servicio->number_PIDs_CA;
     Bitrate_ListaServiciosSalida += servicio->peakBitRate;
-    if (servicio->Transcoding != 0)
-        ++(servicio->VideoFormatE == tRec_Servicio::VIDEO_HD ? Transcoding_HD : Transcoding_SD);
+    if (reglas::llevaTranscoding(servicio->Transcoding))
+        ++(reglas::esHD(servicio->VideoFormatE) ? Transcoding_HD : Transcoding_SD);
 }
 
 std::uint32_t Candidato::Lado::Bitrate_Max_Salida() const {
@@ -175,12 +172,12 @@ void Candidato::Lado::registrarTranscoding() const {
 }
 
 bool Candidato::Lado::bastanPIDs() const {
-    return alcanza(modulo.PIDsModuloMax, Count_PIDs);
+    return reglas::alcanzaConSigno(modulo.PIDsModuloMax, Count_PIDs);
 }
 
 bool Candidato::Lado::bastanTranscoders() const {
-    return alcanza(modulo.HD_MAX_Transcoding, Transcoding_HD) &&
-           alcanza(modulo.SD_MAX_Transcoding, Transcoding_SD);
+    return reglas::alcanzaConSigno(modulo.HD_MAX_Transcoding, Transcoding_HD) &&
+           reglas::alcanzaConSigno(modulo.SD_MAX_Transcoding, Transcoding_SD);
 }
 
 // The outputs start empty; the services with the highest keys find their place first.
@@ -203,7 +200,7 @@ bool Candidato::Lado::recogerEnEntrada(const Ficha& ficha) {
     bool enOtra = false;
     for (auto& [numero, entrada] : copia.mapEntradas) {
         const bool esta = buscarFicha(entrada.MapaServicios, ficha) != entrada.MapaServicios.end();
-        const bool delStream = entrada.ONID == ficha.servicio->ONID && entrada.TSID == ficha.servicio->TSID;
+        const bool delStream = reglas::recibe(entrada, ficha.servicio->ONID, ficha.servicio->TSID);
         if (esta && delStream)
             return true;
         if (delStream && destino == nullptr)

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
@@ -48,7 +49,7 @@ Estado Pasada::completarEntradas(tRec_Modulo& modulo, Estado propuesto) {
     for (auto& [numero, entrada] : modulo.mapEntradas) {
         if (!quedanServicios())
             break;
-        if (entrada.ONID != 0 || entrada.TSID != 0)
+        if (reglas::conAlgunNumero(entrada.ONID, entrada.TSID))
             motor.Fill_Services_in_Module_Input(modulo, entrada);
         else
             // A free input is worth another fill, if the last one got anywhere.
@@ -63,11 +64,11 @@ namespace {
 tRec_Entrada* buscarSustituta(tRec_Modulo& modulo) {
     for (auto& [numero, entrada] : modulo.mapEntradas) {
         if (numero == 1) {
-            if (entrada.ONID != 0 && entrada.TSID != 0)
+            if (reglas::conAmbosNumeros(entrada.ONID, entrada.TSID))
                 return nullptr;
             ::sleep(2);
             marcos::linea("PRIMERA ENTRADA VACIA");
-        } else if (!entrada.MapaServicios.empty()) {
+        } else if (!reglas::sinServicios(entrada)) {
             return &entrada;
         }
     }

@@ -7,6 +7,7 @@
 
 #include "../engine/Asignar.h"
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "Textos.h"
 
 namespace zarven {
@@ -52,7 +53,7 @@ Estado Pasada::barrer(bool transcoding, Estado siguiente) {
             if (transcoding)
                 ::syslog(LOG_DEBUG, " RecalculationAlgorithm ---> itEntrada : %du", numero);
             const char modo = modoDeEntrada(option, numero);
-            if (!entrada.MapaServicios.empty() || !quedanServicios() || modo == NO_SE_OFRECE)
+            if (!reglas::sinServicios(entrada) || !quedanServicios() || modo == NO_SE_OFRECE)
                 continue;
             if (!elegibles)
                 elegibles.emplace(motor.Mapa_ONIDs, transcoding);

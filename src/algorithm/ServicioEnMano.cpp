@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
@@ -14,10 +15,6 @@ namespace {
 
 // With this resource code only modules of one model exchange services.
 constexpr int RECURSO_MISMO_MODELO = 3;
-
-int pidsLibres(const tRec_Modulo& modulo) {
-    return modulo.PIDsModuloMax - modulo.PIDsModulo;
-}
 
 } // namespace
 
@@ -63,7 +60,7 @@ void ServicioEnMano::elegirModulos() {
 // The last input of MAC[0] that receives another stream gives the exchange stream.
 void ServicioEnMano::anotarEntrada(const std::string& mac, unsigned short numero,
                                    const tRec_Entrada& entrada) {
-    if (entrada.ONID == onid_Out && entrada.TSID == tsid_Out) {
+    if (reglas::recibe(entrada, onid_Out, tsid_Out)) {
         if (!MAC[0].empty())
             return;
         MAC[0] = mac;
@@ -89,7 +86,7 @@ bool ServicioEnMano::elegirAuxiliar() {
         for (const auto& [numero, entrada] : modulo.mapEntradas) {
             if (registra)
                 registrarBusqueda(numero, entrada);
-            if (entrada.ONID != ONID || entrada.TSID != TSID)
+            if (!reglas::recibe(entrada, ONID, TSID))
                 continue;
             MAC[1] = mac;
             NumEntradaAux = numero;
@@ -108,7 +105,8 @@ void ServicioEnMano::registrarBusqueda(unsigned short numero, const tRec_Entrada
 
 ServicioEnMano::Extremo ServicioEnMano::extremo(const std::string& mac, unsigned short numero) const {
     const auto modulo = motor.Mapa_ModulosCabecera_Proceso.find(mac);
-    return {modulo, modulo->second.mapEntradas.find(numero), pidsLibres(modulo->second)};
+    return {modulo, modulo->second.mapEntradas.find(numero),
+            reglas::pidsLibres(modulo->second.PIDsModulo, modulo->second.PIDsModuloMax)};
 }
 
 ServicioEnMano::Resultado ServicioEnMano::recorrerSalidas() {
@@ -168,7 +166,7 @@ ServicioEnMano::Resultado ServicioEnMano::recorrerAuxiliares(const tRec_Salida& 
 }
 
 bool ServicioEnMano::esDeIntercambio(const tRec_Servicio& servicio) const {
-    return servicio.ONID == ONID && servicio.TSID == TSID;
+    return reglas::esStream(servicio.ONID, servicio.TSID, ONID, TSID);
 }
 
 // Where MAC[0] receives no other stream NumEntrada is 0. MAC[1] was found by its input.
@@ -176,7 +174,6 @@ bool ServicioEnMano::hayEntradas() const {
     return extremos[0].entrada != extremos[0].modulo->second.mapEntradas.end();
 }
 
-// PIDs are weighed as signed numbers, bitrates modulo 2^32: a sum below zero becomes a large one and fails.
 bool ServicioEnMano::esViable(const tRec_Salida& salida, const tRec_Salida& salida_Aux,
                               const Paseo& principal, const Paseo& auxiliar) const {
     const tRec_Servicio& va = *principal.servicio();
@@ -192,8 +189,9 @@ bool ServicioEnMano::esViable(const tRec_Salida& salida, const tRec_Salida& sali
     if (registra)
         marcos::linea(" Son diferentes, seguimos");
 
-    if (extremos[0].libres + va.number_PIDs_CA - viene.number_PIDs_CA - entra.number_PIDs_CA < 0 ||
-        extremos[1].libres + viene.number_PIDs_CA - va.number_PIDs_CA < 0)
+    if (!reglas::bastanPIDsAlPermutar(extremos[0].libres, va.number_PIDs_CA,
+                                      viene.number_PIDs_CA + entra.number_PIDs_CA) ||
+        !reglas::bastanPIDsAlPermutar(extremos[1].libres, viene.number_PIDs_CA, va.number_PIDs_CA))
         return false;
     if (registra) {
         ::syslog(
@@ -205,9 +203,10 @@ bool ServicioEnMano::esViable(const tRec_Salida& salida, const tRec_Salida& sali
     }
     ::sleep(1);
 
-    return salida.BitRateActual + entra.peakBitRate - va.peakBitRate + viene.peakBitRate <
-               salida.BitRateMax &&
-           salida_Aux.BitRateActual + va.peakBitRate - viene.peakBitRate < salida_Aux.BitRateMax;
+    return reglas::cabeBitrateAlPermutar(salida.BitRateActual, entra.peakBitRate + viene.peakBitRate,
+                                         va.peakBitRate, salida.BitRateMax) &&
+           reglas::cabeBitrateAlPermutar(salida_Aux.BitRateActual, va.peakBitRate, viene.peakBitRate,
+                                         salida_Aux.BitRateMax);
 }
 
 } // namespace zarven

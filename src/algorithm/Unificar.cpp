@@ -9,6 +9,7 @@
 
 #include "../engine/Titulos.h"
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "Candidato.h"
 #include "Recorrido.h"
 
@@ -17,11 +18,11 @@ namespace zarven {
 namespace {
 
 bool sinConfigurar(const tRec_Entrada& entrada) {
-    return entrada.ONID == 0 || entrada.TSID == 0;
+    return !reglas::conAmbosNumeros(entrada.ONID, entrada.TSID);
 }
 
 bool mismoStream(const tRec_Entrada& a, const tRec_Entrada& b) {
-    return a.ONID == b.ONID && a.TSID == b.TSID;
+    return reglas::recibe(a, b.ONID, b.TSID);
 }
 
 void registrarSinConfigurar() {

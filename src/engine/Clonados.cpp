@@ -4,6 +4,8 @@
 
 #include <syslog.h>
 
+#include "../reglas/Reglas.h"
+
 namespace zarven {
 
 namespace {
@@ -13,14 +15,13 @@ namespace {
 bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared_ptr<tRec_Servicio>& clon) {
     for (auto& [idSalida, salida] : modulo.mapSalidas)
         for (const auto& [clave, servicio] : salida.MapaServicios) {
-            if (servicio->OSID != clon->Parent_SID)
+            if (!reglas::esPadre(*servicio, *clon))
                 continue;
             ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Salida", clon->Parent_SID);
-            if (clon->Transcoding != 0) {
-                if (modulo.AUX_MAX_Transcoding <= modulo.AUX_Transcoding)
-                    continue;
+            if (!reglas::cabeClon(modulo, *clon))
+                continue;
+            if (reglas::llevaTranscoding(clon->Transcoding))
                 ++modulo.AUX_Transcoding;
-            }
             entrada.MapaServicios.emplace(clon->idService, clon);
             salida.MapaServicios.emplace(clon->idService, clon);
             return true;
@@ -32,9 +33,7 @@ bool unirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::share
     for (const auto& [clave, servicio] : entrada.MapaServicios) {
         ::syslog(LOG_DEBUG, "SID a analizar:%d, Parent_SID que buscamos: %d", servicio->OSID,
                  clon->Parent_SID);
-        // The parent is known by its OSID, although Parent_SID was taken from its SID: the two agree unless
-        // the head-end renumbers its services.
-        if (servicio->OSID != clon->Parent_SID)
+        if (!reglas::esPadre(*servicio, *clon))
             continue;
         ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Entrada", clon->Parent_SID);
         if (unirALaSalida(modulo, entrada, clon))
@@ -50,8 +49,7 @@ int tRecalculo::Try_to_Insert_Cloned_Service(
     const std::shared_ptr<tRec_Servicio> clon = *itServicio;
     for (auto& [mac, modulo] : Mapa_ModulosCabecera_Final)
         for (auto& [numero, entrada] : modulo.mapEntradas)
-            if (entrada.ONID == clon->ONID && entrada.TSID == clon->TSID &&
-                unirALaEntrada(modulo, entrada, clon))
+            if (reglas::recibe(entrada, clon->ONID, clon->TSID) && unirALaEntrada(modulo, entrada, clon))
                 return 1;
     return 0;
 }

@@ -7,15 +7,8 @@
 
 namespace zarven {
 
-namespace {
-
-// The search for the fewest begins below this: a stream with so many services is never taken by it.
-constexpr int TOPE_MIN = 99999;
-
-} // namespace
-
 Elegibles::Elegibles(tMapaONIDs& indiceDeTrabajo, bool conTranscoding)
-    : indice(indiceDeTrabajo), transcoding(conTranscoding) {
+    : indice(indiceDeTrabajo), criterio{false, false, conTranscoding} {
     std::size_t streams = 0;
     algunTSID(indice, [&](const Rec_ONID&, const Rec_TSID& stream) {
         ++streams;
@@ -31,9 +24,7 @@ bool Elegibles::antes(const Cuenta& a, const Cuenta& b) {
 }
 
 bool Elegibles::cuenta(long clave, const tRec_Servicio& servicio) const {
-    if (solo_claves_positivas && clave <= 0)
-        return false;
-    return !solo_de_su_clase || servicio.Transcoding == (transcoding ? 1 : 0);
+    return reglas::cuentaParaElegir(clave, servicio.Transcoding, criterio);
 }
 
 int Elegibles::elegibles(const tMapaServicios& servicios) const {
@@ -46,13 +37,13 @@ int Elegibles::elegibles(const tMapaServicios& servicios) const {
 void Elegibles::sumarTotales(const tMapaServicios& servicios, int signo) {
     for (const auto& [clave, servicio] : servicios) {
         con_clave_positiva += clave > 0 ? signo : 0;
-        con_transcoding += servicio->Transcoding != 0 ? signo : 0;
+        con_transcoding += reglas::llevaTranscoding(servicio->Transcoding) ? signo : 0;
     }
 }
 
 void Elegibles::contarTodo() {
-    solo_claves_positivas = con_clave_positiva != 0;
-    solo_de_su_clase = con_transcoding != 0;
+    criterio.soloClavesPositivas = con_clave_positiva != 0;
+    criterio.soloDeSuClase = con_transcoding != 0;
     cuentas.clear();
     for (const auto& [onid, rec_onid] : indice)
         for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
@@ -65,7 +56,7 @@ std::optional<Stream> Elegibles::elegir(char modo) const {
     if (cuentas.empty() || (modo != MODO_MAX && modo != MODO_MIN))
         return {};
     if (modo == MODO_MIN) {
-        if (cuentas.front().n >= TOPE_MIN)
+        if (cuentas.front().n >= reglas::TOPE_MIN)
             return {};
         return cuentas.front().stream;
     }
@@ -85,7 +76,8 @@ void Elegibles::descontar(Stream stream, const tMapaServicios& servicios) {
 void Elegibles::contar(Stream stream, const tMapaServicios& servicios) {
     sumarTotales(servicios, 1);
     // What counts depends on what is left: with the last service of its kind a rule falls away.
-    if (solo_claves_positivas != (con_clave_positiva != 0) || solo_de_su_clase != (con_transcoding != 0)) {
+    if (criterio.soloClavesPositivas != (con_clave_positiva != 0) ||
+        criterio.soloDeSuClase != (con_transcoding != 0)) {
         contarTodo();
         return;
     }

@@ -16,6 +16,8 @@
 
 #include "Rec_ONID.h"
 
+#include "../reglas/Reglas.h"
+
 namespace zarven {
 
 constexpr char MODO_MAX = 1;
@@ -54,13 +56,11 @@ private:
     void contarTodo();
 
     tMapaONIDs& indice;
-    const bool transcoding;
     // Services of the whole index whose key is positive, and that need a transcoder.
     int con_clave_positiva = 0;
     int con_transcoding = 0;
     // What the counts were made with.
-    bool solo_claves_positivas = false;
-    bool solo_de_su_clase = false;
+    reglas::Criterio criterio;
     std::vector<Cuenta> cuentas;
 };
 
