@@ -12,29 +12,6 @@
 
 namespace zarven {
 
-namespace {
-
-constexpr char NO_SE_OFRECE = 0;
-
-// How an input chooses its stream, by the option of the pass and the number of the input: the mixed options
-// tell inputs 1 and 2 apart and leave the others alone.
-char modoDeEntrada(char option, unsigned short numEntrada) {
-    switch (option) {
-    case 1:
-        return MODO_MAX;
-    case 2:
-        return numEntrada == 1 ? MODO_MAX : numEntrada == 2 ? MODO_MIN : NO_SE_OFRECE;
-    case 3:
-        return MODO_MIN;
-    case 4:
-        return numEntrada == 1 ? MODO_MIN : numEntrada == 2 ? MODO_MAX : NO_SE_OFRECE;
-    default:
-        return NO_SE_OFRECE;
-    }
-}
-
-} // namespace
-
 Estado Pasada::rellenarConTranscoding() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING");
     return barrer(true, Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING);
@@ -52,8 +29,8 @@ Estado Pasada::barrer(bool transcoding, Estado siguiente) {
         for (auto& [numero, entrada] : modulo.mapEntradas) {
             if (transcoding)
                 ::syslog(LOG_DEBUG, " RecalculationAlgorithm ---> itEntrada : %du", numero);
-            const char modo = modoDeEntrada(option, numero);
-            if (!reglas::sinServicios(entrada) || !quedanServicios() || modo == NO_SE_OFRECE)
+            const char modo = reglas::modoDeEntrada(option, numero);
+            if (!reglas::sinServicios(entrada) || !quedanServicios() || modo == reglas::NO_SE_OFRECE)
                 continue;
             if (!elegibles)
                 elegibles.emplace(motor.Mapa_ONIDs, transcoding);

@@ -53,9 +53,9 @@ void Elegibles::contarTodo() {
 }
 
 std::optional<Stream> Elegibles::elegir(char modo) const {
-    if (cuentas.empty() || (modo != MODO_MAX && modo != MODO_MIN))
+    if (cuentas.empty() || (modo != reglas::MODO_MAX && modo != reglas::MODO_MIN))
         return {};
-    if (modo == MODO_MIN) {
+    if (modo == reglas::MODO_MIN) {
         if (cuentas.front().n >= reglas::TOPE_MIN)
             return {};
         return cuentas.front().stream;

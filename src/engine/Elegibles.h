@@ -20,9 +20,6 @@
 
 namespace zarven {
 
-constexpr char MODO_MAX = 1;
-constexpr char MODO_MIN = 3;
-
 struct Stream {
     unsigned short ONID;
     unsigned short TSID;

@@ -5,26 +5,21 @@
 
 #include "tRecalculo.h"
 
-#include <array>
 #include <syslog.h>
 #include <unistd.h>
 #include <utility>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "Titulos.h"
 
 namespace zarven {
 
 namespace {
 
-constexpr int NUM_OPCIONES = 4;
+using reglas::ESTRATEGIAS;
 
-// What the driver logs before the pass of each option, 1 to 4.
-constexpr std::array<const char*, NUM_OPCIONES> ROTULOS = {
-    "BEGIN OPTION: MAX ----------------------------------------------------->",
-    "BEGIN OPTION: MAX MIN ------------------------------------------------->",
-    "BEGIN OPTION: MIN ----------------------------------------------------->",
-    "BEGIN OPTION: MIN MAX ------------------------------------------------->"};
+constexpr int NUM_OPCIONES = ESTRATEGIAS.size();
 
 // One call of Main_Recalculo.
 class Ejecucion {
@@ -99,8 +94,9 @@ void Ejecucion::probarOpcion() {
     motor.Mapa_ModulosCabecera_Proceso = motor.Mapa_ModulosCabecera_Inicial;
     motor.Mapa_ONIDs = motor.Mapa_ONIDs_Inicial;
     ::sleep(1);
-    marcos::linea(ROTULOS[static_cast<std::size_t>(opcion - 1)]);
-    motor.RecalculationAlgorithm(static_cast<char>(opcion), recurso);
+    const reglas::Estrategia& estrategia = ESTRATEGIAS[static_cast<std::size_t>(opcion - 1)];
+    marcos::linea(estrategia.rotulo);
+    motor.RecalculationAlgorithm(estrategia.opcion, recurso);
     ++opcion;
 
     if (motor.Mapa_ONIDs.empty()) {

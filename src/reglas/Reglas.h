@@ -239,6 +239,64 @@ constexpr bool entraEnRelleno(std::uint16_t transcoding, bool rellenoConTranscod
 // The search for the fewest begins below this: a stream with so many services is never taken by it.
 inline constexpr int TOPE_MIN = 99999;
 
+// ---- The strategies -----------------------------------------------------------------------------------
+
+// How an input chooses among the streams: the one with the most services that count, or the fewest.
+inline constexpr char MODO_MAX = 1;
+inline constexpr char MODO_MIN = 3;
+// The input is offered nothing.
+inline constexpr char NO_SE_OFRECE = 0;
+
+struct Estrategia {
+    // The option of a pass.
+    char opcion;
+    // What the driver logs before the pass: this beginning, the name, a blank and dashes.
+    const char* rotulo;
+    // The modes of inputs 1 and 2 and of all others.
+    char primera;
+    char segunda;
+    char otras;
+};
+
+inline constexpr std::string_view INICIO_ROTULO = "BEGIN OPTION: ";
+
+// In the order in which the driver tries them. The mixed ones tell inputs 1 and 2 apart and leave the others
+// alone.
+inline constexpr std::array<Estrategia, 4> ESTRATEGIAS = {{
+    {1, "BEGIN OPTION: MAX ----------------------------------------------------->", MODO_MAX, MODO_MAX,
+     MODO_MAX},
+    {2, "BEGIN OPTION: MAX MIN ------------------------------------------------->", MODO_MAX, MODO_MIN,
+     NO_SE_OFRECE},
+    {3, "BEGIN OPTION: MIN ----------------------------------------------------->", MODO_MIN, MODO_MIN,
+     MODO_MIN},
+    {4, "BEGIN OPTION: MIN MAX ------------------------------------------------->", MODO_MIN, MODO_MAX,
+     NO_SE_OFRECE},
+}};
+
+// The name in such a line; empty for a line that does not begin so.
+constexpr std::string_view nombreEnRotulo(std::string_view linea) {
+    if (linea.substr(0, INICIO_ROTULO.size()) != INICIO_ROTULO)
+        return {};
+    const std::string_view desde = linea.substr(INICIO_ROTULO.size());
+    return desde.substr(0, desde.find(" -"));
+}
+
+constexpr std::string_view nombre(const Estrategia& estrategia) {
+    return nombreEnRotulo(estrategia.rotulo);
+}
+
+constexpr char modoDeEntrada(const Estrategia& estrategia, std::uint16_t numEntrada) {
+    return numEntrada == 1 ? estrategia.primera : numEntrada == 2 ? estrategia.segunda : estrategia.otras;
+}
+
+// Of a pass by its option; with an option that is no strategy's, nothing is offered.
+constexpr char modoDeEntrada(char opcion, std::uint16_t numEntrada) {
+    for (const Estrategia& estrategia : ESTRATEGIAS)
+        if (estrategia.opcion == opcion)
+            return modoDeEntrada(estrategia, numEntrada);
+    return NO_SE_OFRECE;
+}
+
 } // namespace zarven::reglas
 
 #endif

@@ -2,6 +2,8 @@
 
 #include "Reglas.h"
 
+#include <vector>
+
 #include <gtest/gtest.h>
 
 using namespace zarven::reglas;
@@ -136,6 +138,28 @@ TEST(ReglasEleccion, ServicesWithoutTranscodingRideAlong) {
     EXPECT_TRUE(entraEnRelleno(1, true));
     EXPECT_FALSE(entraEnRelleno(1, false));
     EXPECT_FALSE(entraEnRelleno(2, true));
+}
+
+TEST(ReglasEstrategias, AreCalledAsTheyAreLogged) {
+    std::vector<std::string_view> nombres;
+    for (const Estrategia& estrategia : ESTRATEGIAS) {
+        nombres.push_back(nombre(estrategia));
+    }
+    EXPECT_EQ(nombres, (std::vector<std::string_view>{"MAX", "MAX MIN", "MIN", "MIN MAX"}));
+    EXPECT_EQ(nombreEnRotulo("END OPTION: MAX --"), "");
+}
+
+TEST(ReglasEstrategias, TheMixedOnesTellTwoInputsApart) {
+    const auto modos = [](char opcion) {
+        return std::array<char, 4>{modoDeEntrada(opcion, 1), modoDeEntrada(opcion, 2),
+                                   modoDeEntrada(opcion, 3), modoDeEntrada(opcion, 0)};
+    };
+    EXPECT_EQ(modos(1), (std::array<char, 4>{MODO_MAX, MODO_MAX, MODO_MAX, MODO_MAX}));
+    EXPECT_EQ(modos(2), (std::array<char, 4>{MODO_MAX, MODO_MIN, NO_SE_OFRECE, NO_SE_OFRECE}));
+    EXPECT_EQ(modos(3), (std::array<char, 4>{MODO_MIN, MODO_MIN, MODO_MIN, MODO_MIN}));
+    EXPECT_EQ(modos(4), (std::array<char, 4>{MODO_MIN, MODO_MAX, NO_SE_OFRECE, NO_SE_OFRECE}));
+    for (const char opcion : {'\0', '\5', '\xff'})
+        EXPECT_EQ(modos(opcion), (std::array<char, 4>{}));
 }
 
 // On a record and on its numbers the answer is the same.
