@@ -23,24 +23,24 @@ Estado Pasada::rellenarSinTranscoding() {
 }
 
 Estado Pasada::barrer(bool transcoding, Estado siguiente) {
-    servicios_Asignados = 0;
+    colocados_ = 0;
     std::optional<Elegibles> elegibles;
-    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso)
+    for (auto& [mac, modulo] : motor_.Mapa_ModulosCabecera_Proceso)
         for (auto& [numero, entrada] : modulo.mapEntradas) {
             if (transcoding)
                 ::syslog(LOG_DEBUG, " RecalculationAlgorithm ---> itEntrada : %du", numero);
-            const char modo = reglas::modoDeEntrada(option, numero);
+            const char modo = reglas::modoDeEntrada(opcion_, numero);
             if (!reglas::sinServicios(entrada) || !quedanServicios() || modo == reglas::NO_SE_OFRECE)
                 continue;
             if (!elegibles)
-                elegibles.emplace(motor.Mapa_ONIDs, transcoding);
-            servicios_Asignados += asignarServicios(motor, *elegibles, modulo, entrada, modo, transcoding);
+                elegibles.emplace(motor_.Mapa_ONIDs, transcoding);
+            colocados_ += asignarServicios(motor_, *elegibles, modulo, entrada, modo, transcoding);
         }
 
-    if (servicios_Asignados == 0)
+    if (colocados_ == 0)
         marcos::linea(textos::NO_SE_PUEDEN_ANADIR);
     marcos::linea(" RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION");
-    return servicios_Asignados == 0 ? Estado::STATUS_UNIFY_INPUTS : siguiente;
+    return colocados_ == 0 ? Estado::STATUS_UNIFY_INPUTS : siguiente;
 }
 
 } // namespace zarven

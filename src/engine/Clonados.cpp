@@ -12,7 +12,8 @@ namespace {
 
 // Puts the clone beside the first entry of its parent on an output for which it finds a transcoder, should
 // it need one.
-bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared_ptr<tRec_Servicio>& clon) {
+bool transferirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada,
+                         const std::shared_ptr<tRec_Servicio>& clon) {
     for (auto& [idSalida, salida] : modulo.mapSalidas)
         for (const auto& [clave, servicio] : salida.MapaServicios) {
             if (!reglas::esPadre(*servicio, *clon))
@@ -20,7 +21,7 @@ bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared
             ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Salida", clon->Parent_SID);
             if (!reglas::cabeClon(modulo, *clon))
                 continue;
-            if (reglas::llevaTranscoding(clon->Transcoding))
+            if (reglas::necesitaTranscoding(clon->Transcoding))
                 ++modulo.AUX_Transcoding;
             entrada.MapaServicios.emplace(clon->idService, clon);
             salida.MapaServicios.emplace(clon->idService, clon);
@@ -29,14 +30,15 @@ bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared
     return false;
 }
 
-bool unirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared_ptr<tRec_Servicio>& clon) {
+bool transferirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada,
+                          const std::shared_ptr<tRec_Servicio>& clon) {
     for (const auto& [clave, servicio] : entrada.MapaServicios) {
         ::syslog(LOG_DEBUG, "SID a analizar:%d, Parent_SID que buscamos: %d", servicio->OSID,
                  clon->Parent_SID);
         if (!reglas::esPadre(*servicio, *clon))
             continue;
         ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Entrada", clon->Parent_SID);
-        if (unirALaSalida(modulo, entrada, clon))
+        if (transferirALaSalida(modulo, entrada, clon))
             return true;
     }
     return false;
@@ -49,7 +51,8 @@ int tRecalculo::Try_to_Insert_Cloned_Service(
     const std::shared_ptr<tRec_Servicio> clon = *itServicio;
     for (auto& [mac, modulo] : Mapa_ModulosCabecera_Final)
         for (auto& [numero, entrada] : modulo.mapEntradas)
-            if (reglas::recibe(entrada, clon->ONID, clon->TSID) && unirALaEntrada(modulo, entrada, clon))
+            if (reglas::recibe(entrada, clon->ONID, clon->TSID) &&
+                transferirALaEntrada(modulo, entrada, clon))
                 return 1;
     return 0;
 }

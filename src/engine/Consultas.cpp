@@ -54,7 +54,7 @@ bool tRecalculo::Exist_Transcoding_Service() const {
     return algunTSID(Mapa_ONIDs, [](const Rec_ONID&, const Rec_TSID& stream) {
         return std::any_of(
             stream.MapRec_Services.begin(), stream.MapRec_Services.end(),
-            [](const auto& entrada) { return reglas::llevaTranscoding(entrada.second->Transcoding); });
+            [](const auto& entrada) { return reglas::necesitaTranscoding(entrada.second->Transcoding); });
     });
 }
 

@@ -120,7 +120,7 @@ constexpr bool ocupaTranscoder(std::uint16_t transcoding) {
 
 // The service is of the kind with transcoding, whatever the value: such services are counted and chosen
 // apart.
-constexpr bool llevaTranscoding(std::uint16_t transcoding) {
+constexpr bool necesitaTranscoding(std::uint16_t transcoding) {
     return transcoding != 0;
 }
 
@@ -155,7 +155,7 @@ constexpr std::uint16_t masTranscoders(std::uint16_t maximoSD, std::uint16_t max
 
 // Attaching a clone: it takes one of the AUX pool when it is of the kind with transcoding.
 constexpr bool cabeClon(std::uint16_t transcoding, std::uint16_t enUsoAUX, std::uint16_t maximoAUX) {
-    return !llevaTranscoding(transcoding) || enUsoAUX < maximoAUX;
+    return !necesitaTranscoding(transcoding) || enUsoAUX < maximoAUX;
 }
 
 inline bool cabeClon(const tRec_Modulo& modulo, const tRec_Servicio& clon) {

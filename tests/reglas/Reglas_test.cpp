@@ -99,9 +99,9 @@ TEST(ReglasTranscoders, AnEmptyModuleComesToTheLargerCeilingIfOneCanBegin) {
 }
 
 TEST(ReglasTranscoders, OnlyOneTakesATranscoderEveryOtherValueIsOfTheKind) {
-    EXPECT_FALSE(ocupaTranscoder(0) || llevaTranscoding(0));
-    EXPECT_TRUE(ocupaTranscoder(1) && llevaTranscoding(1));
-    EXPECT_TRUE(!ocupaTranscoder(2) && llevaTranscoding(2));
+    EXPECT_FALSE(ocupaTranscoder(0) || necesitaTranscoding(0));
+    EXPECT_TRUE(ocupaTranscoder(1) && necesitaTranscoding(1));
+    EXPECT_TRUE(!ocupaTranscoder(2) && necesitaTranscoding(2));
 }
 
 TEST(ReglasTranscoders, ACloneOfTheKindTakesAnAUXOne) {

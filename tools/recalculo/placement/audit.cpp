@@ -290,7 +290,7 @@ Transcoders ModuleAudit::transcoders_needed() const {
     Transcoders needed;
     for (const tRec_Servicio* service : services_on_outputs(module_)) {
         if (clones_.count(service) != 0)
-            needed.aux += reglas::llevaTranscoding(service->Transcoding);
+            needed.aux += reglas::necesitaTranscoding(service->Transcoding);
         else if (reglas::ocupaTranscoder(service->Transcoding))
             ++(reglas::esHD(service->VideoFormatE) ? needed.hd : needed.sd);
     }

@@ -104,7 +104,7 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
     if (refusal.inputs_receiving.empty())
         return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
                            refusal.mac);
-    if (reglas::llevaTranscoding(service_.Transcoding) && some_input_is_free_)
+    if (reglas::necesitaTranscoding(service_.Transcoding) && some_input_is_free_)
         return fmt::format("It needs transcoding: the engine fills inputs without such services, and tops up "
                            "modules with them when no input is free; module {} receives {} and has room.",
                            refusal.mac, stream_text(service_));
@@ -113,7 +113,7 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
 }
 
 std::string Sentence::not_chosen() const {
-    if (reglas::llevaTranscoding(service_.Transcoding))
+    if (reglas::necesitaTranscoding(service_.Transcoding))
         return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
                            "without transcoding asks for the stream.",
                            stream_text(service_));

@@ -26,7 +26,7 @@ ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
     result.is_radio = service.Tipo == type_radio;
     result.is_scrambled = service.Descifrar != 0;
     result.ca_pids = service.number_PIDs_CA;
-    result.is_transcoded = reglas::llevaTranscoding(service.Transcoding);
+    result.is_transcoded = reglas::necesitaTranscoding(service.Transcoding);
     result.is_clone = is_clone;
     result.parent_sid = service.Parent_SID;
     return result;
