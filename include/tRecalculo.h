@@ -200,11 +200,11 @@ struct RECALCULO_API tRecalculo {
 
     // ---- Re-arrangements for the caller ---------------------------------------------------------------
 
-    /// Exchanges what two modules of one kind carry: streams and services of inputs with the same number,
+    /// Swaps what two modules of one kind carry: streams and services of inputs with the same number,
     /// load of outputs with the same bitrate ceiling, PID counters. Transcoder counters stay. Logged (debug).
     /// @return `RETURN_OK`; `ERROR_MODULOS_NO_COMPATIBLES`: when model, number of inputs or outputs or PID
     /// budget differ nothing has changed; when an output finds no partner the modules are left half
-    /// exchanged.
+    /// swapped.
     int swapModulos(tRec_Modulo& modulo1, tRec_Modulo& modulo2);
 
     /// Evens out the number of services among the outputs of each module, pair by pair, without regard to

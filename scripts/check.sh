@@ -9,7 +9,7 @@ echo "== formatting"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 
 echo "== scripts"
-shellcheck -x scripts/*.sh tests/tools/*.sh tests/consumers/*.sh .ci/run
+shellcheck -x scripts/*.sh tests/*.sh tests/tools/*.sh tests/consumers/*.sh .ci/run
 
 echo "== bare build"
 work=$(mktemp -d)

@@ -1,4 +1,4 @@
-// The steps of a candidate exchange, each of which can refuse it.
+// The steps of gathering a stream, each of which can refuse it.
 
 #include "Candidato.h"
 
@@ -9,69 +9,67 @@
 #include <utility>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
 namespace {
 
-bool alcanza(std::uint32_t maximo, std::uint32_t cuenta) {
-    return static_cast<std::int32_t>(maximo) >= static_cast<std::int32_t>(cuenta);
-}
-
 // The first input tuned to that stream; null when there is none.
 tRec_Entrada* buscarEntrada(tRec_Modulo& modulo, unsigned short onid, unsigned short tsid) {
     for (auto& [numero, entrada] : modulo.mapEntradas)
-        if (entrada.ONID == onid && entrada.TSID == tsid)
+        if (reglas::recibe(entrada, onid, tsid))
             return &entrada;
     return nullptr;
 }
 
 } // namespace
 
-Candidato::Candidato(tRecalculo& engine, tRec_Modulo& modulo, unsigned short numero, tRec_Modulo& modulo_Aux)
-    : motor(engine), principal{"", modulo}, auxiliar{"_Aux", modulo_Aux}, numEntrada(numero),
-      ONID(modulo.mapEntradas.find(numero)->second.ONID), TSID(modulo.mapEntradas.find(numero)->second.TSID) {
-}
+Candidato::Candidato(tRecalculo& motor, tRec_Modulo& modulo, unsigned short numEntrada,
+                     tRec_Modulo& moduloAux)
+    : motor_(motor), principal_{"", modulo}, auxiliar_{"_Aux", moduloAux}, numEntrada_(numEntrada),
+      onid_(modulo.mapEntradas.find(numEntrada)->second.ONID),
+      tsid_(modulo.mapEntradas.find(numEntrada)->second.TSID) {}
 
-bool Candidato::intercambiar() {
-    principal.registrarAntes();
-    auxiliar.registrarAntes();
-    reunirListas();
-    if (!cabeEnRecursos() || !cabeEnBitrate() || !principal.colocarEnCopia(motor) ||
-        !auxiliar.colocarEnCopia(motor) || !resintonizar())
+bool Candidato::reunir() {
+    principal_.registrarAntes();
+    auxiliar_.registrarAntes();
+    repartirServicios();
+    if (!cabeEnRecursos() || !cabeEnBitrate() || !principal_.colocarEnCopia(motor_) ||
+        !auxiliar_.colocarEnCopia(motor_) || !resintonizar())
         return false;
 
     ::sleep(2);
     marcos::linea("Parece que todo a ido bien. Hacemos el intercambio");
-    principal.modulo = std::move(principal.copia);
-    auxiliar.modulo = std::move(auxiliar.copia);
+    principal_.modulo = std::move(principal_.copia);
+    auxiliar_.modulo = std::move(auxiliar_.copia);
     return true;
 }
 
-void Candidato::reunirListas() {
-    for (const tRec_Modulo* modulo : {&principal.modulo, &auxiliar.modulo})
+void Candidato::repartirServicios() {
+    for (const tRec_Modulo* modulo : {&principal_.modulo, &auxiliar_.modulo})
         for (const auto& [numero, entrada] : modulo->mapEntradas)
             for (const auto& [clave, servicio] : entrada.MapaServicios) {
                 // A service goes by its own stream, whichever input it stands on.
-                const bool delStream = servicio->ONID == ONID && servicio->TSID == TSID;
-                (delStream ? principal : auxiliar).anadir(clave, servicio);
+                const bool delStream = reglas::esStream(servicio->ONID, servicio->TSID, onid_, tsid_);
+                (delStream ? principal_ : auxiliar_).anadir(clave, servicio);
             }
-    for (const Lado* lado : {&principal, &auxiliar})
+    for (const Lado* lado : {&principal_, &auxiliar_})
         ::syslog(LOG_DEBUG, "ListaServiciosSalida_Modulo%s.size = %d", lado->sufijo,
-                 static_cast<int>(lado->ListaServiciosSalida.size()));
+                 static_cast<int>(lado->servicios.size()));
 }
 
 bool Candidato::cabeEnRecursos() const {
     ::syslog(LOG_DEBUG,
              "(Count_PIDs (%d) <= itModulo->second.PIDsModuloMax (%d) ) && ( Count_PIDs_Aux(%d)  <= "
              "itModulo_Aux->second.PIDsModuloMax(%d) )",
-             static_cast<int>(principal.Count_PIDs), principal.modulo.PIDsModuloMax,
-             static_cast<int>(auxiliar.Count_PIDs), auxiliar.modulo.PIDsModuloMax);
-    principal.registrarTranscoding();
-    auxiliar.registrarTranscoding();
+             static_cast<int>(principal_.pids), principal_.modulo.PIDsModuloMax,
+             static_cast<int>(auxiliar_.pids), auxiliar_.modulo.PIDsModuloMax);
+    principal_.registrarTranscoding();
+    auxiliar_.registrarTranscoding();
     ::sleep(1);
-    if (!principal.bastanPIDs() || !auxiliar.bastanPIDs() || !principal.bastanTranscoders() ||
-        !auxiliar.bastanTranscoders())
+    if (!principal_.bastanPIDs() || !auxiliar_.bastanPIDs() || !principal_.bastanTranscoders() ||
+        !auxiliar_.bastanTranscoders())
         return false;
     ::sleep(2);
     marcos::linea("El intercambio no es problema para la CAM");
@@ -80,52 +78,52 @@ bool Candidato::cabeEnRecursos() const {
 }
 
 bool Candidato::cabeEnBitrate() const {
-    const std::uint32_t maximo = principal.Bitrate_Max_Salida();
-    const std::uint32_t maximo_Aux = auxiliar.Bitrate_Max_Salida();
-    const bool cabe = alcanza(maximo, principal.Bitrate_ListaServiciosSalida) &&
-                      alcanza(maximo_Aux, auxiliar.Bitrate_ListaServiciosSalida);
+    const std::uint32_t maximo = principal_.bitrateMax();
+    const std::uint32_t maximoAux = auxiliar_.bitrateMax();
+    const bool cabe = reglas::alcanzaConSigno(maximo, principal_.bitrate) &&
+                      reglas::alcanzaConSigno(maximoAux, auxiliar_.bitrate);
     ::syslog(LOG_DEBUG,
              " ( ( Bitrate_ListaServiciosSalida_Modulo (%d) <= Bitrate_Max_Salida_Modulo(%d) ) && ( "
              "Bitrate_ListaServiciosSalida_Modulo_Aux (%d) <= Bitrate_Max_Salida_Modulo_Aux (%d) ) ) = %d",
-             static_cast<int>(principal.Bitrate_ListaServiciosSalida), static_cast<int>(maximo),
-             static_cast<int>(auxiliar.Bitrate_ListaServiciosSalida), static_cast<int>(maximo_Aux), cabe);
+             static_cast<int>(principal_.bitrate), static_cast<int>(maximo),
+             static_cast<int>(auxiliar_.bitrate), static_cast<int>(maximoAux), cabe);
     return cabe;
 }
 
 // Every input of the first module but the candidate one is given up. What it received moves to the second
 // module, where the candidate stream leaves inputs free, unless that was the candidate stream again.
 bool Candidato::resintonizar() {
-    for (auto& [numero, entrada] : principal.copia.mapEntradas) {
-        if (numero == numEntrada) {
-            entrada.MapaServicios = std::move(principal.ListaServiciosSalida);
+    for (auto& [numero, entrada] : principal_.copia.mapEntradas) {
+        if (numero == numEntrada_) {
+            entrada.MapaServicios = std::move(principal_.servicios);
             continue;
         }
         const unsigned short onid = entrada.ONID;
         const unsigned short tsid = entrada.TSID;
         tMapaServicios servicios = std::exchange(entrada.MapaServicios, {});
         entrada.confEntrada(0, 0);
-        if ((onid != ONID || tsid != TSID) && !pasarAlAuxiliar(onid, tsid, std::move(servicios)))
+        if (!reglas::esStream(onid, tsid, onid_, tsid_) && !pasarAlAuxiliar(onid, tsid, std::move(servicios)))
             return false;
     }
-    for (auto& [numero, entrada] : auxiliar.copia.mapEntradas)
-        if (entrada.ONID == ONID && entrada.TSID == TSID) {
+    for (auto& [numero, entrada] : auxiliar_.copia.mapEntradas)
+        if (reglas::recibe(entrada, onid_, tsid_)) {
             entrada.MapaServicios.clear();
             entrada.confEntrada(0, 0);
         }
-    return recogerEnEntradas();
+    return asegurarEnEntradas();
 }
 
 bool Candidato::pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaServicios servicios) {
-    if (tRec_Entrada* libre = buscarEntrada(auxiliar.copia, ONID, TSID)) {
+    if (tRec_Entrada* libre = buscarEntrada(auxiliar_.copia, onid_, tsid_)) {
         libre->confEntrada(tsid, onid);
         libre->MapaServicios = std::move(servicios);
         return true;
     }
     if (servicios.empty())
         return true;
-    tRec_Entrada* destino = buscarEntrada(auxiliar.copia, onid, tsid);
+    tRec_Entrada* destino = buscarEntrada(auxiliar_.copia, onid, tsid);
     if (destino == nullptr)
-        destino = buscarEntrada(auxiliar.copia, 0, 0);
+        destino = buscarEntrada(auxiliar_.copia, 0, 0);
     if (destino == nullptr)
         return false;
     destino->confEntrada(tsid, onid);
@@ -134,23 +132,23 @@ bool Candidato::pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaS
 }
 
 // Inputs have moved as a whole, outputs were filled by the services' own streams: a service that stood on an
-// input of another stream would stand on an output alone, and the next exchange would lose it.
-bool Candidato::recogerEnEntradas() {
-    const auto& servicios = auxiliar.ListaServiciosSalida;
+// input of another stream would stand on an output alone, and the next gathering would lose it.
+bool Candidato::asegurarEnEntradas() {
+    const auto& servicios = auxiliar_.servicios;
     return std::all_of(servicios.begin(), servicios.end(), [this](const auto& entrada) {
-        return auxiliar.recogerEnEntrada({entrada.first, entrada.second});
+        return auxiliar_.asegurarEnEntrada({entrada.first, entrada.second});
     });
 }
 
 void Candidato::Lado::anadir(long clave, const std::shared_ptr<tRec_Servicio>& servicio) {
-    ListaServiciosSalida.emplace(clave, servicio);
-    Count_PIDs += servicio->number_PIDs_CA;
-    Bitrate_ListaServiciosSalida += servicio->peakBitRate;
-    if (servicio->Transcoding != 0)
-        ++(servicio->VideoFormatE == tRec_Servicio::VIDEO_HD ? Transcoding_HD : Transcoding_SD);
+    servicios.emplace(clave, servicio);
+    pids += servicio->number_PIDs_CA;
+    bitrate += servicio->peakBitRate;
+    if (reglas::necesitaTranscoding(servicio->Transcoding))
+        ++(reglas::esHD(servicio->VideoFormatE) ? transcodingHD : transcodingSD);
 }
 
-std::uint32_t Candidato::Lado::Bitrate_Max_Salida() const {
+std::uint32_t Candidato::Lado::bitrateMax() const {
     std::uint32_t suma = 0;
     for (const auto& [idSalida, salida] : modulo.mapSalidas)
         suma += salida.BitRateMax;
@@ -170,40 +168,40 @@ void Candidato::Lado::registrarTranscoding() const {
     ::syslog(LOG_DEBUG,
              "Transcoding_HD_Modulo%s (%d)  <=  itModulo%s->second.HD_MAX_Transcoding (%d) ) && ( "
              "Transcoding_SD_Modulo%s (%d) <= itModulo%s->second.SD_MAX_Transcoding (%d)",
-             sufijo, static_cast<int>(Transcoding_HD), sufijo, modulo.HD_MAX_Transcoding, sufijo,
-             static_cast<int>(Transcoding_SD), sufijo, modulo.SD_MAX_Transcoding);
+             sufijo, static_cast<int>(transcodingHD), sufijo, modulo.HD_MAX_Transcoding, sufijo,
+             static_cast<int>(transcodingSD), sufijo, modulo.SD_MAX_Transcoding);
 }
 
 bool Candidato::Lado::bastanPIDs() const {
-    return alcanza(modulo.PIDsModuloMax, Count_PIDs);
+    return reglas::alcanzaConSigno(modulo.PIDsModuloMax, pids);
 }
 
 bool Candidato::Lado::bastanTranscoders() const {
-    return alcanza(modulo.HD_MAX_Transcoding, Transcoding_HD) &&
-           alcanza(modulo.SD_MAX_Transcoding, Transcoding_SD);
+    return reglas::alcanzaConSigno(modulo.HD_MAX_Transcoding, transcodingHD) &&
+           reglas::alcanzaConSigno(modulo.SD_MAX_Transcoding, transcodingSD);
 }
 
 // The outputs start empty; the services with the highest keys find their place first.
-bool Candidato::Lado::colocarEnCopia(tRecalculo& engine) {
+bool Candidato::Lado::colocarEnCopia(tRecalculo& motor) {
     copia = modulo;
     for (auto& [idSalida, salida] : copia.mapSalidas) {
         salida.MapaServicios.clear();
         salida.BitRateActual = 0;
         salida.NumServicios = 0;
     }
-    for (auto it = ListaServiciosSalida.rbegin(); it != ListaServiciosSalida.rend(); ++it)
-        if (engine.Find_OutputID_to_insert_Service(copia, it) == 0)
+    for (auto it = servicios.rbegin(); it != servicios.rend(); ++it)
+        if (motor.Find_OutputID_to_insert_Service(copia, it) == 0)
             return false;
     return true;
 }
 
 // Sees that the service stands on an input: on the one that receives its stream, if there is one.
-bool Candidato::Lado::recogerEnEntrada(const Ficha& ficha) {
+bool Candidato::Lado::asegurarEnEntrada(const Ficha& ficha) {
     tRec_Entrada* destino = nullptr;
     bool enOtra = false;
     for (auto& [numero, entrada] : copia.mapEntradas) {
         const bool esta = buscarFicha(entrada.MapaServicios, ficha) != entrada.MapaServicios.end();
-        const bool delStream = entrada.ONID == ficha.servicio->ONID && entrada.TSID == ficha.servicio->TSID;
+        const bool delStream = reglas::recibe(entrada, ficha.servicio->ONID, ficha.servicio->TSID);
         if (esta && delStream)
             return true;
         if (delStream && destino == nullptr)

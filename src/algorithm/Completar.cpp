@@ -9,19 +9,20 @@
 #include <unistd.h>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
 bool Pasada::hayModuloIncompleto() const {
-    const auto& modulos = motor.Mapa_ModulosCabecera_Proceso;
+    const auto& modulos = motor_.Mapa_ModulosCabecera_Proceso;
     return std::any_of(modulos.begin(), modulos.end(),
-                       [this](const auto& modulo) { return motor.ModuleisUncomplete(modulo.second); });
+                       [this](const auto& modulo) { return motor_.ModuleisUncomplete(modulo.second); });
 }
 
 bool Pasada::hayModuloConEntradaVacia() const {
-    const auto& modulos = motor.Mapa_ModulosCabecera_Proceso;
+    const auto& modulos = motor_.Mapa_ModulosCabecera_Proceso;
     return std::any_of(modulos.begin(), modulos.end(),
-                       [this](const auto& modulo) { return motor.Module_check_empty_input(modulo.second); });
+                       [this](const auto& modulo) { return motor_.Module_check_empty_input(modulo.second); });
 }
 
 Estado Pasada::comprobarEntradasVacias() {
@@ -35,10 +36,10 @@ Estado Pasada::comprobarEntradasVacias() {
 Estado Pasada::completarModulos() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES");
     Estado propuesto = Estado::STATUS_UNIFY_INPUTS;
-    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
+    for (auto& [mac, modulo] : motor_.Mapa_ModulosCabecera_Proceso) {
         if (!quedanServicios())
             break;
-        if (motor.ModuleisUncomplete(modulo))
+        if (motor_.ModuleisUncomplete(modulo))
             propuesto = completarEntradas(modulo, propuesto);
     }
     return propuesto;
@@ -48,11 +49,11 @@ Estado Pasada::completarEntradas(tRec_Modulo& modulo, Estado propuesto) {
     for (auto& [numero, entrada] : modulo.mapEntradas) {
         if (!quedanServicios())
             break;
-        if (entrada.ONID != 0 || entrada.TSID != 0)
-            motor.Fill_Services_in_Module_Input(modulo, entrada);
+        if (reglas::conAlgunNumero(entrada.ONID, entrada.TSID))
+            motor_.Fill_Services_in_Module_Input(modulo, entrada);
         else
             // A free input is worth another fill, if the last one got anywhere.
-            propuesto = servicios_Asignados != 0 ? estadoDeRelleno() : Estado::STATUS_OPTIMIZE;
+            propuesto = colocados_ != 0 ? estadoDeRelleno() : Estado::STATUS_OPTIMIZE;
     }
     return propuesto;
 }
@@ -63,11 +64,11 @@ namespace {
 tRec_Entrada* buscarSustituta(tRec_Modulo& modulo) {
     for (auto& [numero, entrada] : modulo.mapEntradas) {
         if (numero == 1) {
-            if (entrada.ONID != 0 && entrada.TSID != 0)
+            if (reglas::conAmbosNumeros(entrada.ONID, entrada.TSID))
                 return nullptr;
             ::sleep(2);
             marcos::linea("PRIMERA ENTRADA VACIA");
-        } else if (!entrada.MapaServicios.empty()) {
+        } else if (!reglas::sinServicios(entrada)) {
             return &entrada;
         }
     }
@@ -77,7 +78,7 @@ tRec_Entrada* buscarSustituta(tRec_Modulo& modulo) {
 } // namespace
 
 void Pasada::corregirPrimerasEntradas() {
-    for (auto& [mac, modulo] : motor.Mapa_ModulosCabecera_Proceso) {
+    for (auto& [mac, modulo] : motor_.Mapa_ModulosCabecera_Proceso) {
         const auto primera = modulo.mapEntradas.find(1);
         if (primera == modulo.mapEntradas.end())
             continue;

@@ -1,4 +1,4 @@
-// State 6: for each service still unassigned, an exchange between two modules that makes room for it.
+// State 6: for each service still unassigned, an exchange of two others that makes room for it.
 //
 // The state is entered four times at most in one pass. Exchanges stage services in the index and erase
 // streams from it, so the sweep goes from key to key and never holds on to an entry.
@@ -8,9 +8,7 @@
 #include <syslog.h>
 
 #include "../log/Marcos.h"
-#include "Paseo.h"
-#include "Recorrido.h"
-#include "ServicioEnMano.h"
+#include "BusquedaDePermuta.h"
 #include "Textos.h"
 
 namespace zarven {
@@ -26,41 +24,41 @@ constexpr int ONID_ELIMINADO = 2;
 
 Estado Pasada::optimizar() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_OPTIMIZE");
-    ++vueltas_Optimize;
+    ++vueltas_;
     // No exchange tunes an input, so who receives what holds for the whole sweep.
-    const Recorrido recorrido(motor.Mapa_ModulosCabecera_Proceso);
-    auto& indice = motor.Mapa_ONIDs;
+    const Receptores receptores(motor_.Mapa_ModulosCabecera_Proceso);
+    auto& indice = motor_.Mapa_ONIDs;
     for (auto it = indice.begin(); it != indice.end();) {
         const unsigned short onid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con ONID %d ", onid);
-        optimizarONID(recorrido, onid, it->second);
+        optimizarONID(receptores, onid, it->second);
         it = indice.upper_bound(onid);
     }
     return finDeOptimizar();
 }
 
-void Pasada::optimizarONID(const Recorrido& recorrido, unsigned short onid, Rec_ONID& rec_onid) {
-    auto& streams = rec_onid.MapRec_TSIDs;
+void Pasada::optimizarONID(const Receptores& receptores, unsigned short onid, Rec_ONID& red) {
+    auto& streams = red.MapRec_TSIDs;
     for (auto it = streams.begin(); it != streams.end();) {
         const unsigned short tsid = it->first;
         ::syslog(LOG_DEBUG, "Hay servicios ( %d ) sin asignar con TSID %d ",
                  static_cast<int>(it->second.MapRec_Services.size()), tsid);
-        // With its last stream the network is gone, and rec_onid with it.
-        if (optimizarTSID(recorrido, onid, tsid, it->second.MapRec_Services) == ONID_ELIMINADO)
+        // With its last stream the network is gone, and red with it.
+        if (optimizarTSID(receptores, onid, tsid, it->second.MapRec_Services) == ONID_ELIMINADO)
             return;
         it = streams.upper_bound(tsid);
     }
 }
 
-int Pasada::optimizarTSID(const Recorrido& recorrido, unsigned short onid, unsigned short tsid,
+int Pasada::optimizarTSID(const Receptores& receptores, unsigned short onid, unsigned short tsid,
                           tMapaServicios& servicios) {
     int n = 0;
-    for (Paseo paseo(servicios); paseo.avanzar();) {
+    for (PaseoEstable paseo(servicios); paseo.avanzar();) {
         ::syslog(LOG_DEBUG, "soy el servicio nº%d", ++n);
         ::syslog(LOG_DEBUG, "Hay servicios sin asignar con  idServicio: (itService_Out) %d",
                  static_cast<int>(paseo.clave()));
-        const int clear =
-            ServicioEnMano(motor, recorrido, recurso, onid, tsid, servicios, paseo).hacerSitio();
+        ServicioEnMano enMano{onid, tsid, servicios, paseo};
+        const int clear = BusquedaDePermuta(motor_, receptores, recurso_, enMano).hacerSitio();
         if (clear != 0)
             return clear;
     }
@@ -68,9 +66,9 @@ int Pasada::optimizarTSID(const Recorrido& recorrido, unsigned short onid, unsig
 }
 
 Estado Pasada::finDeOptimizar() const {
-    ::syslog(LOG_DEBUG, " Hemos hecho %d vueltas del Optimize", vueltas_Optimize);
+    ::syslog(LOG_DEBUG, " Hemos hecho %d vueltas del Optimize", vueltas_);
     Estado siguiente = Estado::STATUS_END;
-    if (vueltas_Optimize <= VUELTAS_MAX) {
+    if (vueltas_ <= VUELTAS_MAX) {
         marcos::linea(textos::NO_SE_PUEDEN_ANADIR);
         if (quedanServicios())
             siguiente = Estado::STATUS_CHECK_EMPTY_INPUT;

@@ -4,13 +4,13 @@
 
 namespace zarven {
 
-Pasada::Pasada(tRecalculo& engine, char opcion, int recursoCabecera)
-    : motor(engine), option(opcion), recurso(recursoCabecera) {}
+Pasada::Pasada(tRecalculo& motor, char opcion, int recurso)
+    : motor_(motor), opcion_(opcion), recurso_(recurso) {}
 
 Estado Pasada::estadoDeRelleno() const {
     // A head-end of resource 1 never runs the transcoding fill.
-    return recurso == 1 ? Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING
-                        : Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING;
+    return recurso_ == 1 ? Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING
+                         : Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING;
 }
 
 //   state                        goes to

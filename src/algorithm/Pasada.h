@@ -1,8 +1,8 @@
 // One placement pass: a state machine over the working modules and the working index.
 //
 // A pass fills the inputs, tops up modules with room, gathers streams on one module and exchanges services
-// to make room for those left out. Every phase is a member function that gives the next state; the table of
-// them is in Pasada.cpp, each phase in a file of its own.
+// between two to make room for those left out. Every phase is a member function that gives the next state;
+// the table of them is in Pasada.cpp, each phase in a file of its own.
 
 #ifndef ZARVEN_ALGORITHM_PASADA_H
 #define ZARVEN_ALGORITHM_PASADA_H
@@ -11,7 +11,7 @@
 
 namespace zarven {
 
-class Recorrido;
+class Receptores;
 
 enum class Estado {
     STATUS_END = 0,
@@ -25,7 +25,7 @@ enum class Estado {
 
 class Pasada {
 public:
-    Pasada(tRecalculo& motor, char option, int recurso);
+    Pasada(tRecalculo& motor, char opcion, int recurso);
 
     void ejecutar();
 
@@ -41,25 +41,25 @@ private:
 
     // Where every return to filling goes.
     Estado estadoDeRelleno() const;
-    bool quedanServicios() const { return !motor.Mapa_ONIDs.empty(); }
+    bool quedanServicios() const { return !motor_.Mapa_ONIDs.empty(); }
 
     Estado barrer(bool transcoding, Estado siguiente);
     bool hayModuloIncompleto() const;
     bool hayModuloConEntradaVacia() const;
     Estado completarEntradas(tRec_Modulo& modulo, Estado propuesto);
-    void optimizarONID(const Recorrido& recorrido, unsigned short onid, Rec_ONID& rec_onid);
+    void optimizarONID(const Receptores& receptores, unsigned short onid, Rec_ONID& red);
     // Gives what Clear_ONID_TSID removed from the index.
-    int optimizarTSID(const Recorrido& recorrido, unsigned short onid, unsigned short tsid,
+    int optimizarTSID(const Receptores& receptores, unsigned short onid, unsigned short tsid,
                       tMapaServicios& servicios);
     Estado finDeOptimizar() const;
 
-    tRecalculo& motor;
-    const char option;
-    const int recurso;
+    tRecalculo& motor_;
+    const char opcion_;
+    const int recurso_;
     // Times the optimize state has been entered.
-    int vueltas_Optimize = 0;
+    int vueltas_ = 0;
     // Services placed by the last fill sweep.
-    int servicios_Asignados = 0;
+    int colocados_ = 0;
 };
 
 } // namespace zarven

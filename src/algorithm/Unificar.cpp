@@ -1,6 +1,6 @@
 // State 5: gathering a stream that several inputs receive, so that an input comes free for another one.
 //
-// Two inputs of one module merge; two modules exchange their services (Candidato). An entry walks every
+// Two inputs of one module merge; of two modules one gathers the stream (Candidato). An entry walks every
 // ordered pair of modules once.
 
 #include "Pasada.h"
@@ -9,19 +9,20 @@
 
 #include "../engine/Titulos.h"
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "Candidato.h"
-#include "Recorrido.h"
+#include "Receptores.h"
 
 namespace zarven {
 
 namespace {
 
 bool sinConfigurar(const tRec_Entrada& entrada) {
-    return entrada.ONID == 0 || entrada.TSID == 0;
+    return !reglas::conAmbosNumeros(entrada.ONID, entrada.TSID);
 }
 
 bool mismoStream(const tRec_Entrada& a, const tRec_Entrada& b) {
-    return a.ONID == b.ONID && a.TSID == b.TSID;
+    return reglas::recibe(a, b.ONID, b.TSID);
 }
 
 void registrarSinConfigurar() {
@@ -35,8 +36,8 @@ void registrarIncompatible() {
 // One entry into the state.
 class Unificacion {
 public:
-    explicit Unificacion(tRecalculo& engine)
-        : motor(engine), recorrido(engine.Mapa_ModulosCabecera_Proceso) {}
+    explicit Unificacion(tRecalculo& motor)
+        : motor_(motor), receptores_(motor.Mapa_ModulosCabecera_Proceso) {}
 
     // Tells whether what was gathered asks for the uncomplete phase.
     bool recorrer();
@@ -46,37 +47,37 @@ private:
 
     Modulo siguientePareja(Modulo desde, Modulo modulo) const;
     void unificarConsigoMismo(Modulo modulo);
-    void unificarModulos(Modulo modulo, Modulo modulo_Aux);
-    void unificarEntrada(Modulo modulo, unsigned short numero, Modulo modulo_Aux);
+    void unificarModulos(Modulo modulo, Modulo moduloAux);
+    void unificarEntrada(Modulo modulo, unsigned short numero, Modulo moduloAux);
 
-    tRecalculo& motor;
-    Recorrido recorrido;
-    bool completar = false;
+    tRecalculo& motor_;
+    Receptores receptores_;
+    bool completar_ = false;
 };
 
 bool Unificacion::recorrer() {
-    for (Modulo itModulo = recorrido.principio(); itModulo != recorrido.fin(); ++itModulo)
-        for (Modulo itModulo_Aux = siguientePareja(recorrido.principio(), itModulo);
-             itModulo_Aux != recorrido.fin();
-             itModulo_Aux = siguientePareja(std::next(itModulo_Aux), itModulo)) {
-            if (itModulo == itModulo_Aux)
+    for (Modulo itModulo = receptores_.principio(); itModulo != receptores_.fin(); ++itModulo)
+        for (Modulo itModuloAux = siguientePareja(receptores_.principio(), itModulo);
+             itModuloAux != receptores_.fin();
+             itModuloAux = siguientePareja(std::next(itModuloAux), itModulo)) {
+            if (itModulo == itModuloAux)
                 unificarConsigoMismo(itModulo);
             else
-                unificarModulos(itModulo, itModulo_Aux);
+                unificarModulos(itModulo, itModuloAux);
         }
-    return completar;
+    return completar_;
 }
 
-// Besides the module itself, only those that receive one of its streams can have anything to exchange.
+// Besides the module itself, only those that receive one of its streams can have anything to gather.
 Unificacion::Modulo Unificacion::siguientePareja(Modulo desde, Modulo modulo) const {
-    if (recorrido.registra() || desde == recorrido.fin())
+    if (receptores_.registra() || desde == receptores_.fin())
         return desde;
-    Modulo pareja = desde->first <= modulo->first ? modulo : recorrido.fin();
+    Modulo pareja = desde->first <= modulo->first ? modulo : receptores_.fin();
     for (const auto& [numero, entrada] : modulo->second.mapEntradas) {
         if (sinConfigurar(entrada))
             continue;
-        const Modulo otra = recorrido.siguiente(desde, entrada.ONID, entrada.TSID);
-        if (pareja == recorrido.fin() || (otra != recorrido.fin() && otra->first < pareja->first))
+        const Modulo otra = receptores_.siguiente(desde, entrada.ONID, entrada.TSID);
+        if (pareja == receptores_.fin() || (otra != receptores_.fin() && otra->first < pareja->first))
             pareja = otra;
     }
     return pareja;
@@ -96,46 +97,46 @@ void Unificacion::unificarConsigoMismo(Modulo modulo) {
                 continue;
             it->second.MapaServicios.merge(otra->second.MapaServicios);
             otra->second.confEntrada(0, 0);
-            completar = true;
+            completar_ = true;
             marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2");
         }
     }
 }
 
-// An exchange puts copies in the place of both modules: their inputs are walked by number.
-void Unificacion::unificarModulos(Modulo modulo, Modulo modulo_Aux) {
+// Gathering puts copies in the place of both modules: their inputs are walked by number.
+void Unificacion::unificarModulos(Modulo modulo, Modulo moduloAux) {
     auto& entradas = modulo->second.mapEntradas;
     for (auto it = entradas.begin(); it != entradas.end();) {
         const unsigned short numero = it->first;
         if (sinConfigurar(it->second))
             registrarSinConfigurar();
         else
-            unificarEntrada(modulo, numero, modulo_Aux);
+            unificarEntrada(modulo, numero, moduloAux);
         it = entradas.upper_bound(numero);
     }
 }
 
-void Unificacion::unificarEntrada(Modulo modulo, unsigned short numero, Modulo modulo_Aux) {
-    auto& entradas_Aux = modulo_Aux->second.mapEntradas;
-    for (auto it = entradas_Aux.begin(); it != entradas_Aux.end();) {
-        const unsigned short numero_Aux = it->first;
+void Unificacion::unificarEntrada(Modulo modulo, unsigned short numero, Modulo moduloAux) {
+    auto& entradasAux = moduloAux->second.mapEntradas;
+    for (auto it = entradasAux.begin(); it != entradasAux.end();) {
+        const unsigned short numeroAux = it->first;
         if (sinConfigurar(it->second)) {
             registrarSinConfigurar();
         } else if (!mismoStream(modulo->second.mapEntradas.find(numero)->second, it->second)) {
             // The first other stream ends the search on this module.
             registrarIncompatible();
             break;
-        } else if (!Candidato(motor, modulo->second, numero, modulo_Aux->second).intercambiar()) {
+        } else if (!Candidato(motor_, modulo->second, numero, moduloAux->second).reunir()) {
             registrarIncompatible();
         } else {
             // Only the second module receives streams now that it did not receive before.
-            recorrido.actualizar(modulo_Aux);
-            if (!motor.Mapa_ONIDs.empty()) {
+            receptores_.actualizar(moduloAux);
+            if (!motor_.Mapa_ONIDs.empty()) {
                 marcos::linea("status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1");
-                completar = true;
+                completar_ = true;
             }
         }
-        it = entradas_Aux.upper_bound(numero_Aux);
+        it = entradasAux.upper_bound(numeroAux);
     }
 }
 
@@ -143,13 +144,13 @@ void Unificacion::unificarEntrada(Modulo modulo, unsigned short numero, Modulo m
 
 Estado Pasada::unificarEntradas() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_UNIFY_INPUTS");
-    const bool completar = Unificacion(motor).recorrer();
+    const bool completar = Unificacion(motor_).recorrer();
 
     marcos::linea(marcos::SUBRAYADO);
     marcos::linea("||                             DESPUES DE UNIFY PRINT MAPA MODULOS SALIDA"
                   "                                ||");
     marcos::linea(marcos::BLANCO);
-    volcarModulosHastaElFin(motor, motor.Mapa_ModulosCabecera_Proceso);
+    volcarModulosHastaElFin(motor_, motor_.Mapa_ModulosCabecera_Proceso);
 
     if (completar)
         return Estado::STATUS_UNCOMPLETE_MODULES;

@@ -25,9 +25,7 @@ int colocarStream(tRecalculo& motor, tRec_Modulo& modulo, tRec_Entrada& entrada,
                   bool transcoding) {
     int colocados = 0;
     for (auto it = servicios.begin(); it != servicios.end();) {
-        // Services that need no transcoder ride along in both fills.
-        const unsigned short necesita = it->second->Transcoding;
-        if (necesita == 0 || (necesita == 1 && transcoding))
+        if (reglas::entraEnRelleno(it->second->Transcoding, transcoding))
             it = colocar(motor, modulo, entrada, servicios, it, colocados);
         else
             ++it;

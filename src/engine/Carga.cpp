@@ -14,7 +14,7 @@ namespace {
 
 // Charges the clone's CA PIDs to its parent, as far as the parent's ceiling allows, and takes its bitrate
 // off: a clone travels with its parent.
-void cargarClonAlPadre(tRec_Servicio& clon, tRec_Servicio& padre) {
+void imputarClonAlPadre(tRec_Servicio& clon, tRec_Servicio& padre) {
     clon.Parent_SID = padre.SID;
     const auto suma = static_cast<unsigned short>(padre.number_PIDs_CA + clon.number_PIDs_CA);
     padre.number_PIDs_CA = std::min(suma, padre.number_PIDs_CA_Max);
@@ -83,7 +83,7 @@ int tRecalculo::addRec_Servicio(std::shared_ptr<tRec_Servicio> s) {
     }
     listaServiciosClonados.push_back(s);
     if (padre != nullptr)
-        cargarClonAlPadre(*s, *padre);
+        imputarClonAlPadre(*s, *padre);
     return RETURN_OK;
 }
 

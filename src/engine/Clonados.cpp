@@ -4,23 +4,25 @@
 
 #include <syslog.h>
 
+#include "../reglas/Reglas.h"
+
 namespace zarven {
 
 namespace {
 
 // Puts the clone beside the first entry of its parent on an output for which it finds a transcoder, should
 // it need one.
-bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared_ptr<tRec_Servicio>& clon) {
+bool transferirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada,
+                         const std::shared_ptr<tRec_Servicio>& clon) {
     for (auto& [idSalida, salida] : modulo.mapSalidas)
         for (const auto& [clave, servicio] : salida.MapaServicios) {
-            if (servicio->OSID != clon->Parent_SID)
+            if (!reglas::esPadre(*servicio, *clon))
                 continue;
             ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Salida", clon->Parent_SID);
-            if (clon->Transcoding != 0) {
-                if (modulo.AUX_MAX_Transcoding <= modulo.AUX_Transcoding)
-                    continue;
+            if (!reglas::cabeClon(modulo, *clon))
+                continue;
+            if (reglas::necesitaTranscoding(clon->Transcoding))
                 ++modulo.AUX_Transcoding;
-            }
             entrada.MapaServicios.emplace(clon->idService, clon);
             salida.MapaServicios.emplace(clon->idService, clon);
             return true;
@@ -28,16 +30,15 @@ bool unirALaSalida(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared
     return false;
 }
 
-bool unirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada, const std::shared_ptr<tRec_Servicio>& clon) {
+bool transferirALaEntrada(tRec_Modulo& modulo, tRec_Entrada& entrada,
+                          const std::shared_ptr<tRec_Servicio>& clon) {
     for (const auto& [clave, servicio] : entrada.MapaServicios) {
         ::syslog(LOG_DEBUG, "SID a analizar:%d, Parent_SID que buscamos: %d", servicio->OSID,
                  clon->Parent_SID);
-        // The parent is known by its OSID, although Parent_SID was taken from its SID: the two agree unless
-        // the head-end renumbers its services.
-        if (servicio->OSID != clon->Parent_SID)
+        if (!reglas::esPadre(*servicio, *clon))
             continue;
         ::syslog(LOG_DEBUG, "Encontrado el Servicio Padre: %d en la Entrada", clon->Parent_SID);
-        if (unirALaSalida(modulo, entrada, clon))
+        if (transferirALaSalida(modulo, entrada, clon))
             return true;
     }
     return false;
@@ -50,8 +51,8 @@ int tRecalculo::Try_to_Insert_Cloned_Service(
     const std::shared_ptr<tRec_Servicio> clon = *itServicio;
     for (auto& [mac, modulo] : Mapa_ModulosCabecera_Final)
         for (auto& [numero, entrada] : modulo.mapEntradas)
-            if (entrada.ONID == clon->ONID && entrada.TSID == clon->TSID &&
-                unirALaEntrada(modulo, entrada, clon))
+            if (reglas::recibe(entrada, clon->ONID, clon->TSID) &&
+                transferirALaEntrada(modulo, entrada, clon))
                 return 1;
     return 0;
 }

@@ -5,26 +5,18 @@
 #include <algorithm>
 #include <syslog.h>
 
+#include "../reglas/Reglas.h"
 #include "Indice.h"
 
 namespace zarven {
 
 namespace {
 
-// Bitrate that an output must have to spare to count as having room.
-constexpr std::uint32_t MARGEN_BITRATE = 6000;
-
 // The first loaded controller; null when there is none.
 const tRec_Modulo* buscarControlador(const tMapaModulos& modulos) {
     const auto it = std::find_if(modulos.begin(), modulos.end(),
                                  [](const auto& entrada) { return entrada.second.Controlador; });
     return it == modulos.end() ? nullptr : &it->second;
-}
-
-// A ceiling below the margin wraps around, so such an output has bitrate to spare whatever it carries.
-bool tieneSitio(const tRec_Salida& salida) {
-    return salida.NumServicios < salida.NumServiciosMax &&
-           salida.BitRateActual < salida.BitRateMax - MARGEN_BITRATE;
 }
 
 } // namespace
@@ -48,20 +40,21 @@ char tRecalculo::GetRecursoCabecera() const {
 }
 
 bool tRecalculo::ModuleisUncomplete(const tRec_Modulo& modulo) const {
-    return modulo.PIDsModulo < modulo.PIDsModuloMax &&
+    return reglas::sobranPIDs(modulo.PIDsModulo, modulo.PIDsModuloMax) &&
            std::any_of(modulo.mapSalidas.begin(), modulo.mapSalidas.end(),
-                       [](const auto& entrada) { return tieneSitio(entrada.second); });
+                       [](const auto& entrada) { return reglas::tieneSitio(entrada.second); });
 }
 
 bool tRecalculo::Module_check_empty_input(const tRec_Modulo& modulo) const {
     return std::any_of(modulo.mapEntradas.begin(), modulo.mapEntradas.end(),
-                       [](const auto& entrada) { return entrada.second.MapaServicios.empty(); });
+                       [](const auto& entrada) { return reglas::sinServicios(entrada.second); });
 }
 
 bool tRecalculo::Exist_Transcoding_Service() const {
     return algunTSID(Mapa_ONIDs, [](const Rec_ONID&, const Rec_TSID& stream) {
-        return std::any_of(stream.MapRec_Services.begin(), stream.MapRec_Services.end(),
-                           [](const auto& entrada) { return entrada.second->Transcoding != 0; });
+        return std::any_of(
+            stream.MapRec_Services.begin(), stream.MapRec_Services.end(),
+            [](const auto& entrada) { return reglas::necesitaTranscoding(entrada.second->Transcoding); });
     });
 }
 

@@ -7,22 +7,15 @@
 
 namespace zarven {
 
-namespace {
-
-// The search for the fewest begins below this: a stream with so many services is never taken by it.
-constexpr int TOPE_MIN = 99999;
-
-} // namespace
-
-Elegibles::Elegibles(tMapaONIDs& indiceDeTrabajo, bool conTranscoding)
-    : indice(indiceDeTrabajo), transcoding(conTranscoding) {
+Elegibles::Elegibles(tMapaONIDs& indice, bool transcoding)
+    : indice_(indice), criterio_{false, false, transcoding} {
     std::size_t streams = 0;
-    algunTSID(indice, [&](const Rec_ONID&, const Rec_TSID& stream) {
+    algunTSID(indice_, [&](const Rec_ONID&, const Rec_TSID& stream) {
         ++streams;
         sumarTotales(stream.MapRec_Services, 1);
         return false;
     });
-    cuentas.reserve(streams);
+    cuentas_.reserve(streams);
     contarTodo();
 }
 
@@ -30,68 +23,63 @@ bool Elegibles::antes(const Cuenta& a, const Cuenta& b) {
     return std::tie(a.n, a.stream.ONID, a.stream.TSID) < std::tie(b.n, b.stream.ONID, b.stream.TSID);
 }
 
-bool Elegibles::cuenta(long clave, const tRec_Servicio& servicio) const {
-    if (solo_claves_positivas && clave <= 0)
-        return false;
-    return !solo_de_su_clase || servicio.Transcoding == (transcoding ? 1 : 0);
-}
-
-int Elegibles::elegibles(const tMapaServicios& servicios) const {
+int Elegibles::contarElegibles(const tMapaServicios& servicios) const {
     int n = 0;
     for (const auto& [clave, servicio] : servicios)
-        n += cuenta(clave, *servicio);
+        n += reglas::cuentaParaElegir(clave, servicio->Transcoding, criterio_);
     return n;
 }
 
 void Elegibles::sumarTotales(const tMapaServicios& servicios, int signo) {
     for (const auto& [clave, servicio] : servicios) {
-        con_clave_positiva += clave > 0 ? signo : 0;
-        con_transcoding += servicio->Transcoding != 0 ? signo : 0;
+        conClavePositiva_ += clave > 0 ? signo : 0;
+        conTranscoding_ += reglas::necesitaTranscoding(servicio->Transcoding) ? signo : 0;
     }
 }
 
 void Elegibles::contarTodo() {
-    solo_claves_positivas = con_clave_positiva != 0;
-    solo_de_su_clase = con_transcoding != 0;
-    cuentas.clear();
-    for (const auto& [onid, rec_onid] : indice)
-        for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
-            if (const int n = elegibles(rec_tsid.MapRec_Services); n != 0)
-                cuentas.push_back({n, {onid, tsid}});
-    std::sort(cuentas.begin(), cuentas.end(), antes);
+    criterio_.soloClavesPositivas = conClavePositiva_ != 0;
+    criterio_.soloDeSuClase = conTranscoding_ != 0;
+    cuentas_.clear();
+    for (const auto& [onid, red] : indice_)
+        for (const auto& [tsid, stream] : red.MapRec_TSIDs)
+            if (const int n = contarElegibles(stream.MapRec_Services); n != 0)
+                cuentas_.push_back({n, {onid, tsid}});
+    std::sort(cuentas_.begin(), cuentas_.end(), antes);
 }
 
 std::optional<Stream> Elegibles::elegir(char modo) const {
-    if (cuentas.empty() || (modo != MODO_MAX && modo != MODO_MIN))
+    if (cuentas_.empty() || (modo != reglas::MODO_MAX && modo != reglas::MODO_MIN))
         return {};
-    if (modo == MODO_MIN) {
-        if (cuentas.front().n >= TOPE_MIN)
+    if (modo == reglas::MODO_MIN) {
+        if (cuentas_.front().n >= reglas::TOPE_MIN)
             return {};
-        return cuentas.front().stream;
+        return cuentas_.front().stream;
     }
-    const Cuenta primeraDelMayor{cuentas.back().n, {0, 0}};
-    return std::lower_bound(cuentas.begin(), cuentas.end(), primeraDelMayor, antes)->stream;
+    const Cuenta primeraDelMayor{cuentas_.back().n, {0, 0}};
+    return std::lower_bound(cuentas_.begin(), cuentas_.end(), primeraDelMayor, antes)->stream;
 }
 
 void Elegibles::descontar(Stream stream, const tMapaServicios& servicios) {
     sumarTotales(servicios, -1);
-    const Cuenta cuenta{elegibles(servicios), stream};
-    cuentas.erase(std::lower_bound(cuentas.begin(), cuentas.end(), cuenta, antes));
+    const Cuenta cuenta{contarElegibles(servicios), stream};
+    cuentas_.erase(std::lower_bound(cuentas_.begin(), cuentas_.end(), cuenta, antes));
     // The engine holds most towards the end of a sweep, when few counts are left.
-    if (cuentas.size() < cuentas.capacity() / 2)
-        cuentas.shrink_to_fit();
+    if (cuentas_.size() < cuentas_.capacity() / 2)
+        cuentas_.shrink_to_fit();
 }
 
 void Elegibles::contar(Stream stream, const tMapaServicios& servicios) {
     sumarTotales(servicios, 1);
     // What counts depends on what is left: with the last service of its kind a rule falls away.
-    if (solo_claves_positivas != (con_clave_positiva != 0) || solo_de_su_clase != (con_transcoding != 0)) {
+    if (criterio_.soloClavesPositivas != (conClavePositiva_ != 0) ||
+        criterio_.soloDeSuClase != (conTranscoding_ != 0)) {
         contarTodo();
         return;
     }
-    const Cuenta cuenta{elegibles(servicios), stream};
+    const Cuenta cuenta{contarElegibles(servicios), stream};
     if (cuenta.n != 0)
-        cuentas.insert(std::upper_bound(cuentas.begin(), cuentas.end(), cuenta, antes), cuenta);
+        cuentas_.insert(std::upper_bound(cuentas_.begin(), cuentas_.end(), cuenta, antes), cuenta);
 }
 
 } // namespace zarven

@@ -16,10 +16,9 @@
 
 #include "Rec_ONID.h"
 
-namespace zarven {
+#include "../reglas/Reglas.h"
 
-constexpr char MODO_MAX = 1;
-constexpr char MODO_MIN = 3;
+namespace zarven {
 
 struct Stream {
     unsigned short ONID;
@@ -31,7 +30,7 @@ public:
     // `transcoding`: as long as the index holds services that need a transcoder, the kind that counts.
     Elegibles(tMapaONIDs& indice, bool transcoding);
 
-    bool hayTranscoding() const { return con_transcoding != 0; }
+    bool hayTranscoding() const { return conTranscoding_ != 0; }
 
     // The stream with the most (MODO_MAX) or fewest (MODO_MIN) services that count, and at least one; the
     // first of equals. Nothing when there is none, or for another modo.
@@ -48,20 +47,17 @@ private:
     };
     static bool antes(const Cuenta& a, const Cuenta& b);
 
-    bool cuenta(long clave, const tRec_Servicio& servicio) const;
-    int elegibles(const tMapaServicios& servicios) const;
+    int contarElegibles(const tMapaServicios& servicios) const;
     void sumarTotales(const tMapaServicios& servicios, int signo);
     void contarTodo();
 
-    tMapaONIDs& indice;
-    const bool transcoding;
+    tMapaONIDs& indice_;
     // Services of the whole index whose key is positive, and that need a transcoder.
-    int con_clave_positiva = 0;
-    int con_transcoding = 0;
+    int conClavePositiva_ = 0;
+    int conTranscoding_ = 0;
     // What the counts were made with.
-    bool solo_claves_positivas = false;
-    bool solo_de_su_clase = false;
-    std::vector<Cuenta> cuentas;
+    reglas::Criterio criterio_;
+    std::vector<Cuenta> cuentas_;
 };
 
 } // namespace zarven

@@ -18,11 +18,11 @@ inline Rec_TSID* buscarTSID(tMapaONIDs& indice, unsigned short onid, unsigned sh
 
 // The stream's record, made (and its network's) when it is not there yet.
 inline Rec_TSID& abrirTSID(tMapaONIDs& indice, unsigned short onid, unsigned short tsid) {
-    Rec_ONID& rec_onid = indice[onid];
-    rec_onid.ONID = onid;
-    Rec_TSID& rec_tsid = rec_onid.MapRec_TSIDs[tsid];
-    rec_tsid.TSID = tsid;
-    return rec_tsid;
+    Rec_ONID& red = indice[onid];
+    red.ONID = onid;
+    Rec_TSID& stream = red.MapRec_TSIDs[tsid];
+    stream.TSID = tsid;
+    return stream;
 }
 
 // Undoes abrirTSID as far as it came: the records go that hold nothing.
@@ -41,9 +41,9 @@ inline void cerrarTSID(tMapaONIDs& indice, unsigned short onid, unsigned short t
 // Calls f(Rec_ONID, Rec_TSID) for the streams in order, up to the first for which it gives true; gives
 // whether there was one.
 template <class Indice, class F> bool algunTSID(Indice& indice, F&& f) {
-    for (auto& [onid, rec_onid] : indice)
-        for (auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
-            if (f(rec_onid, rec_tsid))
+    for (auto& [onid, red] : indice)
+        for (auto& [tsid, stream] : red.MapRec_TSIDs)
+            if (f(red, stream))
                 return true;
     return false;
 }
@@ -51,9 +51,9 @@ template <class Indice, class F> bool algunTSID(Indice& indice, F&& f) {
 // The count is kept in 16 bits and wraps, as everything the driver derives from it expects.
 inline unsigned short contarServicios(const tMapaONIDs& indice) {
     unsigned short total = 0;
-    for (const auto& [onid, rec_onid] : indice)
-        for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
-            total = static_cast<unsigned short>(total + rec_tsid.MapRec_Services.size());
+    for (const auto& [onid, red] : indice)
+        for (const auto& [tsid, stream] : red.MapRec_TSIDs)
+            total = static_cast<unsigned short>(total + stream.MapRec_Services.size());
     return total;
 }
 

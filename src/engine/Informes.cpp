@@ -42,7 +42,7 @@ void volcarIndice(const tMapaONIDs& indice, bool blancoTrasTitulo) {
         if (blancoTrasTitulo)
             marcos::linea(marcos::BLANCO);
         marcos::linea(marcos::BARRAS);
-        n = imprimirServicios(stream.MapRec_Services, n);
+        n = volcarServicios(stream.MapRec_Services, n);
         marcos::linea(marcos::BARRAS);
         marcos::linea(marcos::IGUALES);
         return false;
@@ -121,9 +121,9 @@ void tRecalculo::Print_Home_Channels() const {
                   "                                       ~~");
     marcos::linea(marcos::MODULO_CORTO_BLANCO);
     int n = 0;
-    for (const auto& [onid, rec_onid] : Mapa_HomeChannels) {
+    for (const auto& [onid, red] : Mapa_HomeChannels) {
         // A network's first stream stands for all of them.
-        const int tsid = rec_onid.MapRec_TSIDs.empty() ? 0 : rec_onid.MapRec_TSIDs.begin()->first;
+        const int tsid = red.MapRec_TSIDs.empty() ? 0 : red.MapRec_TSIDs.begin()->first;
         ::syslog(
             LOG_DEBUG,
             "    ~~  \t\t\t%d.  ONID: %d || TSID: %d                                                   ~~",

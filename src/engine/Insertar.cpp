@@ -6,17 +6,11 @@
 #include <syslog.h>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
 namespace {
-
-// The order of the tests is the system's; bitrate must stay under its ceiling, PIDs may reach theirs.
-bool cabe(const tRec_Modulo& modulo, const tRec_Salida& salida, const tRec_Servicio& servicio) {
-    return salida.NumServicios < salida.NumServiciosMax &&
-           salida.BitRateActual + servicio.peakBitRate < salida.BitRateMax &&
-           modulo.PIDsModulo + servicio.number_PIDs_CA <= modulo.PIDsModuloMax;
-}
 
 void registrarIntento(std::uint32_t idSalida, const tRec_Modulo& modulo, const tRec_Salida& salida,
                       const tRec_Servicio& servicio) {
@@ -36,13 +30,7 @@ void registrarIntento(std::uint32_t idSalida, const tRec_Modulo& modulo, const t
 
 // The transcoders in use that a service of this kind is counted among.
 unsigned short& transcodersDeSuTipo(tRec_Modulo& modulo, const tRec_Servicio& servicio) {
-    return servicio.VideoFormatE == tRec_Servicio::VIDEO_HD ? modulo.HD_Transcoding : modulo.SD_Transcoding;
-}
-
-// SD and HD share one pool; one HD transcoding on the module is enough to bound it by the HD ceiling.
-bool quedaTranscoder(const tRec_Modulo& modulo) {
-    const int limite = modulo.HD_Transcoding != 0 ? modulo.HD_MAX_Transcoding : modulo.SD_MAX_Transcoding;
-    return modulo.SD_Transcoding + modulo.HD_Transcoding < limite;
+    return reglas::esHD(servicio.VideoFormatE) ? modulo.HD_Transcoding : modulo.SD_Transcoding;
 }
 
 } // namespace
@@ -55,15 +43,15 @@ std::uint32_t tRecalculo::Try_to_Insert_Service_Input_Output(tRec_Modulo& modulo
     for (; itSalida != modulo.mapSalidas.end(); ++itSalida) {
         if (registra)
             registrarIntento(itSalida->first, modulo, itSalida->second, servicio);
-        if (cabe(modulo, itSalida->second, servicio))
+        if (reglas::cabe(modulo, itSalida->second, servicio))
             break;
     }
     if (itSalida == modulo.mapSalidas.end())
         return 0;
 
-    if (servicio.Transcoding == 1) {
+    if (reglas::ocupaTranscoder(servicio.Transcoding)) {
         // The pool is the module's: where it is spent, no other output helps.
-        if (!quedaTranscoder(modulo))
+        if (!reglas::quedaTranscoder(modulo))
             return 0;
         ++transcodersDeSuTipo(modulo, servicio);
     }
@@ -103,7 +91,7 @@ std::uint32_t tRecalculo::Try_to_Delete_Service_Input_Output(tMapaModulos::itera
     enEntrada.erase(idService);
     salida.MapaServicios.erase(idService);
     --salida.NumServicios;
-    if (servicio->Transcoding == 1)
+    if (reglas::ocupaTranscoder(servicio->Transcoding))
         --transcodersDeSuTipo(modulo, *servicio);
     return 1;
 }
@@ -112,9 +100,7 @@ std::uint32_t tRecalculo::Find_OutputID_to_insert_Service(tRec_Modulo& modulo,
                                                           tMapaServicios::reverse_iterator itService) {
     const std::shared_ptr<tRec_Servicio>& servicio = itService->second;
     for (auto& [idSalida, salida] : modulo.mapSalidas) {
-        // An output loaded beyond its ceiling wraps around and takes the service.
-        if (salida.NumServicios < salida.NumServiciosMax &&
-            salida.BitRateMax - salida.BitRateActual > servicio->peakBitRate) {
+        if (reglas::cabePorResto(salida, *servicio)) {
             salida.MapaServicios.emplace(servicio->idService, servicio);
             salida.BitRateActual += servicio->peakBitRate;
             ++salida.NumServicios;

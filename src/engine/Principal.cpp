@@ -5,47 +5,42 @@
 
 #include "tRecalculo.h"
 
-#include <array>
 #include <syslog.h>
 #include <unistd.h>
 #include <utility>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "Titulos.h"
 
 namespace zarven {
 
 namespace {
 
-constexpr int NUM_OPCIONES = 4;
+using reglas::ESTRATEGIAS;
 
-// What the driver logs before the pass of each option, 1 to 4.
-constexpr std::array<const char*, NUM_OPCIONES> ROTULOS = {
-    "BEGIN OPTION: MAX ----------------------------------------------------->",
-    "BEGIN OPTION: MAX MIN ------------------------------------------------->",
-    "BEGIN OPTION: MIN ----------------------------------------------------->",
-    "BEGIN OPTION: MIN MAX ------------------------------------------------->"};
+constexpr int NUM_OPCIONES = ESTRATEGIAS.size();
 
 // One call of Main_Recalculo.
 class Ejecucion {
 public:
-    explicit Ejecucion(tRecalculo& engine) : motor(engine) {}
+    explicit Ejecucion(tRecalculo& motor) : motor_(motor) {}
 
     int ejecutar() {
         if (!preparar())
             return 0;
-        while (opcion <= NUM_OPCIONES) {
+        while (opcion_ <= NUM_OPCIONES) {
             probarOpcion();
             compararConElMejor();
         }
-        auto clonados = motor.listaServiciosClonados;
+        auto clonados = motor_.listaServiciosClonados;
         try {
             transferirClonados();
             volcarResultado();
             resumir();
         } catch (...) {
             // Whoever ends the run, memory or host: the clones wait again, and the next run finds them.
-            motor.listaServiciosClonados.swap(clonados);
+            motor_.listaServiciosClonados.swap(clonados);
             throw;
         }
         return tRecalculo::RETURN_OK;
@@ -64,55 +59,57 @@ private:
     // No option is kept yet.
     static constexpr int NINGUNO = -1;
 
-    tRecalculo& motor;
-    int recurso = 0;
-    int total = 0;
-    int opcion = 1;
-    int opcion_utilizada = 0;
-    int count_servicios_final = NINGUNO;
-    int count_servicios_proceso = 0;
+    tRecalculo& motor_;
+    int recurso_ = 0;
+    int total_ = 0;
+    int opcion_ = 1;
+    int opcionUtilizada_ = 0;
+    // Services left out by the option that is kept, and by the one that has run.
+    int fueraFinal_ = NINGUNO;
+    int fueraProceso_ = 0;
 };
 
 bool Ejecucion::preparar() {
-    const std::string mac = motor.GetMACControlador();
-    const unsigned short modelo = motor.GetModeloControlador();
-    recurso = motor.GetRecursoCabecera();
+    const std::string mac = motor_.GetMACControlador();
+    const unsigned short modelo = motor_.GetModeloControlador();
+    recurso_ = motor_.GetRecursoCabecera();
     if (mac.empty() || modelo == 0) {
         ::syslog(LOG_ERR, "ERROR, impossible to get the controller MAC or MODEL");
         return false;
     }
     ::syslog(LOG_NOTICE, "**************** START Service Recalculation *******************");
     ::syslog(LOG_NOTICE, "HEADEND::: **************** START Service Recalculation *******************");
-    total = motor.num_servicios_original();
+    total_ = motor_.num_servicios_original();
     ::syslog(LOG_NOTICE, "HEADEND::: **************** Recalculation: List of %d services *******************",
-             total);
+             total_);
     ::sleep(1);
     marcos::linea("**************** START Recalculo Servicios *******************");
     ::syslog(LOG_DEBUG, "Controller MAC %s, MODEL %i", mac.c_str(), modelo);
-    motor.Print_Mapa_ONIDs();
+    motor_.Print_Mapa_ONIDs();
     return true;
 }
 
 void Ejecucion::probarOpcion() {
     ::sleep(1);
     marcos::linea("**************** Continue Recalculo Servicios *******************");
-    motor.Mapa_ModulosCabecera_Proceso = motor.Mapa_ModulosCabecera_Inicial;
-    motor.Mapa_ONIDs = motor.Mapa_ONIDs_Inicial;
+    motor_.Mapa_ModulosCabecera_Proceso = motor_.Mapa_ModulosCabecera_Inicial;
+    motor_.Mapa_ONIDs = motor_.Mapa_ONIDs_Inicial;
     ::sleep(1);
-    marcos::linea(ROTULOS[static_cast<std::size_t>(opcion - 1)]);
-    motor.RecalculationAlgorithm(static_cast<char>(opcion), recurso);
-    ++opcion;
+    const reglas::Estrategia& estrategia = ESTRATEGIAS[static_cast<std::size_t>(opcion_ - 1)];
+    marcos::linea(estrategia.rotulo);
+    motor_.RecalculationAlgorithm(estrategia.opcion, recurso_);
+    ++opcion_;
 
-    if (motor.Mapa_ONIDs.empty()) {
+    if (motor_.Mapa_ONIDs.empty()) {
         // Everything is placed: no other option can do better.
         marcos::linea("END OPTION  <----------------------------------------------------->");
         ::sleep(5);
-        count_servicios_proceso = 0;
-        opcion = NUM_OPCIONES + 1;
+        fueraProceso_ = 0;
+        opcion_ = NUM_OPCIONES + 1;
     } else {
         ::sleep(1);
         marcos::linea("Mapa_Servicios_Procesado NOT EMPTY");
-        count_servicios_proceso = motor.num_servicios_procesado();
+        fueraProceso_ = motor_.num_servicios_procesado();
     }
 }
 
@@ -120,8 +117,8 @@ void Ejecucion::registrarCuentas() const {
     marcos::linea(marcos::GUIONES);
     marcos::vacia();
     marcos::linea(marcos::GUIONES);
-    ::syslog(LOG_DEBUG, " (count_servicios_proceso (%d) < count_servicios_final (%d))",
-             count_servicios_proceso, count_servicios_final);
+    ::syslog(LOG_DEBUG, " (count_servicios_proceso (%d) < count_servicios_final (%d))", fueraProceso_,
+             fueraFinal_);
     marcos::linea(marcos::GUIONES);
     marcos::vacia();
     marcos::linea(marcos::GUIONES);
@@ -131,39 +128,39 @@ void Ejecucion::compararConElMejor() {
     ::sleep(1);
     registrarCuentas();
     ::sleep(1);
-    if (count_servicios_final == NINGUNO || count_servicios_proceso < count_servicios_final) {
+    if (fueraFinal_ == NINGUNO || fueraProceso_ < fueraFinal_) {
         marcos::linea("Si hemos encontrado una opción mejor, o es la primera vez que entramos");
         guardar();
-    } else if (count_servicios_proceso == count_servicios_final) {
+    } else if (fueraProceso_ == fueraFinal_) {
         // The earlier option stays.
         marcos::linea("Si el recalculo deja fuera el mismo número de servicios");
-        if (!motor.Mapa_ModulosCabecera_Final.empty()) {
+        if (!motor_.Mapa_ModulosCabecera_Final.empty()) {
             ::sleep(1);
             ::syslog(LOG_DEBUG, "Y si anteriormente tenemos guardada una configuración. Tamaño %i",
-                     static_cast<int>(motor.Mapa_ModulosCabecera_Final.size()));
+                     static_cast<int>(motor_.Mapa_ModulosCabecera_Final.size()));
         }
     } else {
         marcos::linea("Esta opción es peor que la que tenemos guardada, liberamos memoria y seguimos.");
-        motor.Mapa_ONIDs.clear();
-        motor.Mapa_ModulosCabecera_Proceso.clear();
+        motor_.Mapa_ONIDs.clear();
+        motor_.Mapa_ModulosCabecera_Proceso.clear();
     }
 }
 
 void Ejecucion::guardar() {
-    motor.Mapa_ModulosCabecera_Final = std::exchange(motor.Mapa_ModulosCabecera_Proceso, {});
-    motor.Mapa_ONIDs_Final = std::exchange(motor.Mapa_ONIDs, {});
+    motor_.Mapa_ModulosCabecera_Final = std::exchange(motor_.Mapa_ModulosCabecera_Proceso, {});
+    motor_.Mapa_ONIDs_Final = std::exchange(motor_.Mapa_ONIDs, {});
     // An option that placed everything has set the counter past the last one, and is shown as the last.
-    opcion_utilizada = opcion - 1;
-    count_servicios_final = count_servicios_proceso;
+    opcionUtilizada_ = opcion_ - 1;
+    fueraFinal_ = fueraProceso_;
 }
 
 void Ejecucion::transferirClonados() {
-    motor.Print_MapaServiciosClonados();
+    motor_.Print_MapaServiciosClonados();
     marcos::linea("Una vez que hemos terminado de reordenar todo, se hora de transferir todos los Servicios "
                   "Clonados a las salidas lógicas de los módulos donde se haya insertado su Servicio Padre");
-    auto& clonados = motor.listaServiciosClonados;
+    auto& clonados = motor_.listaServiciosClonados;
     for (auto it = clonados.begin(); it != clonados.end();) {
-        if (motor.Try_to_Insert_Cloned_Service(it) != 0)
+        if (motor_.Try_to_Insert_Cloned_Service(it) != 0)
             it = clonados.erase(it);
         else
             ++it;
@@ -179,7 +176,7 @@ void Ejecucion::volcarResultado() const {
     marcos::linea("||                                PRINT MAPA SERVICIOS SIN ASIGNAR EN LA SALIDA"
                   "                             ||");
     marcos::linea(marcos::BLANCO);
-    motor.Print_Mapa_ONIDs(motor.Mapa_ONIDs_Final);
+    motor_.Print_Mapa_ONIDs(motor_.Mapa_ONIDs_Final);
     marcos::linea(marcos::BLANCO);
     marcos::linea(marcos::BLANCO);
     marcos::linea("||                                END PRINT MAPA SERVICIOS SIN ASIGNAR EN LA SALIDA"
@@ -188,17 +185,17 @@ void Ejecucion::volcarResultado() const {
     marcos::vacia();
 
     ::sleep(2);
-    motor.Print_MapaServiciosClonados();
+    motor_.Print_MapaServiciosClonados();
     marcos::vacia();
     ::syslog(LOG_DEBUG, "||                                        OPCION UTILIZADA: %d\t\t\t\t\t\t ||",
-             opcion_utilizada);
+             opcionUtilizada_);
     marcos::linea(marcos::SUBRAYADO);
     marcos::linea("||                                         PRINT MAPA MODULOS SALIDA"
                   "                                        ||");
     marcos::linea(marcos::BLANCO);
 
     ::sleep(2);
-    volcarModulosHastaElFin(motor, motor.Mapa_ModulosCabecera_Final);
+    volcarModulosHastaElFin(motor_, motor_.Mapa_ModulosCabecera_Final);
     marcos::vacia();
 }
 
@@ -207,14 +204,14 @@ void Ejecucion::resumir() const {
     ::syslog(
         LOG_NOTICE,
         "HEADEND::: **************** Recalculation: %d services correctly configured *******************",
-        total - count_servicios_final);
+        total_ - fueraFinal_);
     ::syslog(LOG_NOTICE,
              "HEADEND::: **************** Recalculation: %d services discarted *******************",
-             count_servicios_final);
+             fueraFinal_);
     ::syslog(LOG_NOTICE, "HEADEND::: **************** END Service Recalculation *******************");
     ::syslog(LOG_NOTICE, "--------------------- RESULTS ------------------------------");
-    motor.Print_Resultado(motor.Mapa_ModulosCabecera_Final);
-    motor.Print_Descartados(motor.Mapa_ONIDs_Final);
+    motor_.Print_Resultado(motor_.Mapa_ModulosCabecera_Final);
+    motor_.Print_Descartados(motor_.Mapa_ONIDs_Final);
     ::syslog(LOG_NOTICE, "------------------- END RESULTS ----------------------------");
 }
 

@@ -10,7 +10,7 @@
 namespace zarven {
 
 // Dumps the services in the order of the multimap, numbered from `n` + 1; gives the last number used.
-inline int imprimirServicios(const tMapaServicios& servicios, int n = 0) {
+inline int volcarServicios(const tMapaServicios& servicios, int n = 0) {
     if (!marcos::seRegistra())
         return n;
     for (const auto& [idService, servicio] : servicios)

@@ -64,7 +64,7 @@ void tRec_Entrada::Print_Entrada() const {
 }
 
 void tRec_Entrada::Print_MapaServicios() const {
-    imprimirServicios(MapaServicios);
+    volcarServicios(MapaServicios);
 }
 
 } // namespace zarven

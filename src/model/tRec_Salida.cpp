@@ -63,7 +63,7 @@ void tRec_Salida::Print_Salida() const {
 }
 
 void tRec_Salida::Print_MapaServicios() const {
-    imprimirServicios(MapaServicios);
+    volcarServicios(MapaServicios);
 }
 
 } // namespace zarven

@@ -194,7 +194,7 @@ TEST(Completar, TheProposalOfAnEarlierModuleStands) {
 
 TEST(Completar, AnUntunedInputLeadsBackToFillingWhenTheLastFillPlacedSomething) {
     // The fill places service 3 on A and leaves no module uncomplete, so the check goes to unify. The
-    // exchange there gives B little to carry: it is uncomplete then, and its input 2 is free.
+    // gathering there gives B little to carry: it is uncomplete then, and its input 2 is free.
     Escena e({modulo("A", 2, {8000}), modulo("B", 2, {8000})});
     e.puesto("A", 1, 1, datos(1, 1, 1500));
     e.puesto("B", 1, 1, datos(2, 1, 2500));

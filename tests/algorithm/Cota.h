@@ -10,7 +10,7 @@
 //   check        1
 //   uncomplete   1 + I (2 + U (d + t))         every input tries its stream, and dumps what it tries
 //   unify        1 + 2 M I + M + 14 I^2        every ordered pair of inputs is a candidate at most, of
-//                + the dump of the modules     13 lines; outputs carry what inputs do after an exchange
+//                + the dump of the modules     13 lines; outputs carry what inputs do after gathering
 //   optimize     a line per network and        no service is in hand twice: each stream walks those it had
 //                stream, and 5                 at the start, and nothing is staged in another one;
 //   U times:     M (3 + M) + I (1 + 2 M) + 6   choosing the modules: the search may be repeated for each
@@ -84,7 +84,7 @@ struct Medidas {
     }
 
     std::size_t volcadoDelIndice(std::size_t d) const { return 6 * streams + d * U; }
-    // After an exchange the outputs carry what the inputs do, which may be more than they did.
+    // After gathering the outputs carry what the inputs do, which may be more than they did.
     std::size_t volcadoDeModulos(std::size_t d) const {
         return 6 + 9 * M + 6 * (I + salidas) + 2 * d * enModulos;
     }

@@ -154,7 +154,7 @@ TEST(InvariantesPrimitivas, HoldOnTheOutputsAfterEveryBooking) {
     EXPECT_LT(puestos, 8U);
 }
 
-TEST(InvariantesPrimitivas, HoldAfterTwoModulesAreExchangedButForTheTranscoders) {
+TEST(InvariantesPrimitivas, HoldAfterTwoModulesAreSwappedButForTheTranscoders) {
     Escena e({modulo("A", 2, {10000, 20000}), modulo("B", 2, {20000, 10000})});
     e.en("A").SD_MAX_Transcoding = e.en("B").SD_MAX_Transcoding = 2;
     e.puesto("A", 1, 1, datos(1, 1, 1000, 3));

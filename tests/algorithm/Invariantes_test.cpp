@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "algorithm/Escena.h"
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 #include "algorithm/PasadaVista.h"
 #include "support/Invariantes.h"
 #include "support/Registro.h"
@@ -202,9 +202,9 @@ using Reglas = std::vector<std::string>;
 
 } // namespace
 
-TEST_F(Sana, AfterAnExchangeOfUnifyTheModuleCountersAreLeftAlone) {
+TEST_F(Sana, AfterAGatheringTheModuleCountersAreLeftAlone) {
     Historia h;
-    h.intercambio = true;
+    h.reunion = true;
     e.en("A").PIDsModulo = 99;
     e.en("A").SD_Transcoding = 0;
     e.en("B").HD_Transcoding = 99;
@@ -299,20 +299,20 @@ TEST(InvariantesVigilante, TellsWhereAFaultWasSeen) {
 }
 
 TEST(InvariantesVigilante, FollowsTheHistoryOfThePass) {
-    intercambio::Intercambio e;
+    permuta::EscenaDePermuta e;
     e.completo();
-    intercambio::sinTranscoder(e.motor.listaServicios[2]);
+    permuta::sinTranscoder(e.motor.listaServicios[2]);
     invariantes::Vigilante vigilante(e.motor);
     registro::vaciar();
     registro::escuchar([&](const std::string& linea) { vigilante.leer(linea); });
     e.motor.RecalculationAlgorithm(0, 1);
     registro::escuchar({});
     EXPECT_TRUE(vigilante.historia().fallo);
-    EXPECT_FALSE(vigilante.historia().intercambio);
+    EXPECT_FALSE(vigilante.historia().reunion);
     EXPECT_FALSE(vigilante.historia().claveCompartida);
     EXPECT_EQ(vigilante.violaciones(), Reglas());
     vigilante.leer("Parece que todo a ido bien. Hacemos el intercambio");
-    EXPECT_TRUE(vigilante.historia().intercambio);
+    EXPECT_TRUE(vigilante.historia().reunion);
     vigilante.leer("BEGIN OPTION: MAX");
     EXPECT_FALSE(vigilante.historia().fallo);
 }

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 
-using namespace intercambio;
+using namespace permuta;
 using escena::modulo;
 using vista::PasadaVista;
 using vista::Tramo;
@@ -54,7 +54,7 @@ Tramo optimizar(Escena& e, int recurso = 1) {
 } // namespace
 
 TEST(OptimizarModulos, TheSearchIsLoggedStepByStep) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     EXPECT_EQ(
         busqueda(e.optimizar()),
@@ -199,7 +199,7 @@ TEST(OptimizarModelos, WithAnyOtherResourceTheFirstIsChosenAndGivenUpWhenItsMode
 }
 
 TEST(OptimizarModelos, WithResource3EqualModelsExchange) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     EXPECT_TRUE(e.optimizar(3).contiene("clear = 2"));
 }
@@ -208,7 +208,7 @@ TEST(OptimizarModelos, WithResource3EqualModelsExchange) {
 
 TEST(OptimizarEnMano, EveryServiceStartsWithoutModules) {
     // 30 finds A and B; nobody receives the stream of 31.
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.libre(datos(31, 9));
     const Tramo t = e.optimizar();

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 
-using namespace intercambio;
+using namespace permuta;
 using vista::indice;
 using vista::PasadaVista;
 using vista::Tramo;
@@ -19,7 +19,7 @@ constexpr char BITRATE[] = " Mirar si el cambio también es viable también teni
 
 class Par : public testing::Test {
 protected:
-    Intercambio e;
+    EscenaDePermuta e;
 };
 
 } // namespace
@@ -43,7 +43,7 @@ TEST_F(Par, ThePairIsLoggedFromTheOutputsToTheLastTest) {
 }
 
 TEST_F(Par, EveryOutputOfMac1IsDumpedAgainForEveryOutputOfMac0) {
-    Intercambio dos({10000, 20000}, {30000, 40000});
+    EscenaDePermuta dos({10000, 20000}, {30000, 40000});
     dos.puesto("A", 1, 1, datos(1, ORIGINAL));
     dos.puesto("A", 1, 1, datos(2, ORIGINAL));
     dos.puesto("B", 1, 2, datos(3, OTRO));
@@ -175,7 +175,7 @@ TEST_F(Par, PidsInUseBeyondTheBudgetCountAsNegative) {
     e.en("A").PIDsModuloMax = 15;
     EXPECT_EQ(e.optimizar().cuantasEmpiezan(PIDS_BASTAN), 1U);
 
-    Intercambio otra;
+    EscenaDePermuta otra;
     const Servicio corto = otra.principal();
     corto->number_PIDs_CA = 9;
     otra.auxiliar();
@@ -254,7 +254,7 @@ TEST_F(Par, CeilingsBeyond31BitsAreNotNegative) {
 
 TEST_F(Par, BothBitratesAreThoseOfTheOutputsOfThePair) {
     // Output 1 of A carries the principal but has no room; output 2 has room, and a principal of its own.
-    Intercambio dos({6000, 6001}, {10000});
+    EscenaDePermuta dos({6000, 6001}, {10000});
     dos.principal(10, 1);
     dos.principal(11, 2);
     dos.auxiliar();

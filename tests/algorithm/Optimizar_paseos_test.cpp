@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 
-using namespace intercambio;
+using namespace permuta;
 using vista::entradas;
 using vista::indice;
 using vista::PasadaVista;
@@ -40,7 +40,7 @@ Hechos pares(const Tramo& tramo) {
 
 TEST(PaseoSinAsignar, WhatIsStagedAheadWaitsForTheNextEntry) {
     // The principal stands on no input, so that the exchange ends with both staged, after service 5.
-    Intercambio e;
+    EscenaDePermuta e;
     e.principal();
     e.auxiliar();
     e.original(5);
@@ -58,7 +58,7 @@ TEST(PaseoSinAsignar, WhatIsStagedAheadWaitsForTheNextEntry) {
 }
 
 TEST(PaseoSinAsignar, AServiceThatIsStagedTwiceIsInHandOnce) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.principal();
     e.auxiliar();
     e.original(5);
@@ -85,7 +85,7 @@ TEST(PaseoSinAsignar, TwoServicesOfOneKeyAreBothInHand) {
 
 TEST(PaseoSinAsignar, AServiceThatHasGoneIsPassedOverAndNotCounted) {
     // Placing the principal 40 on B takes the other 40 out of the index.
-    Intercambio e;
+    EscenaDePermuta e;
     e.principal(40);
     e.auxiliar(20);
     for (const int n : {30, 40, 50})
@@ -98,7 +98,7 @@ TEST(PaseoSinAsignar, AServiceThatHasGoneIsPassedOverAndNotCounted) {
 TEST(PaseoSinAsignar, AnotherServiceOfTheKeyDoesNotStandInForOneThatHasGone) {
     // The principal 40 takes the other 40 along. Come to B, it is staged as the auxiliar of 41, which stands
     // on no input: there is a 40 again, but not the one that waited for its turn.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     const Servicio va = e.principal(40);
     e.principal(41);
     e.entrada("A", 2).MapaServicios.erase(41);
@@ -114,7 +114,7 @@ TEST(PaseoSinAsignar, AnotherServiceOfTheKeyDoesNotStandInForOneThatHasGone) {
 
 TEST(PaseoSinAsignar, EveryServiceTakesTheFreePidsAnew) {
     // The first exchange leaves A with 4 more free PIDs, which the second needs.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.principal(10)->number_PIDs_CA = 9;
     e.principal(11);
     e.auxiliar(20);
@@ -131,7 +131,7 @@ TEST(PaseoSinAsignar, EveryServiceTakesTheFreePidsAnew) {
 // ---- Over the principals ------------------------------------------------------------------------------
 
 TEST(PaseoPrincipales, GoesInAscendingKey) {
-    Intercambio e({30000});
+    EscenaDePermuta e({30000});
     for (const int n : {12, 10, 11})
         e.principal(n);
     e.original();
@@ -139,7 +139,7 @@ TEST(PaseoPrincipales, GoesInAscendingKey) {
 }
 
 TEST(PaseoPrincipales, AServiceThatStandsTwiceOnTheOutputIsVisitedOnce) {
-    Intercambio e({30000});
+    EscenaDePermuta e({30000});
     e.clavar("A", 2, 1, e.principal(10));
     e.original();
     const Tramo t = e.optimizar();
@@ -148,7 +148,7 @@ TEST(PaseoPrincipales, AServiceThatStandsTwiceOnTheOutputIsVisitedOnce) {
 }
 
 TEST(PaseoPrincipales, TwoServicesOfOneKeyAreBothVisited) {
-    Intercambio e({30000});
+    EscenaDePermuta e({30000});
     e.principal(10);
     e.clavar("A", 2, 1, fabrica::servicio(datos(10, COMUN)));
     e.original();
@@ -157,7 +157,7 @@ TEST(PaseoPrincipales, TwoServicesOfOneKeyAreBothVisited) {
 
 TEST(PaseoPrincipales, AServiceThatHasGoneIsPassedOver) {
     // Taking the first 10 off takes the other along; 11 comes next.
-    Intercambio e({30000});
+    EscenaDePermuta e({30000});
     sinTranscoder(e.principal(10));
     e.en("A").SD_Transcoding = 1;
     e.clavar("A", 2, 1, fabrica::servicio(datos(10, COMUN)));
@@ -171,7 +171,7 @@ TEST(PaseoPrincipales, AServiceThatHasGoneIsPassedOver) {
 TEST(PaseoPrincipales, WhatIsMovedIsMetByTheNextWalk) {
     // No transcoder for the original, so that every exchange ends with both services moved. On output 1 of B
     // 11 meets 10, which has just come; 20 is a principal only for output 2 of B.
-    Intercambio e({30000}, {30000, 30000});
+    EscenaDePermuta e({30000}, {30000, 30000});
     e.principal(10);
     e.principal(11);
     e.auxiliar(20);
@@ -184,7 +184,7 @@ TEST(PaseoPrincipales, WhatIsMovedIsMetByTheNextWalk) {
 
 TEST(PaseoPrincipales, StaysWithThePrincipalInHandUntilTheAuxiliarsAreOver) {
     // 10 is off A after the first auxiliar; the others find it gone, and it is staged each time.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     sinTranscoder(e.principal(10));
     e.en("A").SD_Transcoding = 1;
     e.principal(11)->number_PIDs_CA = 1000; // fits nowhere
@@ -201,7 +201,7 @@ TEST(PaseoPrincipales, StaysWithThePrincipalInHandUntilTheAuxiliarsAreOver) {
 TEST(PaseoPrincipales, APrincipalInHandIsWeighedWithTheOutputAsItIsNow) {
     // Off its output, 10 no longer counts there: 0 + 4000 - 3000 and what the second auxiliar brings.
     for (const unsigned long trae : {5000UL, 5001UL}) {
-        Intercambio e({6001}, {30000});
+        EscenaDePermuta e({6001}, {30000});
         sinTranscoder(e.principal(10));
         e.en("A").SD_Transcoding = 1;
         e.auxiliar(20);
@@ -214,7 +214,7 @@ TEST(PaseoPrincipales, APrincipalInHandIsWeighedWithTheOutputAsItIsNow) {
 // ---- Over the auxiliars -------------------------------------------------------------------------------
 
 TEST(PaseoAuxiliares, GoesInAscendingKeyForEveryPrincipal) {
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.principal(10);
     e.principal(11);
     for (const int n : {22, 20, 21})
@@ -225,7 +225,7 @@ TEST(PaseoAuxiliares, GoesInAscendingKeyForEveryPrincipal) {
 }
 
 TEST(PaseoAuxiliares, AServiceThatStandsTwiceOnTheOutputIsVisitedOnce) {
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.principal();
     e.clavar("B", 2, 1, e.auxiliar(20));
     e.libre(datos(30, ORIGINAL, 60000));
@@ -234,7 +234,7 @@ TEST(PaseoAuxiliares, AServiceThatStandsTwiceOnTheOutputIsVisitedOnce) {
 
 TEST(PaseoAuxiliares, AServiceThatHasGoneIsPassedOver) {
     // Taking the first 20 off takes the other along; 21 comes next.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     sinTranscoder(e.principal(10));
     e.en("A").SD_Transcoding = 1;
     e.auxiliar(20);
@@ -247,7 +247,7 @@ TEST(PaseoAuxiliares, AServiceThatHasGoneIsPassedOver) {
 
 TEST(PaseoAuxiliares, WhatComesToTheOutputIsNotMetByTheWalkThatBroughtIt) {
     // 10 moves to B under a key before 30, the auxiliar still to come.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.principal(25);
     e.auxiliar(20);
     e.auxiliar(30)->number_PIDs_CA = 1000;
@@ -257,7 +257,7 @@ TEST(PaseoAuxiliares, WhatComesToTheOutputIsNotMetByTheWalkThatBroughtIt) {
 }
 
 TEST(PaseoAuxiliares, EveryOutputOfMac1HasAWalkOfItsOwn) {
-    Intercambio e({30000}, {30000, 30000});
+    EscenaDePermuta e({30000}, {30000, 30000});
     e.principal();
     e.auxiliar(20, 1);
     e.auxiliar(21, 2);
@@ -274,7 +274,7 @@ TEST(PaseoAuxiliares, EveryOutputOfMac1HasAWalkOfItsOwn) {
 // ---- Over networks and streams ------------------------------------------------------------------------
 
 TEST(PaseoIndice, ServicesStagedInAnEarlierStreamAreNotMetInThisEntry) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.entrada("A", 2).MapaServicios.clear();
     e.libre(datos(40, 7));
@@ -285,7 +285,7 @@ TEST(PaseoIndice, ServicesStagedInAnEarlierStreamAreNotMetInThisEntry) {
 }
 
 TEST(PaseoIndice, AFruitlessPassLeavesEverythingWhereItWas) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.principal();
     e.auxiliar();
     e.libre(datos(30, ORIGINAL, 60000));

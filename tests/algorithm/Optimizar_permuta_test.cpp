@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 
-using namespace intercambio;
+using namespace permuta;
 using vista::entradas;
 using vista::indice;
 using vista::PasadaVista;
@@ -41,7 +41,7 @@ protected:
                indice(t.despues.indice);
     }
 
-    Intercambio e;
+    EscenaDePermuta e;
     Servicio segundo;
 };
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 
-using namespace intercambio;
+using namespace permuta;
 using escena::modulo;
 using vista::entradas;
 using vista::indice;
@@ -80,7 +80,7 @@ TEST(Optimizar, AServiceWhoseStreamNoModuleReceivesIsGivenUpAtOnce) {
 // ---- Going on after an exchange -----------------------------------------------------------------------
 
 TEST(OptimizarResultado, With0TheNextServiceOfTheStreamIsTried) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.original(31);
     const Tramo t = e.optimizar();
@@ -95,7 +95,7 @@ TEST(OptimizarResultado, With0TheNextServiceOfTheStreamIsTried) {
 
 TEST(OptimizarResultado, With0NoFurtherPairIsTriedForTheServicePlaced) {
     // A second auxiliar and a second principal stand ready.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.completo();
     e.principal(11);
     e.auxiliar(21);
@@ -108,7 +108,7 @@ TEST(OptimizarResultado, With0NoFurtherPairIsTriedForTheServicePlaced) {
 }
 
 TEST(OptimizarResultado, With1TheNextStreamOfTheNetworkIsTried) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.libre(datos(40, 7));
     e.libre(deRed(2, 50, 1));
@@ -126,7 +126,7 @@ TEST(OptimizarResultado, With1TheNextStreamOfTheNetworkIsTried) {
 
 TEST(OptimizarResultado, With1AndNoStreamLeftTheNextNetworkIsTried) {
     // The stream walked is the last of its network but not the only one.
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.libre(datos(40, 0));
     e.libre(deRed(2, 50, 1));
@@ -138,7 +138,7 @@ TEST(OptimizarResultado, With1AndNoStreamLeftTheNextNetworkIsTried) {
 }
 
 TEST(OptimizarResultado, With2TheNextNetworkIsTried) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     e.libre(deRed(2, 50, 1));
     const Tramo t = e.optimizar();
@@ -152,7 +152,7 @@ TEST(OptimizarResultado, With2TheNextNetworkIsTried) {
 }
 
 TEST(OptimizarResultado, With2AndNothingLeftTheSweepAndThePassEnd) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     const PasadaVista r = e.pasar();
     EXPECT_EQ(r.camino(), "2 5 6");
@@ -165,7 +165,7 @@ TEST(OptimizarResultado, With2AndNothingLeftTheSweepAndThePassEnd) {
 
 TEST(OptimizarResultado, SeveralServicesArePlacedInOneSweep) {
     // Each takes the place of an exchange of its own.
-    Intercambio e({30000}, {30000});
+    EscenaDePermuta e({30000}, {30000});
     e.principal(10);
     e.principal(11);
     e.auxiliar(20);
@@ -181,7 +181,7 @@ TEST(OptimizarResultado, SeveralServicesArePlacedInOneSweep) {
 // ---- Fruitless ----------------------------------------------------------------------------------------
 
 TEST(OptimizarVueltas, ServicesThatCanNeverBePlacedAreTriedFourTimes) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.principal();
     e.auxiliar();
     e.libre(datos(30, ORIGINAL, 60000));

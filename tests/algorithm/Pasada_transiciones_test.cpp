@@ -215,7 +215,7 @@ TEST(PasadaUnificar, AMergeGoesToTheUncompleteModules) {
     EXPECT_EQ(r.camino(), "2 5 4 5");
 }
 
-TEST(PasadaUnificar, AnExchangeWithServicesLeftGoesToTheUncompleteModules) {
+TEST(PasadaUnificar, AGatheringWithServicesLeftGoesToTheUncompleteModules) {
     Escena e({modulo("A", 1, {20000}), modulo("B", 1, {20000})});
     e.puesto("A", 1, 1, datos(1, 1));
     e.puesto("B", 1, 1, datos(2, 1));
@@ -224,7 +224,7 @@ TEST(PasadaUnificar, AnExchangeWithServicesLeftGoesToTheUncompleteModules) {
     EXPECT_EQ(r.camino().substr(0, 5), "2 5 4");
 }
 
-TEST(PasadaUnificar, AnExchangeWithNothingLeftEndsThePass) {
+TEST(PasadaUnificar, AGatheringWithNothingLeftEndsThePass) {
     Escena e({modulo("A", 1, {20000}), modulo("B", 1, {20000})});
     e.puesto("A", 1, 1, datos(1, 1));
     e.puesto("B", 1, 1, datos(2, 1));

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "algorithm/Escena.h"
-#include "algorithm/Intercambio.h"
+#include "algorithm/EscenaDePermuta.h"
 #include "support/Registro.h"
 #include "support/Transcripcion.h"
 
 using namespace escena;
-using intercambio::Intercambio;
+using permuta::EscenaDePermuta;
 
 namespace {
 
@@ -66,36 +66,36 @@ TEST(TranscripcionCompletar, AModuleWithRoomIsToppedUp) {
 
 // ---- Unify --------------------------------------------------------------------------------------------
 
-TEST_F(Unificar, ExchangeAccepted) {
-    comparar("pass_unify_exchange");
+TEST_F(Unificar, GatheringAccepted) {
+    comparar("pass_unify_gathering");
 }
 
-TEST_F(Unificar, ExchangeAcceptedWithServicesLeft) {
-    // The uncomplete phase, which the exchange asks for, places the last service.
+TEST_F(Unificar, GatheringAcceptedWithServicesLeft) {
+    // The uncomplete phase, which the gathering asks for, places the last service.
     e.salida("A", 1).BitRateMax = 20000;
     e.libre(datos(4, 1));
-    comparar("pass_unify_exchange_services_left");
+    comparar("pass_unify_gathering_services_left");
 }
 
-TEST_F(Unificar, ExchangeRefusedByPids) {
+TEST_F(Unificar, GatheringRefusedByPids) {
     e.en("A").PIDsModuloMax = 6;
     e.en("B").PIDsModuloMax = 6;
     comparar("pass_unify_refused_by_pids");
 }
 
-TEST_F(Unificar, ExchangeRefusedByTranscoders) {
+TEST_F(Unificar, GatheringRefusedByTranscoders) {
     e.puesto("A", 1, 1, conTranscoding(datos(5, 1, 500)));
     e.en("A").HD_MAX_Transcoding = 1; // of the wrong kind
     comparar("pass_unify_refused_by_transcoders");
 }
 
-TEST_F(Unificar, ExchangeRefusedByTheSumOfBitrates) {
+TEST_F(Unificar, GatheringRefusedByTheSumOfBitrates) {
     e.salida("A", 1).BitRateMax = 5999;
     e.salida("B", 1).BitRateMax = 5999;
     comparar("pass_unify_refused_by_bitrate");
 }
 
-TEST_F(Unificar, ExchangeRefusedByThePlacingOfAList) {
+TEST_F(Unificar, GatheringRefusedByThePlacingOfAList) {
     // 6000 in all, but the last service would reach the ceiling.
     e.salida("A", 1).BitRateMax = 6000;
     e.salida("B", 1).BitRateMax = 6000;
@@ -112,7 +112,7 @@ TEST(TranscripcionUnificar, TwoInputsOfOneModuleMerge) {
 // ---- Optimize -----------------------------------------------------------------------------------------
 
 TEST(TranscripcionOptimizar, AnExchangePlacesTheLastService) {
-    Intercambio e;
+    EscenaDePermuta e;
     e.completo();
     comparar(e, SIN_RELLENO, 1, "pass_optimize_result_2");
 }
@@ -132,12 +132,12 @@ TEST(TranscripcionOptimizar, AnExchangePlacesTheLastServiceOfItsStreamAndAnother
 }
 
 TEST(TranscripcionOptimizar, AnExchangePlacesAServiceAndAnotherTheNextOfItsStream) {
-    Intercambio e({10000}, {10000});
+    EscenaDePermuta e({10000}, {10000});
     e.principal(10);
     e.principal(11);
     e.auxiliar(20);
-    e.libre(datos(30, intercambio::ORIGINAL, 1000));
-    e.libre(datos(31, intercambio::ORIGINAL, 500));
+    e.libre(datos(30, permuta::ORIGINAL, 1000));
+    e.libre(datos(31, permuta::ORIGINAL, 500));
     comparar(e, SIN_RELLENO, 1, "pass_optimize_results_0_and_2");
 }
 

@@ -1,4 +1,4 @@
-// What a candidate exchange must keep to: PIDs, transcoders, the sum of bitrates, and a place for every
+// What gathering a stream must keep to: PIDs, transcoders, the sum of bitrates, and a place for every
 // service on an output.
 
 #include <functional>
@@ -124,7 +124,7 @@ TEST_F(Candidato, ShowsItsFiguresInOrder) {
     EXPECT_EQ(hechos, esperado);
 }
 
-TEST_F(Candidato, ModuleCountersStayThroughTheExchange) {
+TEST_F(Candidato, ModuleCountersStayThroughTheGathering) {
     e.en("A").PIDsModulo = 31;
     e.en("A").HD_Transcoding = 32;
     e.en("B").PIDsModulo = 33;

@@ -1,4 +1,4 @@
-// After the lists of an exchange have been placed: what each input of the two modules receives.
+// After the lists of a gathering have been placed: what each input of the two modules receives.
 //
 // Stream 1 is the one that the two modules share. It gathers on the candidate input of A; everything else
 // that A receives moves to B.

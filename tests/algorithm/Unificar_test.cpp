@@ -21,7 +21,7 @@ constexpr char MISMO[] =
     "7 SI es el mismo módulo y tiene la misma entrada configurada, meterlo todo en 1 entrada";
 constexpr char SIN_CONFIGURAR[] = "7 Entradas sin configurar, no se pueden unificar";
 constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
-constexpr char POR_INTERCAMBIO[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1";
+constexpr char POR_REUNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1";
 constexpr char POR_UNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2";
 constexpr char CANDIDATO[] = "ANTES: itModulo->";
 constexpr char HECHO[] = "Parece que todo a ido bien. Hacemos el intercambio";
@@ -218,7 +218,7 @@ TEST(UnificarParejas, ARefusedCandidateIsFollowedByTheNextInputOfTheSecondModule
 }
 
 TEST(UnificarParejas, AnAcceptedCandidateIsFollowedByTheNextInputOfTheSecondModule) {
-    // Input 2 of B has been left untuned by the exchange over input 1; input 3 is another stream.
+    // Input 2 of B has been left untuned by gathering over input 1; input 3 is another stream.
     Escena e({modulo("A", 1, {20000}), modulo("B", 3, {20000})});
     e.puesto("A", 1, 1, datos(1, 1));
     e.puesto("B", 1, 1, datos(2, 1));
@@ -251,7 +251,7 @@ TEST(UnificarParejas, AnAcceptedCandidateIsFollowedByTheNextInputOfTheFirstModul
                                       INCOMPATIBLE, MISMO}));
 }
 
-TEST(UnificarParejas, AnExchangeIsMetByTheLaterPairsOfTheEntry) {
+TEST(UnificarParejas, AGatheringIsMetByTheLaterPairsOfTheEntry) {
     // A takes the stream from B; C's services then join A as well.
     Escena e({modulo("A", 1, {20000}), modulo("B", 1, {20000}), modulo("C", 1, {20000})});
     e.puesto("A", 1, 1, datos(1, 1));
@@ -266,7 +266,7 @@ TEST(UnificarParejas, AnExchangeIsMetByTheLaterPairsOfTheEntry) {
 
 // ---- The request for the uncomplete phase, and the dump -----------------------------------------------
 
-TEST(UnificarPeticion, AnExchangeAsksForItOnlyWithServicesLeft) {
+TEST(UnificarPeticion, AGatheringAsksForItOnlyWithServicesLeft) {
     for (const bool quedan : {false, true}) {
         Escena e({modulo("A", 1, {20000}), modulo("B", 1, {20000})});
         e.puesto("A", 1, 1, datos(1, 1));
@@ -275,8 +275,8 @@ TEST(UnificarPeticion, AnExchangeAsksForItOnlyWithServicesLeft) {
             e.libre(datos(3, 3));
         const Tramo t = unificar(e);
         EXPECT_TRUE(t.contiene(HECHO));
-        EXPECT_EQ(t.desde(HECHO)[1] == POR_INTERCAMBIO, quedan);
-        EXPECT_EQ(t.cuantas(POR_INTERCAMBIO + 2), quedan ? 1U : 0U);
+        EXPECT_EQ(t.desde(HECHO)[1] == POR_REUNION, quedan);
+        EXPECT_EQ(t.cuantas(POR_REUNION + 2), quedan ? 1U : 0U);
     }
 }
 

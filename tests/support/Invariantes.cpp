@@ -56,7 +56,7 @@ Exactitud deNumServicios(const Historia& h) {
 }
 
 Exactitud deModulo(const Historia& h) {
-    return h.intercambio ? Exactitud::NINGUNA : deSalida(h);
+    return h.reunion ? Exactitud::NINGUNA : deSalida(h);
 }
 
 void comprobarClaves(const tMapaServicios& servicios, const std::string& donde, Lista& lista) {
@@ -118,7 +118,7 @@ void comprobarRecursos(const tRec_Modulo& modulo, const std::string& donde, cons
     if (modulo.AUX_Transcoding > modulo.AUX_MAX_Transcoding)
         lista.violada("AUX_Transcoding", donde, "uses", modulo.AUX_Transcoding, "of",
                       modulo.AUX_MAX_Transcoding);
-    if (h.claveCompartida || h.intercambio)
+    if (h.claveCompartida || h.reunion)
         return;
     if (modulo.PIDsModulo > modulo.PIDsModuloMax)
         lista.violada("PIDsModuloMax", donde, "uses", modulo.PIDsModulo, "of", modulo.PIDsModuloMax);
@@ -291,7 +291,7 @@ void Vigilante::leer(const std::string& linea) {
     if (empieza(linea, "BEGIN OPTION")) {
         deLaPasada = inicial;
     } else if (linea == "Parece que todo a ido bien. Hacemos el intercambio") {
-        deLaPasada.intercambio = true;
+        deLaPasada.reunion = true;
     } else if (empieza(linea, "No se ha podido")) {
         deLaPasada.fallo = true;
     } else if (empieza(linea, "Try_to_Delete_Service_Input_Output")) {

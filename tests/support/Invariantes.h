@@ -35,7 +35,7 @@
 // B  Until a service has been taken off by a shared key; Load_Balance does not look at BitRateMax.
 // C  Until an exchange of the optimize phase fails half way (what it staged may be placed a second time and
 //    on an input of another stream), or a service is taken off by a shared key.
-// D  Until the unify phase exchanges two modules: their module counters stay as they were.
+// D  Until the unify phase gathers a stream: the two module counters stay as they were.
 // E  Unless a stream has ONID or TSID 0: its input looks untuned.
 // F  Until a service is taken off by a shared key.
 // G  Until a service is taken off by a shared key, or one that a module carries twice: it goes from the input
@@ -55,7 +55,7 @@ namespace invariantes {
 
 // What has happened to a placement since it was empty, as far as the rules depend on it.
 struct Historia {
-    bool intercambio = false;     // unify has exchanged two modules
+    bool reunion = false;         // unify has gathered a stream
     bool fallo = false;           // an exchange of optimize has failed half way
     bool claveCompartida = false; // a service was taken off by a key that others may have
     bool retiradaDoble = false;   // a service was taken off a module that may have it on two outputs

@@ -26,10 +26,6 @@ for modules in modules-16 modules-8-tight; do
     "$check_schema" result.schema.json "$folder/$modules.result.json" "$folder/strategies.json"
     "$recalculo" explain "$folder/$modules.json" --json >"$folder/explanation.json"
     "$check_schema" explanation.schema.json "$folder/explanation.json"
-    if grep '"engine_agrees": false' "$folder/explanation.json"; then
-        echo "an explanation that is not the engine's"
-        exit 1
-    fi
     "$recalculo" bound "$folder/$modules.json" --json >"$folder/bound.json"
     "$check_schema" bound.schema.json "$folder/bound.json"
     echo '{"inputs": 2, "outputs": [38000, 38000], "pids_max": 15}' |

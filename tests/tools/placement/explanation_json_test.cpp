@@ -29,7 +29,7 @@ TEST(ExplanationJson, AnAnswerOfAModule) {
         "outputs_full": 0, "output": {"number": 10, "bitrate": 36500, "bitrate_max": 38000, "short_by": 6501,
         "can_be_freed": true}, "pids": {"used": 3, "max": 15, "short_by": 0},
         "transcoders": {"used": 0, "max": 2}, "could_ever": true,
-        "engine_has_room": false, "engine_agrees": true}])")
+        "engine_has_room": false}])")
                                              .dump());
 }
 
@@ -54,11 +54,11 @@ TEST(ExplanationJson, EveryLimitHasAName) {
     const ordered_json json = ordered_json::parse(explanation_json(explanation_with_everything()));
     for (const ordered_json& module : json.at("modules"))
         names.push_back(module.at("limit"));
-    EXPECT_EQ(names,
-              (std::vector<std::string>{"none", "none", "no_input", "no_input", "stream_not_chosen",
-                                        "no_output", "service_count", "bitrate", "bitrate", "bitrate", "pids",
-                                        "pids", "transcoders", "transcoders", "pids", "none"}));
-    EXPECT_FALSE(json.at("modules").at(14).at("engine_agrees"));
+    EXPECT_EQ(names, (std::vector<std::string>{"none", "none", "no_input", "no_input", "stream_not_chosen",
+                                               "no_output", "service_count", "bitrate", "bitrate", "bitrate",
+                                               "pids", "pids", "transcoders", "transcoders"}));
+    EXPECT_TRUE(json.at("modules").at(2).at("engine_has_room"));
+    EXPECT_FALSE(json.at("modules").at(13).at("engine_has_room"));
     EXPECT_FALSE(json.at("modules").at(8).at("could_ever"));
     EXPECT_EQ(json.at("modules").at(5).count("output"), 0u);
     EXPECT_EQ(json.at("modules").at(6).count("output"), 0u);

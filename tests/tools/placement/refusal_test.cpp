@@ -284,23 +284,6 @@ TEST_F(Refusal, WhenEmptyAnInputIsNeeded) {
     EXPECT_EQ(FinalState(run).why_never(*loaded(0)), "none has an input and an output");
 }
 
-TEST_F(Refusal, TheProbeAsksAgainAndAgain) {
-    const host::Log silence("");
-    load({1}, {service(1, 10), with_pids(service(2, 10), 9)});
-    EngineProbe probe(module("A"));
-    for (int time = 0; time < 5; ++time) { // three of them would fill the output
-        EXPECT_TRUE(probe.has_room(loaded(0), refusal("A", 0)));
-        EXPECT_FALSE(probe.has_room(loaded(1), refusal("A", 1)));
-    }
-    EXPECT_TRUE(output("A").MapaServicios.empty());
-}
-
-TEST_F(Refusal, TheProbeNeedsNoInput) {
-    const host::Log silence("");
-    load({0}, {service(1, 10)});
-    EXPECT_TRUE(EngineProbe(module("A")).has_room(loaded(0), refusal()));
-}
-
 // ---- Over random head-ends ----------------------------------------------------------------------------
 
 generador::Parametros parameters(std::uint32_t seed) {
@@ -372,7 +355,6 @@ TEST(RefusalOverRandomHeadends, OurLimitsAreTheEngines) {
                     run.engine.Mapa_ModulosCabecera_Final.at(std::string(refusal.mac));
                 const bool takes = engine_takes(module, service);
                 EXPECT_EQ(takes, refusal.room.limit == Limit::none);
-                EXPECT_EQ(EngineProbe(module).has_room(service, refusal), takes);
                 expect_exact(module, refusal, service);
                 ++met[refusal.room.limit];
                 if (refusal.limit == Limit::no_input || refusal.limit == Limit::stream_not_chosen)

@@ -8,24 +8,22 @@
 namespace zarven::tool {
 
 /// A module with a free input and room. `mac` is to outlive the answer.
-inline ModuleAnswer answer_with_room(const char* mac) {
-    ModuleAnswer answer;
-    answer.refusal.mac = mac;
-    answer.refusal.inputs = 2;
-    answer.refusal.inputs_free = {2};
-    answer.refusal.room.outputs = 2;
-    answer.refusal.room.output = {1, 200, 38000, 0, true};
-    answer.refusal.room.pids_used = 3;
-    answer.refusal.room.pids_max = 15;
-    answer.refusal.room.transcoders_max = 2;
-    answer.engine_has_room = true;
+inline ModuleRefusal answer_with_room(const char* mac) {
+    ModuleRefusal answer;
+    answer.mac = mac;
+    answer.inputs = 2;
+    answer.inputs_free = {2};
+    answer.room.outputs = 2;
+    answer.room.output = {1, 200, 38000, 0, true};
+    answer.room.pids_used = 3;
+    answer.room.pids_max = 15;
+    answer.room.transcoders_max = 2;
     return answer;
 }
 
-inline ModuleAnswer answer_short_of(const char* mac, Limit limit) {
-    ModuleAnswer answer = answer_with_room(mac);
-    answer.refusal.limit = answer.refusal.room.limit = limit;
-    answer.engine_has_room = false;
+inline ModuleRefusal answer_short_of(const char* mac, Limit limit) {
+    ModuleRefusal answer = answer_with_room(mac);
+    answer.limit = answer.room.limit = limit;
     return answer;
 }
 
@@ -47,43 +45,37 @@ inline Explanation explanation_with_everything() {
 
     auto& modules = explanation.modules;
     modules.push_back(answer_with_room("carries"));
-    modules.back().refusal.carried_on = {1, 2};
-    modules.back().refusal.inputs_receiving = {1, 2};
+    modules.back().carried_on = {1, 2};
+    modules.back().inputs_receiving = {1, 2};
     modules.push_back(answer_with_room("has room"));
     modules.push_back(answer_with_room("no input"));
-    modules.back().refusal.limit = Limit::no_input;
-    modules.back().refusal.inputs_free = {};
+    modules.back().limit = Limit::no_input;
+    modules.back().inputs_free = {};
     modules.push_back(modules.back());
-    modules.back().refusal.inputs = 0;
+    modules.back().inputs = 0;
     modules.push_back(answer_with_room("stream"));
-    modules.back().refusal.limit = Limit::stream_not_chosen;
+    modules.back().limit = Limit::stream_not_chosen;
     modules.push_back(answer_short_of("no output", Limit::no_output));
-    modules.back().refusal.room.outputs = 0;
+    modules.back().room.outputs = 0;
     modules.push_back(answer_short_of("full", Limit::service_count));
-    modules.back().refusal.room.outputs_full = 2;
+    modules.back().room.outputs_full = 2;
     modules.push_back(answer_short_of("bitrate", Limit::bitrate));
-    modules.back().refusal.room.output = {10, 36500, 38000, 6501, true};
+    modules.back().room.output = {10, 36500, 38000, 6501, true};
     modules.push_back(modules.back());
-    modules.back().refusal.mac = "never";
-    modules.back().refusal.could_ever = false;
+    modules.back().mac = "never";
+    modules.back().could_ever = false;
     modules.push_back(answer_short_of("too small", Limit::bitrate));
-    modules.back().refusal.room.output = {1, 0, 8000, 1, false};
+    modules.back().room.output = {1, 0, 8000, 1, false};
     modules.push_back(answer_short_of("1 PID", Limit::pids));
-    modules.back().refusal.room.pids_used = 13;
-    modules.back().refusal.room.pids_short_by = 1;
+    modules.back().room.pids_used = 13;
+    modules.back().room.pids_short_by = 1;
     modules.push_back(answer_short_of("budget", Limit::pids));
-    modules.back().refusal.room.pids_max = 2;
-    modules.back().refusal.room.pids_short_by = 4;
+    modules.back().room.pids_max = 2;
+    modules.back().room.pids_short_by = 4;
     modules.push_back(answer_short_of("in use", Limit::transcoders));
-    modules.back().refusal.room.transcoders_used = 2;
+    modules.back().room.transcoders_used = 2;
     modules.push_back(answer_short_of("none", Limit::transcoders));
-    modules.back().refusal.room.transcoders_max = 0;
-    modules.push_back(answer_short_of("wrong", Limit::pids));
-    modules.back().refusal.room.pids_used = 15;
-    modules.back().refusal.room.pids_short_by = 3;
-    modules.back().engine_has_room = true;
-    modules.push_back(answer_with_room("wrong, too"));
-    modules.back().engine_has_room = false;
+    modules.back().room.transcoders_max = 0;
     return explanation;
 }
 

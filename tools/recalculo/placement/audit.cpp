@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "base/counted.h"
 #include "placement/capacity.h"
 #include "placement/services.h"
@@ -201,7 +202,7 @@ Ports PlaceAudit::outputs_of_parent(const tRec_Servicio& clone) const {
     Ports outputs;
     for (const auto& service : run_.engine.listaServicios) {
         const auto found = whereabouts_.find(service.get());
-        if (service->OSID == clone.Parent_SID && stream_of(*service) == stream_of(clone) &&
+        if (reglas::esPadre(*service, clone) && stream_of(*service) == stream_of(clone) &&
             found != whereabouts_.end())
             outputs.insert(outputs.end(), found->second.outputs.begin(), found->second.outputs.end());
     }
@@ -265,7 +266,7 @@ void ModuleAudit::examine(const tRec_Salida& output) {
     if (output.BitRateActual != bitrate)
         find("the engine counts {} kbit/s on output {}, its services need {} of {}", output.BitRateActual,
              output.NumSalida, bitrate, output.BitRateMax);
-    if (services != 0 && bitrate >= output.BitRateMax)
+    if (services != 0 && !reglas::bajoTecho(bitrate, output.BitRateMax))
         find("the services on output {} need {} kbit/s, they must stay below {}", output.NumSalida, bitrate,
              output.BitRateMax);
     if (output.NumServicios != services)
@@ -289,9 +290,9 @@ Transcoders ModuleAudit::transcoders_needed() const {
     Transcoders needed;
     for (const tRec_Servicio* service : services_on_outputs(module_)) {
         if (clones_.count(service) != 0)
-            needed.aux += service->Transcoding != 0;
-        else if (service->Transcoding == 1)
-            ++(service->VideoFormatE == tRec_Servicio::VIDEO_HD ? needed.hd : needed.sd);
+            needed.aux += reglas::necesitaTranscoding(service->Transcoding);
+        else if (reglas::ocupaTranscoder(service->Transcoding))
+            ++(reglas::esHD(service->VideoFormatE) ? needed.hd : needed.sd);
     }
     return needed;
 }
@@ -307,7 +308,7 @@ void ModuleAudit::examine_transcoders() {
     compare("AUX transcoder", module_.AUX_Transcoding, "clones", needed.aux);
 
     const unsigned limit =
-        transcoder_limit(needed.hd != 0, module_.SD_MAX_Transcoding, module_.HD_MAX_Transcoding);
+        reglas::limiteTranscoders(needed.hd != 0, module_.SD_MAX_Transcoding, module_.HD_MAX_Transcoding);
     if (needed.sd + needed.hd > limit)
         find("its services need {} ({} SD, {} HD), it may use {}{}",
              counted(needed.sd + needed.hd, "transcoder"), needed.sd, needed.hd, limit,

@@ -12,6 +12,8 @@
 #include <numeric>
 #include <utility>
 
+#include "Reglas.h"
+
 namespace zarven::tool {
 
 namespace {
@@ -81,8 +83,8 @@ Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity
             continue;
         }
         possible_.push_back(service.get());
-        demands_.push_back(
-            {service->peakBitRate, service->number_PIDs_CA, service->Transcoding == 1 ? 1u : 0u});
+        demands_.push_back({service->peakBitRate, service->number_PIDs_CA,
+                            reglas::ocupaTranscoder(service->Transcoding) ? 1u : 0u});
         by_stream[stream_of(*service)].push_back(demands_.back());
     }
     for (auto& [stream, demands] : by_stream)
@@ -106,7 +108,7 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
         for (const OutputCapacity& output : module.outputs) {
             if (output.bitrate_max == 0)
                 continue;
-            totals_.bitrate += (output.bitrate_max - 1) / bitrate_step * bitrate_step;
+            totals_.bitrate += reglas::cargaMaxima(output.bitrate_max) / bitrate_step * bitrate_step;
             totals_.places += output.service_max;
         }
     }

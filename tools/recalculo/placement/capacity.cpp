@@ -1,4 +1,4 @@
-// The limits are those of the engine: a load under the maximum of its output, PIDs up to the budget.
+// The limits are the engine's own rules, asked of an empty module.
 
 #include "placement/capacity.h"
 
@@ -6,23 +6,17 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "base/counted.h"
 
 namespace zarven::tool {
 
 namespace {
 
-/// The engine asks for the SD ceiling until the first HD service is transcoded, and for the HD ceiling from
-/// then on. So without the former nothing begins, and with it the larger one is the most.
-std::uint32_t transcoders_of(const tRec_Modulo& module) {
-    return module.SD_MAX_Transcoding == 0 ? 0
-                                          : std::max(module.SD_MAX_Transcoding, module.HD_MAX_Transcoding);
-}
-
 std::uint32_t largest_output(const ModuleCapacity& module) {
     std::uint32_t largest = 0;
     for (const OutputCapacity& output : module.outputs)
-        if (output.service_max != 0)
+        if (reglas::cabeOtroServicio(0, output.service_max))
             largest = std::max(largest, output.bitrate_max);
     return largest;
 }
@@ -32,7 +26,7 @@ std::string needs_of(const tRec_Servicio& service) {
     std::vector<std::string> others;
     if (service.number_PIDs_CA != 0)
         others.push_back(counted(service.number_PIDs_CA, "PID"));
-    if (service.Transcoding == 1)
+    if (reglas::ocupaTranscoder(service.Transcoding))
         others.emplace_back("a transcoder");
     std::string text = fmt::format("{} kbit/s", service.peakBitRate);
     for (const std::string& need : others)
@@ -65,7 +59,7 @@ ModuleCapacity capacity_of(const tRec_Modulo& module) {
     for (const auto& [number, output] : module.mapSalidas)
         capacity.outputs.push_back({output.BitRateMax, output.NumServiciosMax});
     capacity.pids_max = module.PIDsModuloMax;
-    capacity.transcoders = transcoders_of(module);
+    capacity.transcoders = reglas::masTranscoders(module.SD_MAX_Transcoding, module.HD_MAX_Transcoding);
     capacity.hd_transcoders = module.HD_MAX_Transcoding;
     return capacity;
 }
@@ -78,8 +72,9 @@ std::vector<ModuleCapacity> capacities_of(const EngineRun& loaded) {
 }
 
 bool could_take(const ModuleCapacity& module, const tRec_Servicio& service) {
-    return module.inputs != 0 && service.peakBitRate < largest_output(module) &&
-           service.number_PIDs_CA <= module.pids_max && (service.Transcoding != 1 || module.transcoders != 0);
+    return module.inputs != 0 && reglas::cabeBitrate(0, service.peakBitRate, largest_output(module)) &&
+           reglas::cabenPIDs(0, service.number_PIDs_CA, module.pids_max) &&
+           (!reglas::ocupaTranscoder(service.Transcoding) || module.transcoders != 0);
 }
 
 std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, const tRec_Servicio& service) {
@@ -90,15 +85,16 @@ std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, cons
     const std::uint32_t bitrate_max = most.outputs.front().bitrate_max;
     if (most.inputs == 0)
         return "none has an input and an output";
-    if (service.peakBitRate >= bitrate_max)
+    if (!reglas::cabeBitrate(0, service.peakBitRate, bitrate_max))
         return fmt::format("its {} kbit/s must stay below the maximum of an output, and the largest is {}",
                            service.peakBitRate, bitrate_max);
-    if (service.number_PIDs_CA > most.pids_max)
+    if (!reglas::cabenPIDs(0, service.number_PIDs_CA, most.pids_max))
         return fmt::format("it needs {} and the largest budget is {}", counted(service.number_PIDs_CA, "PID"),
                            most.pids_max);
-    if (service.Transcoding == 1 && most.hd_transcoders == 0 && most.transcoders == 0)
+    const bool needs_transcoder = reglas::ocupaTranscoder(service.Transcoding);
+    if (needs_transcoder && most.hd_transcoders == 0 && most.transcoders == 0)
         return "it needs a transcoder and none has one";
-    if (service.Transcoding == 1 && most.transcoders == 0)
+    if (needs_transcoder && most.transcoders == 0)
         return "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere";
     return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
 }

@@ -22,17 +22,12 @@ struct OutputCapacity {
 struct ModuleCapacity {
     std::size_t inputs = 0;
     std::vector<OutputCapacity> outputs;
-    std::uint32_t pids_max = 0;
+    std::uint16_t pids_max = 0;
     /// The most services that can be transcoded at once.
     std::uint32_t transcoders = 0;
     /// The limit once there is an HD service among them.
     std::uint32_t hd_transcoders = 0;
 };
-
-/// SD and HD transcoders are one pool. Its limit is that for SD until an HD one is in use.
-constexpr std::uint16_t transcoder_limit(bool is_hd_in_use, std::uint16_t sd_max, std::uint16_t hd_max) {
-    return is_hd_in_use ? hd_max : sd_max;
-}
 
 ModuleCapacity capacity_of(const tRec_Modulo& module);
 

@@ -17,10 +17,7 @@ static ServiceSet not_placed_by(const EngineRun& run) {
 
 Explainer::Explainer(const EngineRun& run, Listing listing)
     : run_(run), listing_(listing), state_(run), clones_(set_of(run.clones)), not_placed_(not_placed_by(run)),
-      findings_(audit(run)) {
-    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
-        probes_.emplace_back(module);
-}
+      findings_(audit(run)) {}
 
 Standing Explainer::standing_of(const tRec_Servicio& service, bool is_carried) const {
     const bool is_left = not_placed_.count(&service) != 0;
@@ -62,20 +59,16 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
             explanation.warnings.push_back(finding.problem);
     if (is_clone)
         return explanation;
-    for (std::size_t index = 0; index < refusals.size(); ++index) {
-        ModuleAnswer answer{std::move(refusals[index]), false};
-        answer.engine_has_room = probes_[index].has_room(service, answer.refusal);
-        if (is_listed(answer))
-            explanation.modules.push_back(std::move(answer));
+    for (ModuleRefusal& refusal : refusals)
+        if (is_listed(refusal))
+            explanation.modules.push_back(std::move(refusal));
         else
             ++explanation.unlisted;
-    }
     return explanation;
 }
 
-bool Explainer::is_listed(const ModuleAnswer& answer) const {
-    return listing_ == Listing::all_modules || answer.refusal.has_input() ||
-           !answer.refusal.carried_on.empty() || !answer.engine_agrees();
+bool Explainer::is_listed(const ModuleRefusal& refusal) const {
+    return listing_ == Listing::all_modules || refusal.has_input() || !refusal.carried_on.empty();
 }
 
 } // namespace zarven::tool

@@ -26,15 +26,6 @@ enum class Standing {
     waiting,
 };
 
-struct ModuleAnswer {
-    ModuleRefusal refusal;
-    /// Asked of the engine, on a copy of the module.
-    bool engine_has_room = false;
-
-    /// The limits that we name are the engine's.
-    bool engine_agrees() const { return engine_has_room == (refusal.room.limit == Limit::none); }
-};
-
 struct Explanation {
     ServiceResult service;
     std::uint16_t transcoding = 0;
@@ -43,7 +34,7 @@ struct Explanation {
     /// What the audit found about the service.
     std::vector<std::string> warnings;
     /// In the order of the modules; none for a clone, which goes by its parent alone.
-    std::vector<ModuleAnswer> modules;
+    std::vector<ModuleRefusal> modules;
     /// Modules without an input for the service that are not listed.
     std::size_t unlisted = 0;
 };
@@ -52,7 +43,7 @@ struct Explanation {
 enum class Listing {
     all_modules,
     /// Those that receive the stream or have an input free, as the others need not be looked at. A module
-    /// that carries the service, or about which the engine disagrees, is listed all the same.
+    /// that carries the service is listed all the same.
     with_an_input,
 };
 
@@ -69,7 +60,7 @@ public:
 private:
     Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
     std::string sentence_on(const tRec_Servicio& service, Standing standing, const std::string& places) const;
-    bool is_listed(const ModuleAnswer& answer) const;
+    bool is_listed(const ModuleRefusal& refusal) const;
 
     const EngineRun& run_;
     const Listing listing_;
@@ -78,7 +69,6 @@ private:
     /// Services left out and clones that wait.
     const ServiceSet not_placed_;
     const std::vector<Finding> findings_;
-    std::vector<EngineProbe> probes_;
 };
 
 } // namespace zarven::tool

@@ -78,14 +78,13 @@ template <> struct Fields<TranscoderRoom> {
     }
 };
 
-template <> struct Fields<ModuleAnswer> {
+template <> struct Fields<ModuleRefusal> {
     static constexpr const char* name = "module";
     static constexpr const char* meaning =
         "The answer of a module. If it carries the service, the limit and the figures are those for placing it "
         "once more";
 
-    template <class Visitor, class Record> static void visit(Visitor& visit, Record& answer) {
-        const ModuleRefusal& refusal = answer.refusal;
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& refusal) {
         const Room& room = refusal.room;
         visit.required("mac", refusal.mac, "Identity of the module");
         visit.required("carried_on", refusal.carried_on, "Its outputs that carry the service");
@@ -103,9 +102,8 @@ template <> struct Fields<ModuleAnswer> {
         visit.required("transcoders", TranscoderRoom{room.transcoders_used, room.transcoders_max},
                        "Those in use and all");
         visit.required("could_ever", refusal.could_ever, "It would take the service if it were empty");
-        visit.required("engine_has_room", answer.engine_has_room,
-                       "The engine itself puts the service on a copy of the module");
-        visit.required("engine_agrees", answer.engine_agrees(), "That is in accord with the limit");
+        visit.required("engine_has_room", refusal.engine_has_room(),
+                       "The engine would place it, whatever the inputs receive");
     }
 };
 

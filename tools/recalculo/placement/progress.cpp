@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "placement/strategy_names.h"
 
 namespace zarven::tool {
@@ -17,7 +18,6 @@ struct Sign {
     std::string_view beginning;
     Phase phase;
 };
-constexpr std::string_view strategy_sign = "BEGIN OPTION: ";
 constexpr std::string_view search_sign = "soy el servicio nº";
 constexpr std::array<Sign, 9> signs = {{
     {" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_", Phase::fill},
@@ -35,10 +35,9 @@ bool begins_with(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }
 
-/// The strategy of which the text begins with the name and a blank and a dash; else 0.
-std::size_t strategy_in(std::string_view text) {
-    const auto named =
-        std::find(strategy_names.begin(), strategy_names.end(), text.substr(0, text.find(" -")));
+/// The strategy that the line announces, from 1; else 0.
+std::size_t strategy_in(std::string_view line) {
+    const auto named = std::find(strategy_names.begin(), strategy_names.end(), reglas::nombreEnRotulo(line));
     return named == strategy_names.end() ? 0 : static_cast<std::size_t>(named - strategy_names.begin()) + 1;
 }
 
@@ -69,8 +68,8 @@ std::string_view word_for(Phase phase) {
 } // namespace
 
 void take_note(Progress& progress, std::string_view line) {
-    if (begins_with(line, strategy_sign)) {
-        if (const std::size_t strategy = strategy_in(line.substr(strategy_sign.size())); strategy != 0)
+    if (begins_with(line, reglas::INICIO_ROTULO)) {
+        if (const std::size_t strategy = strategy_in(line); strategy != 0)
             progress = {strategy, Phase::fill};
         return;
     }

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "base/counted.h"
 #include "placement/result.h"
 
@@ -103,7 +104,7 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
     if (refusal.inputs_receiving.empty())
         return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
                            refusal.mac);
-    if (service_.Transcoding != 0 && some_input_is_free_)
+    if (reglas::necesitaTranscoding(service_.Transcoding) && some_input_is_free_)
         return fmt::format("It needs transcoding: the engine fills inputs without such services, and tops up "
                            "modules with them when no input is free; module {} receives {} and has room.",
                            refusal.mac, stream_text(service_));
@@ -112,7 +113,7 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
 }
 
 std::string Sentence::not_chosen() const {
-    if (service_.Transcoding != 0)
+    if (reglas::necesitaTranscoding(service_.Transcoding))
         return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
                            "without transcoding asks for the stream.",
                            stream_text(service_));
@@ -162,13 +163,13 @@ std::string Sentence::nearest() const {
 /// tuned to the stream of the clone and on the outputs of their modules.
 bool has_parent(const tMapaServicios& services, const tRec_Servicio& clone) {
     return std::any_of(services.begin(), services.end(),
-                       [&clone](const auto& entry) { return entry.second->OSID == clone.Parent_SID; });
+                       [&clone](const auto& entry) { return reglas::esPadre(*entry.second, clone); });
 }
 
 bool carries_parent(const tRec_Modulo& module, const tRec_Servicio& clone) {
     const auto is_on_input = [&clone](const auto& entry) {
         const tRec_Entrada& input = entry.second;
-        return input.ONID == clone.ONID && input.TSID == clone.TSID && has_parent(input.MapaServicios, clone);
+        return reglas::recibe(input, clone.ONID, clone.TSID) && has_parent(input.MapaServicios, clone);
     };
     const auto is_on_output = [&clone](const auto& entry) {
         return has_parent(entry.second.MapaServicios, clone);
@@ -186,7 +187,7 @@ const tRec_Servicio* parent_in(const tMapaONIDs& index, const tRec_Servicio& clo
     if (stream == network->second.MapRec_TSIDs.end())
         return nullptr;
     for (const auto& [key, service] : stream->second.MapRec_Services)
-        if (service->OSID == clone.Parent_SID)
+        if (reglas::esPadre(*service, clone))
             return service.get();
     return nullptr;
 }
@@ -216,7 +217,7 @@ std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone)
     for (const auto& [mac, module] : engine.Mapa_ModulosCabecera_Final) {
         if (!carries_parent(module, clone))
             continue;
-        if (clone.Transcoding == 0 || module.AUX_Transcoding < module.AUX_MAX_Transcoding)
+        if (reglas::cabeClon(module, clone))
             return fmt::format(
                 "Module {} carries its parent and would take it now: the engine had passed it by.", mac);
         crowded = crowded == nullptr ? &module : crowded;

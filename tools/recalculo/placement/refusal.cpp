@@ -1,10 +1,11 @@
-// The tests and their order are the engine's, and so are the widths: bitrates are added in 32 bits and may
-// wrap around, PIDs and transcoders in the width of an int.
+// The tests are the engine's own rules, in its order.
 
 #include "placement/refusal.h"
 
 #include <algorithm>
 #include <tuple>
+
+#include "Reglas.h"
 
 namespace zarven::tool {
 
@@ -17,19 +18,17 @@ template <class Visit> void for_each_service(const tMapaONIDs& index, Visit visi
                 visit(onid, tsid, key, *service);
 }
 
-/// A stream counts for an input if the working index has such a service of it.
+/// A stream counts for an input if the working index has such a service of it. Only fills without transcoding
+/// are asked about; where no service needs a transcoder, their kind is every kind.
 bool counts_for_choosing(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
-    return service.Transcoding == 0 && (key > 0 || !positive_keys_are_left);
+    return reglas::cuentaParaElegir(key, service.Transcoding, {positive_keys_are_left, true, false});
 }
 
 OutputRoom output_room(std::uint32_t number, std::uint32_t bitrate, std::uint32_t bitrate_max,
                        std::uint32_t needed) {
-    OutputRoom room{number, bitrate, bitrate_max, 0, true};
-    const std::uint32_t sum = bitrate + needed;
-    if (sum >= bitrate_max) {
-        room.short_by = std::uint64_t{sum} - bitrate_max + 1;
+    OutputRoom room{number, bitrate, bitrate_max, reglas::faltaBitrate(bitrate, needed, bitrate_max), true};
+    if (room.short_by != 0)
         room.can_be_freed = bitrate_max != 0 && room.short_by <= bitrate;
-    }
     return room;
 }
 
@@ -117,7 +116,7 @@ void FinalState::judge_outputs(const ModuleState& module, const tRec_Servicio& s
     bool found = false;
     for (const OutputState& output : module.outputs) {
         ++room.outputs;
-        if (output.services >= output.services_max) {
+        if (!reglas::cabeOtroServicio(output.services, output.services_max)) {
             ++room.outputs_full;
             continue;
         }
@@ -134,11 +133,10 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
     judge_outputs(module, service, room);
     room.pids_used = module.pids;
     room.pids_max = module.pids_max;
-    const std::uint32_t pids = room.pids_used + service.number_PIDs_CA;
-    room.pids_short_by = pids <= room.pids_max ? 0 : pids - room.pids_max;
+    room.pids_short_by = reglas::faltanPIDs(module.pids, service.number_PIDs_CA, module.pids_max);
     room.transcoders_used = std::uint32_t{module.sd_transcoders} + module.hd_transcoders;
-    room.transcoders_max =
-        transcoder_limit(module.hd_transcoders != 0, module.sd_transcoders_max, module.hd_transcoders_max);
+    room.transcoders_max = reglas::limiteTranscoders(module.hd_transcoders != 0, module.sd_transcoders_max,
+                                                     module.hd_transcoders_max);
 
     if (room.outputs == 0)
         room.limit = Limit::no_output;
@@ -148,7 +146,9 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
         room.limit = Limit::bitrate;
     else if (room.pids_short_by != 0)
         room.limit = Limit::pids;
-    else if (service.Transcoding == 1 && room.transcoders_used >= room.transcoders_max)
+    else if (reglas::ocupaTranscoder(service.Transcoding) &&
+             !reglas::quedaTranscoder(module.sd_transcoders, module.hd_transcoders, module.sd_transcoders_max,
+                                      module.hd_transcoders_max))
         room.limit = Limit::transcoders;
     return room;
 }
@@ -192,28 +192,6 @@ std::vector<ModuleRefusal> FinalState::refusals_of(const tRec_Servicio& service)
 
 std::string FinalState::why_never(const tRec_Servicio& service) const {
     return why_none_could_take(capacities_, service);
-}
-
-EngineProbe::EngineProbe(const tRec_Modulo& module) : module_(module) {
-    for (auto& [number, input] : module_.mapEntradas)
-        input.MapaServicios.clear();
-    for (auto& [number, output] : module_.mapSalidas)
-        output.MapaServicios.clear();
-    copy_ = module_;
-}
-
-bool EngineProbe::has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal) {
-    tRec_Entrada any(0);
-    tRec_Entrada* input = copy_.mapEntradas.empty() ? &any : &copy_.mapEntradas.begin()->second;
-    if (!refusal.inputs_receiving.empty())
-        input = &copy_.mapEntradas.at(refusal.inputs_receiving.front());
-    else if (!refusal.inputs_free.empty())
-        input = &copy_.mapEntradas.at(refusal.inputs_free.front());
-    tMapaServicios services{{service->idService, service}};
-    if (tRecalculo().Try_to_Insert_Service_Input_Output(copy_, *input, services.begin()) == 0)
-        return false;
-    copy_ = module_;
-    return true;
 }
 
 } // namespace zarven::tool

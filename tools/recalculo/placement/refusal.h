@@ -85,6 +85,8 @@ struct ModuleRefusal {
     /// The outputs that carry the service; with some of them, the rest tells of a second appearance.
     std::vector<std::uint32_t> carried_on;
 
+    /// The engine would place the service here, whatever the inputs receive.
+    bool engine_has_room() const { return room.limit == Limit::none; }
     bool has_input() const { return !inputs_receiving.empty() || !inputs_free.empty(); }
 };
 
@@ -141,22 +143,6 @@ private:
     /// The streams with a service that the engine chooses streams for.
     std::set<Stream> chosen_streams_;
     bool positive_keys_are_left_ = false;
-};
-
-/// Asks the engine itself, for holding our answers against its own: whether it puts a service on a copy of a
-/// module. It does not look at what the input receives.
-class EngineProbe {
-public:
-    explicit EngineProbe(const tRec_Modulo& module);
-
-    /// `refusal` is our answer for the same module.
-    bool has_room(const std::shared_ptr<tRec_Servicio>& service, const ModuleRefusal& refusal);
-
-private:
-    /// Without the services, of which the engine asks the counters only.
-    tRec_Modulo module_;
-    /// The one that is asked; a refusal leaves it as it is.
-    tRec_Modulo copy_;
 };
 
 } // namespace zarven::tool

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "placement/audit.h"
 #include "placement/capacity.h"
 #include "placement/reason.h"
@@ -21,11 +22,11 @@ ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
     result.name = service.NombreEntrada;
     result.output_name = service.NombreSalida;
     result.bitrate = service.peakBitRate;
-    result.is_hd = service.VideoFormatE == tRec_Servicio::VIDEO_HD;
+    result.is_hd = reglas::esHD(service.VideoFormatE);
     result.is_radio = service.Tipo == type_radio;
     result.is_scrambled = service.Descifrar != 0;
     result.ca_pids = service.number_PIDs_CA;
-    result.is_transcoded = service.Transcoding != 0;
+    result.is_transcoded = reglas::necesitaTranscoding(service.Transcoding);
     result.is_clone = is_clone;
     result.parent_sid = service.Parent_SID;
     return result;
@@ -206,7 +207,7 @@ TranscoderPool transcoder_pool(const ModuleResult& module) {
     const Usage hd = module.hd_transcoders;
     TranscoderPool pool;
     pool.used = std::uint32_t{sd.used} + hd.used;
-    pool.max = transcoder_limit(hd.used != 0, sd.max, hd.max);
+    pool.max = reglas::limiteTranscoders(hd.used != 0, sd.max, hd.max);
     if (hd.used != 0)
         pool.note = fmt::format("{} SD, {} HD", sd.used, hd.used);
     else if (hd.max != sd.max)

@@ -66,7 +66,7 @@ struct ModuleResult {
     /// PIDs that the services on the outputs need, and the budget.
     std::uint32_t pids = 0;
     std::uint32_t pids_max = 0;
-    /// What the engine takes them to be: after it has exchanged inputs between modules its count may lag
+    /// What the engine takes them to be: after it has gathered a stream on a module its count may lag
     /// behind.
     std::uint32_t pids_counted = 0;
     Usage sd_transcoders;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Reglas.h"
 #include "base/workers.h"
 
 namespace zarven::tool {
@@ -76,7 +77,7 @@ void run_strategy(EngineRun& run, std::size_t index) {
     tRecalculo& engine = run.engine;
     engine.Mapa_ModulosCabecera_Proceso = engine.Mapa_ModulosCabecera_Inicial;
     engine.Mapa_ONIDs = engine.Mapa_ONIDs_Inicial;
-    engine.RecalculationAlgorithm(static_cast<char>(index + 1), engine.GetRecursoCabecera());
+    engine.RecalculationAlgorithm(reglas::ESTRATEGIAS[index].opcion, engine.GetRecursoCabecera());
     engine.Mapa_ModulosCabecera_Final = std::move(engine.Mapa_ModulosCabecera_Proceso);
     engine.Mapa_ONIDs_Final = engine.Mapa_ONIDs;
 }

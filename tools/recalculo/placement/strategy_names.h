@@ -1,5 +1,5 @@
-// The four strategies of the engine by name, in the order in which the driver tries them. The engine calls
-// them options and counts them from 1.
+// The four strategies of the engine by name, in the order in which the driver tries them: the engine's own
+// table, which calls them options.
 
 #ifndef RECALCULO_STRATEGY_NAMES_H
 #define RECALCULO_STRATEGY_NAMES_H
@@ -8,12 +8,18 @@
 #include <cstddef>
 #include <string_view>
 
+#include "Reglas.h"
+
 namespace zarven::tool {
 
-inline constexpr std::size_t strategy_count = 4;
+inline constexpr std::size_t strategy_count = reglas::ESTRATEGIAS.size();
 
-inline constexpr std::array<std::string_view, strategy_count> strategy_names = {"MAX", "MAX MIN", "MIN",
-                                                                                "MIN MAX"};
+inline constexpr std::array<std::string_view, strategy_count> strategy_names = [] {
+    std::array<std::string_view, strategy_count> names;
+    for (std::size_t index = 0; index < strategy_count; ++index)
+        names[index] = reglas::nombre(reglas::ESTRATEGIAS[index]);
+    return names;
+}();
 
 } // namespace zarven::tool
 

@@ -72,9 +72,8 @@ bool is_about_room(Limit limit) {
 }
 
 /// `figures` stand behind the words.
-std::string answer_text(const ModuleAnswer& answer, const ServiceResult& service,
+std::string answer_text(const ModuleRefusal& refusal, const ServiceResult& service,
                         const std::string& figures) {
-    const ModuleRefusal& refusal = answer.refusal;
     std::string words = verdict_of_limit(refusal, service);
     if (!refusal.carried_on.empty())
         words = fmt::format("carries it on output {}", fmt::join(refusal.carried_on, ", "));
@@ -83,8 +82,6 @@ std::string answer_text(const ModuleAnswer& answer, const ServiceResult& service
     if (refusal.carried_on.empty() && !refusal.could_ever && is_about_room(refusal.limit) &&
         refusal.room.can_be_freed(service.ca_pids))
         words += "; too small even when empty";
-    if (!answer.engine_agrees())
-        words += answer.engine_has_room ? "; but the engine finds room" : "; but the engine finds no room";
     return words;
 }
 
@@ -128,11 +125,10 @@ std::optional<std::string> wide_table(const Explanation& explanation, const Text
     if (is_transcoded)
         columns.push_back(headed("Transcoders", Align::right));
     std::vector<Row> rows;
-    for (const ModuleAnswer& answer : explanation.modules) {
-        const ModuleRefusal& refusal = answer.refusal;
+    for (const ModuleRefusal& refusal : explanation.modules) {
         const Room& room = refusal.room;
         rows.push_back(
-            {shown(refusal.mac, style), answer_text(answer, explanation.service, ""), inputs(refusal)});
+            {shown(refusal.mac, style), answer_text(refusal, explanation.service, ""), inputs(refusal)});
         if (!refusal.carried_on.empty())
             continue;
         const std::string dash(symbols_of(style).dash);
@@ -175,10 +171,9 @@ std::string narrow_table(const Explanation& explanation, const TextStyle& style)
     Column answer_column = headed("Answer");
     answer_column.wrapped_at = 20;
     std::vector<Row> rows;
-    for (const ModuleAnswer& answer : explanation.modules) {
-        const ModuleRefusal& refusal = answer.refusal;
+    for (const ModuleRefusal& refusal : explanation.modules) {
         std::string text =
-            answer_text(answer, explanation.service, refusal_figures(refusal, explanation.service));
+            answer_text(refusal, explanation.service, refusal_figures(refusal, explanation.service));
         if (refusal.has_input())
             text += (is_one_input(refusal) ? "; input " : "; inputs ") + inputs(refusal);
         rows.push_back({shown(refusal.mac, style), std::move(text)});

@@ -75,7 +75,7 @@ void esperarRechazo(tRec_Modulo& uno, tRec_Modulo& otro) {
 
 } // namespace
 
-TEST(Intercambio, ExchangesWhatTwoModulesCarry) {
+TEST(Swap, SwapsWhatTwoModulesCarry) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     poner(a, 1, 50, 1, 1, 2);
@@ -107,14 +107,14 @@ TEST(Intercambio, ExchangesWhatTwoModulesCarry) {
     EXPECT_EQ(b.mapSalidas.at(2).NumServicios, 1u);
 }
 
-TEST(Intercambio, LogsTheWholeOfIt) {
+TEST(Swap, LogsTheWholeOfIt) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     tRecalculo().swapModulos(a, b);
     EXPECT_EQ(registro::hechos(), (Lineas{ANUNCIO, SEGUNDA_MITAD, LIMPIEZA, HECHO}));
 }
 
-TEST(Intercambio, ModulesKeepTheirIdentity) {
+TEST(Swap, ModulesKeepTheirIdentity) {
     tRec_Modulo a = modulo("A", {10000, 20000});
     tRec_Modulo b = modulo("B", {20000, 10000});
     a.Controlador = true;
@@ -136,7 +136,7 @@ TEST(Intercambio, ModulesKeepTheirIdentity) {
     EXPECT_EQ(b.mapSalidas.at(2).BitRateMax, 10000u);
 }
 
-TEST(Intercambio, TranscodersInUseStayWithTheirModule) {
+TEST(Swap, TranscodersInUseStayWithTheirModule) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     a.SD_Transcoding = 1;
@@ -154,7 +154,7 @@ TEST(Intercambio, TranscodersInUseStayWithTheirModule) {
     EXPECT_EQ(b.SD_MAX_Transcoding, 0);
 }
 
-TEST(Intercambio, NoServiceIsLostOrHeldTwice) {
+TEST(Swap, NoServiceIsLostOrHeldTwice) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     const auto s = poner(a, 1, 50, 1, 1);
@@ -166,7 +166,7 @@ TEST(Intercambio, NoServiceIsLostOrHeldTwice) {
     EXPECT_EQ(a.mapEntradas.at(1).MapaServicios.begin()->second, t);
 }
 
-TEST(Intercambio, KeepsTheKeysOfTheEntriesAndTheirOrder) {
+TEST(Swap, KeepsTheKeysOfTheEntriesAndTheirOrder) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     const auto s = poner(a, 1, 50, 1, 1);
@@ -178,33 +178,33 @@ TEST(Intercambio, KeepsTheKeysOfTheEntriesAndTheirOrder) {
     EXPECT_EQ(b.mapSalidas.at(1).MapaServicios.rbegin()->second, t);
 }
 
-TEST(Intercambio, RefusesModulesOfDifferentModels) {
+TEST(Swap, RefusesModulesOfDifferentModels) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     b.Modelo = 4;
     esperarRechazo(a, b);
 }
 
-TEST(Intercambio, RefusesModulesWithDifferentNumbersOfInputs) {
+TEST(Swap, RefusesModulesWithDifferentNumbersOfInputs) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B", {10000, 20000}, 3);
     esperarRechazo(a, b);
 }
 
-TEST(Intercambio, RefusesModulesWithDifferentNumbersOfOutputs) {
+TEST(Swap, RefusesModulesWithDifferentNumbersOfOutputs) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B", {10000, 20000, 30000});
     esperarRechazo(a, b);
 }
 
-TEST(Intercambio, RefusesModulesWithDifferentPIDBudgets) {
+TEST(Swap, RefusesModulesWithDifferentPIDBudgets) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     b.PIDsModuloMax = 101;
     esperarRechazo(a, b);
 }
 
-TEST(Intercambio, PairsOutputsByTheirCeiling) {
+TEST(Swap, PairsOutputsByTheirCeiling) {
     tRec_Modulo a = modulo("A", {10000, 20000, 30000});
     tRec_Modulo b = modulo("B", {30000, 10000, 20000});
     poner(a, 1, 50, 1, 1);
@@ -221,7 +221,7 @@ TEST(Intercambio, PairsOutputsByTheirCeiling) {
     EXPECT_EQ(a.mapSalidas.at(1).BitRateActual, 0u);
 }
 
-TEST(Intercambio, OutputsWithOneCeilingArePairedOneAfterTheOther) {
+TEST(Swap, OutputsWithOneCeilingArePairedOneAfterTheOther) {
     tRec_Modulo a = modulo("A", {10000, 10000});
     tRec_Modulo b = modulo("B", {10000, 10000});
     poner(a, 1, 50, 1, 1);
@@ -235,7 +235,7 @@ TEST(Intercambio, OutputsWithOneCeilingArePairedOneAfterTheOther) {
     EXPECT_EQ(claves(b.mapSalidas.at(2).MapaServicios), Claves{2});
 }
 
-TEST(Intercambio, AnInputWithoutCounterpartIsLeftUntouched) {
+TEST(Swap, AnInputWithoutCounterpartIsLeftUntouched) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     b.mapEntradas.erase(2);
@@ -249,10 +249,10 @@ TEST(Intercambio, AnInputWithoutCounterpartIsLeftUntouched) {
     EXPECT_EQ(b.mapEntradas.at(5).TSID, 65);
     EXPECT_EQ(claves(b.mapEntradas.at(5).MapaServicios), Claves{15});
     EXPECT_EQ(claves(a.mapEntradas.at(1).MapaServicios), Claves{11});
-    EXPECT_EQ(claves(a.mapSalidas.at(2).MapaServicios), Claves{15}) << "its output is exchanged all the same";
+    EXPECT_EQ(claves(a.mapSalidas.at(2).MapaServicios), Claves{15}) << "its output is swapped all the same";
 }
 
-TEST(Intercambio, AnOutputWithoutPartnerLeavesTheFirstModuleHalfExchanged) {
+TEST(Swap, AnOutputWithoutPartnerLeavesTheFirstModuleHalfSwapped) {
     tRec_Modulo a = modulo("A", {10000, 20000, 30000});
     tRec_Modulo b = modulo("B", {10000, 25000, 30000});
     poner(a, 1, 50, 1, 1);
@@ -269,7 +269,7 @@ TEST(Intercambio, AnOutputWithoutPartnerLeavesTheFirstModuleHalfExchanged) {
     EXPECT_EQ(claves(b.mapSalidas.at(1).MapaServicios), Claves{11});
 }
 
-TEST(Intercambio, AFailedPairingHasTakenOverThePIDCounter) {
+TEST(Swap, AFailedPairingHasTakenOverThePIDCounter) {
     tRec_Modulo a = modulo("A", {10000});
     tRec_Modulo b = modulo("B", {20000});
     poner(b, 11, 60, 1, 1, 4);
@@ -279,7 +279,7 @@ TEST(Intercambio, AFailedPairingHasTakenOverThePIDCounter) {
 }
 
 // An output of ceiling 0 is paired with one already spent, so that the second half is where pairing fails.
-TEST(Intercambio, AFailureInTheSecondHalfLeavesTheFirstModuleComplete) {
+TEST(Swap, AFailureInTheSecondHalfLeavesTheFirstModuleComplete) {
     tRec_Modulo a = modulo("A", {10000, 0});
     tRec_Modulo b = modulo("B", {10000, 20000});
     poner(a, 1, 50, 1, 1, 2);
@@ -297,7 +297,7 @@ TEST(Intercambio, AFailureInTheSecondHalfLeavesTheFirstModuleComplete) {
     EXPECT_EQ(claves(b.mapSalidas.at(1).MapaServicios), Claves{1});
 }
 
-TEST(Intercambio, TwoModulesWithoutInputsAndOutputsAreExchanged) {
+TEST(Swap, TwoModulesWithoutInputsAndOutputsAreSwapped) {
     tRec_Modulo a = modulo("A", {}, 0);
     tRec_Modulo b = modulo("B", {}, 0);
     a.PIDsModulo = 5;
@@ -306,7 +306,7 @@ TEST(Intercambio, TwoModulesWithoutInputsAndOutputsAreExchanged) {
     EXPECT_EQ(b.PIDsModulo, 5);
 }
 
-TEST(Intercambio, TwiceIsNone) {
+TEST(Swap, TwiceIsNone) {
     tRec_Modulo a = modulo("A");
     tRec_Modulo b = modulo("B");
     poner(a, 1, 50, 1, 1, 2);

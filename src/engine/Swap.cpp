@@ -1,4 +1,4 @@
-// Exchanging what two modules of one kind carry, for a caller who moves a card.
+// Swapping what two modules of one kind carry, for a caller who moves a card.
 
 #include "tRecalculo.h"
 

@@ -5,8 +5,8 @@
 // is 10, the auxiliar 20, the service left out (the original) 30; keys of other services of the same kind go
 // on from there.
 
-#ifndef ZARVEN_TESTS_INTERCAMBIO_H
-#define ZARVEN_TESTS_INTERCAMBIO_H
+#ifndef ZARVEN_TESTS_ESCENADEPERMUTA_H
+#define ZARVEN_TESTS_ESCENADEPERMUTA_H
 
 #include <string>
 #include <vector>
@@ -14,7 +14,7 @@
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
 
-namespace intercambio {
+namespace permuta {
 
 using escena::datos;
 using escena::Escena;
@@ -24,10 +24,10 @@ constexpr int ORIGINAL = 1; // the streams
 constexpr int COMUN = 2;
 constexpr int OTRO = 3;
 
-class Intercambio : public Escena {
+class EscenaDePermuta : public Escena {
 public:
-    explicit Intercambio(const std::vector<unsigned long>& salidasA = {10000},
-                         const std::vector<unsigned long>& salidasB = {10000})
+    explicit EscenaDePermuta(const std::vector<unsigned long>& salidasA = {10000},
+                             const std::vector<unsigned long>& salidasB = {10000})
         : Escena({escena::modulo("A", 2, salidasA), escena::modulo("B", 2, salidasB)}) {
         sintonizar("A", 1, 1, ORIGINAL);
         sintonizar("A", 2, 1, COMUN);
@@ -84,6 +84,6 @@ inline std::vector<std::string> paseo(const vista::Tramo& tramo) {
     return resultado;
 }
 
-} // namespace intercambio
+} // namespace permuta
 
 #endif

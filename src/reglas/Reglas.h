@@ -1,0 +1,302 @@
+// What fits: every limit that a service meets on a module, on an output and on an input, the order in which
+// services are asked for, and the strategies. Nothing but the numbers: no function here keeps, logs or waits.
+//
+// The engine tests some limits in more than one way, and its results depend on it; so each way has a name.
+// "strict": the sum must stay under the ceiling. "by the rest": what is left of the ceiling must be more than
+// the service, so that an output loaded beyond its ceiling wraps around and takes anything. "with sign": sums
+// of 32 bits compared as signed numbers. Sums of bitrates wrap at 32 bits, those of 16-bit counters are made
+// in an int and do not.
+//
+// Each rule takes plain numbers; those asked most also take the records. The tool and the tests read this
+// header, too, so that no rule stands twice.
+
+#ifndef ZARVEN_REGLAS_REGLAS_H
+#define ZARVEN_REGLAS_REGLAS_H
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "tRec_Entrada.h"
+#include "tRec_Modulo.h"
+#include "tRec_Salida.h"
+#include "tRec_Servicio.h"
+
+namespace zarven::reglas {
+
+// ---- The bitrate of an output -------------------------------------------------------------------------
+
+// A load that does not wrap.
+constexpr bool bajoTecho(std::uint64_t carga, std::uint32_t maximo) {
+    return carga < maximo;
+}
+
+// Placing a service: strict.
+constexpr bool cabeBitrate(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
+    return bajoTecho(static_cast<std::uint32_t>(actual + pedido), maximo);
+}
+
+// What has to come free before the service can be placed; 0 when it can.
+constexpr std::uint64_t faltaBitrate(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
+    return cabeBitrate(actual, pedido, maximo)
+               ? 0
+               : std::uint64_t{static_cast<std::uint32_t>(actual + pedido)} - maximo + 1;
+}
+
+// The largest load that a ceiling allows.
+constexpr std::uint32_t cargaMaxima(std::uint32_t maximo) {
+    return maximo == 0 ? 0 : maximo - 1;
+}
+
+// Booking a service on a copy: by the rest.
+constexpr bool cabeBitratePorResto(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
+    return static_cast<std::uint32_t>(maximo - actual) > pedido;
+}
+
+// Exchanging services: strict, and a balance below zero becomes a large one and fails.
+constexpr bool cabeBitrateAlPermutar(std::uint32_t actual, std::uint32_t entra, std::uint32_t sale,
+                                     std::uint32_t maximo) {
+    return static_cast<std::uint32_t>(actual + entra - sale) < maximo;
+}
+
+// Bitrate that an output must have to spare to count as having room.
+inline constexpr std::uint32_t MARGEN_BITRATE = 6000;
+
+// Having room. A ceiling below the margin wraps around: such an output always has bitrate to spare.
+constexpr bool sobraBitrate(std::uint32_t actual, std::uint32_t maximo) {
+    return actual < static_cast<std::uint32_t>(maximo - MARGEN_BITRATE);
+}
+
+// Gathering a stream: whether a sum over the whole module is within its ceiling, with sign.
+constexpr bool alcanzaConSigno(std::uint32_t maximo, std::uint32_t suma) {
+    return static_cast<std::int32_t>(maximo) >= static_cast<std::int32_t>(suma);
+}
+
+// ---- The services of an output ------------------------------------------------------------------------
+
+constexpr bool cabeOtroServicio(std::uint32_t servicios, std::uint32_t maximo) {
+    return servicios < maximo;
+}
+
+inline bool cabeOtroServicio(const tRec_Salida& salida) {
+    return cabeOtroServicio(salida.NumServicios, salida.NumServiciosMax);
+}
+
+// ---- The PIDs of a module -----------------------------------------------------------------------------
+
+// Placing a service: the sum may reach the budget.
+constexpr bool cabenPIDs(std::uint16_t enUso, std::uint16_t pedidos, std::uint16_t maximo) {
+    return enUso + pedidos <= maximo;
+}
+
+// How many have to come free before the service can be placed; 0 when it can.
+constexpr std::uint32_t faltanPIDs(std::uint16_t enUso, std::uint16_t pedidos, std::uint16_t maximo) {
+    return cabenPIDs(enUso, pedidos, maximo) ? 0 : static_cast<std::uint32_t>(enUso + pedidos - maximo);
+}
+
+// Having room: at least one to spare.
+constexpr bool sobranPIDs(std::uint16_t enUso, std::uint16_t maximo) {
+    return enUso < maximo;
+}
+
+// What is left of the budget; below zero on a module that is charged beyond it.
+constexpr int pidsLibres(std::uint16_t enUso, std::uint16_t maximo) {
+    return maximo - enUso;
+}
+
+// Exchanging services: the balance of what is left, what leaves and what enters, with sign.
+constexpr bool bastanPIDsAlPermutar(int libres, int salen, int entran) {
+    return libres + salen - entran >= 0;
+}
+
+// ---- The transcoders of a module ----------------------------------------------------------------------
+
+// Placing a service takes a transcoder.
+constexpr bool ocupaTranscoder(std::uint16_t transcoding) {
+    return transcoding == 1;
+}
+
+// The service is of the kind with transcoding, whatever the value: such services are counted and chosen
+// apart.
+constexpr bool necesitaTranscoding(std::uint16_t transcoding) {
+    return transcoding != 0;
+}
+
+constexpr bool esHD(std::uint16_t videoFormatE) {
+    return videoFormatE == tRec_Servicio::VIDEO_HD;
+}
+
+// SD and HD share one pool; one HD transcoding on the module is enough to bound it by the HD ceiling.
+constexpr std::uint16_t limiteTranscoders(bool hayHD, std::uint16_t maximoSD, std::uint16_t maximoHD) {
+    return hayHD ? maximoHD : maximoSD;
+}
+
+// Placing a service that takes one. The service itself is not asked whether it is HD.
+constexpr bool quedaTranscoder(std::uint16_t enUsoSD, std::uint16_t enUsoHD, std::uint16_t maximoSD,
+                               std::uint16_t maximoHD) {
+    return enUsoSD + enUsoHD < limiteTranscoders(enUsoHD != 0, maximoSD, maximoHD);
+}
+
+inline bool quedaTranscoder(const tRec_Modulo& modulo) {
+    return quedaTranscoder(modulo.SD_Transcoding, modulo.HD_Transcoding, modulo.SD_MAX_Transcoding,
+                           modulo.HD_MAX_Transcoding);
+}
+
+// The most that an empty module comes to. The SD ceiling lets the first begin, so without it none does; after
+// that the larger ceiling is what can be reached.
+constexpr std::uint16_t masTranscoders(std::uint16_t maximoSD, std::uint16_t maximoHD) {
+    if (!quedaTranscoder(0, 0, maximoSD, maximoHD))
+        return 0;
+    return std::max(limiteTranscoders(false, maximoSD, maximoHD),
+                    limiteTranscoders(true, maximoSD, maximoHD));
+}
+
+// Attaching a clone: it takes one of the AUX pool when it is of the kind with transcoding.
+constexpr bool cabeClon(std::uint16_t transcoding, std::uint16_t enUsoAUX, std::uint16_t maximoAUX) {
+    return !necesitaTranscoding(transcoding) || enUsoAUX < maximoAUX;
+}
+
+inline bool cabeClon(const tRec_Modulo& modulo, const tRec_Servicio& clon) {
+    return cabeClon(clon.Transcoding, modulo.AUX_Transcoding, modulo.AUX_MAX_Transcoding);
+}
+
+// The parent is known by its OSID, although Parent_SID was taken from its SID: the two agree unless the
+// head-end renumbers its services.
+inline bool esPadre(const tRec_Servicio& servicio, const tRec_Servicio& clon) {
+    return servicio.OSID == clon.Parent_SID;
+}
+
+// ---- An output as a whole -----------------------------------------------------------------------------
+
+// Placing a service, but for its transcoder. The order of the tests is the system's.
+inline bool cabe(const tRec_Modulo& modulo, const tRec_Salida& salida, const tRec_Servicio& servicio) {
+    return cabeOtroServicio(salida) &&
+           cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax) &&
+           cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax);
+}
+
+// Booking a service on a copy: the module is not asked.
+inline bool cabePorResto(const tRec_Salida& salida, const tRec_Servicio& servicio) {
+    return cabeOtroServicio(salida) &&
+           cabeBitratePorResto(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax);
+}
+
+inline bool tieneSitio(const tRec_Salida& salida) {
+    return cabeOtroServicio(salida) && sobraBitrate(salida.BitRateActual, salida.BitRateMax);
+}
+
+// ---- An input -----------------------------------------------------------------------------------------
+
+// 0 and 0 is what an untuned input has, and may be a stream.
+constexpr bool esStream(std::uint16_t onid, std::uint16_t tsid, std::uint16_t otroOnid,
+                        std::uint16_t otroTsid) {
+    return onid == otroOnid && tsid == otroTsid;
+}
+
+inline bool recibe(const tRec_Entrada& entrada, std::uint16_t onid, std::uint16_t tsid) {
+    return esStream(entrada.ONID, entrada.TSID, onid, tsid);
+}
+
+// Filling offers a stream to inputs without services, tuned or not.
+inline bool sinServicios(const tRec_Entrada& entrada) {
+    return entrada.MapaServicios.empty();
+}
+
+// Topping up: one of the two numbers is enough for the input to have a stream.
+constexpr bool conAlgunNumero(std::uint16_t onid, std::uint16_t tsid) {
+    return onid != 0 || tsid != 0;
+}
+
+// Gathering, and the first input: it takes both.
+constexpr bool conAmbosNumeros(std::uint16_t onid, std::uint16_t tsid) {
+    return onid != 0 && tsid != 0;
+}
+
+// ---- Which services are asked for ---------------------------------------------------------------------
+
+// What counts when a stream is chosen, by what the working index holds.
+struct Criterio {
+    // A key is positive somewhere: the others do not count.
+    bool soloClavesPositivas;
+    // A service is of the kind with transcoding somewhere: only the kind of the fill counts.
+    bool soloDeSuClase;
+    // The kind of the fill.
+    bool transcoding;
+};
+
+constexpr bool cuentaParaElegir(long clave, std::uint16_t transcoding, const Criterio& criterio) {
+    return (!criterio.soloClavesPositivas || clave > 0) &&
+           (!criterio.soloDeSuClase || transcoding == (criterio.transcoding ? 1 : 0));
+}
+
+// Once a stream is chosen: services that need no transcoder ride along in both fills.
+constexpr bool entraEnRelleno(std::uint16_t transcoding, bool rellenoConTranscoding) {
+    return transcoding == 0 || (transcoding == 1 && rellenoConTranscoding);
+}
+
+// The search for the fewest begins below this: a stream with so many services is never taken by it.
+inline constexpr int TOPE_MIN = 99999;
+
+// ---- The strategies -----------------------------------------------------------------------------------
+
+// How an input chooses among the streams: the one with the most services that count, or the fewest.
+inline constexpr char MODO_MAX = 1;
+inline constexpr char MODO_MIN = 3;
+// The input is offered nothing.
+inline constexpr char NO_SE_OFRECE = 0;
+
+struct Estrategia {
+    // The option of a pass.
+    char opcion;
+    // What the driver logs before the pass: this beginning, the name, a blank and dashes.
+    const char* rotulo;
+    // The modes of inputs 1 and 2 and of all others.
+    char primera;
+    char segunda;
+    char otras;
+};
+
+inline constexpr std::string_view INICIO_ROTULO = "BEGIN OPTION: ";
+
+// In the order in which the driver tries them. The mixed ones tell inputs 1 and 2 apart and leave the others
+// alone.
+inline constexpr std::array<Estrategia, 4> ESTRATEGIAS = {{
+    {1, "BEGIN OPTION: MAX ----------------------------------------------------->", MODO_MAX, MODO_MAX,
+     MODO_MAX},
+    {2, "BEGIN OPTION: MAX MIN ------------------------------------------------->", MODO_MAX, MODO_MIN,
+     NO_SE_OFRECE},
+    {3, "BEGIN OPTION: MIN ----------------------------------------------------->", MODO_MIN, MODO_MIN,
+     MODO_MIN},
+    {4, "BEGIN OPTION: MIN MAX ------------------------------------------------->", MODO_MIN, MODO_MAX,
+     NO_SE_OFRECE},
+}};
+
+// The name in such a line; empty for a line that does not begin so.
+constexpr std::string_view nombreEnRotulo(std::string_view linea) {
+    if (linea.substr(0, INICIO_ROTULO.size()) != INICIO_ROTULO)
+        return {};
+    const std::string_view desde = linea.substr(INICIO_ROTULO.size());
+    return desde.substr(0, desde.find(" -"));
+}
+
+constexpr std::string_view nombre(const Estrategia& estrategia) {
+    return nombreEnRotulo(estrategia.rotulo);
+}
+
+constexpr char modoDeEntrada(const Estrategia& estrategia, std::uint16_t numEntrada) {
+    return numEntrada == 1 ? estrategia.primera : numEntrada == 2 ? estrategia.segunda : estrategia.otras;
+}
+
+// Of a pass by its option; with an option that is no strategy's, nothing is offered.
+constexpr char modoDeEntrada(char opcion, std::uint16_t numEntrada) {
+    for (const Estrategia& estrategia : ESTRATEGIAS)
+        if (estrategia.opcion == opcion)
+            return modoDeEntrada(estrategia, numEntrada);
+    return NO_SE_OFRECE;
+}
+
+} // namespace zarven::reglas
+
+#endif
