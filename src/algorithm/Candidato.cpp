@@ -1,5 +1,7 @@
 // The steps of a candidate exchange, each of which can refuse it.
 
+#include "../log/SinFortify.h"
+
 #include "Candidato.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "Paseo.h"
 
 #include <algorithm>

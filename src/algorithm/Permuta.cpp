@@ -3,6 +3,8 @@
 // Both are staged in the index beside the service in hand and placed from there. A step that fails ends the
 // attempt and undoes nothing: what was staged is unassigned from then on, what was moved stays moved.
 
+#include "../log/SinFortify.h"
+
 #include "ServicioEnMano.h"
 
 #include <syslog.h>

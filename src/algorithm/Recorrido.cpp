@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "Recorrido.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 // Choosing the two modules and the two services of an exchange.
 
+#include "../log/SinFortify.h"
+
 #include "ServicioEnMano.h"
 
 #include <iterator>

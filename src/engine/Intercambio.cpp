@@ -1,5 +1,7 @@
 // Exchanging what two modules of one kind carry, for a caller who moves a card.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 // A module: how it is configured, its raw add and delete, its frame in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_Modulo.h"
 
 #include <utility>
