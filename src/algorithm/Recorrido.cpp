@@ -51,8 +51,9 @@ void Recorrido::actualizar(tMapaModulos::iterator modulo) {
     recepciones.erase(fuera, recepciones.end());
     const auto viejas = static_cast<std::ptrdiff_t>(recepciones.size());
     anotar(modulo);
-    std::sort(recepciones.begin() + viejas, recepciones.end(), antes);
-    std::inplace_merge(recepciones.begin(), recepciones.begin() + viejas, recepciones.end(), antes);
+    // The inputs of one module are few: each goes to its place, which takes no further memory.
+    for (auto it = recepciones.begin() + viejas; it != recepciones.end(); ++it)
+        std::rotate(std::upper_bound(recepciones.begin(), it, *it, antes), it, it + 1);
 }
 
 } // namespace zarven
