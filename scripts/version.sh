@@ -1,0 +1,3 @@
+#!/bin/sh
+# Prints the version.
+sed -n 's/^project(recalculo VERSION \([0-9.]*\).*/\1/p' "$(dirname "$0")/../CMakeLists.txt"
