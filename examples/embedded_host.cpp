@@ -11,10 +11,14 @@
 #include <string>
 
 // ---- What the library calls -------------------------------------------------------------------------------
+//
+// Where the C library is linked into the program, a host that defines syslog defines setlogmask as well: the
+// two lie in one object there, and the one would bring the other's name in a second time.
 
 namespace {
 
 unsigned seconds_asked_for = 0;
+int log_mask = LOG_UPTO(LOG_DEBUG);
 
 // Nobody waits longer than a day for a placement.
 constexpr unsigned MOST_SECONDS = 24 * 60 * 60;
@@ -22,9 +26,17 @@ struct GiveUp {};
 
 } // namespace
 
+// The library asks setlogmask(0) what it may leave away.
+extern "C" __attribute__((visibility("default"))) int setlogmask(int mask) {
+    const int before = log_mask;
+    if (mask != 0)
+        log_mask = mask;
+    return before;
+}
+
 // The summary goes where this host keeps its messages. Nothing here may block.
 extern "C" __attribute__((visibility("default"))) void syslog(int level, const char* format, ...) {
-    if (level > LOG_NOTICE)
+    if ((LOG_MASK(level) & log_mask) == 0)
         return;
     std::va_list arguments;
     va_start(arguments, format);
