@@ -7,15 +7,7 @@
 
 #include <string>
 
-/// Marks the classes that the shared library exports. Defined here because every other header includes this
-/// one; a build that hides nothing needs to know nothing of it.
-#ifndef RECALCULO_API
-#if defined(__GNUC__)
-#define RECALCULO_API __attribute__((visibility("default")))
-#else
-#define RECALCULO_API
-#endif
-#endif
+#include "tRec_Version.h"
 
 namespace zarven {
 

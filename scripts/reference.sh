@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need doxygen
 
-version=$(sed -n 's/^project(recalculo VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+version=$(scripts/version.sh)
 rm -rf build/reference
 mkdir -p build/reference
 (cat docs/Doxyfile && echo "PROJECT_NUMBER = $version" && echo "OUTPUT_DIRECTORY = build/reference") | doxygen -

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <tRec_Version.h>
 
 #include "base/streams.h"
 #include "commands/program.h"
@@ -95,8 +96,9 @@ std::string page_of(const Command& command, const Program& program, const std::s
     std::string description = command.description;
     while (!description.empty() && description.back() == '.')
         description.pop_back();
-    return fmt::format(".TH {} 1 \"\" \"recalculo {}\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}", roff(upper),
-                       RECALCULO_VERSION, roff(name), roff(description), synopsis_of(command, program)) +
+    return fmt::format(".TH {} 1 \"{}\" \"recalculo {}\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}", roff(upper),
+                       RECALCULO_RELEASED, RECALCULO_VERSION, roff(name), roff(description),
+                       synopsis_of(command, program)) +
            read_text(fmt::format("{}/{}.roff", sections, name)) +
            (&command == &program.itself ? commands_of(program) : "") + ".SH OPTIONS\n" + options_of(command) +
            see_also(command, program);
