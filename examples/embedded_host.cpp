@@ -79,26 +79,23 @@ bool load_module(tRecalculo& engine, const std::string& mac, bool controller) {
     return done(engine.configurarSalida(mac, 1, 38000)) && done(engine.configurarSalida(mac, 2, 38000));
 }
 
-std::shared_ptr<tRec_Servicio> make_service(unsigned short tsid, unsigned short sid, const char* name,
+// The key is the logical channel number, unique within the stream; the bitrate is in kbit/s.
+std::shared_ptr<tRec_Servicio> make_service(unsigned short tsid, unsigned short lcn, const char* name,
                                             unsigned bitrate) {
     auto service = std::make_shared<tRec_Servicio>();
-    service->idService = sid; // the key; any number that is unique within the stream
-    service->SID = service->OSID = service->LCN = sid;
-    service->ONID = ONID;
-    service->TSID = tsid;
-    service->peakBitRate = bitrate;
-    service->NombreEntrada = service->NombreSalida = name;
+    service->conLCN(lcn).conSID(lcn).conOSID(lcn);
+    service->conONID(ONID).conTSID(tsid);
+    service->conNombreEntrada(name).conNombreSalida(name).conBitRate(bitrate);
     return service;
 }
 
 bool load_services(tRecalculo& engine) {
     auto sports = make_service(1002, 21, "Deportes", 9000);
-    sports->Descifrar = 1;
-    sports->number_PIDs_CA = sports->number_PIDs_CA_Max = 3;
+    sports->conDescifrar(1).conPIDsCA(3).conPIDsCAMax(3);
 
     // The key is taken in that stream, so this one is a clone of "Noticias" and goes where that one goes.
     auto clone = make_service(1001, 12, "Noticias SD", 0);
-    clone->Transcoding = 1;
+    clone->conTranscoding(1);
 
     return done(engine.addRec_Servicio(make_service(1001, 11, "Canal Uno", 6000))) &&
            done(engine.addRec_Servicio(make_service(1001, 12, "Noticias", 4000))) &&
