@@ -1,14 +1,40 @@
 SUMMARY = "Places the television services of a head-end onto its processing modules"
+DESCRIPTION = "A library that computes how the television services which a digital head-end receives are placed onto its \
+processing modules, within their limits of bitrate, descrambled PIDs and transcoders; and a planner's tool."
+HOMEPAGE = "https://recalculo.invalid"
+BUGTRACKER = "https://recalculo.invalid/bugs"
+SECTION = "libs/multimedia"
 LICENSE = "MIT"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=2b4e8c18ea6185793c99095f190282bb"
 
-# Where the sources come from is for the layer to say, in a .bbappend or in local.conf.
-RECALCULO_URI ??= "git:///srv/git/recalculo.git;protocol=file;branch=main"
-SRC_URI = "${RECALCULO_URI}"
-SRCREV ??= "${AUTOREV}"
-S = "${WORKDIR}/git"
+# Where the tarballs of the releases lie.
+RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
+SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
+           file://run-ptest \
+           "
+SRC_URI[sha256sum] = "0000000000000000000000000000000000000000000000000000000000000000"
 
-inherit cmake
+inherit cmake pkgconfig ptest
 
-# The library and nothing else: the tool is for the planner's desk.
-EXTRA_OECMAKE = "-DRECALCULO_DEVELOPER=OFF"
+PACKAGECONFIG ??= ""
+PACKAGECONFIG[tool] = "-DRECALCULO_TOOL=ON,-DRECALCULO_TOOL=OFF,cli11 fmt mustache nlohmann-json utf8proc"
+
+# The hardening is that of the distribution.
+EXTRA_OECMAKE = "-DRECALCULO_DEVELOPER=OFF -DRECALCULO_INSTALL=ON -DRECALCULO_HARDENING=OFF"
+
+do_compile_ptest() {
+    for example in embedded_host minimal_caller; do
+        ${CXX} ${CXXFLAGS} -std=c++17 -I${S}/include ${S}/examples/$example.cpp ${LDFLAGS} -L${B} -lrecalculo \
+            -o ${B}/$example
+    done
+}
+
+do_install_ptest() {
+    install -m 0755 ${B}/embedded_host ${B}/minimal_caller ${D}${PTEST_PATH}
+}
+
+PACKAGES =+ "${PN}-tool"
+FILES:${PN}-tool = "${bindir}/recalculo ${datadir}/bash-completion ${datadir}/zsh ${datadir}/fish"
+ALLOW_EMPTY:${PN}-tool = "1"
+
+BBCLASSEXTEND = "native nativesdk"
