@@ -32,4 +32,6 @@ if(TARGET recalculo_cli)
     install(DIRECTORY ${pages}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1")
     install(FILES ${pages}/recalculo.bash
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME recalculo)
+    install(FILES ${pages}/recalculo.zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions RENAME _recalculo)
+    install(FILES ${pages}/recalculo.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
