@@ -8,7 +8,7 @@
 /// Version of these headers: the number before the first dot.
 #define RECALCULO_VERSION_MAJOR 0
 /// The number between the dots.
-#define RECALCULO_VERSION_MINOR 1
+#define RECALCULO_VERSION_MINOR 2
 /// The number behind the second dot.
 #define RECALCULO_VERSION_PATCH 0
 
