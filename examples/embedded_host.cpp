@@ -11,10 +11,14 @@
 #include <string>
 
 // ---- What the library calls -------------------------------------------------------------------------------
+//
+// Where the C library is linked into the program, a host that defines syslog defines setlogmask as well: the
+// two lie in one object there, and the one would bring the other's name in a second time.
 
 namespace {
 
 unsigned seconds_asked_for = 0;
+int log_mask = LOG_UPTO(LOG_DEBUG);
 
 // Nobody waits longer than a day for a placement.
 constexpr unsigned MOST_SECONDS = 24 * 60 * 60;
@@ -22,9 +26,17 @@ struct GiveUp {};
 
 } // namespace
 
+// The library asks setlogmask(0) what it may leave away.
+extern "C" __attribute__((visibility("default"))) int setlogmask(int mask) {
+    const int before = log_mask;
+    if (mask != 0)
+        log_mask = mask;
+    return before;
+}
+
 // The summary goes where this host keeps its messages. Nothing here may block.
 extern "C" __attribute__((visibility("default"))) void syslog(int level, const char* format, ...) {
-    if (level > LOG_NOTICE)
+    if ((LOG_MASK(level) & log_mask) == 0)
         return;
     std::va_list arguments;
     va_start(arguments, format);
@@ -67,26 +79,23 @@ bool load_module(tRecalculo& engine, const std::string& mac, bool controller) {
     return done(engine.configurarSalida(mac, 1, 38000)) && done(engine.configurarSalida(mac, 2, 38000));
 }
 
-std::shared_ptr<tRec_Servicio> make_service(unsigned short tsid, unsigned short sid, const char* name,
+// The key is the logical channel number, unique within the stream; the bitrate is in kbit/s.
+std::shared_ptr<tRec_Servicio> make_service(unsigned short tsid, unsigned short lcn, const char* name,
                                             unsigned bitrate) {
     auto service = std::make_shared<tRec_Servicio>();
-    service->idService = sid; // the key; any number that is unique within the stream
-    service->SID = service->OSID = service->LCN = sid;
-    service->ONID = ONID;
-    service->TSID = tsid;
-    service->peakBitRate = bitrate;
-    service->NombreEntrada = service->NombreSalida = name;
+    service->conLCN(lcn).conSID(lcn).conOSID(lcn);
+    service->conONID(ONID).conTSID(tsid);
+    service->conNombreEntrada(name).conNombreSalida(name).conBitRate(bitrate);
     return service;
 }
 
 bool load_services(tRecalculo& engine) {
     auto sports = make_service(1002, 21, "Deportes", 9000);
-    sports->Descifrar = 1;
-    sports->number_PIDs_CA = sports->number_PIDs_CA_Max = 3;
+    sports->conDescifrar(1).conPIDsCA(3).conPIDsCAMax(3);
 
     // The key is taken in that stream, so this one is a clone of "Noticias" and goes where that one goes.
     auto clone = make_service(1001, 12, "Noticias SD", 0);
-    clone->Transcoding = 1;
+    clone->conTranscoding(1);
 
     return done(engine.addRec_Servicio(make_service(1001, 11, "Canal Uno", 6000))) &&
            done(engine.addRec_Servicio(make_service(1001, 12, "Noticias", 4000))) &&

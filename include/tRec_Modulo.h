@@ -44,20 +44,23 @@ struct RECALCULO_API tRec_Modulo {
     unsigned short Modelo = MODELO_SIN_CONFIGURAR;
     /// PIDs in use: the sum of `number_PIDs_CA` of the services placed, modulo 2^16.
     unsigned short PIDsModulo = 0;
-    /// PID budget.
+    /// PID budget: the number of PIDs that the module can descramble at once. 0: it descrambles nothing.
     unsigned short PIDsModuloMax = 0;
-    // Transcoder pools: ceilings and transcoders in use. No operation sets the ceilings: the caller writes
-    // them on the loaded module (`tRecalculo::Mapa_ModulosCabecera_Inicial`) before the run.
+    // Transcoder pools: ceilings and transcoders in use, all of them numbers of transcoders. No operation
+    // sets the ceilings: the caller writes them on the loaded module
+    // (`tRecalculo::Mapa_ModulosCabecera_Inicial`) before the run.
 
-    /// Ceiling of the pool that SD and HD share, as long as there is no HD transcoding. Set by the caller.
+    /// Ceiling of the pool that SD and HD share, as long as there is no HD transcoding; 0: no transcoding.
+    /// Set by the caller.
     unsigned short SD_MAX_Transcoding = 0;
     /// Transcoders in use for SD services.
     unsigned short SD_Transcoding = 0;
-    /// Ceiling of the shared pool from the first HD transcoding on. Set by the caller.
+    /// Ceiling of the shared pool as soon as there is an HD transcoding, which itself came under
+    /// `SD_MAX_Transcoding`; with 0 no other follows it. Set by the caller.
     unsigned short HD_MAX_Transcoding = 0;
     /// Transcoders in use for HD services.
     unsigned short HD_Transcoding = 0;
-    /// Ceiling of the pool that serves clones. Set by the caller.
+    /// Ceiling of the pool that serves clones; 0: no clone is transcoded. Set by the caller.
     unsigned short AUX_MAX_Transcoding = 0;
     /// Transcoders in use for clones.
     unsigned short AUX_Transcoding = 0;

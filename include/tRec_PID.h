@@ -6,16 +6,9 @@
 #define ZARVEN_TREC_PID_H
 
 #include <string>
+#include <utility>
 
-/// Marks the classes that the shared library exports. Defined here because every other header includes this
-/// one; a build that hides nothing needs to know nothing of it.
-#ifndef RECALCULO_API
-#if defined(__GNUC__)
-#define RECALCULO_API __attribute__((visibility("default")))
-#else
-#define RECALCULO_API
-#endif
-#endif
+#include "tRec_Version.h"
 
 namespace zarven {
 
@@ -25,15 +18,16 @@ struct tRec_Servicio;
 struct RECALCULO_API tRec_PID {
     /// Identity of the PID record; key in the owning service's `MapaPIDs`. 32-bit signed range.
     long idPSG = 0;
-    /// Carried for the caller; nothing in the library reads it.
+    /// Any value, 0 when it is not used: carried for the caller, nothing in the library reads it.
     unsigned short Reservado1 = 0;
-    /// Carried for the caller, too.
+    /// Any value, too.
     unsigned short Reservado2 = 0;
-    /// Carried for the caller, too.
+    /// Any value, too.
     unsigned short Reservado3 = 0;
-    /// Audio language code of the component, UTF-8; empty for a component without language.
+    /// Audio language code of the component (ISO 639, for instance "spa"), UTF-8; empty for a component
+    /// without language.
     std::string AudioCode;
-    /// Order of the component within its service.
+    /// Order of the component within its service, the caller's own. Written to the log, else not read.
     unsigned short Orden = 0;
     /// `SID` of the service the PID belongs to; `tRecalculo::addRec_PID` finds the service by it.
     unsigned short SID = 0;
@@ -46,8 +40,32 @@ struct RECALCULO_API tRec_PID {
     tRec_PID(long idPSG, unsigned short Reservado1, unsigned short Reservado2, unsigned short Reservado3,
              std::string AudioCode, unsigned short Orden, unsigned short SID);
 
+    // The fields by name, one after the other, where a constructor with all of them invites mistakes:
+    // pid->conIdPSG(100).conSID(21).conAudioCode("spa"). Each gives the PID back.
+
+    /// Sets `idPSG`.
+    tRec_PID& conIdPSG(long valor) { return con(idPSG, valor); }
+    /// Sets `AudioCode`.
+    tRec_PID& conAudioCode(std::string valor) { return con(AudioCode, std::move(valor)); }
+    /// Sets `Orden`.
+    tRec_PID& conOrden(unsigned short valor) { return con(Orden, valor); }
+    /// Sets `SID`.
+    tRec_PID& conSID(unsigned short valor) { return con(SID, valor); }
+    /// Sets `Reservado1`.
+    tRec_PID& conReservado1(unsigned short valor) { return con(Reservado1, valor); }
+    /// Sets `Reservado2`.
+    tRec_PID& conReservado2(unsigned short valor) { return con(Reservado2, valor); }
+    /// Sets `Reservado3`.
+    tRec_PID& conReservado3(unsigned short valor) { return con(Reservado3, valor); }
+
     /// Writes the PID block to the log (debug), headed by the running number `n`.
     void Print_PID(int n) const;
+
+private:
+    template <class T> tRec_PID& con(T& campo, T valor) {
+        campo = std::move(valor);
+        return *this;
+    }
 };
 
 } // namespace zarven

@@ -23,11 +23,12 @@ struct RECALCULO_API tRec_Salida {
 
     /// Number of the output within its module, from 1; its key in `tRec_Modulo::mapSalidas` (widened).
     unsigned short NumSalida;
-    /// Sum of `peakBitRate` of the services added, modulo 2^32.
+    /// Sum of `peakBitRate` of the services added, in kbit/s, modulo 2^32.
     std::uint32_t BitRateActual = 0;
-    /// Bitrate ceiling, in the unit of `tRec_Servicio::peakBitRate`; 0 until configured.
+    /// Bitrate ceiling in kbit/s; the load stays below it and never reaches it. 0, until configured: the
+    /// output takes no ordinary service.
     std::uint32_t BitRateMax = 0;
-    /// The most services the output may carry.
+    /// The most services the output may carry; with 0 it takes none. (Clones are not counted.)
     std::uint32_t NumServiciosMax;
     /// Services counted against `NumServiciosMax`; kept by the engine's placement rules, not by the add and
     /// delete operations here.
@@ -40,7 +41,7 @@ struct RECALCULO_API tRec_Salida {
     /// An empty output without bitrate.
     tRec_Salida(unsigned short NumSalida, unsigned short NumServiciosMax);
 
-    /// Sets the bitrate ceiling, narrowed to 32 bits; the present load is not checked against it.
+    /// Sets the bitrate ceiling in kbit/s, narrowed to 32 bits; the present load is not checked against it.
     /// @return 1.
     int confSalida(unsigned long BitRateMax);
 

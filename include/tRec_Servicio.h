@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "tRec_PID.h"
 
@@ -24,52 +25,56 @@ struct RECALCULO_API tRec_Servicio {
     /// `VideoFormatE` of a high-definition service; every other value counts as standard definition.
     static constexpr unsigned short VIDEO_HD = 4;
 
-    /// Identity of the service and its key in every services multimap. 32-bit signed range; the
-    /// constructors give it the value of `LCN`.
+    /// Identity of the service and its key in every services multimap; equal keys in one stream mean a clone.
+    /// 32-bit signed range; the constructors give it the value of `LCN`.
     long idService = 0;
-    /// Service id on the received stream.
+    /// Service id on the received stream, 0 to 65535.
     unsigned short OSID = 0;
-    /// Service id; a PID goes to the service whose `SID` equals its own.
+    /// Service id, 0 to 65535; a PID goes to the service whose `SID` equals its own.
     unsigned short SID = 0;
-    /// Logical channel number.
+    /// Logical channel number, 0 to 65535; 0 when there is none.
     unsigned short LCN = 0;
-    /// Carried for the caller; nothing in the library reads it.
+    /// Any value, 0 when it is not used: carried for the caller, nothing in the library reads it.
     unsigned short Reservado1 = 0;
-    /// Simulcast logical channel number.
+    /// Logical channel number of the simulcast; 0 when there is none. Written to the log, else not read.
     unsigned short SimulcastLCN = 0;
-    /// Non-zero: the service must be descrambled.
+    /// 0: free to air. Any other value: the service must be descrambled. Written to the log, else not read;
+    /// what counts is `number_PIDs_CA`.
     unsigned short Descifrar = 0;
-    /// PIDs of the service that count against the module's PID budget (`tRec_Modulo::PIDsModulo`).
+    /// Number of PIDs of the service that count against the module's PID budget (`tRec_Modulo::PIDsModulo`);
+    /// 0 for one that is not descrambled.
     unsigned short number_PIDs_CA = 0;
-    /// Ceiling of `number_PIDs_CA` when the PIDs of clones are charged to their parent.
+    /// Ceiling of `number_PIDs_CA`, a number of PIDs as well, when the PIDs of clones are charged to their
+    /// parent; with 0 they bring it down to 0.
     unsigned short number_PIDs_CA_Max = 0;
-    /// Peak bitrate of the whole service, in the unit of `tRec_Salida::BitRateMax`; what an output is
-    /// charged for it.
+    /// Peak bitrate of the whole service in kbit/s; what an output is charged for it. 0 costs nothing.
     std::uint32_t peakBitRate = 0;
-    /// Peak bitrate of the video component, same unit.
+    /// Peak bitrate of the video component in kbit/s. Written to the log, else not read.
     std::uint32_t videoPeakBitRate = 0;
-    /// Service type.
+    /// Service type as in the service descriptor of the DVB tables (1 television, 2 radio and so on), 0 when
+    /// it is not known; any value. Written to the log, else not read.
     unsigned short Tipo = 0;
-    /// Video format of the received service; see `VIDEO_HD`.
+    /// Video format of the received service: `VIDEO_HD` takes an HD transcoder, any other value an SD one.
     unsigned short VideoFormatE = 0;
-    /// Carried for the caller; nothing in the library reads it.
+    /// Any value, 0 when it is not used: carried for the caller, nothing in the library reads it.
     unsigned short Reservado2 = 0;
     /// Name as received, UTF-8.
     std::string NombreEntrada;
     /// Name to transmit, UTF-8.
     std::string NombreSalida;
-    /// Forced-name flag.
+    /// Forced-name flag: 0 no, 1 yes. Written to the log, else not read.
     unsigned short NombreForzado = 0;
     /// Transcoding flag: 0 no transcoder, 1 needs one. Other values are carried and never placed by
     /// `tRecalculo::Asignar_listaServicios`.
     unsigned short Transcoding = 0;
-    /// Carried for the caller; nothing in the library reads it.
+    /// Any value, 0 when it is not used: carried for the caller, nothing in the library reads it.
     unsigned short Reservado3 = 0;
-    /// Satellite (source) the service comes from.
+    /// Number of the satellite (source) the service comes from, the caller's own; 0 when it is not known.
     unsigned short SatId = 0;
-    /// Original network id of the service's transport stream.
+    /// Original network id of the service's transport stream, 1 to 65535: an input that is tuned to 0 counts
+    /// as untuned.
     unsigned short ONID = 0;
-    /// Transport stream id.
+    /// Transport stream id, 1 to 65535, for the same reason.
     unsigned short TSID = 0;
     /// For a clone, the service id of the service it copies; 0 for an ordinary service.
     unsigned short Parent_SID = 0;
@@ -86,7 +91,8 @@ struct RECALCULO_API tRec_Servicio {
     tRec_Servicio() = default;
 
     /// An ordinary service. `idService_LCN` goes to both `idService` and `LCN`. Mind the order of the two
-    /// bitrates: the video's first, the whole service's second; both are narrowed to 32 bits.
+    /// bitrates in kbit/s: the video's first, the whole service's second; both are narrowed to 32 bits. The
+    /// setters below cannot be mixed up.
     tRec_Servicio(unsigned short OSID, unsigned short SID, unsigned short idService_LCN,
                   unsigned short Reservado1, unsigned short SimulcastLCN, unsigned short Descifrar,
                   unsigned short number_PIDs_CA, unsigned short number_PIDs_CA_Max,
@@ -105,6 +111,59 @@ struct RECALCULO_API tRec_Servicio {
                   unsigned short TSID, unsigned short Reservado3, unsigned short Parent_SID,
                   unsigned short SatId);
 
+    // The fields by name, one after the other, where a constructor with all of them invites mistakes:
+    // s->conLCN(11).conSID(11).conONID(1).conTSID(1001).conBitRate(4000). Each gives the service back.
+
+    /// Sets `LCN`, and `idService` to the same, as the constructors do.
+    tRec_Servicio& conLCN(unsigned short valor) {
+        idService = valor;
+        return con(LCN, valor);
+    }
+    /// Sets the key alone; after `conLCN`.
+    tRec_Servicio& conIdService(long valor) { return con(idService, valor); }
+    /// Sets `OSID`.
+    tRec_Servicio& conOSID(unsigned short valor) { return con(OSID, valor); }
+    /// Sets `SID`.
+    tRec_Servicio& conSID(unsigned short valor) { return con(SID, valor); }
+    /// Sets `SimulcastLCN`.
+    tRec_Servicio& conSimulcastLCN(unsigned short valor) { return con(SimulcastLCN, valor); }
+    /// Sets `Descifrar`.
+    tRec_Servicio& conDescifrar(unsigned short valor) { return con(Descifrar, valor); }
+    /// Sets `number_PIDs_CA`, a number of PIDs.
+    tRec_Servicio& conPIDsCA(unsigned short valor) { return con(number_PIDs_CA, valor); }
+    /// Sets `number_PIDs_CA_Max`, a number of PIDs.
+    tRec_Servicio& conPIDsCAMax(unsigned short valor) { return con(number_PIDs_CA_Max, valor); }
+    /// Sets `peakBitRate`, the whole service's, in kbit/s.
+    tRec_Servicio& conBitRate(std::uint32_t valor) { return con(peakBitRate, valor); }
+    /// Sets `videoPeakBitRate` in kbit/s.
+    tRec_Servicio& conBitRateVideo(std::uint32_t valor) { return con(videoPeakBitRate, valor); }
+    /// Sets `Tipo`.
+    tRec_Servicio& conTipo(unsigned short valor) { return con(Tipo, valor); }
+    /// Sets `VideoFormatE`.
+    tRec_Servicio& conVideoFormatE(unsigned short valor) { return con(VideoFormatE, valor); }
+    /// Sets `NombreEntrada`.
+    tRec_Servicio& conNombreEntrada(std::string valor) { return con(NombreEntrada, std::move(valor)); }
+    /// Sets `NombreSalida`.
+    tRec_Servicio& conNombreSalida(std::string valor) { return con(NombreSalida, std::move(valor)); }
+    /// Sets `NombreForzado`.
+    tRec_Servicio& conNombreForzado(unsigned short valor) { return con(NombreForzado, valor); }
+    /// Sets `Transcoding`.
+    tRec_Servicio& conTranscoding(unsigned short valor) { return con(Transcoding, valor); }
+    /// Sets `SatId`.
+    tRec_Servicio& conSatId(unsigned short valor) { return con(SatId, valor); }
+    /// Sets `ONID`.
+    tRec_Servicio& conONID(unsigned short valor) { return con(ONID, valor); }
+    /// Sets `TSID`.
+    tRec_Servicio& conTSID(unsigned short valor) { return con(TSID, valor); }
+    /// Sets `Parent_SID`: the service is a clone that brings its parent.
+    tRec_Servicio& conParentSID(unsigned short valor) { return con(Parent_SID, valor); }
+    /// Sets `Reservado1`.
+    tRec_Servicio& conReservado1(unsigned short valor) { return con(Reservado1, valor); }
+    /// Sets `Reservado2`.
+    tRec_Servicio& conReservado2(unsigned short valor) { return con(Reservado2, valor); }
+    /// Sets `Reservado3`.
+    tRec_Servicio& conReservado3(unsigned short valor) { return con(Reservado3, valor); }
+
     /// Takes over a PID and files it under its `idPSG`. When that key is taken the PID already there stays
     /// and the new one is destroyed; the result is the same. Logs the service's `SID` (debug).
     /// @return 1; 0 for a null pointer (nothing is done or logged).
@@ -114,6 +173,12 @@ struct RECALCULO_API tRec_Servicio {
     void Print_Servicio(int n) const;
     /// Writes the frame of the PIDs to the log (debug); a service without PIDs leaves it open.
     void Print_MapaPIDs() const;
+
+private:
+    template <class T> tRec_Servicio& con(T& campo, T valor) {
+        campo = std::move(valor);
+        return *this;
+    }
 };
 
 /// Services by service key, ascending; equal keys keep the order of insertion.

@@ -81,12 +81,13 @@ struct RECALCULO_API tRecalculo {
     // ---- Loading --------------------------------------------------------------------------------------
 
     /// Builds a module, configures it (`tRec_Modulo::configurarModelo`, which logs its dumps) and loads it.
-    /// A model that is not supported is loaded all the same and stays unconfigured.
+    /// A model that is not supported is loaded all the same and stays unconfigured. The numbers of inputs and
+    /// outputs may be 0, and so may the number of PIDs, which then descrambles nothing.
     /// @return 1; `ERROR_MODULO_YA_CARGADO` (the loaded one is untouched); 0 if the configuration gave 0.
     int addModulo(std::string MAC, unsigned short Modelo, unsigned short numEntradas,
                   unsigned short numSalidas, unsigned short PIDsModuloMax, bool Controlador);
 
-    /// Sets the bitrate ceiling of an output of a loaded module, narrowed to 32 bits.
+    /// Sets the bitrate ceiling of an output of a loaded module, in kbit/s, narrowed to 32 bits.
     /// @return 1; `ERROR_SIN_MODULO`; `ERROR_SIN_SALIDA`.
     int configurarSalida(std::string MAC, unsigned short idSalida, unsigned long bitrate);
 
@@ -146,8 +147,8 @@ struct RECALCULO_API tRecalculo {
     unsigned short GetModeloControlador() const;
     /// 1 when some loaded module is of model 1 or 3, else 0. Logs the answer (debug).
     char GetRecursoCabecera() const;
-    /// The module has PIDs to spare and an output with room for one more service and more than 6000 of
-    /// bitrate to spare. An output whose ceiling is below 6000 always has that bitrate.
+    /// The module has PIDs to spare and an output with room for one more service and more than
+    /// 6000 kbit/s to spare. An output whose ceiling is below 6000 kbit/s always has them.
     bool ModuleisUncomplete(const tRec_Modulo& modulo) const;
     /// Some input of the module carries no service.
     bool Module_check_empty_input(const tRec_Modulo& modulo) const;

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Writes anew what the tool tells of itself: the man pages and the bash completion, tools/recalculo/manual/pages, and in
+# Writes anew what the tool tells of itself: the man pages and the completions, tools/recalculo/manual/pages, and in
 # docs/ the JSON Schemas and the tables of keys. Needed when a command, an option, or a field of a document changes.
 set -euo pipefail
 cd "$(dirname "$0")/.."

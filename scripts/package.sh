@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# package.sh [armhf]: builds the Debian packages, checks them with lintian, installs them in a root that has nothing
-# but Debian's base system, and uses them there. With armhf they are built for ARM, in such a root as well, so that
-# this machine need not learn of a foreign architecture. The packages end up in build/packages.
+# package.sh [armhf]: builds the Debian packages from the source tarball in a root that has nothing but Debian's base
+# system, where their tests run, looks at them with lintian, builds them a second time in another folder to see that
+# nothing differs, and uses them in a fresh root as the packages' own tests do. With armhf they are built for ARM, once,
+# so that this machine need not learn of a foreign architecture. The packages end up in build/packages.
+# DEB_BUILD_OPTIONS=nocheck leaves the tests out.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need "${BUILD_PACKAGES[@]}" debhelper dpkg-dev lintian debootstrap
+need xz-utils lintian debootstrap
 
 target=${1:-$(dpkg --print-architecture)}
 as_root=()
@@ -46,42 +48,64 @@ install_in_root() {
     in_root apt-get install -y -qq --no-install-recommends "$@" >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
 }
 
-# The tree as a source package has it.
+# source_tree FOLDER: what a source package is made of, in a folder of the root: the tarball, and unpacked beside it, with
+# the packaging.
 source_tree() {
-    local tree=$1
-    mkdir -p "$tree"
-    git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | tar -C "$tree" -x
-    mv "$tree/packaging/debian" "$tree/debian"
-    cp packaging/abi/librecalculo1.symbols "$tree/debian/"
+    local folder=$root$1 tarball version
+    "${as_root[@]}" mkdir -p "$folder"
+    tarball=$(scripts/tarball.sh "$work")
+    version=$(scripts/version.sh)
+    "${as_root[@]}" cp "$tarball" "$folder/recalculo_$version.orig.tar.xz"
+    "${as_root[@]}" tar -C "$folder" -xf "$tarball"
+    "${as_root[@]}" mv "$folder/recalculo-$version" "$folder/recalculo"
+    "${as_root[@]}" cp -r packaging/debian "$folder/recalculo/"
+    "${as_root[@]}" cp packaging/abi/librecalculo1.symbols "$folder/recalculo/debian/"
+}
+
+# build FOLDER ARGUMENT...: dpkg-buildpackage there, with these arguments.
+build() {
+    local folder=$1
+    shift
+    # shellcheck disable=SC2016 # for the shell in there
+    in_root env DEB_BUILD_OPTIONS="parallel=${JOBS:-$(nproc)} ${options:-}" sh -c 'cd "$0" && exec dpkg-buildpackage "$@"' \
+        "$folder/recalculo" -us -uc "$@" >"$work/log" 2>&1 || { tail -n 40 "$work/log"; exit 1; }
 }
 
 check_packages() {
-    lintian --allow-root --fail-on error "$1"/*.changes
+    lintian --allow-root --display-info --pedantic --display-experimental --fail-on error,warning,info,pedantic,experimental \
+        "$1"/*.changes
     cp "$1"/*.deb "$results/"
 }
 
 use_natively() {
-    mkdir "$work/build"
-    source_tree "$work/build/recalculo"
-    (cd "$work/build/recalculo" && dpkg-buildpackage -us -uc -b >"$work/log" 2>&1) || { tail -n 30 "$work/log"; exit 1; }
-    check_packages "$work/build"
-
-    echo "== in a clean root"
+    echo "== building in a clean root, with the tests"
     clean_root
-    "${as_root[@]}" cp "$work"/build/*.deb "$root/root/"
-    install_in_root g++ pkg-config
+    source_tree /root/build
+    install_in_root build-essential debhelper
+    in_root sh -c 'cd /root/build/recalculo && apt-get build-dep -y -qq --no-install-recommends .' >"$work/log" 2>&1 ||
+        { tail "$work/log"; exit 1; }
+    options=${DEB_BUILD_OPTIONS:-} build /root/build
+    grep -E 'tests passed|tests failed' "$work/log" || echo "without the tests"
+    check_packages "$root/root/build"
+
+    echo "== again, elsewhere and later"
+    source_tree /srv/another/folder
+    options=nocheck build /srv/another/folder -b
+    local package
+    for package in "$root"/root/build/*.deb; do
+        cmp "$package" "$root/srv/another/folder/$(basename "$package")"
+    done
+
+    echo "== in a fresh root"
+    "${as_root[@]}" mv "$root" "$work/built"
+    clean_root
+    "${as_root[@]}" cp "$work"/built/root/build/*.deb "$root/root/"
+    "${as_root[@]}" cp -r packaging/debian/tests "$root/root/"
+    install_in_root g++ cmake ninja-build pkg-config
     in_root sh -c 'apt-get install -y -qq --no-install-recommends /root/librecalculo*.deb /root/recalculo-tools_*.deb' \
         >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
-    # shellcheck disable=SC2016 # for the shell in there
-    in_root sh -euc '
-        cd /root
-        g++ -std=c++17 /usr/share/doc/librecalculo-dev/examples/embedded_host.cpp \
-            $(pkg-config --cflags --libs recalculo) -o host
-        ./host | grep -x "left out: Demasiado"
-        recalculo --version
-        test -s /usr/share/man/man1/recalculo-run.1.gz
-        test -s /usr/share/bash-completion/completions/recalculo
-        recalculo run /usr/share/doc/recalculo-tools/examples/small.json | grep "services loaded"'
+    in_root /root/tests/consumer
+    in_root /root/tests/tool
 }
 
 use_for_armhf() {
@@ -90,12 +114,11 @@ use_for_armhf() {
     clean_root
     in_root dpkg --add-architecture armhf
     in_root apt-get update -qq
-    mkdir "$work/build"
-    source_tree "$work/build/recalculo"
-    "${as_root[@]}" cp -r "$work/build" "$root/root/"
-    install_in_root crossbuild-essential-armhf
-    in_root sh -c 'cd /root/build/recalculo && apt-get build-dep -y -qq --no-install-recommends -a armhf . &&
-        dpkg-buildpackage -us -uc -b -a armhf' >"$work/log" 2>&1 || { tail -n 30 "$work/log"; exit 1; }
+    source_tree /root/build
+    install_in_root crossbuild-essential-armhf debhelper
+    in_root sh -c 'cd /root/build/recalculo && apt-get build-dep -y -qq --no-install-recommends -P nocheck -a armhf .' \
+        >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
+    options=nocheck build /root/build -b -a armhf -P nocheck
     check_packages "$root/root/build"
 
     # The kernel here does not run ARM programs, but the packages' scripts, if they had any, would be of the shell.

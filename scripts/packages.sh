@@ -44,7 +44,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev
     libutf8proc-dev)
 
 # What the tests are built with besides.
-TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev mandoc)
+TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev mandoc zsh fish)
 
 # What the presets of these names need besides.
 I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# test.sh [--library] [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang,
+# test.sh [--library] [PRESET...]: builds and runs every test, with g++ unless other presets are named (gcc, clang, clang-19,
 # debug, asan, ubsan or sanitizers for both, and i686 and armhf for the 32-bit targets; see CMakePresets.json).
 # --library leaves the tool and its tests out.
 set -euo pipefail
@@ -13,7 +13,7 @@ need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 for preset in "$@"; do
     architecture=''
     case $preset in
-    clang) need clang ;;
+    clang | clang-19) need "$preset" ;;
     i686) need "${I686_PACKAGES[@]}" && architecture=i386 ;;
     armhf) need "${ARMHF_PACKAGES[@]}" && architecture=armhf ;;
     esac

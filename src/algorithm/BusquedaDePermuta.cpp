@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "BusquedaDePermuta.h"
 
 #include <iterator>

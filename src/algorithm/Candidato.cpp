@@ -1,5 +1,7 @@
 // The steps of gathering a stream, each of which can refuse it.
 
+#include "../log/SinFortify.h"
+
 #include "Candidato.h"
 
 #include <algorithm>

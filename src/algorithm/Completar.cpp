@@ -1,6 +1,8 @@
 // States 3 and 4 and the fix-up at the end of a pass: whether to fill again, topping up modules with room,
 // and moving a stream onto a first input that stayed empty.
 
+#include "../log/SinFortify.h"
+
 #include "Pasada.h"
 
 #include <algorithm>

@@ -3,6 +3,8 @@
 // The state is entered four times at most in one pass. Exchanges stage services in the index and erase
 // streams from it, so the sweep goes from key to key and never holds on to an entry.
 
+#include "../log/SinFortify.h"
+
 #include "Pasada.h"
 
 #include <syslog.h>

@@ -1,5 +1,7 @@
 // The frame of the pass: its states and the loop that goes from one to the next.
 
+#include "../log/SinFortify.h"
+
 #include "Pasada.h"
 
 namespace zarven {

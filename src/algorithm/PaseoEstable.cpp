@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "PaseoEstable.h"
 
 namespace zarven {

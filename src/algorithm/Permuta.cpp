@@ -2,6 +2,8 @@
 // fails ends the attempt and undoes nothing: what was staged is unassigned from then on, what was moved stays
 // moved.
 
+#include "../log/SinFortify.h"
+
 #include "Permuta.h"
 
 #include <syslog.h>

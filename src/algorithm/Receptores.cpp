@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "Receptores.h"
 
 #include <algorithm>
@@ -49,8 +51,9 @@ void Receptores::actualizar(tMapaModulos::iterator modulo) {
     recepciones_.erase(fuera, recepciones_.end());
     const auto viejas = static_cast<std::ptrdiff_t>(recepciones_.size());
     anotar(modulo);
-    std::sort(recepciones_.begin() + viejas, recepciones_.end(), antes);
-    std::inplace_merge(recepciones_.begin(), recepciones_.begin() + viejas, recepciones_.end(), antes);
+    // The inputs of one module are few: each goes to its place, which takes no further memory.
+    for (auto it = recepciones_.begin() + viejas; it != recepciones_.end(); ++it)
+        std::rotate(std::upper_bound(recepciones_.begin(), it, *it, antes), it, it + 1);
 }
 
 } // namespace zarven

@@ -1,5 +1,7 @@
 // States 1 and 2: one sweep over the inputs, each empty one offered a stream of the working index.
 
+#include "../log/SinFortify.h"
+
 #include "Pasada.h"
 
 #include <optional>

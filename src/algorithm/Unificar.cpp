@@ -3,6 +3,8 @@
 // Two inputs of one module merge; of two modules one gathers the stream (Candidato). An entry walks every
 // ordered pair of modules once.
 
+#include "../log/SinFortify.h"
+
 #include "Pasada.h"
 
 #include <iterator>

@@ -1,5 +1,7 @@
 // Filling one input from the working index: choosing a stream for an untuned one, topping up a tuned one.
 
+#include "../log/SinFortify.h"
+
 #include "Asignar.h"
 
 #include <iterator>

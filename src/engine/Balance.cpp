@@ -1,5 +1,7 @@
 // Evening out the number of services among the outputs of each module, pair by pair.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <iterator>

@@ -1,5 +1,7 @@
 // Loading the engine: modules, output bitrates, services, PIDs, home channels, and the index of services.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 // Attaching a clone to its parent in the finished result.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <syslog.h>

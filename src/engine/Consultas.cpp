@@ -1,5 +1,7 @@
 // The questions that the driver and the pass ask about modules and about the working index.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <algorithm>

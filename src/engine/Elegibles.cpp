@@ -1,3 +1,5 @@
+#include "../log/SinFortify.h"
+
 #include "Elegibles.h"
 
 #include <algorithm>

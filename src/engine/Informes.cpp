@@ -1,5 +1,7 @@
 // The reports: the result and the discarded services at level 5, the framed dumps of the maps at level 7.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <syslog.h>

@@ -1,5 +1,7 @@
 // Putting one service on a module and taking it off again, with every limit and every counter.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <algorithm>

@@ -3,6 +3,8 @@
 //
 // The pauses separate the sections of the log, so that a log daemon keeps up and a person can follow.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <syslog.h>

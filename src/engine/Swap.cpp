@@ -1,5 +1,7 @@
 // Swapping what two modules of one kind carry, for a caller who moves a card.
 
+#include "../log/SinFortify.h"
+
 #include "tRecalculo.h"
 
 #include <algorithm>
@@ -40,10 +42,9 @@ void tomarEntradas(tRec_Modulo& modulo, tRec_Modulo& aux) {
 // one finds the next.
 bool tomarSalidas(tRec_Modulo& modulo, tRec_Modulo& aux) {
     for (auto& [idSalida, salida] : modulo.mapSalidas) {
-        const auto it =
-            std::find_if(aux.mapSalidas.begin(), aux.mapSalidas.end(), [&salida = salida](const auto& otra) {
-                return otra.second.BitRateMax == salida.BitRateMax;
-            });
+        const auto it = std::find_if(
+            aux.mapSalidas.begin(), aux.mapSalidas.end(),
+            [techo = salida.BitRateMax](const auto& otra) { return otra.second.BitRateMax == techo; });
         if (it == aux.mapSalidas.end())
             return false;
         it->second.BitRateMax = 0;

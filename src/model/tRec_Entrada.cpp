@@ -1,5 +1,7 @@
 // A module input: its tuning, its services, its frame in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_Entrada.h"
 
 #include "../log/Marcos.h"

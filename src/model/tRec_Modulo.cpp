@@ -1,5 +1,7 @@
 // A module: how it is configured, its raw add and delete, its frame in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_Modulo.h"
 
 #include <utility>
@@ -30,8 +32,10 @@ int tRec_Modulo::configurarModelo(unsigned short modelo, unsigned short numEntra
     Print_MapaEntradas();
 
     for (std::uint32_t j = 1; j <= numSalidas; ++j) {
+        // A value of its own: with a reference to the constant the library would export it, or not, as the
+        // optimizer likes.
         const auto [it, nueva] =
-            mapSalidas.try_emplace(j, static_cast<unsigned short>(j), SERVICIOS_POR_SALIDA);
+            mapSalidas.try_emplace(j, static_cast<unsigned short>(j), std::uint16_t{SERVICIOS_POR_SALIDA});
         if (nueva)
             it->second.pModulo = this;
     }

@@ -1,5 +1,7 @@
 // The PID record and its block in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_PID.h"
 
 #include <utility>

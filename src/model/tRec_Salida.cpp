@@ -1,5 +1,7 @@
 // A logical output: its load, its services, its frame in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_Salida.h"
 
 #include "../log/Marcos.h"

@@ -1,5 +1,7 @@
 // The service record: how it is built, how it takes over its PIDs, and its block in the dumps.
 
+#include "../log/SinFortify.h"
+
 #include "tRec_Servicio.h"
 
 #include <utility>

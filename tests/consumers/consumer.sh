@@ -3,8 +3,10 @@
 #
 #     find_package       CMake, against the installed library
 #     add_subdirectory   CMake, with the library's folder in the caller's tree
+#     fetch_content      CMake, with sources that it fetches while it configures
 #     pkg_config         the compiler and pkg-config, against the installed library
-#     static             the same, against an installed archive
+#     moved              the same, after the installation has been moved
+#     static             the same, against an installed archive; embedded_host with the C library in it, too (-static)
 #     bare               the compiler alone, on the library's sources
 #
 # CMakeLists.txt says with which compiler and against what: the environment holds CMAKE, SOURCE, VERSION, STAGE
@@ -52,9 +54,18 @@ add_subdirectory)
     "$CMAKE" --install "$work" --prefix "$work/installed" >/dev/null
     [ ! -e "$work/installed" ] || { echo "The caller's installation has got something of the library's."; exit 1; }
     ;;
+fetch_content)
+    cmake_project
+    ;;
 pkg_config)
     link_flags+=("-Wl,-rpath,$STAGE/$LIBDIR")
     compile "$STAGE"
+    ;;
+moved)
+    cp -a "$STAGE" "$work/elsewhere"
+    link_flags+=("-Wl,-rpath,$work/elsewhere/$LIBDIR")
+    compile "$work/elsewhere"
+    if grep -rIF -e "$STAGE" "$work/elsewhere/$LIBDIR/pkgconfig"; then exit 1; fi
     ;;
 static)
     configure -S "$SOURCE" -B "$work/library" -DRECALCULO_DEVELOPER=OFF -DBUILD_SHARED_LIBS=OFF \
@@ -62,7 +73,12 @@ static)
     "$CMAKE" --build "$work/library" --parallel 1 >/dev/null
     "$CMAKE" --install "$work/library" --prefix "$work/stage" >/dev/null
     [ -f "$work/stage/$LIBDIR/librecalculo.a" ] || { echo "There is no archive."; exit 1; }
+    programs=(minimal_caller)
     compile "$work/stage"
+    programs=(embedded_host)
+    link_flags+=(-static)
+    compile "$work/stage"
+    programs=(embedded_host minimal_caller)
     ;;
 bare)
     programs=(embedded_host)
@@ -77,5 +93,6 @@ done
 # What docs/embedding.md promises, without the blanks at the ends of lines.
 awk '$0 == "```text" { inside = 1; next } $0 == "```" { inside = 0 } inside' "$SOURCE/docs/embedding.md" |
     diff -u - <(sed 's/ *$//' "$work/embedded_host.txt")
-[ "$kind" = bare ] || grep -Eqx '0 networks with services left out, [1-9][0-9]* lines of log' "$work/minimal_caller.txt" ||
+[ ! -f "$work/minimal_caller.txt" ] ||
+    grep -Eqx '0 networks with services left out, [1-9][0-9]* lines of log' "$work/minimal_caller.txt" ||
     { echo "minimal_caller has not placed everything, or the log has not reached it."; exit 1; }

@@ -1,10 +1,24 @@
 #include "tRec_PID.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "support/Registro.h"
 
 using namespace zarven;
+
+TEST(tRec_PID, SettersFillWhatTheConstructorFills) {
+    tRec_PID p;
+    p.conIdPSG(1).conReservado1(2).conReservado2(3).conReservado3(4).conAudioCode("spa").conOrden(5).conSID(
+        6);
+    const tRec_PID q(1, 2, 3, 4, "spa", 5, 6);
+    const auto campos = [](const tRec_PID& pid) {
+        return std::tie(pid.idPSG, pid.Reservado1, pid.Reservado2, pid.Reservado3, pid.AudioCode, pid.Orden,
+                        pid.SID);
+    };
+    EXPECT_EQ(campos(p), campos(q));
+}
 
 TEST(tRec_PID, StartsEmpty) {
     const tRec_PID pid;

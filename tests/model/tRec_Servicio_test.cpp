@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <tuple>
 #include <type_traits>
 
 #include <gtest/gtest.h>
@@ -31,6 +32,13 @@ std::unique_ptr<tRec_PID> pidVigilado(long idPSG) {
     vigilado = nuevo.get();
     liberado = 0;
     return nuevo;
+}
+
+auto campos(const tRec_Servicio& s) {
+    return std::tie(s.idService, s.OSID, s.SID, s.LCN, s.Reservado1, s.SimulcastLCN, s.Descifrar,
+                    s.number_PIDs_CA, s.number_PIDs_CA_Max, s.peakBitRate, s.videoPeakBitRate, s.Tipo,
+                    s.VideoFormatE, s.Reservado2, s.NombreEntrada, s.NombreSalida, s.NombreForzado,
+                    s.Transcoding, s.Reservado3, s.SatId, s.ONID, s.TSID, s.Parent_SID);
 }
 
 tRec_Servicio ordinario(unsigned long video, unsigned long total) {
@@ -144,6 +152,32 @@ TEST(tRec_Servicio, CloneTakesItsFieldsInOrder) {
     EXPECT_EQ(s.pEntrada, nullptr);
     EXPECT_EQ(s.pSalida, nullptr);
     EXPECT_TRUE(s.MapaPIDs.empty());
+}
+
+TEST(tRec_Servicio, SettersFillWhatTheConstructorsFill) {
+    tRec_Servicio s;
+    s.conOSID(1)
+        .conSID(2)
+        .conLCN(3)
+        .conReservado1(4)
+        .conSimulcastLCN(5)
+        .conDescifrar(6)
+        .conPIDsCA(7)
+        .conPIDsCAMax(8);
+    s.conBitRateVideo(9).conBitRate(10).conTipo(11).conVideoFormatE(12).conReservado2(13).conNombreEntrada(
+        "entrada");
+    s.conNombreSalida("salida").conNombreForzado(16).conTranscoding(17).conONID(18).conTSID(19).conReservado3(
+        20);
+    s.conSatId(21);
+    EXPECT_EQ(campos(s), campos(ordinario(9, 10)));
+
+    s.conPIDsCA(0).conPIDsCAMax(0).conBitRate(0).conParentSID(22);
+    EXPECT_EQ(campos(s), campos(tRec_Servicio(1, 2, 3, 4, 5, 6, 11, 12, 13, "entrada", "salida", 9, 16, 17,
+                                              18, 19, 20, 22, 21)));
+
+    s.conIdService(-70000);
+    EXPECT_EQ(s.idService, -70000);
+    EXPECT_EQ(s.LCN, 3);
 }
 
 TEST(tRec_Servicio, CloneCostsNeitherPIDsNorBitrate) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <fmt/format.h>
+#include <tRec_Version.h>
 
 #include "commands/commands.h"
 #include "lineup/lineup.h"

@@ -1,4 +1,4 @@
-// recalculo_manual SECTIONS OUTPUT: writes the man pages and the bash completion of the tool into the folder
+// recalculo_manual SECTIONS OUTPUT: writes the man pages of the tool and its completions into the folder
 // OUTPUT. Commands and options come from the program itself, so that they are told once; the folder SECTIONS
 // has what else a page tells: for the page recalculo-run.1 the roff sections in recalculo-run.roff.
 
@@ -11,19 +11,15 @@
 #include <vector>
 
 #include <fmt/format.h>
+#include <tRec_Version.h>
 
 #include "base/streams.h"
 #include "commands/program.h"
+#include "manual/completion.h"
 
 namespace {
 
 using namespace zarven::tool;
-
-std::string replaced(std::string text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-    return text;
-}
 
 /// A text for roff. A hyphen is one that can be typed, as in names of options.
 std::string roff(std::string text) {
@@ -95,67 +91,12 @@ std::string page_of(const Command& command, const Program& program, const std::s
     std::string description = command.description;
     while (!description.empty() && description.back() == '.')
         description.pop_back();
-    return fmt::format(".TH {} 1 \"\" \"recalculo {}\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}", roff(upper),
-                       RECALCULO_VERSION, roff(name), roff(description), synopsis_of(command, program)) +
+    return fmt::format(".TH {} 1 \"{}\" \"recalculo {}\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}", roff(upper),
+                       RECALCULO_RELEASED, RECALCULO_VERSION, roff(name), roff(description),
+                       synopsis_of(command, program)) +
            read_text(fmt::format("{}/{}.roff", sections, name)) +
            (&command == &program.itself ? commands_of(program) : "") + ".SH OPTIONS\n" + options_of(command) +
            see_also(command, program);
-}
-
-/// What the shell does for the value of an option: words, nothing for numbers and the like, else files.
-std::string values_of(const std::string& command, const Option& option) {
-    if (option.value.empty() || option.value == "FILE")
-        return "";
-    std::string patterns;
-    for (const std::string& name : option.names)
-        patterns += fmt::format("{}'{} {}'", patterns.empty() ? "" : " | ", command, name);
-    return fmt::format("    {}) {} ;;\n", patterns,
-                       option.words.empty() ? "return"
-                                            : fmt::format("words='{}'", fmt::join(option.words, " ")));
-}
-
-/// The words that complete a command line: after each command its options and their values; files for the
-/// rest.
-std::string completion_of(const Program& program) {
-    std::string commands;
-    std::string options;
-    std::string values;
-    for (const Command& command : program.commands) {
-        std::string names;
-        for (const Option& option : command.options) {
-            if (!is_argument(option))
-                for (const std::string& name : option.names)
-                    names += (names.empty() ? "" : " ") + name;
-            values += values_of(command.name, option);
-        }
-        commands += (commands.empty() ? "" : " ") + command.name;
-        options += fmt::format("        {}) words='{}' ;;\n", command.name, names);
-    }
-    std::string text = R"(# bash completion for recalculo
-
-_recalculo() {
-    local word=${COMP_WORDS[COMP_CWORD]} words=''
-    COMPREPLY=()
-    case "${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD - 1]}" in
-@VALUES@    esac
-    if [[ $COMP_CWORD -eq 1 ]]; then
-        words='@COMMANDS@ --help --version'
-    elif [[ -z $words && $word == -* ]]; then
-        case ${COMP_WORDS[1]} in
-@OPTIONS@        esac
-    fi
-    if [[ -n $words ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
-    else
-        compopt -o filenames 2>/dev/null || :
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
-    fi
-}
-complete -F _recalculo recalculo
-)";
-    text = replaced(std::move(text), "@COMMANDS@", commands);
-    text = replaced(std::move(text), "@OPTIONS@", options);
-    return replaced(std::move(text), "@VALUES@", values);
 }
 
 void write_manual(const std::string& sections, const std::filesystem::path& output) {
@@ -168,7 +109,9 @@ void write_manual(const std::string& sections, const std::filesystem::path& outp
     write_page(program.itself);
     for (const Command& command : program.commands)
         write_page(command);
-    write_text((output / "recalculo.bash").string(), completion_of(program));
+    write_text((output / "recalculo.bash").string(), bash_completion(program));
+    write_text((output / "recalculo.zsh").string(), zsh_completion(program));
+    write_text((output / "recalculo.fish").string(), fish_completion(program));
 }
 
 } // namespace

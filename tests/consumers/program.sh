@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# program.sh: the installed tool finds its library beside it, is searched for in no other folder, and shows other
+# libraries nothing but what they look for. The environment holds STAGE and LIBDIR.
+set -euo pipefail
+program=$STAGE/bin/recalculo
+failed=0
+
+path=$(readelf --dynamic "$program" | sed -n 's/.*(\(RUNPATH\|RPATH\)).*\[\(.*\)\]/\2/p')
+# On i686 the tests' own toolchain puts its C library behind it.
+[[ "$path:" = "\$ORIGIN/../$LIBDIR:"* && ":$path:" != *::* ]] || { echo "The library is looked for in \"$path\"."; failed=1; }
+
+exported=$(nm --dynamic --defined-only --format=just-symbols "$program")
+for name in syslog sleep; do
+    grep -qx "$name" <<<"$exported" || { echo "$name is not exported."; failed=1; }
+done
+if grep -m 5 zarven <<<"$exported"; then
+    echo "These are exported, and nobody looks for them."
+    failed=1
+fi
+exit $failed

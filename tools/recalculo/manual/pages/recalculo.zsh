@@ -1,0 +1,110 @@
+#compdef recalculo
+
+_recalculo() {
+    local -a commands=(
+        'run:Place the services of a head-end and report where they went'
+        'explain:Tell why services are left out, and what each module answers'
+        'compare:Show two placements side by side'
+        'size:Tell what to change so that all services are placed'
+        'bound:Tell how many services any arrangement of a head-end could place'
+        'import:Make a head-end of a channel list and modules'
+        'export:Write the result of a run as a channel list or a table'
+    )
+    if (( CURRENT == 2 )); then
+        _describe -t commands command commands
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '--version[Display program version information and exit]'
+        return
+    fi
+    shift words
+    (( CURRENT-- ))
+    case $words[1] in
+    run)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '--json[Report as JSON]' \
+            '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
+            '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
+            '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    explain)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*--service[A service by its LCN or its name; with @ONID/TSID for one stream only. May be given several times. Without it, all that are on no output]:KEY: ' \
+            '--json[Answer as JSON]' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    compare)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:BEFORE:_files' \
+            '*:AFTER:_files' \
+            '--json[Report as JSON]' \
+            '--html[Write the comparison as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    size)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '--add[The kind of module to add\: a module, or a head-end file with one; - for standard input]:FILE:_files' \
+            '--most[The most modules to add]:N: ' \
+            '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
+            '--json[Report as JSON]' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    bound)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '--json[Report as JSON]' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    import)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:CHANNELS:_files' \
+            '--modules[A head-end file whose modules to take; - for standard input]:FILE:_files' \
+            '--format[What the list is; by default it shows that itself]:value:(channels.conf dvbv5 lamedb)' \
+            '-o[Where to write the head-end; - for standard output]:FILE:_files' \
+            '--output[Where to write the head-end; - for standard output]:FILE:_files' \
+            '--radio-bitrate[Bitrate to assume for a radio service, in kbit/s]:KBITS: ' \
+            '--sd-bitrate[Bitrate to assume for an SD service, in kbit/s]:KBITS: ' \
+            '--hd-bitrate[Bitrate to assume for an HD service, in kbit/s]:KBITS: ' \
+            '--version[Display program version information and exit]'
+        ;;
+    export)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:RESULT:_files' \
+            '--format[What to write]:value:(channels.conf csv)' \
+            '-o[Where to write it; - for standard output]:FILE:_files' \
+            '--output[Where to write it; - for standard output]:FILE:_files' \
+            '--version[Display program version information and exit]'
+        ;;
+    esac
+}
+
+_recalculo "$@"
