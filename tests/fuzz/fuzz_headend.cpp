@@ -60,11 +60,12 @@ void cargarUnoAUno(tRecalculo& motor, Bytes& bytes) {
         cargarServicio(motor, bytes);
 }
 
-// Up to 2400 services on 120 modules, of a seed.
+// Of a seed; one in eight is large, with up to 2400 services on 120 modules.
 void generar(tRecalculo& motor, Bytes& bytes) {
     generador::Parametros p;
+    const bool grande = bytes.una_de(8);
     p.semilla = bytes.largo();
-    p.streams = bytes.entre(0, 200);
+    p.streams = bytes.entre(0, grande ? 200 : 12);
     p.serviciosPorStream = {0, bytes.entre(1, 12)};
     p.redes = bytes.entre(1, 4);
     p.clavesRepetidas = bytes.una_de(3);
@@ -72,7 +73,7 @@ void generar(tRecalculo& motor, Bytes& bytes) {
     p.porcentajeTranscoding = bytes.entre(0, 100);
     p.porcentajeClones = bytes.entre(0, 100);
     p.pidsPorServicio = bytes.entre(0, 2);
-    p.modulos = bytes.entre(1, 120);
+    p.modulos = bytes.entre(1, grande ? 120 : 8);
     p.entradas = {0, bytes.entre(1, 8)};
     p.salidas = {0, bytes.entre(1, 4)};
     p.bitrateSalida = {0, std::max(bytes.largo(), 1U)};
