@@ -2,6 +2,7 @@
 // one and all after it. std::bad_alloc reaches the caller, nothing is lost or leaked, and once there is
 // memory again the engine is one that never failed.
 
+#include <cstdio>
 #include <functional>
 #include <syslog.h>
 #include <vector>
@@ -190,6 +191,7 @@ TEST_P(Memoria, LoadingLeavesEachElementOutOrWhole) {
         ASSERT_FALSE(HasFatalFailure());
         ASSERT_EQ(escasa::vivos(), vivos);
     }
+    std::printf("each of %zu requests of loading refused\n", fallidas - 1);
     EXPECT_GT(fallidas, 100U);
 }
 
@@ -221,6 +223,7 @@ protected:
             ASSERT_FALSE(HasFatalFailure());
             ASSERT_EQ(escasa::vivos(), vivos);
         }
+        std::printf("each of %zu requests of a run refused\n", peticiones);
         EXPECT_GT(peticiones, 100U);
         EXPECT_LT(sobrevividas, peticiones / 10);
     }
