@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "3f9f5cc68c646b4e1bf1e2877966a519b700e01cccfdd4dd220755e29d128dae"
+SRC_URI[sha256sum] = "e142275393f3cd8b6f8531388ab10503ee0166856ba38c7413a9e9e6e98e9ae6"
 
 inherit cmake pkgconfig ptest
 
