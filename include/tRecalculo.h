@@ -129,9 +129,9 @@ struct RECALCULO_API tRecalculo {
     /// A host ends a run by throwing from its own `syslog` or `sleep` (not from `setlogmask`), at any call.
     /// @return 1; 0 when no loaded module is the controller, or its MAC is empty or its model 0 (one error
     /// line, nothing done).
-    /// @throws what the host throws, and `std::bad_alloc`. What was loaded is whole then, with the clones as
-    /// before the run; the working and the final maps mean nothing; a further call is that of an engine that
-    /// was never disturbed.
+    /// @throws std::bad_alloc and whatever the host's functions throw. What was loaded is whole then, with
+    /// the clones as before the run; the working and the final maps mean nothing; a further call is that of
+    /// an engine that was never disturbed.
     int Main_Recalculo();
 
     /// One pass for one strategy over `Mapa_ModulosCabecera_Proceso` and `Mapa_ONIDs`, in place.
