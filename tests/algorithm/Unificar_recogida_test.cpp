@@ -140,3 +140,20 @@ TEST_F(Recogida, AServiceThatNoInputCanTakeRefusesTheCandidate) {
     ASSERT_GE(candidato.size(), 2U);
     EXPECT_EQ(candidato[1], INCOMPATIBLE);
 }
+
+// ---- An input that finds no place -----------------------------------------------------------------------
+
+TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheExchange) {
+    // Input 2 of A takes the only input that B leaves. Input 3 has the number of the candidate stream in
+    // another network, so it must go to B as well.
+    poner("A", 2, 12, 2);
+    fabrica::DatosServicio deOtraRed = datos(13, 1);
+    deOtraRed.onid = 2;
+    e.puesto("A", 3, 1, deOtraRed);
+    poner("B", 2, 22, 8);
+    poner("B", 3, 23, 9);
+    const Tramo t = unificar();
+    EXPECT_FALSE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11] 1/2[12] 2/1[13]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/1[21] 1/8[22] 1/9[23]");
+}
