@@ -13,22 +13,29 @@ cmake --preset gcc >/dev/null
 cmake --build --preset gcc -- --quiet
 mapfile -t tests < <(find "$PWD/build/gcc/tests" -name '*_test' -type f -perm -u+x -not -path '*/tools/*' | sort)
 
+# object SOURCE FOLDER COMPILER FLAG...
+object() {
+    local source=$1 folder=$2
+    shift 2
+    "$@" -c "$PWD/$source" -o "$folder/$(basename "$source" .cpp).o"
+}
+export -f object
+
 # library FOLDER COMPILER FLAG...: the library in that folder, made in a way of its own.
 library() {
     local folder=build/$1 compiler=$2
     shift 2
     rm -rf "$folder"
     mkdir -p "$folder"
-    printf '%s\n' src/*/*.cpp | xargs -P "$jobs" -I '{}' sh -c \
-        'folder=$1; file=$2; shift 2; "$@" -c "$PWD/$file" -o "$folder/$(basename "$file" .cpp).o"' sh \
-        "$folder" '{}' "$compiler" -std=c++17 -O0 -g -fPIC -Iinclude "$@"
+    printf '%s\n' src/*/*.cpp | xargs -P "$jobs" -I '{}' bash -c 'object "$@"' object '{}' \
+        "$folder" "$compiler" -std=c++17 -O0 -g -fPIC -Iinclude "$@"
     "$compiler" -shared "$@" -Wl,-soname,librecalculo.so.1 "$folder"/*.o -o "$folder/librecalculo.so.1"
 }
 
 # run FOLDER: every test program with that library.
 run() {
     printf '%s\n' "${tests[@]}" | LLVM_PROFILE_FILE=$PWD/build/$1/%p.profraw LD_LIBRARY_PATH=$PWD/build/$1 \
-        xargs -P "$jobs" -n 1 sh -c '"$1" --gtest_brief=1' sh >"build/$1/log" || { cat "build/$1/log"; exit 1; }
+        xargs -P "$jobs" -I '{}' env '{}' --gtest_brief=1 >"build/$1/log" || { cat "build/$1/log"; exit 1; }
 }
 
 library coverage g++ --coverage -fprofile-update=atomic
