@@ -28,7 +28,7 @@ Estado Pasada::estadoDeRelleno() const {
 // entered four times at most.
 void Pasada::ejecutar() {
     Estado estado = estadoDeRelleno();
-    while (estado != Estado::STATUS_END) {
+    for (;;) {
         switch (estado) {
         case Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING:
             estado = rellenarConTranscoding();
@@ -49,10 +49,10 @@ void Pasada::ejecutar() {
             estado = optimizar();
             break;
         case Estado::STATUS_END:
-            break;
+            corregirPrimerasEntradas();
+            return;
         }
     }
-    corregirPrimerasEntradas();
 }
 
 void tRecalculo::RecalculationAlgorithm(char opcion, int recurso) {

@@ -39,7 +39,8 @@ tMapaModulos::iterator Receptores::buscar(tMapaModulos::iterator desde, unsigned
         return desde;
     const Recepcion buscada{codigo(onid, tsid), desde};
     const auto it = std::lower_bound(recepciones_.begin(), recepciones_.end(), buscada, antes);
-    return it == recepciones_.end() || it->stream != buscada.stream ? fin() : it->modulo;
+    const bool recibe = it != recepciones_.end() && it->stream == buscada.stream;
+    return recibe ? it->modulo : fin();
 }
 
 void Receptores::actualizar(tMapaModulos::iterator modulo) {

@@ -96,7 +96,9 @@ int tRecalculo::addRec_PID(std::unique_ptr<tRec_PID> pid) {
     tRec_Servicio* servicio = buscarPorSID(listaServiciosClonados, pid->SID);
     if (servicio == nullptr)
         servicio = buscarPorSID(listaServicios, pid->SID);
-    return servicio == nullptr ? ERROR_PID_SIN_SERVICIO : servicio->addPID_AlServicio(std::move(pid));
+    if (servicio == nullptr)
+        return ERROR_PID_SIN_SERVICIO;
+    return servicio->addPID_AlServicio(std::move(pid));
 }
 
 int tRecalculo::addHomeChannel(unsigned short onid, unsigned short tsid) {

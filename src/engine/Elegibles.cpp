@@ -12,10 +12,9 @@ namespace zarven {
 Elegibles::Elegibles(tMapaONIDs& indice, bool transcoding)
     : indice_(indice), criterio_{false, false, transcoding} {
     std::size_t streams = 0;
-    algunTSID(indice_, [&](const Rec_ONID&, const Rec_TSID& stream) {
+    cadaTSID(indice_, [&](const Rec_ONID&, const Rec_TSID& stream) {
         ++streams;
         sumarTotales(stream.MapRec_Services, 1);
-        return false;
     });
     cuentas_.reserve(streams);
     contarTodo();

@@ -38,6 +38,13 @@ inline void cerrarTSID(tMapaONIDs& indice, unsigned short onid, unsigned short t
         indice.erase(itONID);
 }
 
+// Calls f(Rec_ONID, Rec_TSID) for every stream in order.
+template <class Indice, class F> void cadaTSID(Indice& indice, F&& f) {
+    for (auto& [onid, rec_onid] : indice)
+        for (auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
+            f(rec_onid, rec_tsid);
+}
+
 // Calls f(Rec_ONID, Rec_TSID) for the streams in order, up to the first for which it gives true; gives
 // whether there was one.
 template <class Indice, class F> bool algunTSID(Indice& indice, F&& f) {

@@ -35,7 +35,7 @@ void volcarIndice(const tMapaONIDs& indice, bool blancoTrasTitulo) {
     if (!marcos::seRegistra())
         return;
     int n = 0;
-    algunTSID(indice, [&](const Rec_ONID& onid, const Rec_TSID& stream) {
+    cadaTSID(indice, [&](const Rec_ONID& onid, const Rec_TSID& stream) {
         marcos::linea(marcos::IGUALES);
         ::syslog(LOG_DEBUG,
                  "||                                       [ONID: %d |-| TSID: %d ]"
@@ -47,7 +47,6 @@ void volcarIndice(const tMapaONIDs& indice, bool blancoTrasTitulo) {
         n = volcarServicios(stream.MapRec_Services, n);
         marcos::linea(marcos::BARRAS);
         marcos::linea(marcos::IGUALES);
-        return false;
     });
 }
 
@@ -86,10 +85,9 @@ void tRecalculo::Print_Descartados(tMapaONIDs& mapa) const {
     ::syslog(LOG_NOTICE, "@");
     ::syslog(LOG_NOTICE, "@");
     ::syslog(LOG_NOTICE, "@ DISCARDED SERVICES:");
-    algunTSID(mapa, [](const Rec_ONID& onid, const Rec_TSID& stream) {
+    cadaTSID(mapa, [](const Rec_ONID& onid, const Rec_TSID& stream) {
         cabeceraStream(onid.ONID, stream.TSID);
         nombres(stream.MapRec_Services);
-        return false;
     });
 }
 

@@ -1,8 +1,11 @@
-// Whole runs over random head-ends: each keeps the invariants, ends within its bound and comes to the same
-// result without a debug log; and all together they reach every branch of the pass.
+// Whole runs over random head-ends: each keeps the invariants, ends within its bound, comes to the same
+// result without a debug log and to the one that was recorded; and all together they reach every branch of
+// the pass.
 
 #include <array>
+#include <charconv>
 #include <cstdlib>
+#include <cstring>
 #include <syslog.h>
 
 #include <gtest/gtest.h>
@@ -10,8 +13,10 @@
 #include "Generador.h"
 #include "algorithm/Cota.h"
 #include "algorithm/Escena.h"
+#include "algorithm/Resumen.h"
 #include "support/Invariantes.h"
 #include "support/Registro.h"
+#include "support/Transcripcion.h"
 #include "tRecalculo.h"
 
 using namespace zarven;
@@ -25,8 +30,17 @@ namespace {
 constexpr std::uint32_t CORRIDAS = 2000;
 std::uint32_t corridas() {
     const char* pedidas = std::getenv("RECALCULO_RANDOM_RUNS");
-    return pedidas == nullptr ? CORRIDAS : static_cast<std::uint32_t>(std::strtoul(pedidas, nullptr, 10));
+    if (pedidas == nullptr)
+        return CORRIDAS;
+    std::uint32_t n = 0;
+    const char* fin = pedidas + std::strlen(pedidas);
+    const auto [leido, error] = std::from_chars(pedidas, fin, n);
+    return error == std::errc() && leido == fin ? n : 0;
 }
+
+// So many runs share one line of the record.
+constexpr std::uint32_t POR_LINEA = 10;
+constexpr char GRABADAS[] = "random_runs";
 
 // The most lines that a dump of one of these services takes (none has PIDs).
 constexpr std::size_t LINEAS_DE_SERVICIO = 12;
@@ -190,6 +204,40 @@ struct Rastro {
     }
 };
 
+// What the runs do and end in, in the form of the record: a line for every ten seeds.
+class Registradas {
+public:
+    // To be called after each run, while its log stands; a line is compared as soon as it is whole.
+    void leer(std::uint32_t semilla, const Rastro& rastro) {
+        for (const std::string& hecho : registro::hechos())
+            if (hecho.compare(0, 4, "7 ||") != 0) // the dumps show what the result holds
+                suma.anadir(hecho);
+        suma.anadir(rastro.resultado);
+        if (semilla % POR_LINEA != 0)
+            return;
+        lineas.push_back(std::to_string(semilla) + " " + suma.texto());
+        suma = {};
+        if (!grabado::grabando() && lineas.size() <= esperadas.size()) {
+            EXPECT_EQ(lineas.back(), esperadas[lineas.size() - 1]) << "one of the last ten runs";
+        }
+    }
+
+    void terminar() const {
+        if (!grabado::grabando()) {
+            EXPECT_EQ(esperadas.size(), CORRIDAS / POR_LINEA);
+            return;
+        }
+        ASSERT_EQ(lineas.size(), CORRIDAS / POR_LINEA) << "a record needs all runs";
+        grabado::escribir(GRABADAS, lineas);
+    }
+
+private:
+    const std::vector<std::string> esperadas =
+        grabado::grabando() ? std::vector<std::string>() : grabado::leer(GRABADAS);
+    std::vector<std::string> lineas;
+    resumen::Resumen suma;
+};
+
 // One run of one head-end.
 class Corrida {
 public:
@@ -255,6 +303,8 @@ void repetir(cota::Cota& cota, const std::string& linea) {
 
 TEST(Azar, RunsKeepTheInvariantsAndEndWithinTheirBoundAndReachEveryBranch) {
     const std::uint32_t cuantas = corridas();
+    ASSERT_NE(cuantas, 0U) << "RECALCULO_RANDOM_RUNS is not a number of runs";
+    Registradas registradas;
     Ramas ramas;
     std::size_t limpias = 0;
     for (std::uint32_t semilla = 1; semilla <= cuantas && !HasFailure(); ++semilla) {
@@ -263,6 +313,7 @@ TEST(Azar, RunsKeepTheInvariantsAndEndWithinTheirBoundAndReachEveryBranch) {
         corrida.vigilada(ramas);
         limpias += corrida.limpia;
         const Rastro rastro(corrida.motor);
+        registradas.leer(semilla, rastro);
 
         // Where nobody reads the debug log the engine takes shorter ways to the same end.
         Corrida otra(parametros(semilla));
@@ -273,6 +324,7 @@ TEST(Azar, RunsKeepTheInvariantsAndEndWithinTheirBoundAndReachEveryBranch) {
         EXPECT_EQ(callado.avisos, rastro.avisos);
     }
     registro::vaciar();
+    registradas.terminar();
     if (HasFailure() || cuantas < CORRIDAS)
         return;
     ramas.comprobar();

@@ -97,6 +97,7 @@ TEST_F(Par, AnAuxiliarOfAnotherStreamIsPassedOver) {
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene(auxiliar(19)));
     EXPECT_FALSE(t.contiene(MISMO_STREAM));
+    EXPECT_EQ(t.cuantasEmpiezan(PERMUTA), 0U);
 }
 
 TEST_F(Par, AnAuxiliarOfTheSameTsidInAnotherNetworkIsPassedOver) {
@@ -107,6 +108,7 @@ TEST_F(Par, AnAuxiliarOfTheSameTsidInAnotherNetworkIsPassedOver) {
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene(auxiliar(20)));
     EXPECT_FALSE(t.contiene(MISMO_STREAM));
+    EXPECT_EQ(t.cuantasEmpiezan(PERMUTA), 0U);
 }
 
 TEST_F(Par, AnAuxiliarOfTheStreamPassesTheFirstTest) {
@@ -124,6 +126,7 @@ TEST_F(Par, ServicesWithTheSameKeyAreNeverExchanged) {
     EXPECT_EQ(t.cuantas(MISMO_STREAM), 1U);
     EXPECT_FALSE(t.contiene(OTRA_CLAVE));
     EXPECT_EQ(t.cuantasEmpiezan(PIDS_BASTAN), 0U);
+    EXPECT_EQ(t.cuantasEmpiezan(PERMUTA), 0U);
 }
 
 TEST_F(Par, ServicesWithDifferentKeysGoOn) {
@@ -148,6 +151,7 @@ TEST_F(Par, OnePidShortOnMac0FailsThePair) {
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene(OTRA_CLAVE));
     EXPECT_EQ(t.cuantasEmpiezan(PIDS_BASTAN), 0U);
+    EXPECT_EQ(t.cuantasEmpiezan(PERMUTA), 0U);
     EXPECT_FALSE(t.contiene(BITRATE));
 }
 
@@ -163,6 +167,7 @@ TEST_F(Par, OnePidShortOnMac1FailsThePair) {
     const Tramo t = e.optimizar();
     EXPECT_TRUE(t.contiene(OTRA_CLAVE));
     EXPECT_EQ(t.cuantasEmpiezan(PIDS_BASTAN), 0U);
+    EXPECT_EQ(t.cuantasEmpiezan(PERMUTA), 0U);
 }
 
 TEST_F(Par, PidsInUseBeyondTheBudgetCountAsNegative) {

@@ -1,5 +1,7 @@
 // The clean-up at the end of a pass: a module whose input 1 is empty takes over the stream of a later input.
 
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 #include "algorithm/Escena.h"
@@ -90,11 +92,14 @@ TEST(PrimeraEntrada, WhatItCarriesStaysBesideTheSubstitutesServices) {
     // A stream without TSID: input 1 carries it and counts as empty. Equal keys are both kept.
     Escena e({modulo("A", 2, {20000})});
     fabrica::DatosServicio sinTsid = datos(2, 0);
-    e.puesto("A", 1, 1, sinTsid);
+    const Servicio estaba = e.puesto("A", 1, 1, sinTsid);
     e.puesto("A", 2, 1, datos(1, 2));
-    e.puesto("A", 2, 1, datos(2, 2));
+    const Servicio viene = e.puesto("A", 2, 1, datos(2, 2));
     EXPECT_EQ(corregir(e), SUSTITUIDA);
     EXPECT_EQ(entradas(e.en("A")), "1/2[1 2 2] -[]");
+    const auto iguales = e.entrada("A", 1).MapaServicios.equal_range(2);
+    EXPECT_EQ(iguales.first->second, estaba);
+    EXPECT_EQ(std::prev(iguales.second)->second, viene);
 }
 
 TEST(PrimeraEntrada, OutputsAndCountersStay) {
@@ -123,11 +128,13 @@ TEST(PrimeraEntrada, EveryModuleIsLookedAtInOrder) {
 }
 
 TEST(PrimeraEntrada, AModuleWithoutInput1IsSkipped) {
-    Escena e({modulo("A", 3, {20000}), modulo("B", 0, {20000})});
+    Escena e({modulo("A", 3, {20000}), modulo("B", 0, {20000}), modulo("C", 2, {20000})});
     e.puesto("A", 2, 1, datos(2, 2));
     e.en("A").mapEntradas.erase(1);
-    EXPECT_TRUE(corregir(e).empty());
+    e.puesto("C", 2, 1, datos(3, 3));
+    EXPECT_EQ(corregir(e), SUSTITUIDA) << "of C, behind them";
     EXPECT_EQ(entradas(e.en("A")), "1/2[2] -[]");
+    EXPECT_EQ(entradas(e.en("C")), "1/3[3] -[]");
 }
 
 TEST(PrimeraEntrada, ItComesAfterTheLastOptimizeToo) {

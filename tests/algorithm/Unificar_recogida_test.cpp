@@ -140,3 +140,70 @@ TEST_F(Recogida, AServiceThatNoInputCanTakeRefusesTheCandidate) {
     ASSERT_GE(candidato.size(), 2U);
     EXPECT_EQ(candidato[1], INCOMPATIBLE);
 }
+
+// ---- An input that finds no place -----------------------------------------------------------------------
+
+TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheExchange) {
+    // Input 2 of A takes the only input that B leaves. Input 3 has the number of the candidate stream in
+    // another network, so it must go to B as well.
+    poner("A", 2, 12, 2);
+    fabrica::DatosServicio deOtraRed = datos(13, 1);
+    deOtraRed.onid = 2;
+    e.puesto("A", 3, 1, deOtraRed);
+    poner("B", 2, 22, 8);
+    poner("B", 3, 23, 9);
+    const Tramo t = unificar();
+    EXPECT_FALSE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11] 1/2[12] 2/1[13]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/1[21] 1/8[22] 1/9[23]");
+}
+
+TEST_F(Recogida, SoDoesAnInputThatCarriesServicesOfTheCandidateStreamAlone) {
+    poner("A", 2, 12, 2);
+    extraviar("A", 3, 13, 1);
+    e.sintonizar("A", 3, 1, 3);
+    poner("B", 2, 22, 8);
+    poner("B", 3, 23, 9);
+    const Tramo t = unificar();
+    EXPECT_FALSE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11] 1/2[12] 1/3[13]");
+}
+
+TEST_F(Recogida, AnInputMovesWithAllThatItCarries) {
+    // 13 is of the candidate stream, so that it stands on inputs of both modules then.
+    poner("A", 2, 12, 2);
+    extraviar("A", 3, 13, 1);
+    e.sintonizar("A", 3, 1, 3);
+    poner("B", 2, 22, 8);
+    poner("B", 3, 23, 3);
+    const Tramo t = unificar();
+    ASSERT_TRUE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11 13 21] -[] -[]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/2[12] 1/8[22] 1/3[13 23]");
+}
+
+TEST_F(Recogida, TheCandidateStreamLeavesNoInputOfAnotherNetwork) {
+    fabrica::DatosServicio deOtraRed = datos(22, 1);
+    deOtraRed.onid = 2;
+    e.puesto("B", 2, 1, deOtraRed);
+    const Tramo t = unificar();
+    ASSERT_TRUE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "1/1[11 21] -[] -[]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "-[] 2/1[22] -[]");
+}
+
+TEST(RecogidaDeOtraRed, TheInputThatTheCandidateStreamLeavesIsTheFirstToBeTaken) {
+    Escena e({modulo("A", 2, {30000}), modulo("B", 1, {30000})});
+    const auto deLaRed5 = [](int clave) {
+        fabrica::DatosServicio nuevo = datos(clave, 1);
+        nuevo.onid = 5;
+        return nuevo;
+    };
+    e.puesto("A", 1, 1, deLaRed5(11));
+    e.puesto("A", 2, 1, datos(12, 2));
+    e.puesto("B", 1, 1, deLaRed5(21));
+    const Tramo t = PasadaVista(e.motor, 0, 1).tramo(5);
+    ASSERT_TRUE(t.contiene(HECHO));
+    EXPECT_EQ(entradas(t.despues.en("A")), "5/1[11 21] -[]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/2[12]");
+}

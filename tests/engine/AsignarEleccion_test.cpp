@@ -111,6 +111,7 @@ TEST(AsignarEleccion, KeysNotAboveZeroDoNotCountBesideOthers) {
     EXPECT_EQ(elegido({bajas, DOS}, MAX), "7/60");
     EXPECT_EQ(elegido({bajas, DOS}, MIN), "6/10");
     EXPECT_EQ(elegido({{6, 10, {0}}, DOS}, MIN), "7/60") << "nothing eligible on it";
+    EXPECT_EQ(elegido({{6, 10, {-2, -1, 0}}, UNO}, MAX), "7/50") << "the key 1 is above zero";
 }
 
 TEST(AsignarEleccion, KeysNotAboveZeroCountWhenThereAreNoOthers) {
@@ -143,6 +144,10 @@ TEST(AsignarEleccion, MinSeesNoMoreThan99998Services) {
     registro::vaciar();
     EXPECT_EQ(motor.Asignar_listaServicios(modulo, modulo.mapEntradas.at(1), MIN, false), 0);
     EXPECT_EQ(registro::total(), 3u) << "no stream was chosen";
+    // A smaller stream behind it is taken.
+    motor.Mapa_ONIDs.at(7).MapRec_TSIDs[60].MapRec_Services.emplace(1, fabrica::servicio({1, 7, 60}));
+    EXPECT_EQ(motor.Asignar_listaServicios(modulo, modulo.mapEntradas.at(1), MIN, false), 1);
+    EXPECT_EQ(modulo.mapEntradas.at(1).TSID, 60);
     servicios.erase(servicios.begin());
     registro::vaciar();
     registro::callar();

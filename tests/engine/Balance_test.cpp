@@ -291,3 +291,15 @@ TEST(Balance, OneOfTwoEqualKeysMovesAndTheOtherIsLost) {
     EXPECT_EQ(modulo.mapSalidas.at(1).BitRateActual, 3000u);
     EXPECT_EQ(modulo.mapSalidas.at(2).BitRateActual, 1000u);
 }
+
+TEST(Balance, AnEntryWithoutServiceIsNotMovedAndEndsThePair) {
+    for (const std::uint32_t llena : {1U, 2U}) {
+        tMapaModulos mapa;
+        tRec_Modulo& modulo = anadir(mapa, {llena == 1U ? 3U : 0U, llena == 2U ? 3U : 0U});
+        modulo.mapSalidas.at(llena).MapaServicios.emplace(-1, nullptr);
+        EXPECT_EQ(tRecalculo().Load_Balance(&mapa), 1U);
+        EXPECT_EQ(claves(modulo, llena), (Claves{-1, 1, 2, 3}));
+        EXPECT_FALSE(registro::contiene(DE_ACTUAL_A_SIGUIENTE.substr(2)));
+        EXPECT_FALSE(registro::contiene(DE_SIGUIENTE_A_ACTUAL.substr(2)));
+    }
+}

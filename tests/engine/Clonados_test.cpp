@@ -318,3 +318,16 @@ TEST(Clonados, ALoadedCloneJoinsItsParentUnderTheirCommonKey) {
     EXPECT_EQ(r.entrada().MapaServicios.count(10), 2u);
     EXPECT_EQ(std::next(r.salida().MapaServicios.begin())->second, c);
 }
+
+TEST(Clonados, TheParentIsKnownByItsOSIDWhateverItsStream) {
+    Resultado r;
+    r.poner(10, 1, 2);
+    // Another service with the same OSID, of another stream, stands on the input and on an earlier output.
+    const auto otro = r.poner(10, 1, 1);
+    otro->ONID = 8;
+    otro->TSID = 60;
+    r.clon(10);
+    EXPECT_EQ(r.unir(), 1);
+    EXPECT_EQ(r.salida(1).MapaServicios.count(500), 1U);
+    EXPECT_EQ(r.salida(2).MapaServicios.count(500), 0U);
+}

@@ -257,6 +257,23 @@ TEST(Consultas, LooksForIdsOnEveryStreamOfTheWorkingIndex) {
     EXPECT_TRUE(motor.Exist_Service_with_idService());
 }
 
+TEST(Consultas, AStreamWithoutServicesHasNeitherIdsNorTranscodedServices) {
+    tRecalculo motor;
+    motor.Mapa_ONIDs[1].MapRec_TSIDs[1].TSID = 1;
+    EXPECT_FALSE(motor.Exist_Service_with_idService());
+    EXPECT_FALSE(motor.Exist_Transcoding_Service());
+}
+
+TEST(Consultas, OneTranscodedServiceOfAStreamIsEnough) {
+    for (unsigned short cual = 1; cual <= 3; ++cual) {
+        tRecalculo motor;
+        for (unsigned short clave = 1; clave <= 3; ++clave)
+            fabrica::cargar(motor, {clave})->Transcoding = static_cast<unsigned short>(clave == cual);
+        fabrica::preparar(motor);
+        EXPECT_TRUE(motor.Exist_Transcoding_Service()) << cual;
+    }
+}
+
 TEST(Consultas, OnlyTheResourceIsLogged) {
     tRecalculo motor;
     fabrica::cargar(motor, conMAC("A", true));

@@ -4,6 +4,7 @@
 
 #include "support/Fabrica.h"
 #include "support/Registro.h"
+#include "support/SinDepuracion.h"
 
 using namespace zarven;
 
@@ -320,4 +321,29 @@ TEST(Informes, ReportsChangeNothing) {
     motor.Print_Servicios_Resultado(motor.Mapa_ONIDs_Inicial.at(7).MapRec_TSIDs.at(50).MapRec_Services);
     EXPECT_EQ(s.use_count(), usos);
     EXPECT_EQ(motor.Mapa_ONIDs_Inicial.at(7).MapRec_TSIDs.at(50).MapRec_Services.size(), 1u);
+}
+
+TEST(Informes, ANetworkWithoutHomeChannelsShowsZero) {
+    tRecalculo motor;
+    motor.Mapa_HomeChannels[9].ONID = 9;
+    EXPECT_EQ(loQueAnota([&] { motor.Print_Home_Channels(); }).at(3),
+              "7     ~~  \t\t\t1.  ONID: 9 || TSID: 0                                                   ~~");
+}
+
+TEST(Informes, WithTheDebugLevelMaskedNothingIsDumped) {
+    tRecalculo motor;
+    fabrica::cargar(motor, fabrica::DatosModulo());
+    fabrica::cargar(motor, {4});
+    fabrica::cargar(motor, {4});
+    motor.addHomeChannel(7, 50);
+    const SinDepuracion silencio;
+    EXPECT_EQ(loQueAnota([&] {
+                  motor.Print_Mapa_ONIDs();
+                  motor.Print_Mapa_ONIDs(motor.Mapa_ONIDs_Inicial);
+                  motor.Print_MapaServiciosClonados();
+                  motor.Print_Home_Channels();
+                  motor.Print_Mapa_Modulos(motor.Mapa_ModulosCabecera_Inicial);
+                  motor.Print_Mapa_Modulos_original();
+              }),
+              Lineas());
 }

@@ -2,31 +2,21 @@
 
 #include "tRecalculo.h"
 
+#include <algorithm>
 #include <random>
 #include <sstream>
 
 #include <gtest/gtest.h>
-#include <syslog.h>
 
 #include "support/Fabrica.h"
 #include "support/Registro.h"
+#include "support/SinDepuracion.h"
 
 using namespace zarven;
 
 namespace {
 
 using Lineas = std::vector<std::string>;
-
-class SinDepuracion {
-public:
-    SinDepuracion() : anterior(setlogmask(LOG_UPTO(LOG_NOTICE))) {}
-    ~SinDepuracion() { setlogmask(anterior); }
-    SinDepuracion(const SinDepuracion&) = delete;
-    SinDepuracion& operator=(const SinDepuracion&) = delete;
-
-private:
-    int anterior;
-};
 
 // Four modules that compete for a few streams: some services are exchanged, some stay out.
 tRecalculo alAzar(unsigned semilla) {
@@ -115,4 +105,50 @@ TEST(PrincipalSilencio, MaskingTheDebugLevelChangesNothingElse) {
     }
     EXPECT_GT(uniones, 0u) << "the head-ends are too easy";
     EXPECT_GT(permutas, 0u) << "the head-ends are too easy";
+}
+
+TEST(PrincipalSilencio, WhatOnlyTheDebugLogShowsIsNotWorkedOut) {
+    const Lineas detalles = {
+        " itModulo ",
+        " itModuloAux ",
+        " ENTRADA QUE BUSCAMOS ",
+        " ENTRADA ACTUAL ",
+        " itSalida ",
+        " itSalida_Aux ",
+        "itService_Salida->first ",
+        "itService_Salida_Aux->first ",
+        " Evaluando nuevo Servicio Principal ",
+        " Evaluando nuevo Servicio Auxiliar ",
+        "if ( itService_Salida_Aux->second->TSID != TSID ) continue;",
+        " Son diferentes, seguimos",
+        " 1. Si el número de pids libres en el módulo",
+        " Mirar si el cambio también es viable",
+        " BitrateActual ",
+        "[ONID: ",
+        "[ENTRADA ",
+        "||   idService: ",
+    };
+    std::vector<std::size_t> veces(detalles.size());
+    for (unsigned semilla = 0; semilla < 40; ++semilla) {
+        tRecalculo hablando = alAzar(semilla);
+        tRecalculo callando = alAzar(semilla);
+        registro::vaciar();
+        hablando.Main_Recalculo();
+        const Lineas todo = registro::textos();
+        registro::vaciar();
+        const SinDepuracion silencio;
+        callando.Main_Recalculo();
+        const Lineas resto = registro::textos();
+        for (std::size_t i = 0; i < detalles.size(); ++i) {
+            const auto contiene = [&](const std::string& linea) {
+                const auto donde = linea.find(detalles[i]);
+                // Steps of an exchange that are always logged have a blank before the same words.
+                return detalles[i][0] == 'i' ? donde == 0 : donde != std::string::npos;
+            };
+            veces[i] += static_cast<std::size_t>(std::count_if(todo.begin(), todo.end(), contiene));
+            ASSERT_TRUE(std::none_of(resto.begin(), resto.end(), contiene)) << detalles[i];
+        }
+    }
+    for (std::size_t i = 0; i < detalles.size(); ++i)
+        EXPECT_GT(veces[i], 0U) << detalles[i];
 }

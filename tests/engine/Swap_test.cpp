@@ -252,6 +252,37 @@ TEST(Swap, AnInputWithoutCounterpartIsLeftUntouched) {
     EXPECT_EQ(claves(a.mapSalidas.at(2).MapaServicios), Claves{15}) << "its output is swapped all the same";
 }
 
+TEST(Swap, AnInputBehindOneWithoutCounterpartIsSwapped) {
+    tRec_Modulo a = modulo("A");
+    tRec_Modulo b = modulo("B");
+    b.mapEntradas.erase(1);
+    b.mapEntradas.emplace(static_cast<unsigned short>(5), tRec_Entrada(5));
+    poner(a, 1, 40, 1, 1);
+    poner(a, 2, 50, 2, 2);
+    poner(b, 12, 60, 2, 1);
+    EXPECT_EQ(tRecalculo().swapModulos(a, b), tRecalculo::RETURN_OK);
+    EXPECT_EQ(a.mapEntradas.at(1).TSID, 40);
+    EXPECT_EQ(a.mapEntradas.at(2).TSID, 60);
+    EXPECT_EQ(b.mapEntradas.at(2).TSID, 50);
+}
+
+TEST(Swap, AnOutputWithACeilingOfZeroBehindAnotherLosesItsLoad) {
+    // The first output of the other module has a ceiling of zero once it has been taken, and is found again.
+    tRec_Modulo a = modulo("A", {10000, 0});
+    tRec_Modulo b = modulo("B", {10000, 0});
+    poner(a, 1, 40, 1, 1);
+    poner(a, 2, 50, 2, 2);
+    poner(b, 11, 60, 1, 1);
+    poner(b, 12, 70, 2, 2);
+    EXPECT_EQ(tRecalculo().swapModulos(a, b), tRecalculo::RETURN_OK);
+    EXPECT_EQ(claves(a.mapSalidas.at(1).MapaServicios), Claves{11});
+    EXPECT_EQ(claves(a.mapSalidas.at(2).MapaServicios), Claves{});
+    EXPECT_EQ(a.mapSalidas.at(2).NumServicios, 0U);
+    EXPECT_EQ(a.mapSalidas.at(2).BitRateActual, 0U);
+    EXPECT_EQ(claves(b.mapSalidas.at(1).MapaServicios), Claves{1});
+    EXPECT_EQ(claves(b.mapSalidas.at(2).MapaServicios), Claves{});
+}
+
 TEST(Swap, AnOutputWithoutPartnerLeavesTheFirstModuleHalfSwapped) {
     tRec_Modulo a = modulo("A", {10000, 20000, 30000});
     tRec_Modulo b = modulo("B", {10000, 25000, 30000});

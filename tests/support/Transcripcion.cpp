@@ -2,41 +2,60 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "support/Registro.h"
 
+namespace grabado {
+
 namespace {
 
-std::vector<std::string> leer(const std::string& ruta) {
-    std::ifstream archivo(ruta);
-    EXPECT_TRUE(archivo) << "cannot read " << ruta;
+bool graba = false;
+
+std::string ruta(const std::string& nombre) {
+    return std::string(RECALCULO_TRANSCRIPTS) + "/" + nombre + ".txt";
+}
+
+} // namespace
+
+bool grabando() {
+    return graba;
+}
+
+void grabarDesdeAhora() {
+    graba = true;
+}
+
+std::vector<std::string> leer(const std::string& nombre) {
+    // A variable that stayed behind in a shell must neither record nor pass unseen.
+    EXPECT_EQ(std::getenv("RECALCULO_RECORD"), nullptr)
+        << "RECALCULO_RECORD is set: scripts/record.sh records";
+    std::ifstream archivo(ruta(nombre));
+    EXPECT_TRUE(archivo) << "cannot read " << ruta(nombre);
     std::vector<std::string> lineas;
     for (std::string linea; std::getline(archivo, linea);)
         lineas.push_back(linea);
     return lineas;
 }
 
-void grabar(const std::string& ruta) {
-    std::ofstream archivo(ruta);
-    for (const std::string& hecho : registro::hechos())
-        archivo << hecho << '\n';
-    ASSERT_TRUE(archivo.flush()) << "cannot write " << ruta;
+void escribir(const std::string& nombre, const std::vector<std::string>& lineas) {
+    std::ofstream archivo(ruta(nombre));
+    for (const std::string& linea : lineas)
+        archivo << linea << '\n';
+    ASSERT_TRUE(archivo.flush()) << "cannot write " << ruta(nombre);
 }
 
-} // namespace
+} // namespace grabado
 
 void compararTranscripcion(const std::string& nombre) {
-    const std::string ruta = std::string(RECALCULO_TRANSCRIPTS) + "/" + nombre + ".txt";
-    if (std::getenv("RECALCULO_RECORD") != nullptr) {
-        grabar(ruta);
+    const auto& visto = registro::hechos();
+    if (grabado::grabando()) {
+        grabado::escribir(nombre, visto);
         return;
     }
-    const auto esperado = leer(ruta);
-    const auto& visto = registro::hechos();
+    const auto esperado = grabado::leer(nombre);
     for (std::size_t i = 0; i < esperado.size() && i < visto.size(); ++i)
-        ASSERT_EQ(visto[i], esperado[i]) << ruta << ":" << i + 1;
-    ASSERT_EQ(visto.size(), esperado.size()) << ruta << " has another number of lines";
+        ASSERT_EQ(visto[i], esperado[i]) << nombre << ".txt:" << i + 1;
+    ASSERT_EQ(visto.size(), esperado.size()) << nombre << ".txt has another number of lines";
 }
