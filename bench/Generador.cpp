@@ -176,4 +176,25 @@ void cargar(tRecalculo& motor, const Parametros& parametros) {
     Generador(motor, parametros).cargar();
 }
 
+Parametros escasa(std::uint32_t semilla) {
+    Dado dado(semilla * 2654435761U);
+    Parametros p;
+    p.semilla = semilla;
+    p.streams = dado.entre(1, 6);
+    p.serviciosPorStream = {1, dado.entre(1, 8)};
+    p.redes = dado.entre(1, 3);
+    p.clavesRepetidas = dado.porcentaje(25);
+    p.streamSinNumero = dado.porcentaje(10);
+    p.porcentajeTranscoding = dado.porcentaje(60) ? dado.entre(5, 60) : 0;
+    p.porcentajeClones = dado.porcentaje(30) ? dado.entre(5, 40) : 0;
+    p.modulos = dado.entre(1, 4);
+    p.entradas = {dado.entre(0, 1), 2};
+    p.salidas = {dado.entre(0, 1), 3};
+    p.bitrateSalida = {dado.entre(5000, 20000), 38000};
+    p.pidsModulo = {dado.entre(2, 10), dado.entre(10, 30)};
+    p.transcoders = {0, dado.entre(0, 4)};
+    p.holgura = dado.porcentaje(30) ? Holgura::JUSTA : Holgura::ESCASA;
+    return p;
+}
+
 } // namespace generador

@@ -68,6 +68,10 @@ private:
     std::mt19937 motor;
 };
 
+// Small head-ends, most of them too small for their services, of every kind: up to four modules, with clones,
+// transcoding, shared keys, modules without inputs or outputs.
+Parametros escasa(std::uint32_t semilla);
+
 // Loads a head-end into an engine that is still empty. Throws std::logic_error when the engine refuses
 // something, which no parameters make it do.
 void cargar(zarven::tRecalculo& motor, const Parametros& parametros);

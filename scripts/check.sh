@@ -32,10 +32,10 @@ git ls-files 'src/*.cpp' 'tools/*.cpp' | sed 's|/[^/]*$||' | sort -u | sed 's|.*
     xargs -P "$(nproc)" -L 1 bash -c 'as_one_file "$@"' as_one_file
 
 echo "== lint, and what clang++ warns of in the tool"
-cmake --preset gcc >/dev/null
+cmake --preset lint >/dev/null
 # Of what it writes to standard error, all but the number of warnings, most of them in headers of others.
 {
     git ls-files 'src/*.cpp' 'tools/*.cpp' 'tests/tools/*.cpp' |
-        xargs -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-std=c++17 -p build/gcc 2>&1 >&3 |
+        xargs -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-std=c++17 -p build/lint 2>&1 >&3 |
         { grep -Ev '^[0-9]+ warnings? generated\.$' >&2 || [ $? -eq 1 ]; }
 } 3>&1

@@ -15,6 +15,7 @@
 #include "algorithm/Escena.h"
 #include "algorithm/Resumen.h"
 #include "support/Invariantes.h"
+#include "support/Lineas.h"
 #include "support/Registro.h"
 #include "support/Transcripcion.h"
 #include "tRecalculo.h"
@@ -68,14 +69,14 @@ public:
     Ramas() {
         for (const Rama& rama : {
                  // fills, check, uncomplete modules
-                 Rama{" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING", 1000},
-                 Rama{" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT", 1000},
-                 Rama{" RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES", 1000},
+                 Rama{lineas::RELLENO_SIN_TRANSCODING, 1000},
+                 Rama{lineas::COMPROBACION, 1000},
+                 Rama{lineas::INCOMPLETOS, 1000},
                  Rama{"exists_Transcoding_Services 1", 1000},
                  // unify
                  Rama{"ANTES: itModulo->", 1000},
                  Rama{"El intercambio no es problema para la CAM", 1000},
-                 Rama{"Parece que todo a ido bien. Hacemos el intercambio", 200},
+                 Rama{lineas::REUNION, 200},
                  Rama{"status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1", 200},
                  Rama{"status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2", 10},
                  // optimize
@@ -95,7 +96,7 @@ public:
                  Rama{"SUSTITUIMOS CON OTRA ENTRADA", 200},
                  // the driver
                  Rama{"END OPTION", 200},
-                 Rama{"Mapa_Servicios_Procesado NOT EMPTY", 1000},
+                 Rama{lineas::QUEDAN_SERVICIOS, 1000},
                  Rama{"Encontrado el Servicio Padre", 200},
              })
             porLetra[letra(rama.principio)].push_back(rama);
@@ -341,7 +342,7 @@ TEST(Cota, EndsARunThatLogsTooMuch) {
 TEST(Cota, GrantsAStateWhatItsSizeAllows) {
     // The check logs its own line; two more would be the fix-up's.
     Aqui e;
-    e.cota.leer(" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT");
+    e.cota.leer(lineas::COMPROBACION);
     e.cota.leer("PRIMERA ENTRADA VACIA");
     e.cota.leer("SUSTITUIMOS CON OTRA ENTRADA");
     EXPECT_THROW(e.cota.leer("one more"), std::runtime_error);
@@ -349,12 +350,12 @@ TEST(Cota, GrantsAStateWhatItsSizeAllows) {
 
 TEST(Cota, EndsAPassThatGoesThroughTooManyStates) {
     Aqui e;
-    EXPECT_THROW(repetir(e.cota, " RecalculationAlgorithm ---> STATUS_UNIFY_INPUTS"), std::runtime_error);
+    EXPECT_THROW(repetir(e.cota, lineas::UNIFICAR), std::runtime_error);
 }
 
 TEST(Cota, EndsASweepWithTooManyServicesInHand) {
     Aqui e;
-    e.cota.leer(" RecalculationAlgorithm ---> STATUS_OPTIMIZE");
+    e.cota.leer(lineas::OPTIMIZAR);
     e.cota.leer("soy el servicio nº1");
     EXPECT_THROW(e.cota.leer("soy el servicio nº2"), std::runtime_error);
 }
@@ -362,8 +363,8 @@ TEST(Cota, EndsASweepWithTooManyServicesInHand) {
 TEST(Cota, EndsAPassThatOptimizesTooOften) {
     Aqui e;
     for (int n = 0; n < 4; ++n) {
-        e.cota.leer(" RecalculationAlgorithm ---> STATUS_OPTIMIZE");
+        e.cota.leer(lineas::OPTIMIZAR);
         e.cota.leer(" Hemos hecho " + std::to_string(n + 1) + " vueltas del Optimize");
     }
-    EXPECT_THROW(e.cota.leer(" RecalculationAlgorithm ---> STATUS_OPTIMIZE"), std::runtime_error);
+    EXPECT_THROW(e.cota.leer(lineas::OPTIMIZAR), std::runtime_error);
 }

@@ -4,6 +4,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -35,7 +36,7 @@ TEST(ComprobarEntradas, LogsItsLineAndNothingElse) {
     e.libre(datos(1, 1));
     e.libre(datos(2, 2));
     const PasadaVista r(e.motor, MAX, 1);
-    const std::vector<std::string> esperado = {"7  RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT"};
+    const std::vector<std::string> esperado = {lineas::hecho(lineas::COMPROBACION)};
     EXPECT_EQ(r.tramo(3).hechos, esperado);
 }
 
@@ -103,7 +104,7 @@ TEST(Completar, AModuleThatIsNotUncompleteIsPassedOver) {
     e.libre(datos(11, 1));
     const PasadaVista r(e.motor, SIN_RELLENO, 1);
     ASSERT_EQ(r.camino().substr(0, 5), "2 5 4");
-    const std::vector<std::string> esperado = {"7  RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES"};
+    const std::vector<std::string> esperado = {lineas::hecho(lineas::INCOMPLETOS)};
     EXPECT_EQ(r.tramo(4).hechos, esperado);
 }
 
@@ -213,7 +214,7 @@ TEST(Completar, TheStateLogsTheServicesThatItTries) {
     e.libre(datos(11, 1));
     const PasadaVista r(e.motor, SIN_RELLENO, 1);
     const std::vector<std::string> esperado = {
-        "7  RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES",
+        lineas::hecho(lineas::INCOMPLETOS),
         "7 Salida 1 BitrateActual 1000 BitrateMax 20000",
         "7 if ( ( (itSalida->second.BitRateActual (1000) + itService->second->peakBitRate (1000) ) < "
         "itSalida->second.BitRateMax (20000) ) &&  )",

@@ -34,10 +34,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "support/Lineas.h"
 #include "tRecalculo.h"
 
 namespace cota {
 
+using lineas::empieza;
+using lineas::Estado;
 using zarven::tMapaModulos;
 using zarven::tMapaONIDs;
 using zarven::tRecalculo;
@@ -110,28 +113,24 @@ public:
 
 private:
     void interpretar(const std::string& linea) {
-        if (empieza(linea, "BEGIN OPTION")) {
+        if (empieza(linea, lineas::PRINCIPIO_DE_OPCION)) {
             nuevoTrecho = true;
             vueltas = 0;
-        } else if (empieza(linea, " RecalculationAlgorithm ---> STATUS_")) {
-            entrar(linea);
-        } else if (empieza(linea, "soy el servicio")) {
+        } else if (const Estado estado = lineas::estado(linea); estado != Estado::NINGUNO) {
+            entrar(estado, linea);
+        } else if (empieza(linea, lineas::SERVICIO_EN_MANO)) {
             gastar(manos, "more services are in hand than the index held in", dentroDe);
             conceder(deUnServicioEnMano(Medidas(motor.Mapa_ModulosCabecera_Proceso, motor.Mapa_ONIDs)));
         } else if (empieza(linea,
                            "Try_to_Delete_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[0]")) {
             conceder(Medidas(motor.Mapa_ModulosCabecera_Proceso, motor.Mapa_ONIDs).volcadoDelIndice(d));
-        } else if (empieza(linea, " Hemos hecho ")) {
+        } else if (empieza(linea, lineas::VUELTA_DE_OPTIMIZAR)) {
             nuevoTrecho = true;
-        } else if (empieza(linea, "END OPTION") || linea == "Mapa_Servicios_Procesado NOT EMPTY") {
+        } else if (lineas::terminaLaOpcion(linea)) {
             dentroDe = linea;
             lineas = 0;
             conceder(delConductor());
         }
-    }
-
-    static bool empieza(const std::string& linea, const char* principio) {
-        return linea.rfind(principio, 0) == 0;
     }
 
     static void gastar(std::size_t& de, const char* queja, const std::string& donde) {
@@ -145,7 +144,7 @@ private:
         total += cuantas;
     }
 
-    void entrar(const std::string& linea) {
+    void entrar(Estado estado, const std::string& linea) {
         const Medidas m(motor.Mapa_ModulosCabecera_Proceso, motor.Mapa_ONIDs);
         if (nuevoTrecho)
             estados = 6 * m.U + 3 * m.sintonizadas + 6;
@@ -156,15 +155,21 @@ private:
         dentroDe = linea;
         lineas = 0;
         conceder(2 * m.M); // the first-input fix-up, should this state be the last
-        if (linea.find("STATUS_FILL") != std::string::npos) {
+        switch (estado) {
+        case Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING:
+        case Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING:
             conceder(3 + m.I * (7 + m.U * t));
-        } else if (linea.find("STATUS_CHECK") != std::string::npos) {
+            break;
+        case Estado::STATUS_CHECK_EMPTY_INPUT:
             conceder(1);
-        } else if (linea.find("STATUS_UNCOMPLETE") != std::string::npos) {
+            break;
+        case Estado::STATUS_UNCOMPLETE_MODULES:
             conceder(1 + m.I * (2 + m.U * (d + t)));
-        } else if (linea.find("STATUS_UNIFY") != std::string::npos) {
+            break;
+        case Estado::STATUS_UNIFY_INPUTS:
             conceder(1 + 2 * m.M * m.I + m.M + 14 * m.I * m.I + m.volcadoDeModulos(d));
-        } else {
+            break;
+        default:
             conceder(m.streams + 5);
             manos = m.U;
             if (++vueltas > 4)

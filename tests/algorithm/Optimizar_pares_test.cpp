@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "algorithm/EscenaDePermuta.h"
+#include "support/Lineas.h"
 
 using namespace permuta;
 using vista::indice;
@@ -291,7 +292,6 @@ TEST(ParSinEntrada, APairThatPassesIsPassedOverWhenMac0HasNoInputForIt) {
               (Hechos{"7  1. Si el número de pids libres en el módulo .... idService 10 idService_Aux 20 "
                       "idService_Out 30",
                       std::string("7 ") + BITRATE, "sleep 1", "7  Hemos hecho 1 vueltas del Optimize",
-                      "7  Por más que se quiera por este metodo no se pueden añadir más servicios",
-                      "7  status_algorithm 3"}));
+                      lineas::hecho(lineas::NO_SE_PUEDE_MAS), "7  status_algorithm 3"}));
     EXPECT_EQ(indice(t.despues.indice), "1/1[30]");
 }

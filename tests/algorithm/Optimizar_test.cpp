@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "algorithm/EscenaDePermuta.h"
+#include "support/Lineas.h"
 
 using namespace permuta;
 using escena::modulo;
@@ -15,7 +16,7 @@ namespace {
 
 using Hechos = std::vector<std::string>;
 
-constexpr char ESTADO[] = "7  RecalculationAlgorithm ---> STATUS_OPTIMIZE";
+const std::string ESTADO = lineas::hecho(lineas::OPTIMIZAR);
 
 fabrica::DatosServicio deRed(int onid, int clave, int tsid) {
     fabrica::DatosServicio nuevo = datos(clave, tsid);
@@ -61,7 +62,7 @@ TEST(Optimizar, WalksNetworksStreamsAndServicesInAscendingOrder) {
                                 "7 Hay servicios sin asignar con  idServicio: (itService_Out) 4",
                                 "7  MAC 1  y MAC 2  ",
                                 "7  Hemos hecho 1 vueltas del Optimize",
-                                "7  Por más que se quiera por este metodo no se pueden añadir más servicios",
+                                lineas::hecho(lineas::NO_SE_PUEDE_MAS),
                                 "7  status_algorithm 3"}));
 }
 
@@ -158,8 +159,7 @@ TEST(OptimizarResultado, With2AndNothingLeftTheSweepAndThePassEnd) {
     EXPECT_EQ(r.camino(), "2 5 6");
     EXPECT_EQ(r.tramo(6).desde("clear = "),
               (Hechos{"7 clear = 2", "7  Hemos hecho 1 vueltas del Optimize",
-                      "7  Por más que se quiera por este metodo no se pueden añadir más servicios",
-                      "7  status_algorithm 0"}));
+                      lineas::hecho(lineas::NO_SE_PUEDE_MAS), "7  status_algorithm 0"}));
     EXPECT_TRUE(e.motor.Mapa_ONIDs.empty());
 }
 
@@ -186,7 +186,7 @@ TEST(OptimizarVueltas, ServicesThatCanNeverBePlacedAreTriedFourTimes) {
     e.auxiliar();
     e.libre(datos(30, ORIGINAL, 60000));
     const PasadaVista r = e.pasar();
-    EXPECT_EQ(registro::cuantas(" RecalculationAlgorithm ---> STATUS_OPTIMIZE"), 4U);
+    EXPECT_EQ(registro::cuantas(lineas::OPTIMIZAR), 4U);
     for (int vuelta = 1; vuelta <= 4; ++vuelta) {
         EXPECT_TRUE(
             r.tramo(6, vuelta).contiene("Hay servicios sin asignar con  idServicio: (itService_Out) 30"));

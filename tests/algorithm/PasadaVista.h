@@ -5,11 +5,11 @@
 #define ZARVEN_TESTS_PASADAVISTA_H
 
 #include <algorithm>
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "support/Lineas.h"
 #include "support/Registro.h"
 #include "tRecalculo.h"
 
@@ -153,18 +153,6 @@ public:
     const std::vector<std::string>& final() const { return hechosFinales; }
 
 private:
-    static int estadoDe(const std::string& texto) {
-        static const std::map<std::string, int> estados = {
-            {" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING", 1},
-            {" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING", 2},
-            {" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT", 3},
-            {" RecalculationAlgorithm ---> STATUS_UNCOMPLETE_MODULES", 4},
-            {" RecalculationAlgorithm ---> STATUS_UNIFY_INPUTS", 5},
-            {" RecalculationAlgorithm ---> STATUS_OPTIMIZE", 6}};
-        const auto it = estados.find(texto);
-        return it == estados.end() ? 0 : it->second;
-    }
-
     // The last line of the states that can end a pass.
     static bool esUltimaLinea(const std::string& texto) {
         return texto.compare(0, 18, " status_algorithm ") == 0 ||
@@ -175,7 +163,7 @@ private:
     Foto foto() const { return {motor.Mapa_ModulosCabecera_Proceso, motor.Mapa_ONIDs}; }
 
     void leer(const std::string& texto) {
-        const int estado = estadoDe(texto);
+        const int estado = static_cast<int>(lineas::estado(texto));
         if (estado != 0) {
             cerrar();
             Tramo nuevo;

@@ -4,14 +4,15 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::PasadaVista;
 
 namespace {
 
-constexpr char NO_MAS[] = " Por más que se quiera por este metodo no se pueden añadir más servicios";
-constexpr char FIN[] = " RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION";
+const std::string NO_MAS = lineas::NO_SE_PUEDE_MAS;
+const std::string FIN = lineas::FIN_DEL_RELLENO;
 
 // No option at all: the fills place nothing and the pass goes on from unify with what the test set up.
 constexpr int SIN_RELLENO = 0;
@@ -55,8 +56,8 @@ TEST(PasadaEntrada, Resource1NeverEntersTheTranscodingFill) {
         e.libre(conTranscoding(datos(clave, clave)));
     e.libre(datos(4, 4));
     const PasadaVista r(e.motor, MAX, 1);
-    EXPECT_EQ(registro::cuantas(" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING"), 0U);
-    EXPECT_GT(registro::cuantas(" RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING"), 1U);
+    EXPECT_EQ(registro::cuantas(lineas::RELLENO_CON_TRANSCODING), 0U);
+    EXPECT_GT(registro::cuantas(lineas::RELLENO_SIN_TRANSCODING), 1U);
 }
 
 // ---- The pass as a whole ------------------------------------------------------------------------------
@@ -96,7 +97,7 @@ TEST(Pasada, ServicesThatCanNeverBePlacedEndItAfterFourOptimizes) {
     const PasadaVista r(e.motor, MAX, 1);
     EXPECT_EQ(registro::cuantas(" Hemos hecho 4 vueltas del Optimize"), 1U);
     EXPECT_EQ(registro::cuantasEmpiezan(" Hemos hecho "), 4U);
-    EXPECT_EQ(registro::cuantas(" RecalculationAlgorithm ---> STATUS_OPTIMIZE"), 4U);
+    EXPECT_EQ(registro::cuantas(lineas::OPTIMIZAR), 4U);
 }
 
 TEST(Pasada, CountersStartAnewWithEveryPass) {

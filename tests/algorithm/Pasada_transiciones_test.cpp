@@ -4,14 +4,15 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::PasadaVista;
 
 namespace {
 
-constexpr char NO_MAS[] = " Por más que se quiera por este metodo no se pueden añadir más servicios";
-constexpr char FIN[] = " RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION";
+const std::string NO_MAS = lineas::NO_SE_PUEDE_MAS;
+const std::string FIN = lineas::FIN_DEL_RELLENO;
 
 // No option at all: the fills place nothing and the pass goes on from unify with what the test set up.
 constexpr int SIN_RELLENO = 0;
@@ -69,7 +70,7 @@ TEST(PasadaRelleno, WithoutModulesTheTranscodingFillGoesToUnify) {
     const PasadaVista r(e.motor, MAX, 0);
     EXPECT_EQ(r.camino(), "1 5");
     const std::vector<std::string> esperado = {
-        "7  RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING",
+        lineas::hecho(lineas::RELLENO_CON_TRANSCODING),
         std::string("7 ") + NO_MAS,
         std::string("7 ") + FIN,
     };
@@ -81,7 +82,7 @@ TEST(PasadaRelleno, WithoutModulesThePlainFillGoesToUnify) {
     const PasadaVista r(e.motor, MAX, 1);
     EXPECT_EQ(r.camino(), "2 5");
     const std::vector<std::string> esperado = {
-        "7  RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING",
+        lineas::hecho(lineas::RELLENO_SIN_TRANSCODING),
         std::string("7 ") + NO_MAS,
         std::string("7 ") + FIN,
     };
@@ -277,7 +278,7 @@ TEST(PasadaOptimizar, NothingLeftEndsThePass) {
     e.libre(datos(3, 1));
     const PasadaVista r(e.motor, SIN_RELLENO, 1);
     ASSERT_EQ(r.camino(), "2 5 4 6");
-    const std::vector<std::string> esperado = {"7  RecalculationAlgorithm ---> STATUS_OPTIMIZE",
+    const std::vector<std::string> esperado = {lineas::hecho(lineas::OPTIMIZAR),
                                                "7  Hemos hecho 1 vueltas del Optimize",
                                                std::string("7 ") + NO_MAS, "7  status_algorithm 0"};
     EXPECT_EQ(r.tramo(6).hechos, esperado);

@@ -4,6 +4,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -170,7 +171,7 @@ TEST(Rellenar, TheTranscodingFillLogsEveryInputBeforeItIsOffered) {
     e.libre(datos(2, 2));
     const PasadaVista r(e.motor, 2, 0);
     const std::vector<std::string> esperado = {
-        "7  RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING",
+        lineas::hecho(lineas::RELLENO_CON_TRANSCODING),
         "7  RecalculationAlgorithm ---> itEntrada : 1u",
         "7  RecalculationAlgorithm ---> itEntrada : 2u",
         "7 ",
@@ -185,7 +186,7 @@ TEST(Rellenar, TheTranscodingFillLogsEveryInputBeforeItIsOffered) {
         "7 He añadido el servicio: 2",
         "7 ELIMINAMOS EL TSID: 2",
         "7 ELIMINAMOS EL ONID: 1",
-        "7  RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION",
+        lineas::hecho(lineas::FIN_DEL_RELLENO),
     };
     EXPECT_EQ(r.tramo(1).hechos, esperado);
 }
@@ -197,9 +198,8 @@ TEST(Rellenar, ASweepThatPlacedNothingSaysSoBeforeItsLastLine) {
         const PasadaVista r(e.motor, 1, RECURSO_DE[estado]);
         const auto& hechos = r.tramo(estado).hechos;
         ASSERT_GT(hechos.size(), 2U);
-        EXPECT_EQ(hechos[hechos.size() - 2],
-                  "7  Por más que se quiera por este metodo no se pueden añadir más servicios");
-        EXPECT_EQ(hechos.back(), "7  RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION");
+        EXPECT_EQ(hechos[hechos.size() - 2], lineas::hecho(lineas::NO_SE_PUEDE_MAS));
+        EXPECT_EQ(hechos.back(), lineas::hecho(lineas::FIN_DEL_RELLENO));
     }
 }
 
@@ -208,10 +208,8 @@ TEST(Rellenar, ASweepThatPlacedSomethingEndsWithItsLastLineAlone) {
         Escena e({modulo("A", 1, {20000})});
         e.libre(datos(1, 1));
         const PasadaVista r(e.motor, 1, RECURSO_DE[estado]);
-        EXPECT_FALSE(r.tramo(estado).contiene(
-            " Por más que se quiera por este metodo no se pueden añadir más servicios"));
-        EXPECT_EQ(r.tramo(estado).hechos.back(),
-                  "7  RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION");
+        EXPECT_FALSE(r.tramo(estado).contiene(lineas::NO_SE_PUEDE_MAS));
+        EXPECT_EQ(r.tramo(estado).hechos.back(), lineas::hecho(lineas::FIN_DEL_RELLENO));
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -19,7 +20,7 @@ namespace {
 using Hechos = std::vector<std::string>;
 
 constexpr char CANDIDATO[] = "ANTES: itModulo->";
-constexpr char HECHO[] = "7 Parece que todo a ido bien. Hacemos el intercambio";
+const std::string HECHO = lineas::hecho(lineas::REUNION);
 constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
 constexpr char CAM[] = "7 El intercambio no es problema para la CAM";
 constexpr char TRANSCODER[] = "7 El intercambio no es problema para el transcoder";
@@ -313,7 +314,7 @@ TEST(CandidatoListas, EmptyListsNeedNoOutputs) {
     e.sintonizar("A", 1, 1, 1);
     e.sintonizar("B", 1, 1, 1);
     const Tramo t = PasadaVista(e.motor, 0, 1).tramo(5);
-    EXPECT_TRUE(t.contiene(HECHO + 2));
+    EXPECT_TRUE(t.contiene(lineas::REUNION));
     EXPECT_EQ(entradas(t.despues.en("A")), "1/1[]");
     EXPECT_EQ(entradas(t.despues.en("B")), "-[]");
 }
@@ -327,7 +328,7 @@ TEST(CandidatoListas, AServiceGoesByItsOwnStreamWhicheverInputItStandsOn) {
     e.puesto("B", 2, 1, datos(22, 2));
     e.clavar("B", 2, 1, fabrica::servicio(datos(12, 1)));
     const Tramo t = PasadaVista(e.motor, 0, 1).tramo(5);
-    ASSERT_TRUE(t.contiene(HECHO + 2));
+    ASSERT_TRUE(t.contiene(lineas::REUNION));
     EXPECT_TRUE(t.contiene("ListaServiciosSalida_Modulo.size = 3"));
     EXPECT_TRUE(t.contiene("ListaServiciosSalida_Modulo_Aux.size = 2"));
     EXPECT_EQ(entradas(t.despues.en("A")), "1/1[1 11 12]");

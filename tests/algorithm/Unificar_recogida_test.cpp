@@ -7,6 +7,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -16,7 +17,7 @@ using vista::Tramo;
 
 namespace {
 
-constexpr char HECHO[] = "Parece que todo a ido bien. Hacemos el intercambio";
+const std::string HECHO = lineas::REUNION;
 constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
 
 class Recogida : public testing::Test {

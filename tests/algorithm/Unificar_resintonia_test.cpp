@@ -7,6 +7,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -18,7 +19,7 @@ namespace {
 
 using Hechos = std::vector<std::string>;
 
-constexpr char HECHO[] = "Parece que todo a ido bien. Hacemos el intercambio";
+const std::string HECHO = lineas::REUNION;
 constexpr char INCOMPATIBLE[] = "Se ve claramente que este cambio no es compatible, salimos....";
 
 class Resintonia : public testing::Test {

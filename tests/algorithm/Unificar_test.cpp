@@ -5,6 +5,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 using namespace escena;
 using vista::entradas;
@@ -16,7 +17,7 @@ namespace {
 
 using Hechos = std::vector<std::string>;
 
-constexpr char ESTADO[] = "7  RecalculationAlgorithm ---> STATUS_UNIFY_INPUTS";
+const std::string ESTADO = lineas::hecho(lineas::UNIFICAR);
 constexpr char MISMO[] =
     "7 SI es el mismo módulo y tiene la misma entrada configurada, meterlo todo en 1 entrada";
 constexpr char SIN_CONFIGURAR[] = "7 Entradas sin configurar, no se pueden unificar";
@@ -24,7 +25,7 @@ constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compat
 constexpr char POR_REUNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1";
 constexpr char POR_UNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2";
 constexpr char CANDIDATO[] = "ANTES: itModulo->";
-constexpr char HECHO[] = "Parece que todo a ido bien. Hacemos el intercambio";
+const std::string HECHO = lineas::REUNION;
 
 // The first unify of a pass that fills nothing.
 Tramo unificar(Escena& e) {

@@ -25,8 +25,9 @@ programs=(embedded_host minimal_caller)
 compiler=(-DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_CXX_FLAGS="$CXXFLAGS")
 [ -z "${TOOLCHAIN:-}" ] || compiler=(-DCMAKE_TOOLCHAIN_FILE="$TOOLCHAIN" -DCMAKE_CXX_FLAGS="$CXXFLAGS")
 
+# Compiled one by one the library is by the kind `bare`.
 configure() {
-    "$CMAKE" -G Ninja "${compiler[@]}" "$@" >/dev/null
+    "$CMAKE" -G Ninja -DCMAKE_UNITY_BUILD=ON "${compiler[@]}" "$@" >/dev/null
 }
 
 cmake_project() {

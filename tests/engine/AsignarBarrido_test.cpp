@@ -1,6 +1,7 @@
 // A fill sweep offers the working index to input after input. Whatever it remembers between them, each input
 // must be given what it would be given alone.
 
+#include "support/Lineas.h"
 #include "tRecalculo.h"
 
 #include <random>
@@ -16,8 +17,8 @@ namespace {
 
 using Lineas = std::vector<std::string>;
 
-const std::string FIN = "7  RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION";
-const std::string NADA = "7  Por más que se quiera por este metodo no se pueden añadir más servicios";
+const std::string FIN = lineas::hecho(lineas::FIN_DEL_RELLENO);
+const std::string NADA = lineas::hecho(lineas::NO_SE_PUEDE_MAS);
 
 // Three modules with two inputs each and some dozens of services on a few streams: keys around 0, every
 // kind of transcoding, and more load than the outputs take.

@@ -1,5 +1,6 @@
 // A controller that masks the debug level gets the same result, the same notices and the same pauses.
 
+#include "support/Lineas.h"
 #include "tRecalculo.h"
 
 #include <algorithm>
@@ -93,7 +94,7 @@ TEST(PrincipalSilencio, MaskingTheDebugLevelChangesNothingElse) {
         registro::vaciar();
         hablando.Main_Recalculo();
         const Lineas esperado = loVisible();
-        uniones += registro::cuantas("Parece que todo a ido bien. Hacemos el intercambio");
+        uniones += registro::cuantas(lineas::REUNION);
         permutas += registro::cuantasEmpiezan("Eliminaremos el servicio ORIGINAL");
 
         tRecalculo callando = alAzar(semilla);

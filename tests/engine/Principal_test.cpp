@@ -1,5 +1,6 @@
 // The driver: which strategies run, which is kept, and what is left for the caller.
 
+#include "support/Lineas.h"
 #include "tRecalculo.h"
 
 #include <gtest/gtest.h>
@@ -150,7 +151,7 @@ TEST(Principal, AllFourStrategiesRunWhenSomethingIsLeftOut) {
     cargarEmpate(motor);
     correr(motor);
     EXPECT_EQ(opcionesCorridas(), (Lineas{MAX, MAX_MIN, MIN, MIN_MAX}));
-    EXPECT_EQ(registro::cuantas("Mapa_Servicios_Procesado NOT EMPTY"), 4u);
+    EXPECT_EQ(registro::cuantas(lineas::QUEDAN_SERVICIOS), 4u);
     EXPECT_FALSE(registro::contiene("END OPTION  <----------------------------------------------------->"));
 }
 
@@ -300,7 +301,7 @@ TEST(Principal, TheSummaryCountsWhatWasPlacedAndWhatWasNot) {
 }
 
 TEST(Principal, OnlyModelsOneAndThreeLeaveOutTheTranscodingFill) {
-    const std::string transcoding = " RecalculationAlgorithm ---> STATUS_FILL_INPUTS_SERVICE_TRANSCODING";
+    const std::string transcoding = lineas::RELLENO_CON_TRANSCODING;
     tRecalculo motor;
     cargarEmpate(motor);
     correr(motor);

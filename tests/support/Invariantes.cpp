@@ -6,6 +6,8 @@
 #include <tuple>
 #include <utility>
 
+#include "support/Lineas.h"
+
 using namespace zarven;
 
 namespace invariantes {
@@ -247,10 +249,6 @@ void comprobarServicios(const tRecalculo& motor, const tMapaModulos& modulos, co
             lista.violada("lost", "service", servicio->idService, "is nowhere");
 }
 
-bool empieza(const std::string& linea, const char* principio) {
-    return linea.rfind(principio, 0) == 0;
-}
-
 } // namespace
 
 std::vector<std::string> comprobar(const tRecalculo& motor, const tMapaModulos& modulos,
@@ -288,17 +286,18 @@ Vigilante::Vigilante(const tRecalculo& engine) : motor(engine) {
 }
 
 void Vigilante::leer(const std::string& linea) {
-    if (empieza(linea, "BEGIN OPTION")) {
+    using lineas::empieza;
+    if (empieza(linea, lineas::PRINCIPIO_DE_OPCION)) {
         deLaPasada = inicial;
-    } else if (linea == "Parece que todo a ido bien. Hacemos el intercambio") {
+    } else if (linea == lineas::REUNION) {
         deLaPasada.reunion = true;
     } else if (empieza(linea, "No se ha podido")) {
         deLaPasada.fallo = true;
     } else if (empieza(linea, "Try_to_Delete_Service_Input_Output")) {
         deLaPasada.claveCompartida = clavesCompartidas;
         deLaPasada.retiradaDoble = deLaPasada.retiradaDoble || hayDobles();
-    } else if (empieza(linea, " RecalculationAlgorithm ---> STATUS_") || empieza(linea, " Hemos hecho ") ||
-               empieza(linea, "END OPTION") || linea == "Mapa_Servicios_Procesado NOT EMPTY") {
+    } else if (lineas::estado(linea) != lineas::Estado::NINGUNO ||
+               empieza(linea, lineas::VUELTA_DE_OPTIMIZAR) || lineas::terminaLaOpcion(linea)) {
         comprobarProceso(linea);
     } else if (empieza(linea, "Si hemos encontrado una opción mejor")) {
         delResultado = deLaPasada;

@@ -5,14 +5,14 @@
 
 #include "base/streams.h"
 #include "headend/headend_json.h"
-#include "placement/placed_by_hand.h"
+#include "placement/engine_by_hand.h"
 
 namespace zarven::tool {
 namespace {
 
 using Findings = std::vector<std::string>;
 
-class Audit : public PlacedByHand {
+class Audit : public EngineByHand {
 protected:
     /// Two services of one stream, each on an output of module A, and one that is left out.
     Audit() {

@@ -1,7 +1,12 @@
-// Engines brought by hand into the state that a test wants: loaded, with nothing placed and nothing left out.
+// Engines brought by hand into the state that a test wants, also into those that failed exchanges leave
+// behind.
 
 #ifndef RECALCULO_ENGINE_BY_HAND_H
 #define RECALCULO_ENGINE_BY_HAND_H
+
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +27,15 @@ inline Service transcoded(Service made, std::uint16_t transcoding = 1) {
     return made;
 }
 
+/// A head-end of two modules: two inputs and two outputs each, the first with transcoders.
+inline Headend two_modules() {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 2, {10000, 10000}, 8, 1, 2, 1});
+    headend.modules.push_back({"B", 3, false, 2, {10000, 10000}, 8, 0, 0, 0});
+    return headend;
+}
+
+/// A loaded engine whose result is empty: the loaded modules, nothing placed, nothing left out.
 class EngineByHand : public testing::Test {
 protected:
     /// Modules A, B, ... with these inputs and one output each, with the services.
@@ -50,7 +64,12 @@ protected:
 
     std::shared_ptr<tRec_Servicio> loaded(std::size_t index) { return run.engine.listaServicios.at(index); }
     tRec_Modulo& module(const std::string& mac) { return run.engine.Mapa_ModulosCabecera_Final.at(mac); }
-    tRec_Salida& output(const std::string& mac) { return module(mac).mapSalidas.at(1); }
+    tRec_Entrada& input(const std::string& mac, unsigned short number) {
+        return module(mac).mapEntradas.at(number);
+    }
+    tRec_Salida& output(const std::string& mac, unsigned short number = 1) {
+        return module(mac).mapSalidas.at(number);
+    }
 
     void tune(const std::string& mac, unsigned short input, unsigned short tsid) {
         module(mac).mapEntradas.at(input).confEntrada(tsid, 1);
@@ -64,10 +83,33 @@ protected:
         }
     }
 
-    void leave_out(const std::shared_ptr<tRec_Servicio>& left) {
-        run.engine.Mapa_ONIDs_Final[left->ONID].MapRec_TSIDs[left->TSID].MapRec_Services.emplace(
-            left->idService, left);
+    /// Puts a service on an output alone, and counts it there.
+    void put_on_output(const std::string& mac, const std::shared_ptr<tRec_Servicio>& placed,
+                       unsigned short number) {
+        output(mac, number).addServicioALaSalida(placed);
+        ++output(mac, number).NumServicios;
     }
+
+    /// Puts a service on an input, which is tuned to its stream, and on an output, with all the engine's
+    /// counts but those of the transcoders.
+    void place(const std::string& mac, const std::shared_ptr<tRec_Servicio>& placed, unsigned short in,
+               unsigned short out) {
+        input(mac, in).confEntrada(placed->TSID, placed->ONID);
+        module(mac).addService(placed, in, out);
+        ++output(mac, out).NumServicios;
+    }
+
+    /// Puts a clone on an input and an output, free of charge.
+    void attach(const std::string& mac, std::size_t index, unsigned short in, unsigned short out) {
+        module(mac).addService(run.clones.at(index), in, out);
+        run.engine.listaServiciosClonados.clear();
+    }
+
+    void leave_out(const std::shared_ptr<tRec_Servicio>& left, unsigned short tsid) {
+        run.engine.Mapa_ONIDs_Final[left->ONID].MapRec_TSIDs[tsid].MapRec_Services.emplace(left->idService,
+                                                                                           left);
+    }
+    void leave_out(const std::shared_ptr<tRec_Servicio>& left) { leave_out(left, left->TSID); }
 
     EngineRun run;
 };

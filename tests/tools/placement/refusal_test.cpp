@@ -286,27 +286,6 @@ TEST_F(Refusal, WhenEmptyAnInputIsNeeded) {
 
 // ---- Over random head-ends ----------------------------------------------------------------------------
 
-generador::Parametros parameters(std::uint32_t seed) {
-    generador::Dado dice(seed * 2654435761U);
-    generador::Parametros p;
-    p.semilla = seed;
-    p.streams = dice.entre(1, 6);
-    p.serviciosPorStream = {1, dice.entre(1, 8)};
-    p.redes = dice.entre(1, 3);
-    p.clavesRepetidas = dice.porcentaje(25);
-    p.streamSinNumero = dice.porcentaje(10);
-    p.porcentajeTranscoding = dice.porcentaje(60) ? dice.entre(5, 60) : 0;
-    p.porcentajeClones = dice.porcentaje(30) ? dice.entre(5, 40) : 0;
-    p.modulos = dice.entre(1, 4);
-    p.entradas = {dice.entre(0, 1), 2};
-    p.salidas = {dice.entre(0, 1), 3};
-    p.bitrateSalida = {dice.entre(5000, 20000), 38000};
-    p.pidsModulo = {dice.entre(2, 10), dice.entre(10, 30)};
-    p.transcoders = {0, dice.entre(0, 4)};
-    p.holgura = dice.porcentaje(30) ? generador::Holgura::JUSTA : generador::Holgura::ESCASA;
-    return p;
-}
-
 /// The engine's own answer, on a whole copy of the module.
 bool engine_takes(tRec_Modulo module, const std::shared_ptr<tRec_Servicio>& service) {
     tRec_Entrada input(1);
@@ -346,7 +325,7 @@ TEST(RefusalOverRandomHeadends, OurLimitsAreTheEngines) {
     for (std::uint32_t seed = 1; seed <= 1000 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         EngineRun run;
-        generador::cargar(run.engine, parameters(seed));
+        generador::cargar(run.engine, generador::escasa(seed));
         run.engine.Main_Recalculo();
         const FinalState state(run);
         for (const auto& service : run.engine.listaServicios)

@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "placement/audit.h"
-#include "placement/placed_by_hand.h"
+#include "placement/engine_by_hand.h"
 #include "placement/reason.h"
 
 namespace zarven::tool {
 namespace {
 
-using ResultOfHand = PlacedByHand;
+using ResultOfHand = EngineByHand;
 
 TEST(ResultOf, ARealRun) {
     Headend headend = two_modules();

@@ -11,8 +11,8 @@
 #include "base/streams.h"
 #include "failure_message.h"
 #include "headend/headend_json.h"
+#include "placement/engine_by_hand.h"
 #include "placement/host.h"
-#include "placement/placed_by_hand.h"
 #include "placement/result_json.h"
 
 namespace zarven::tool {

@@ -28,9 +28,9 @@ struct PlacedService {
     Absence absence = Absence::neither;
 };
 
-using Identity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
+using FullIdentity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
 
-Identity identity_of(const ServiceResult& service) {
+FullIdentity full_identity_of(const ServiceResult& service) {
     return {service.stream.onid, service.stream.tsid, service.lcn, service.sid, service.name};
 }
 
@@ -67,7 +67,7 @@ private:
              Absence absence = Absence::neither) {
         if (service.is_clone)
             return;
-        PlacedService& placed = found_[identity_of(service)];
+        PlacedService& placed = found_[full_identity_of(service)];
         placed.service = service;
         if (place && !place->outputs.empty())
             placed.places.push_back(*place);
@@ -75,7 +75,7 @@ private:
             placed.absence = absence;
     }
 
-    std::map<Identity, PlacedService> found_;
+    std::map<FullIdentity, PlacedService> found_;
 };
 
 class Comparing {
