@@ -42,10 +42,12 @@ protected:
         size.ws_col = 72;
         child_ = forkpty(&screen_, nullptr, nullptr, &size);
         if (child_ == 0) {
-            // The terminal would throw away what the program writes at the very moment of Ctrl-C.
+            // The terminal would throw away what the program writes at the very moment of Ctrl-C, and show a ^C
+            // of its own before it or behind it.
             termios settings{};
             tcgetattr(STDIN_FILENO, &settings);
             settings.c_lflag |= NOFLSH;
+            settings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
             tcsetattr(STDIN_FILENO, TCSANOW, &settings);
             // The test may have been started with it ignored.
             std::signal(SIGINT, SIG_DFL);
