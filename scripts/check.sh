@@ -24,8 +24,8 @@ echo "== each folder as one file"
 # As those presets compile it that build in unity. Forwards and backwards, because a name hides another only behind it.
 as_one_file() { # FOLDER ORDER
     printf '#include "%s"\n' "$1"/*.cpp | sort "$2" |
-        g++ -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -I. -Iinclude -Itools/recalculo \
-            -DRECALCULO_VERSION='""' -fsyntax-only -x c++ -
+        g++ -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -I. -Iinclude -Isrc/reglas \
+            -Itools/recalculo -DRECALCULO_RELEASED='""' -fsyntax-only -x c++ -
 }
 export -f as_one_file
 git ls-files 'src/*.cpp' 'tools/*.cpp' | sed 's|/[^/]*$||' | sort -u | sed 's|.*|& --unique\n& --reverse|' |

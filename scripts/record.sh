@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}"
 
-programs=(algorithm/Transcripciones_test engine/PrincipalTranscripciones_test algorithm/Azar_test)
+programs=(algorithm/algorithm_test engine/engine_test algorithm/Azar_test)
 cmake --preset gcc >/dev/null
 cmake --build --preset gcc --target "${programs[@]##*/}" -- --quiet
 for program in "${programs[@]}"; do

@@ -67,7 +67,7 @@ cat <<END
 
 The sources are version $version. $tarball
   sha256 $sum
-What is left, when .ci/run and scripts/package.sh (also with armhf) have passed:
+What is left, when .ci/run and scripts/full.sh have passed:
   git add -A && git commit -m "Release $version"
   git tag -s v$version -m "Recalculo $version"
   upload the tarball to the folder that packaging/debian/watch and the recipe name

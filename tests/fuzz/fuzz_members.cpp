@@ -159,9 +159,10 @@ private:
     }
 
     void colocarServicio(tMapaModulos::iterator modulo, tMapaEntradas::iterator entrada) {
-        const auto onid = alguna(indice());
+        auto& redes = indice();
+        const auto onid = alguna(redes);
         tMapaServicios* servicios = &entrada->second.MapaServicios;
-        if (onid != motor.Mapa_ONIDs.end() && onid != motor.Mapa_ONIDs_Final.end()) {
+        if (onid != redes.end()) {
             const auto tsid = alguna(onid->second.MapRec_TSIDs);
             if (tsid != onid->second.MapRec_TSIDs.end() && bytes.una_de(2))
                 servicios = &tsid->second.MapRec_Services;
