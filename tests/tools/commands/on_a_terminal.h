@@ -42,8 +42,8 @@ protected:
         size.ws_col = 72;
         child_ = forkpty(&screen_, nullptr, nullptr, &size);
         if (child_ == 0) {
-            // The terminal would throw away what the program writes at the very moment of Ctrl-C, and show a ^C
-            // of its own before it or behind it.
+            // The terminal would throw away what the program writes at the very moment of Ctrl-C, and show a
+            // ^C of its own before it or behind it.
             termios settings{};
             tcgetattr(STDIN_FILENO, &settings);
             settings.c_lflag |= NOFLSH;
