@@ -14,16 +14,17 @@
 // (write.h) makes JSON of it, and FieldLister (describe.h) lists what there is to know of it, of which the
 // JSON Schemas and the tables of keys in the manual are made. All take these calls:
 //
-//     required(key, value, meaning)            always written; a reader misses it, unless it came in a later
-//     version unless_empty(key, value, meaning)        a text or list, written where there is any
+//     required(key, value, meaning)            always written; a reader misses it, unless it is of a later
+//                                              version
+//     unless_empty(key, value, meaning)        a text or list, written where there is any
 //     if_true(key, value, meaning)             written where it is true
 //     where(condition, key, value, meaning)    written where the condition holds
 //     optional(key, value, fallback, meaning)  for what people write: may be absent, and is written where it
-//     is not
-//                                              the fallback, which is a value or `Derived` from fields before
-//                                              it
+//                                              is not the fallback, which is a value, or `Derived` from the
+//                                              fields before it
 //     estimated(key, value, derived, meaning)  the same, but always written: it may be an estimate to be
-//     corrected flag(key, value, meaning)                0 by default; true stands for 1, and false for 0
+//                                              corrected
+//     flag(key, value, meaning)                0 by default; true stands for 1, and false for 0
 //
 // Meanings are told in the manual and, without the backquotes, in the schema. A value is a text, a number,
 // true or false, a record, an enumeration with `Words`, a list or optional of such, or one of the wrappers
