@@ -1,48 +1,12 @@
 #include "headend/headend_json.h"
 
-#include <fmt/format.h>
-
 #include "headend/headend_fields.h"
 #include "records/json_cursor.h"
+#include "records/json_layout.h"
 #include "records/read.h"
 #include "records/write.h"
 
 namespace zarven::tool {
-
-namespace {
-
-using nlohmann::ordered_json;
-
-/// A text, a number, true or false, or a list of such with a blank after each comma.
-std::string spaced(const ordered_json& value) {
-    if (!value.is_array())
-        return value.dump();
-    std::string entries;
-    for (const ordered_json& entry : value)
-        entries += (entries.empty() ? "" : ", ") + entry.dump();
-    return "[" + entries + "]";
-}
-
-/// `{ "key": value, ... }` on one line.
-std::string on_one_line(const ordered_json& object) {
-    std::string line;
-    for (const auto& member : object.items())
-        line += fmt::format("{}{}: {}", line.empty() ? "" : ", ", ordered_json(member.key()).dump(),
-                            spaced(member.value()));
-    return "{ " + line + " }";
-}
-
-/// Each record of a list on a line of its own.
-std::string on_lines(const ordered_json& value) {
-    if (!value.is_array())
-        return value.dump();
-    std::string lines;
-    for (const ordered_json& record : value)
-        lines += (lines.empty() ? "\n    " : ",\n    ") + on_one_line(record);
-    return "[" + lines + (lines.empty() ? "]" : "\n  ]");
-}
-
-} // namespace
 
 void check_kind(const Document& document) {
     const char* expected = "a head-end";
@@ -78,12 +42,8 @@ Module read_module(const std::string& file, const std::string& text) {
 }
 
 std::string write_headend(const Headend& headend) {
-    const ordered_json json = json_of(headend);
-    std::string members;
-    for (const auto& member : json.items())
-        members += fmt::format("{}\n  \"{}\": {}", members.empty() ? "" : ",", member.key(),
-                               on_lines(member.value()));
-    return "{" + members + "\n}\n";
+    const std::size_t levels_of_lists = 2;
+    return laid_out(json_of(headend), {levels_of_lists});
 }
 
 const RecordDescription& headend_description() {

@@ -12,6 +12,8 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "records/json_layout.h"
+
 namespace zarven::tool {
 
 namespace {
@@ -216,43 +218,11 @@ private:
     ordered_json definitions_ = ordered_json::object();
 };
 
-/// On one line if it fits there, behind so many characters.
-std::string laid_out(const ordered_json& value, std::size_t before, std::size_t indent);
-
-std::string on_one_line(const ordered_json& value) {
-    if (!value.is_structured())
-        return value.dump();
-    std::string inside;
-    for (const auto& member : value.items())
-        inside += fmt::format("{}{}{}", inside.empty() ? "" : ", ",
-                              value.is_object() ? ordered_json(member.key()).dump() + ": " : "",
-                              on_one_line(member.value()));
-    return value.is_object() ? "{ " + inside + " }" : "[" + inside + "]";
-}
-
-std::string on_lines(const ordered_json& value, std::size_t indent) {
-    const std::string begin = "\n" + std::string(indent + 2, ' ');
-    std::string inside;
-    for (const auto& member : value.items()) {
-        const std::string key = value.is_object() ? ordered_json(member.key()).dump() + ": " : "";
-        inside += (inside.empty() ? "" : ",") + begin + key +
-                  laid_out(member.value(), indent + 2 + key.size(), indent + 2);
-    }
-    const std::string end = "\n" + std::string(indent, ' ');
-    return value.is_object() ? "{" + inside + end + "}" : "[" + inside + end + "]";
-}
-
-std::string laid_out(const ordered_json& value, std::size_t before, std::size_t indent) {
-    const std::size_t most_columns = 120;
-    const std::string line = on_one_line(value);
-    const bool fits = before + line.size() + std::string(",").size() <= most_columns;
-    return fits || value.empty() || !value.is_structured() ? line : on_lines(value, indent);
-}
-
 } // namespace
 
 std::string schema_text(const RecordDescription& document, const std::string& title) {
-    return on_lines(SchemaMaker().document(document, title), 0) + "\n";
+    const std::size_t most_columns = 120;
+    return laid_out(SchemaMaker().document(document, title), {1, most_columns});
 }
 
 } // namespace zarven::tool
