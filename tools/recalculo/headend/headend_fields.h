@@ -38,6 +38,13 @@ template <class Visitor, class Record> void visit_limits(Visitor& visit, Record&
     visit.optional("aux_transcoders", module.aux_transcoders, 0, "Transcoders for clones");
 }
 
+/// All of a module but what tells it from others.
+template <class Visitor, class Record> void visit_all_but_mac(Visitor& visit, Record& module) {
+    visit_model(visit, module);
+    visit.optional("controller", module.controller, false, "The module is the head-end controller");
+    visit_limits(visit, module);
+}
+
 template <> struct Fields<Module> {
     static constexpr const char* name = "module";
     static constexpr const char* meaning = "A processing module";
@@ -46,9 +53,22 @@ template <> struct Fields<Module> {
         visit.required(
             "mac", filled(module.mac),
             "Identity of the module; each may come once. Modules are filled in ascending order of it");
-        visit_model(visit, module);
-        visit.optional("controller", module.controller, false, "The module is the head-end controller");
-        visit_limits(visit, module);
+        visit_all_but_mac(visit, module);
+    }
+};
+
+/// A module in a file of its own, where it stands for its kind.
+struct SingleModule {
+    Module module;
+};
+
+template <> struct Fields<SingleModule> {
+    static constexpr const char* name = "module";
+    static constexpr const char* meaning = "A module outside of a head-end";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& single) {
+        visit.optional("mac", single.module.mac, "", "Identity of the module, which nobody asks for");
+        visit_all_but_mac(visit, single.module);
     }
 };
 

@@ -30,11 +30,9 @@ Headend read_headend(const std::string& file, const std::string& text) {
 }
 
 Module read_module(const std::string& file, const std::string& text) {
-    Document document(file, text);
-    if (document.is_object() && !document.has("modules")) {
-        document.value().emplace("mac", "");
-        return read_record<Module, UnknownKeys::refused>(document);
-    }
+    const Document document(file, text);
+    if (document.is_object() && !document.has("modules"))
+        return read_record<SingleModule, UnknownKeys::refused>(document).module;
     const Headend headend = read_headend(document);
     if (headend.modules.size() != 1)
         JsonCursor(document.file(), document.value()).member("modules").complain("just one module");
