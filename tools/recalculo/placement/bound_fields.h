@@ -58,14 +58,13 @@ inline std::array<ToldLimit, std::size(bound_words)> limits_of(const Bound& boun
 
 template <> struct Fields<ToldBound> {
     static constexpr const char* name = "bound";
-    static constexpr const char* meaning = "How many services any arrangement could place";
+    static constexpr const char* meaning =
+        "How many services any arrangement could place, beside what became of them in the engine";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
         visit_name(visit, told.name);
-        visit.required("loaded", count(told.bound.loaded), "All services");
-        visit.required("placed", count(told.counts.placed), "Placed by the engine");
-        visit.required("left_out", count(told.counts.left_out), "Left out by the engine");
-        visit.required("neither", count(told.counts.neither), "Neither placed nor left out");
+        visit_loaded(visit, told.bound);
+        visit_outcome(visit, told.counts);
         visit.required("bound", count(told.bound.most), "No arrangement places more");
         visit.required("limits", limits_of(told.bound), "What each limit alone allows");
         visit.required("impossible", told_as<ServiceWithReason>(told.bound.impossible),

@@ -17,7 +17,7 @@ template <> struct Fields<Place> {
     static constexpr const char* meaning = "Where a service comes in and goes out on one module";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& place) {
-        visit.required("mac", place.mac, "Identity of the module");
+        visit_mac(visit, place);
         visit.required("input", place.input, "Number of the input; 0 if none has it");
         visit.required("outputs", filled(place.outputs), "Numbers of the outputs");
     }
@@ -52,8 +52,8 @@ template <> struct Fields<InputChange> {
     static constexpr const char* meaning = "An input that is not tuned as before";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& change) {
-        visit.required("mac", change.mac, "Identity of the module");
-        visit.required("number", change.number, "Number of the input, from 1");
+        visit_mac(visit, change);
+        visit_input_number(visit, change);
         visit.required("before", stream_if(change.was_tuned, change.before),
                        "What it received; null for a free input");
         visit.required("after", stream_if(change.is_tuned, change.after),
@@ -72,7 +72,7 @@ template <> struct Fields<TightLimit> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& limit) {
         visit.required("limit", limit.kind, "Inputs and PIDs of a module, bitrate of an output in kbit/s");
-        visit.required("mac", limit.mac, "Identity of the module");
+        visit_mac(visit, limit);
         visit.where(if_one_of("limit", limit.kind, TightKind::bitrate), "output", limit.output,
                     "Of a bitrate: number of the output");
         visit.required("used", count(limit.used), "In use");
@@ -91,6 +91,10 @@ template <> struct Fields<Side> {
     }
 };
 
+inline constexpr const char* meaning_of_gained = "Placed after and not before";
+inline constexpr const char* meaning_of_lost = "Placed before and not after";
+inline constexpr const char* meaning_of_moved = "Placed in both, in other places";
+
 /// The numbers of services in a comparison.
 struct ComparisonCounts {
     std::size_t gained = 0;
@@ -105,9 +109,9 @@ template <> struct Fields<ComparisonCounts> {
     static constexpr const char* meaning = "Numbers of services";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& counts) {
-        visit.required("gained", count(counts.gained), "Placed after and not before");
-        visit.required("lost", count(counts.lost), "Placed before and not after");
-        visit.required("moved", count(counts.moved), "Placed in both, in other places");
+        visit.required("gained", count(counts.gained), meaning_of_gained);
+        visit.required("lost", count(counts.lost), meaning_of_lost);
+        visit.required("moved", count(counts.moved), meaning_of_moved);
         visit.required("unmoved", count(counts.unmoved), "Placed in both, in the same places");
         visit.required("never_placed", count(counts.never_placed), "Placed in neither");
     }
@@ -124,9 +128,9 @@ template <> struct Fields<Comparison> {
                        "The numbers of services");
         visit.required("before", comparison.before, "The first placement");
         visit.required("after", comparison.after, "The second placement");
-        visit.required("gained", comparison.gained, "Placed after and not before");
-        visit.required("lost", comparison.lost, "Placed before and not after");
-        visit.required("moved", comparison.moved, "Placed in both, in other places");
+        visit.required("gained", comparison.gained, meaning_of_gained);
+        visit.required("lost", comparison.lost, meaning_of_lost);
+        visit.required("moved", comparison.moved, meaning_of_moved);
         visit.required("modules_gone", comparison.modules_gone, "MACs");
         visit.required("modules_new", comparison.modules_new, "MACs");
         visit.required("inputs_freed", comparison.inputs_freed, "Tuned before and not after");

@@ -37,7 +37,7 @@ template <> struct Fields<OutputRoom> {
     static constexpr const char* meaning = "An output and what the service lacks on it";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& output) {
-        visit.required("number", output.number, "Number of the output, from 1");
+        visit_output_number(visit, output);
         visit.required("bitrate", output.bitrate, "In use in kbit/s");
         visit.required("bitrate_max", output.bitrate_max, "Maximum in kbit/s");
         visit.required("short_by", count(output.short_by), "To be freed in kbit/s; 0 if the service fits");
@@ -86,7 +86,7 @@ template <> struct Fields<ModuleRefusal> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& refusal) {
         const Room& room = refusal.room;
-        visit.required("mac", refusal.mac, "Identity of the module");
+        visit_mac(visit, refusal);
         visit.required("carried_on", refusal.carried_on, "Its outputs that carry the service");
         visit.required("limit", refusal.limit, "The first limit that is in the way");
         visit.required("inputs", count(refusal.inputs), "Number of inputs");

@@ -10,6 +10,18 @@ namespace zarven::tool {
 
 inline constexpr const char* meaning_of_warnings = "What does not add up, one sentence each; empty as a rule";
 
+template <class Visitor, class Record> void visit_mac(Visitor& visit, Record& record) {
+    visit.required("mac", record.mac, "Identity of the module");
+}
+
+template <class Visitor, class Record> void visit_input_number(Visitor& visit, Record& input) {
+    visit.required("number", input.number, "Number of the input, from 1");
+}
+
+template <class Visitor, class Record> void visit_output_number(Visitor& visit, Record& output) {
+    visit.required("number", output.number, "Number of the output, from 1");
+}
+
 template <class Visitor, class Record> void visit_stream(Visitor& visit, Record& stream) {
     visit.required("onid", stream.onid, "Original network id");
     visit.required("tsid", stream.tsid, "Transport stream id");
@@ -115,7 +127,7 @@ template <> struct Fields<InputResult> {
     static constexpr const char* meaning = "An input; it receives one stream";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& input) {
-        visit.required("number", input.number, "Number of the input, from 1");
+        visit_input_number(visit, input);
         visit.required("tuned", input.is_tuned, "It receives a stream");
         visit.where(if_so("tuned", input.is_tuned), "onid", input.stream.onid,
                     "If it is tuned: original network id of the stream");
@@ -130,7 +142,7 @@ template <> struct Fields<OutputResult> {
     static constexpr const char* meaning = "An output";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& output) {
-        visit.required("number", output.number, "Number of the output, from 1");
+        visit_output_number(visit, output);
         visit.required("bitrate", output.bitrate, "In use in kbit/s, by the engine's count");
         visit.required("bitrate_max", output.bitrate_max, "Maximum in kbit/s; what is in use stays below");
         visit.required("service_count", output.service_count,
@@ -155,7 +167,7 @@ template <> struct Fields<ModuleResult> {
     static constexpr const char* meaning = "A processing module";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& module) {
-        visit.required("mac", module.mac, "Identity of the module");
+        visit_mac(visit, module);
         visit.required("model", module.model, "Model number");
         visit.required("controller", module.is_controller, "The module is the head-end controller");
         visit.required("pids", module.pids, "PIDs that the services on the outputs need");
@@ -183,12 +195,26 @@ template <> struct Fields<StreamResult> {
     }
 };
 
+template <class Visitor, class Record> void visit_loaded(Visitor& visit, Record& counts) {
+    visit.required("loaded", count(counts.loaded), "All services");
+}
+
+template <class Visitor, class Record> void visit_placed_and_left_out(Visitor& visit, Record& counts) {
+    visit.required("placed", count(counts.placed), "Services on one output at least");
+    visit.required("left_out", count(counts.left_out), "Services left out");
+}
+
+/// What became of the services.
+template <class Visitor, class Record> void visit_outcome(Visitor& visit, Record& counts) {
+    visit_placed_and_left_out(visit, counts);
+    visit.required("neither", count(counts.neither), "Services neither placed nor left out",
+                   Since::a_later_version);
+}
+
 /// Those of all services.
 template <class Visitor, class Record> void visit_counts(Visitor& visit, Record& counts) {
-    visit.required("loaded", count(counts.loaded), "All services");
-    visit.required("placed", count(counts.placed), "On one output at least");
-    visit.required("left_out", count(counts.left_out), "Left out");
-    visit.required("neither", count(counts.neither), "Neither placed nor left out", Since::a_later_version);
+    visit_loaded(visit, counts);
+    visit_outcome(visit, counts);
 }
 
 template <> struct Fields<Counts> {

@@ -50,8 +50,7 @@ template <> struct Fields<Attempt> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& attempt) {
         visit.required("number", count(attempt.number), "Further modules");
-        visit.required("placed", count(attempt.placed), "On one output at least");
-        visit.required("left_out", count(attempt.left_out), "Left out");
+        visit_placed_and_left_out(visit, attempt);
         visit.required("warnings", count(attempt.findings), "Number of findings");
     }
 };
@@ -92,7 +91,7 @@ template <> struct Fields<Raise> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& raise) {
         visit.required("limit", raise.kind, "Kind of limit");
-        visit.required("mac", raise.mac, "Identity of the module");
+        visit_mac(visit, raise);
         visit.where(if_one_of("limit", raise.kind, LimitKind::bitrate, LimitKind::one_more_output), "output",
                     count(raise.output), "Number of the output, from 1, where it is about one");
         visit.required("from", raise.from, "What it is; 0 for one more output");
@@ -105,18 +104,14 @@ template <> struct Fields<Raise> {
 
 template <> struct Fields<Sizing> {
     static constexpr const char* name = "sizing";
-    static constexpr const char* meaning = "What to change so that everything is placed";
+    static constexpr const char* meaning =
+        "What to change so that everything is placed; the members up to `warnings` are about the head-end "
+        "as it is";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& sizing) {
         visit_name(visit, sizing.name);
-        visit.required("loaded", count(sizing.now.loaded), "All services");
-        visit.required("placed", count(sizing.now.placed),
-                       "On one output at least, in the head-end as it is");
-        visit.required("left_out", count(sizing.now.left_out), "Left out, in the head-end as it is");
-        visit.required("neither", count(sizing.now.neither),
-                       "Neither placed nor left out, in the head-end as it is");
-        visit.required("warnings", sizing.warnings,
-                       "What does not add up in the head-end as it is, one sentence each; empty as a rule");
+        visit_counts(visit, sizing.now);
+        visit.required("warnings", sizing.warnings, meaning_of_warnings);
         visit.required("most", count(sizing.most), "The most modules to add");
         visit.required("add", sizing.addition, "What further modules of one kind bring");
         visit.required("raise", sizing.raises,

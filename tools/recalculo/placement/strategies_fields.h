@@ -44,9 +44,7 @@ template <> struct Fields<ToldStrategy> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
         const Strategy& strategy = told.strategy;
         visit.required("name", StrategyName{strategy.name}, "Name of the strategy");
-        visit.required("placed", count(strategy.placed), "Services on one output at least");
-        visit.required("left_out", count(strategy.left_out), "Services left out");
-        visit.required("neither", count(strategy.neither), "Neither placed nor left out");
+        visit_outcome(visit, strategy);
         visit.required("left_out_counted", count(strategy.left_out_counted),
                        "The engine's count, which it compares");
         visit.required("inputs_used", count(strategy.inputs_used), "Inputs in use");
