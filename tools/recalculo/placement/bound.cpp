@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <utility>
@@ -238,12 +239,18 @@ Bound Relaxation::bound() && {
     // Rounding errors are far smaller than this, and must not lower a bound that is a whole number.
     const double tolerance = 1e-6;
     const auto together = static_cast<std::size_t>(std::floor(least_value(0) + tolerance));
-    bound_.most = std::min({together, bound_.inputs.allows, bound_.bitrate.allows, bound_.pids.allows,
-                            bound_.transcoders.allows, bound_.places.allows});
+    bound_.most = together;
+    for (const BoundKind& kind : bound_kinds)
+        bound_.most = std::min(bound_.most, (bound_.*kind.member).allows);
     return std::move(bound_);
 }
 
 } // namespace
+
+const BoundKind& kind_of(BoundLimit Bound::*member) {
+    return *std::find_if(std::begin(bound_kinds), std::end(bound_kinds),
+                         [member](const BoundKind& kind) { return kind.member == member; });
+}
 
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
     return Relaxation(loaded, modules).bound();

@@ -35,6 +35,24 @@ struct Bound {
     std::size_t most = 0;
 };
 
+/// A kind of limit, by its place in a bound, and what it is called.
+struct BoundKind {
+    BoundLimit Bound::*member;
+    const char* key;
+    const char* heading;
+    const char* one;
+    const char* several;
+};
+
+inline constexpr BoundKind bound_kinds[] = {
+    {&Bound::inputs, "inputs", "Inputs", "input", "inputs"},
+    {&Bound::bitrate, "bitrate", "Bitrate of outputs, kbit/s", "kbit/s of outputs", "kbit/s of outputs"},
+    {&Bound::pids, "pids", "PIDs", "PID", "PIDs"},
+    {&Bound::transcoders, "transcoders", "Transcoders", "transcoder", "transcoders"},
+    {&Bound::places, "places", "Places on outputs", "place on outputs", "places on outputs"}};
+
+const BoundKind& kind_of(BoundLimit Bound::*member);
+
 /// Bounds what a loaded engine could place; `modules` may be others than its own.
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
 

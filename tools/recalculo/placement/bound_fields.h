@@ -12,20 +12,20 @@
 
 namespace zarven::tool {
 
-/// A limit by its place in a bound.
-using BoundMember = BoundLimit Bound::*;
-
-inline constexpr Word<BoundMember> bound_words[] = {{&Bound::inputs, "inputs"},
-                                                    {&Bound::bitrate, "bitrate"},
-                                                    {&Bound::pids, "pids"},
-                                                    {&Bound::transcoders, "transcoders"},
-                                                    {&Bound::places, "places"}};
-
-template <> struct Words<BoundMember> : WordTable<BoundMember, bound_words> {};
-
 struct ToldLimit {
-    BoundMember which = &Bound::inputs;
+    const BoundKind* kind = &bound_kinds[0];
     BoundLimit limit;
+};
+
+template <> struct Words<const BoundKind*> {
+    static constexpr const char* name = "";
+    static std::vector<std::string> all() {
+        std::vector<std::string> words;
+        for (const BoundKind& kind : bound_kinds)
+            words.emplace_back(kind.key);
+        return words;
+    }
+    static const char* of(const BoundKind* kind) { return kind->key; }
 };
 
 template <> struct Fields<ToldLimit> {
@@ -33,7 +33,7 @@ template <> struct Fields<ToldLimit> {
     static constexpr const char* meaning = "One kind of limit, when all others are forgotten";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
-        visit.required("limit", told.which, "Kind of limit; bitrate in kbit/s, places are those on outputs");
+        visit.required("limit", told.kind, "Kind of limit; bitrate in kbit/s, places are those on outputs");
         visit.required("capacity", count(told.limit.capacity), "Usable in all modules");
         visit.required("wanted", count(told.limit.wanted),
                        "Wanted by all services that some module could take");
@@ -49,10 +49,10 @@ struct ToldBound {
     std::vector<std::string> warnings;
 };
 
-inline std::array<ToldLimit, std::size(bound_words)> limits_of(const Bound& bound) {
-    std::array<ToldLimit, std::size(bound_words)> limits;
+inline std::array<ToldLimit, std::size(bound_kinds)> limits_of(const Bound& bound) {
+    std::array<ToldLimit, std::size(bound_kinds)> limits;
     for (std::size_t index = 0; index < limits.size(); ++index)
-        limits[index] = {bound_words[index].value, bound.*bound_words[index].value};
+        limits[index] = {&bound_kinds[index], bound.*bound_kinds[index].member};
     return limits;
 }
 

@@ -13,19 +13,6 @@ namespace zarven::tool {
 
 namespace {
 
-struct NamedLimit {
-    const char* name;
-    const BoundLimit& limit;
-};
-
-std::vector<NamedLimit> limits_of(const Bound& bound) {
-    return {{"Inputs", bound.inputs},
-            {"Bitrate of outputs, kbit/s", bound.bitrate},
-            {"PIDs", bound.pids},
-            {"Transcoders", bound.transcoders},
-            {"Places on outputs", bound.places}};
-}
-
 std::string verdict(const Bound& bound, std::size_t placed) {
     if (placed > bound.most)
         return "its result breaks a limit";
@@ -49,9 +36,11 @@ std::string table_of_limits(const Bound& bound, const TextStyle& style) {
     name.least = 28;
     name.narrowest = 17;
     std::vector<Row> rows;
-    for (const NamedLimit& named : limits_of(bound))
-        rows.push_back({named.name, std::to_string(named.limit.capacity), std::to_string(named.limit.wanted),
-                        std::to_string(named.limit.allows)});
+    for (const BoundKind& kind : bound_kinds) {
+        const BoundLimit& limit = bound.*kind.member;
+        rows.push_back({kind.heading, std::to_string(limit.capacity), std::to_string(limit.wanted),
+                        std::to_string(limit.allows)});
+    }
     rows.push_back({"All together", "", "", std::to_string(bound.most)});
     return table_text({name, figures("usable", 10, 2), figures("wanted", 10, 1), figures("allows", 8, 0)},
                       rows, 2, style);

@@ -3,7 +3,6 @@
 #include "report/sizing_text.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
@@ -32,26 +31,11 @@ std::string everything(const Addition& addition) {
     return addition.impossible.empty() ? "everything" : "everything that can be placed";
 }
 
-struct ShortageNames {
-    BoundLimit Bound::*which;
-    const char* one;
-    const char* several;
-};
-
-constexpr ShortageNames shortage_names[] = {
-    {&Bound::inputs, "input", "inputs"},
-    {&Bound::bitrate, "kbit/s of outputs", "kbit/s of outputs"},
-    {&Bound::pids, "PID", "PIDs"},
-    {&Bound::transcoders, "transcoder", "transcoders"},
-    {&Bound::places, "place on outputs", "places on outputs"},
-};
-
 /// What is wanted and what there is.
 std::string figures_of(const Shortage& shortage) {
-    const auto& names = *std::find_if(std::begin(shortage_names), std::end(shortage_names),
-                                      [&](const auto& each) { return each.which == shortage.which; });
+    const BoundKind& kind = kind_of(shortage.which);
     return fmt::format("{} {} where there are {}", shortage.limit.wanted,
-                       shortage.limit.wanted == 1 ? names.one : names.several, shortage.limit.capacity);
+                       shortage.limit.wanted == 1 ? kind.one : kind.several, shortage.limit.capacity);
 }
 
 /// Why more modules do not help.

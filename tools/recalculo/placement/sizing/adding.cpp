@@ -80,11 +80,10 @@ void Adding::find_shortages() {
     const Bound with_one = bound_of(loaded_, modules);
     modules.push_back(kind_);
     const Bound with_two = bound_of(loaded_, modules);
-    for (BoundLimit Bound::*const which :
-         {&Bound::inputs, &Bound::bitrate, &Bound::pids, &Bound::transcoders, &Bound::places}) {
-        const BoundLimit& limit = with_one.*which;
-        if (limit.allows < wanted() && limit.capacity == (with_two.*which).capacity)
-            addition_.shortages.push_back({which, limit});
+    for (const BoundKind& kind : bound_kinds) {
+        const BoundLimit& limit = with_one.*kind.member;
+        if (limit.allows < wanted() && limit.capacity == (with_two.*kind.member).capacity)
+            addition_.shortages.push_back({kind.member, limit});
     }
 }
 
