@@ -368,7 +368,7 @@ TEST(SchemaText, WhatFitsIsOnOneLine) {
 }
 
 TEST(SchemaText, TwoRecordsWithOneNameAreAMistake) {
-    RecordDescription inner{"leaf", "Another", {}, {}};
+    RecordDescription inner{"leaf", "Another", {}};
     FieldDescription one;
     one.key = "one";
     one.value.kind = ValueKind::record;
@@ -376,9 +376,7 @@ TEST(SchemaText, TwoRecordsWithOneNameAreAMistake) {
     FieldDescription other = one;
     other.key = "other";
     other.value.record = &inner;
-    RecordDescription document{"document", "", {}, {}};
-    document.add(one);
-    document.add(other);
+    const RecordDescription document{"document", "", {one, other}};
     EXPECT_THROW(schema_text(document, "t"), std::logic_error);
 }
 

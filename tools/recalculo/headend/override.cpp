@@ -122,11 +122,11 @@ private:
     /// The keys that the object at a step may have; none for an object that has no place in a head-end.
     std::vector<std::string> known_keys(std::size_t step) const {
         if (step == 0)
-            return headend_description().keys;
+            return headend_description().keys();
         const FieldDescription* list = headend_description().field(setting_.path[0].key);
         const bool is_in_list =
             step == 2 && setting_.path[1].is_entry && list != nullptr && list->value.kind == ValueKind::list;
-        return is_in_list ? list->value.entry.front().record->keys : std::vector<std::string>();
+        return is_in_list ? list->value.entry.front().record->keys() : std::vector<std::string>();
     }
 
     void find(const JsonCursor& here, std::size_t step, const json::json_pointer& place) {

@@ -114,17 +114,17 @@ public:
                   Since = Since::the_first_version) {
         FieldDescription field = described(key, value, meaning);
         field.is_required = true;
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
     template <class Value> void unless_empty(const char* key, const Value& value, const char* meaning) {
-        record_.add(described(key, value, meaning));
+        record_.fields.push_back(described(key, value, meaning));
     }
 
     void if_true(const char* key, bool value, const char* meaning) {
         FieldDescription field = described(key, value, meaning);
         field.value.kind = ValueKind::always_true;
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
     template <class Value>
@@ -132,14 +132,14 @@ public:
                Since = Since::the_first_version) {
         FieldDescription field = described(key, value, meaning);
         field.condition = condition;
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
     template <class Value>
     void optional(const char* key, const Value& value, const Bare<Value>& fallback, const char* meaning) {
         FieldDescription field = described(key, value, meaning);
         field.fallback = json_of_fallback(fallback);
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
     template <class Value>
@@ -148,7 +148,7 @@ public:
         FieldDescription field = described(key, value, meaning);
         field.fallback_words = fallback.words;
         field.is_fallback_key = fallback.is_key;
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
     template <class Value>
@@ -160,7 +160,7 @@ public:
         FieldDescription field = described(key, value, meaning);
         field.value.kind = ValueKind::flag;
         field.fallback = "0";
-        record_.add(std::move(field));
+        record_.fields.push_back(std::move(field));
     }
 
 private:
@@ -188,7 +188,7 @@ private:
 /// The description of a record; made once.
 template <class Record> const RecordDescription& description_of() {
     static const RecordDescription description = [] {
-        RecordDescription made{Fields<Record>::name, Fields<Record>::meaning, {}, {}};
+        RecordDescription made{Fields<Record>::name, Fields<Record>::meaning, {}};
         FieldLister lister(made);
         Record record{};
         Fields<Record>::visit(lister, record);

@@ -1,7 +1,6 @@
 #include "records/description.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace zarven::tool {
 
@@ -11,9 +10,11 @@ const FieldDescription* RecordDescription::field(const std::string& key) const {
     return found == fields.end() ? nullptr : &*found;
 }
 
-void RecordDescription::add(FieldDescription field) {
-    keys.push_back(field.key);
-    fields.push_back(std::move(field));
+std::vector<std::string> RecordDescription::keys() const {
+    std::vector<std::string> keys;
+    for (const FieldDescription& field : fields)
+        keys.push_back(field.key);
+    return keys;
 }
 
 static void collect(const RecordDescription& record, std::vector<const RecordDescription*>& records) {

@@ -65,13 +65,10 @@ struct RecordDescription {
     std::string name;
     std::string meaning;
     std::vector<FieldDescription> fields;
-    /// Those of the fields.
-    std::vector<std::string> keys;
-
     /// Null if there is no such field.
     const FieldDescription* field(const std::string& key) const;
 
-    void add(FieldDescription field);
+    std::vector<std::string> keys() const;
 };
 
 /// The records that stand within a record, and those within these, each once, in the order of their coming.

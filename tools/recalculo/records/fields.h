@@ -28,7 +28,8 @@
 //
 // Meanings are told in the manual and, without the backquotes, in the schema. A value is a text, a number,
 // true or false, a record, an enumeration with `Words`, a list or optional of such, or one of the wrappers
-// below.
+// below. No document that is read has an enumeration, an optional or an array so far: RecordReader refuses to
+// compile with these.
 
 #ifndef RECALCULO_FIELDS_H
 #define RECALCULO_FIELDS_H

@@ -48,10 +48,11 @@ void JsonCursor::check_object() const {
         complain("an object");
 }
 
-void JsonCursor::check_keys(const std::vector<std::string>& known) const {
+void JsonCursor::check_keys(const RecordDescription& record) const {
     check_object();
     for (const auto& member : value_->items())
-        check_key(member.key(), known);
+        if (record.field(member.key()) == nullptr)
+            check_key(member.key(), record.keys());
 }
 
 void JsonCursor::check_key(const std::string& key, const std::vector<std::string>& known) const {

@@ -12,6 +12,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "records/description.h"
+
 namespace zarven::tool {
 
 class JsonCursor {
@@ -25,8 +27,8 @@ public:
 
     /// Complains unless this is an object.
     void check_object() const;
-    /// Complains unless this is an object all of whose keys are known ones.
-    void check_keys(const std::vector<std::string>& known) const;
+    /// Complains unless this is an object all of whose keys are of fields of the record.
+    void check_keys(const RecordDescription& record) const;
     /// Complains unless the key, which someone wants of this object, is a known one.
     void check_key(const std::string& key, const std::vector<std::string>& known) const;
 

@@ -75,7 +75,7 @@ public:
 
     template <class Record> static void read_record(const JsonCursor& place, Record& record) {
         if constexpr (unknown == UnknownKeys::refused)
-            place.check_keys(description_of<Record>().keys);
+            place.check_keys(description_of<Record>());
         else
             place.check_object();
         RecordReader reader(place);
@@ -115,10 +115,13 @@ private:
     static void read(const JsonCursor& place, std::string& text) { text = place.text(); }
     static void read(const JsonCursor& place, bool& truth) { truth = place.boolean(); }
     template <class Value> static void read(const JsonCursor& place, Value& value) {
-        if constexpr (IsRecord<Value>::value)
+        if constexpr (IsRecord<Value>::value) {
             read_record(place, value);
-        else
+        } else {
+            static_assert(std::is_integral_v<Value>,
+                          "only texts, numbers, truths, records and vectors are read");
             value = place.whole<Value>();
+        }
     }
 
     template <class Entry>
