@@ -12,26 +12,23 @@
 
 namespace zarven::tool {
 
-/// What one kind of limit allows when all others are forgotten.
 struct BoundLimit {
-    /// Of all modules, and what all services that some module could take ask for.
     std::uint64_t capacity = 0;
     std::uint64_t wanted = 0;
-    /// Services, at most.
     std::size_t allows = 0;
 };
 
 struct Bound {
-    /// All that were loaded; clones are no services of their own.
+    /// Clones are no services of their own.
     std::size_t loaded = 0;
-    /// Each with its reason: no module could take it, even an empty one.
+    /// Each with its reason; even an empty module could not take it.
     std::vector<ServiceResult> impossible;
     BoundLimit inputs;
     BoundLimit bitrate;
     BoundLimit pids;
     BoundLimit transcoders;
     BoundLimit places;
-    /// All limits together: the bound.
+    /// The bound itself.
     std::size_t most = 0;
 };
 

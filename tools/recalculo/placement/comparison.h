@@ -12,7 +12,6 @@
 
 namespace zarven::tool {
 
-/// Where a service comes in and goes out on one module. The number of the input is 0 if none has it.
 struct Place {
     std::string mac;
     std::uint16_t input = 0;
@@ -33,16 +32,14 @@ const char* to_string(Absence absence);
 
 /// A service in both results, or in one of them.
 struct ServiceChange {
-    /// As in the second result, if it is there.
     ServiceResult service;
-    /// Where it is placed; empty where it is on no output, and then it is known why.
+    /// Where one is empty, its absence tells why.
     std::vector<Place> before;
     std::vector<Place> after;
     Absence absence_before = Absence::left_out;
     Absence absence_after = Absence::left_out;
 };
 
-/// An input that is not tuned as before.
 struct InputChange {
     std::string mac;
     std::uint16_t number = 0;
@@ -76,20 +73,17 @@ struct Comparison {
     Side after;
     std::vector<ServiceChange> gained;
     std::vector<ServiceChange> lost;
-    /// Placed in both, in other places.
     std::vector<ServiceChange> moved;
-    /// Placed in both, in the same places.
     std::size_t unmoved = 0;
-    /// On no output in both, or in the only one that has it.
+    /// Those that only one result has count, too.
     std::size_t never_placed = 0;
     std::vector<std::string> modules_gone;
     std::vector<std::string> modules_new;
     std::vector<InputChange> inputs_freed;
     std::vector<InputChange> inputs_taken;
     std::vector<InputChange> inputs_retuned;
-    /// In the second result and not in the first; with the figures of the second.
     std::vector<TightLimit> became_tight;
-    /// In the first result and, though it is still there, not in the second; with the figures of the second.
+    /// Still there in the second result.
     std::vector<TightLimit> relaxed;
 };
 

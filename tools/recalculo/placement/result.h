@@ -27,11 +27,10 @@ struct ServiceResult {
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
     bool is_clone = false;
-    /// For a clone, what the engine looks for: a service with this `osid`.
+    /// What the engine looks for: a service with this `osid`.
     std::uint16_t parent_sid = 0;
-    /// The outputs of its module that carry it; none for a service that is not placed.
+    /// None for a service that is not placed.
     std::vector<std::uint32_t> outputs;
-    /// For a service that is on no output, why, in one sentence.
     std::string reason;
 };
 
@@ -44,16 +43,13 @@ struct InputResult {
 
 struct OutputResult {
     std::uint32_t number = 0;
-    /// Used and most, in kbit/s.
     std::uint32_t bitrate = 0;
     std::uint32_t bitrate_max = 0;
-    /// As the engine counts them: clones are free of charge.
     std::uint32_t service_count = 0;
     std::uint32_t service_max = 0;
     std::vector<ServiceResult> services;
 };
 
-/// Transcoders of one kind in a module.
 struct Usage {
     std::uint16_t used = 0;
     std::uint16_t max = 0;
@@ -63,18 +59,16 @@ struct ModuleResult {
     std::string mac;
     std::uint16_t model = 0;
     bool is_controller = false;
-    /// PIDs that the services on the outputs need, and the budget.
     std::uint32_t pids = 0;
     std::uint32_t pids_max = 0;
-    /// What the engine takes them to be: after it has gathered a stream on a module its count may lag
-    /// behind.
+    /// After the engine has gathered a stream on a module this may lag behind `pids`.
     std::uint32_t pids_counted = 0;
     Usage sd_transcoders;
     Usage hd_transcoders;
     Usage aux_transcoders;
     std::vector<InputResult> inputs;
     std::vector<OutputResult> outputs;
-    /// On one of the outputs and on none of the inputs. The engine's exchanges may leave such a service.
+    /// The engine's exchanges may leave such a service.
     std::vector<ServiceResult> without_input;
 };
 
@@ -93,13 +87,10 @@ struct StreamResult {
     std::vector<ServiceResult> services;
 };
 
-/// Each counts distinct services; clones have their own two.
 struct Counts {
     std::size_t loaded = 0;
-    /// On one output at least.
     std::size_t placed = 0;
     std::size_t left_out = 0;
-    /// Neither placed nor left out.
     std::size_t neither = 0;
     std::size_t clones_attached = 0;
     std::size_t clones_waiting = 0;
@@ -110,10 +101,9 @@ struct Result {
     std::vector<ModuleResult> modules;
     std::vector<StreamResult> left_out;
     std::vector<ServiceResult> clones_waiting;
-    /// Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule.
     std::vector<ServiceResult> neither;
     Counts counts;
-    /// What the audit found, one sentence each; empty as a rule.
+    /// What the audit found.
     std::vector<std::string> warnings;
 };
 

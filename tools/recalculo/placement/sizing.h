@@ -24,12 +24,10 @@ struct SizingOptions {
     std::function<void(std::size_t done, std::size_t planned)> progress = [](std::size_t, std::size_t) {};
 };
 
-/// A run with a number of further modules.
 struct Attempt {
     std::size_t number = 0;
     std::size_t placed = 0;
     std::size_t left_out = 0;
-    /// What the audit found.
     std::size_t findings = 0;
 };
 
@@ -41,47 +39,38 @@ struct Shortage {
 
 struct Addition {
     Module kind;
-    /// The smallest number with which everything is placed but `impossible`.
+    /// None if no number suffices; `impossible` is not asked for.
     std::optional<std::size_t> number;
-    /// With fewer, no arrangement that keeps the limits could do that.
     std::size_t at_least = 0;
     /// Every number from `at_least` on, up to the one that suffices or to the most.
     std::vector<Attempt> attempts;
-    /// Each with its reason: placed with no number of modules.
+    /// Each with its reason.
     std::vector<ServiceResult> impossible;
     /// If there are any, no number suffices, however large.
     std::vector<Shortage> shortages;
-    /// Where no number suffices, what else is left out by the attempt that places most; where there are
-    /// shortages, by the head-end as it is, each with its reason.
+    /// Apart from `impossible`; where there are shortages, each with its reason.
     std::vector<ServiceResult> remaining;
 };
 
 enum class LimitKind { pids, bitrate, inputs, sd_transcoders, hd_transcoders, one_more_output };
 
-/// One limit of one module raised.
 struct Raise {
     LimitKind kind = LimitKind::pids;
     std::string mac;
     /// The output, from 1; 0 for a limit of the module.
     std::size_t output = 0;
-    /// What it is, and the smallest found that places as many as a value without bounds does. For one more
-    /// output: its bitrate.
     std::uint32_t from = 0;
+    /// The smallest found that places as many as a value without bounds does.
     std::uint32_t to = 0;
     std::size_t placed = 0;
-    /// What the audit then found.
     std::size_t findings = 0;
-    /// The change as --set takes it.
     std::string setting;
 };
 
 struct Sizing {
     std::string name;
-    /// The most modules that could be added.
     std::size_t most = 0;
-    /// Of the head-end as it is.
     Counts now;
-    /// What the audit found in it.
     std::vector<std::string> warnings;
     Addition addition;
     /// For each kind of limit that helps, the module on which it helps most; the best first.
