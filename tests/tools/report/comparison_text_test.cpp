@@ -1,6 +1,6 @@
 // Both forms of a comparison, whole.
 
-#include "placement/comparison_json.h"
+#include "placement/documents.h"
 #include "report/comparison_text.h"
 
 #include <gtest/gtest.h>

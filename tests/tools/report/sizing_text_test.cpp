@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "placement/sizing_json.h"
+#include "placement/documents.h"
 #include "report/fitting.h"
 
 namespace zarven::tool {

@@ -5,7 +5,7 @@
 #include "base/streams.h"
 #include "commands/watched_run.h"
 #include "placement/bound.h"
-#include "placement/bound_json.h"
+#include "placement/documents.h"
 #include "placement/host.h"
 #include "report/bound_text.h"
 

@@ -7,7 +7,7 @@
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "placement/comparison.h"
-#include "placement/comparison_json.h"
+#include "placement/documents.h"
 #include "placement/host.h"
 #include "placement/result_json.h"
 #include "report/comparison_text.h"

@@ -13,10 +13,10 @@
 #include "base/streams.h"
 #include "base/workers.h"
 #include "headend/headend_json.h"
+#include "placement/documents.h"
 #include "placement/host.h"
 #include "placement/sizing.h"
 #include "placement/sizing/further_modules.h"
-#include "placement/sizing_json.h"
 #include "report/progress_line.h"
 #include "report/sizing_text.h"
 

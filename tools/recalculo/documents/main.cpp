@@ -13,11 +13,9 @@
 
 #include "base/streams.h"
 #include "headend/headend_json.h"
-#include "placement/bound_json.h"
-#include "placement/comparison_json.h"
+#include "placement/documents.h"
 #include "placement/explanation_json.h"
 #include "placement/result_json.h"
-#include "placement/sizing_json.h"
 #include "records/key_tables.h"
 #include "records/schema.h"
 

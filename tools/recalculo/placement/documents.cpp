@@ -1,0 +1,35 @@
+#include "placement/documents.h"
+
+#include "placement/bound_fields.h"
+#include "placement/comparison_fields.h"
+#include "placement/sizing_fields.h"
+#include "records/describe.h"
+#include "records/write.h"
+
+namespace zarven::tool {
+
+std::string bound_json(const Bound& bound, const Result& result) {
+    return document_text(ToldBound{result.name, bound, result.counts, result.warnings});
+}
+
+const RecordDescription& bound_description() {
+    return description_of<ToldBound>();
+}
+
+std::string comparison_json(const Comparison& comparison) {
+    return document_text(comparison);
+}
+
+const RecordDescription& comparison_description() {
+    return description_of<Comparison>();
+}
+
+std::string sizing_json(const Sizing& sizing) {
+    return document_text(sizing);
+}
+
+const RecordDescription& sizing_description() {
+    return description_of<Sizing>();
+}
+
+} // namespace zarven::tool
