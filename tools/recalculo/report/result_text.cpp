@@ -12,6 +12,7 @@
 
 #include "base/counted.h"
 #include "base/utf8.h"
+#include "report/service_list.h"
 #include "report/service_marks.h"
 #include "report/summary_text.h"
 #include "report/table.h"
@@ -30,14 +31,8 @@ enum ServiceColumn : std::size_t { lcn_column, name_column, bitrate_column, plac
 enum OutputColumn : std::size_t { number_column, bar_column };
 
 std::vector<Column> service_columns() {
-    Column lcn;
-    lcn.align = Align::right;
-    lcn.least = 5;
-    Column name;
+    Column name = column_of_name();
     name.least = 16;
-    name.most = 34;
-    name.narrowest = 12;
-    name.readable = 20;
     Column bitrate;
     bitrate.align = Align::right;
     bitrate.least = 12;
@@ -46,7 +41,7 @@ std::vector<Column> service_columns() {
     place.dispensable = 1;
     Column marks;
     marks.wrapped_at = 18;
-    return {lcn, name, bitrate, place, marks};
+    return {column_of_lcn(), name, bitrate, place, marks};
 }
 
 std::vector<Column> output_columns() {

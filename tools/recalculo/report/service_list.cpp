@@ -1,5 +1,3 @@
-// The columns are those of the main report.
-
 #include "report/service_list.h"
 
 #include <fmt/format.h>
@@ -19,18 +17,26 @@ std::string heading_text(const std::string& title, const std::vector<ServiceResu
 
 } // namespace
 
-std::vector<Column> with_identity(const std::vector<Column>& others) {
+Column column_of_lcn() {
     Column lcn;
     lcn.align = Align::right;
     lcn.least = 5;
+    return lcn;
+}
+
+Column column_of_name() {
     Column name;
     name.most = 34;
     name.narrowest = 12;
     name.readable = 20;
+    return name;
+}
+
+std::vector<Column> with_identity(const std::vector<Column>& others) {
     Column stream;
     stream.least = 11;
     stream.dispensable = 1;
-    std::vector<Column> columns = {lcn, name, stream};
+    std::vector<Column> columns = {column_of_lcn(), column_of_name(), stream};
     columns.insert(columns.end(), others.begin(), others.end());
     return columns;
 }

@@ -11,6 +11,10 @@
 
 namespace zarven::tool {
 
+/// Columns of every list of services.
+Column column_of_lcn();
+Column column_of_name();
+
 /// The columns that identify a service, LCN, name and stream, then others.
 std::vector<Column> with_identity(const std::vector<Column>& others);
 
