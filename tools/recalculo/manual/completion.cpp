@@ -88,7 +88,7 @@ std::string quoted(const std::string& text, std::string_view quote) {
 }
 
 /// What `_arguments` of zsh is told of the option by this name.
-std::string zsh_specification(const Option& option, const std::string& name) {
+std::string zsh_option(const Option& option, const std::string& name) {
     std::string description = option.description;
     for (const char* special : {"\\", "[", "]", ":"})
         description = replaced(std::move(description), special, std::string("\\") + special);
@@ -108,7 +108,7 @@ std::string zsh_case(const Command& command) {
             text += fmt::format(" \\\n            '*:{}:_files'", option.names.front());
         else
             for (const std::string& name : option.names)
-                text += " \\\n            " + zsh_specification(option, name);
+                text += " \\\n            " + zsh_option(option, name);
     return text + "\n        ;;\n";
 }
 
@@ -137,7 +137,7 @@ std::string zsh_completion(const Program& program) {
     std::string options;
     for (const Option& option : program.itself.options)
         for (const std::string& name : option.names)
-            options += " \\\n            " + zsh_specification(option, name);
+            options += " \\\n            " + zsh_option(option, name);
     return fmt::format(R"(#compdef recalculo
 
 _recalculo() {{
