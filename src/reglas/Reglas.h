@@ -233,7 +233,7 @@ constexpr bool cuentaParaElegir(long clave, std::uint16_t transcoding, const Cri
 
 // Once a stream is chosen: services that need no transcoder ride along in both fills.
 constexpr bool entraEnRelleno(std::uint16_t transcoding, bool rellenoConTranscoding) {
-    return transcoding == 0 || (transcoding == 1 && rellenoConTranscoding);
+    return !necesitaTranscoding(transcoding) || (ocupaTranscoder(transcoding) && rellenoConTranscoding);
 }
 
 // The search for the fewest begins below this: a stream with so many services is never taken by it.

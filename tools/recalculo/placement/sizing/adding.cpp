@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Reglas.h"
 #include "placement/bound.h"
 #include "placement/sizing/further_modules.h"
 
@@ -25,7 +26,7 @@ Adding::ServiceNumbers Adding::numbers_of(const ServiceResult& service) {
 void Adding::find_impossible() {
     std::set<Stream> tunable;
     for (const auto& service : loaded_.engine.listaServicios)
-        if (service->Transcoding == 0)
+        if (!reglas::necesitaTranscoding(service->Transcoding))
             tunable.insert(stream_of(*service));
     std::vector<ModuleCapacity> modules = modules_;
     if (most_ != 0)

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "placement/stream.h"
 
 namespace zarven::tool {
@@ -20,7 +21,7 @@ void Raising::list() {
     for (const Service& service : headend_.services) {
         bitrate += service.bitrate;
         pids += std::max(service.ca_pids, service.ca_pids_max);
-        transcoded += service.transcoding == 1 ? 1 : 0;
+        transcoded += reglas::ocupaTranscoder(service.transcoding) ? 1 : 0;
         streams.insert({service.onid, service.tsid});
     }
     for (std::size_t module = 0; module < headend_.modules.size(); ++module)
