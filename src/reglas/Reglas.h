@@ -216,6 +216,11 @@ constexpr bool conAmbosNumeros(std::uint16_t onid, std::uint16_t tsid) {
 
 // ---- Which services are asked for ---------------------------------------------------------------------
 
+// A service without LCN is filed under 0 or below.
+constexpr bool esClavePositiva(long clave) {
+    return clave > 0;
+}
+
 // What counts when a stream is chosen, by what the working index holds.
 struct Criterio {
     // A key is positive somewhere: the others do not count.
@@ -227,7 +232,7 @@ struct Criterio {
 };
 
 constexpr bool cuentaParaElegir(long clave, std::uint16_t transcoding, const Criterio& criterio) {
-    return (!criterio.soloClavesPositivas || clave > 0) &&
+    return (!criterio.soloClavesPositivas || esClavePositiva(clave)) &&
            (!criterio.soloDeSuClase || transcoding == (criterio.transcoding ? 1 : 0));
 }
 

@@ -120,6 +120,12 @@ TEST(ReglasEntradas, ANumberOrBoth) {
     EXPECT_FALSE(esStream(1, 7, 7, 1));
 }
 
+TEST(ReglasEleccion, AKeyIsPositiveFromOneOn) {
+    EXPECT_FALSE(esClavePositiva(-1));
+    EXPECT_FALSE(esClavePositiva(0));
+    EXPECT_TRUE(esClavePositiva(1));
+}
+
 TEST(ReglasEleccion, WhatCountsDependsOnWhatIsLeft) {
     for (const long clave : {-1L, 0L}) {
         EXPECT_FALSE(cuentaParaElegir(clave, 0, {true, false, false}));

@@ -95,7 +95,7 @@ FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
 // transcoding, which is what these rules rest on.
 void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
     for_each_service(left_out, [&](auto, auto, long key, const tRec_Servicio&) {
-        positive_keys_are_left_ = positive_keys_are_left_ || key > 0;
+        positive_keys_are_left_ = positive_keys_are_left_ || reglas::esClavePositiva(key);
     });
     for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
         if (counts_for_choosing(key, service, positive_keys_are_left_))
