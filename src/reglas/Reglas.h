@@ -45,6 +45,11 @@ constexpr std::uint64_t faltaBitrate(std::uint32_t actual, std::uint32_t pedido,
                : std::uint64_t{static_cast<std::uint32_t>(actual + pedido)} - maximo + 1;
 }
 
+// So much can come free of what the output carries. One without ceiling takes nothing, however empty.
+constexpr bool puedeLiberarse(std::uint64_t falta, std::uint32_t actual, std::uint32_t maximo) {
+    return falta == 0 || (bajoTecho(0, maximo) && falta <= actual);
+}
+
 // The largest load that a ceiling allows.
 constexpr std::uint32_t cargaMaxima(std::uint32_t maximo) {
     return maximo == 0 ? 0 : maximo - 1;
@@ -133,10 +138,21 @@ constexpr std::uint16_t limiteTranscoders(bool hayHD, std::uint16_t maximoSD, st
     return hayHD ? maximoHD : maximoSD;
 }
 
+// One more than those in use is within the limit of the pool.
+constexpr bool quedaTranscoder(std::uint32_t enUso, std::uint32_t limite) {
+    return enUso < limite;
+}
+
+// How many have to come free before one more can be taken; 0 when it can.
+constexpr std::uint64_t faltanTranscoders(std::uint32_t enUso, std::uint32_t limite) {
+    return quedaTranscoder(enUso, limite) ? 0 : std::uint64_t{enUso} + 1 - limite;
+}
+
 // Placing a service that takes one. The service itself is not asked whether it is HD.
 constexpr bool quedaTranscoder(std::uint16_t enUsoSD, std::uint16_t enUsoHD, std::uint16_t maximoSD,
                                std::uint16_t maximoHD) {
-    return enUsoSD + enUsoHD < limiteTranscoders(enUsoHD != 0, maximoSD, maximoHD);
+    return quedaTranscoder(std::uint32_t{enUsoSD} + enUsoHD,
+                           limiteTranscoders(enUsoHD != 0, maximoSD, maximoHD));
 }
 
 inline bool quedaTranscoder(const tRec_Modulo& modulo) {
@@ -170,11 +186,30 @@ inline bool esPadre(const tRec_Servicio& servicio, const tRec_Servicio& clon) {
 
 // ---- An output as a whole -----------------------------------------------------------------------------
 
-// Placing a service, but for its transcoder. The order of the tests is the system's.
+// What stops a service from being placed, in the order of the tests.
+enum class Limite {
+    servicios,
+    bitrate,
+    PIDs,
+    transcoders,
+    ninguno, // it fits
+};
+
+// The first of the tests that fails.
+constexpr Limite primerLimite(bool cabeOtro, bool cabeSuBitrate, bool cabenSusPIDs, bool hayTranscoder) {
+    return !cabeOtro        ? Limite::servicios
+           : !cabeSuBitrate ? Limite::bitrate
+           : !cabenSusPIDs  ? Limite::PIDs
+           : !hayTranscoder ? Limite::transcoders
+                            : Limite::ninguno;
+}
+
+// Placing a service, but for its transcoder.
 inline bool cabe(const tRec_Modulo& modulo, const tRec_Salida& salida, const tRec_Servicio& servicio) {
-    return cabeOtroServicio(salida) &&
-           cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax) &&
-           cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax);
+    return primerLimite(cabeOtroServicio(salida),
+                        cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax),
+                        cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax),
+                        true) == Limite::ninguno;
 }
 
 // Booking a service on a copy: the module is not asked.

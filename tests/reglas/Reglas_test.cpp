@@ -33,6 +33,15 @@ TEST(ReglasBitrate, WhatIsLackingIsTheLeastThatMakesItFit) {
     EXPECT_EQ(faltaBitrate(TODO, 0, 0), std::uint64_t{1} << 32);
 }
 
+TEST(ReglasBitrate, NoMoreComesFreeThanIsCarried) {
+    EXPECT_TRUE(puedeLiberarse(999, 1000, 38000));
+    EXPECT_TRUE(puedeLiberarse(1000, 1000, 38000));
+    EXPECT_FALSE(puedeLiberarse(1001, 1000, 38000));
+    EXPECT_TRUE(puedeLiberarse(1, 1, 1));
+    EXPECT_FALSE(puedeLiberarse(1, 1, 0)) << "an output without ceiling takes nothing";
+    EXPECT_TRUE(puedeLiberarse(0, 0, 0)) << "nothing is lacking";
+}
+
 TEST(ReglasBitrate, TheLargestLoadFitsAndOneMoreDoesNot) {
     EXPECT_TRUE(bajoTecho(cargaMaxima(38000), 38000));
     EXPECT_FALSE(bajoTecho(cargaMaxima(38000) + 1, 38000));
@@ -90,6 +99,15 @@ TEST(ReglasTranscoders, OneHDBringsTheHDCeiling) {
     EXPECT_TRUE(quedaTranscoder(2, 1, 2, 4));
     EXPECT_FALSE(quedaTranscoder(2, 2, 9, 4));
     EXPECT_FALSE(quedaTranscoder(65535, 65535, 65535, 65535)) << "the sum does not wrap";
+}
+
+TEST(ReglasTranscoders, WhatIsLackingIsTheLeastThatLeavesOne) {
+    EXPECT_TRUE(quedaTranscoder(1, 2));
+    EXPECT_FALSE(quedaTranscoder(2, 2));
+    EXPECT_EQ(faltanTranscoders(1, 2), 0U);
+    EXPECT_EQ(faltanTranscoders(2, 2), 1U);
+    EXPECT_EQ(faltanTranscoders(3, 2), 2U);
+    EXPECT_EQ(faltanTranscoders(TODO, 0), std::uint64_t{1} << 32);
 }
 
 TEST(ReglasTranscoders, AnEmptyModuleComesToTheLargerCeilingIfOneCanBegin) {
@@ -166,6 +184,14 @@ TEST(ReglasEstrategias, TheMixedOnesTellTwoInputsApart) {
     EXPECT_EQ(modos(4), (std::array<char, 4>{MODO_MIN, MODO_MAX, NO_SE_OFRECE, NO_SE_OFRECE}));
     for (const char opcion : {'\0', '\5', '\xff'})
         EXPECT_EQ(modos(opcion), (std::array<char, 4>{}));
+}
+
+TEST(ReglasRegistros, TheFirstTestThatFailsIsTheLimit) {
+    EXPECT_EQ(primerLimite(false, false, false, false), Limite::servicios);
+    EXPECT_EQ(primerLimite(true, false, false, false), Limite::bitrate);
+    EXPECT_EQ(primerLimite(true, true, false, false), Limite::PIDs);
+    EXPECT_EQ(primerLimite(true, true, true, false), Limite::transcoders);
+    EXPECT_EQ(primerLimite(true, true, true, true), Limite::ninguno);
 }
 
 // On a record and on its numbers the answer is the same.

@@ -26,10 +26,24 @@ bool counts_for_choosing(long key, const tRec_Servicio& service, bool positive_k
 
 OutputRoom output_room(std::uint32_t number, std::uint32_t bitrate, std::uint32_t bitrate_max,
                        std::uint32_t needed) {
-    OutputRoom room{number, bitrate, bitrate_max, reglas::faltaBitrate(bitrate, needed, bitrate_max), true};
-    if (room.short_by != 0)
-        room.can_be_freed = bitrate_max != 0 && room.short_by <= bitrate;
-    return room;
+    const std::uint64_t short_by = reglas::faltaBitrate(bitrate, needed, bitrate_max);
+    return {number, bitrate, bitrate_max, short_by, reglas::puedeLiberarse(short_by, bitrate, bitrate_max)};
+}
+
+Limit limit_of(reglas::Limite first) {
+    switch (first) {
+    case reglas::Limite::servicios:
+        return Limit::service_count;
+    case reglas::Limite::bitrate:
+        return Limit::bitrate;
+    case reglas::Limite::PIDs:
+        return Limit::pids;
+    case reglas::Limite::transcoders:
+        return Limit::transcoders;
+    case reglas::Limite::ninguno:
+        break;
+    }
+    return Limit::none;
 }
 
 } // namespace
@@ -41,7 +55,7 @@ std::uint64_t Room::short_by() const {
     case Limit::pids:
         return pids_short_by;
     case Limit::transcoders:
-        return std::uint64_t{transcoders_used} + 1 - transcoders_max;
+        return reglas::faltanTranscoders(transcoders_used, transcoders_max);
     default:
         return 0;
     }
@@ -56,7 +70,7 @@ bool Room::can_be_freed(std::uint32_t pids_needed) const {
     case Limit::pids:
         return pids_needed <= pids_max;
     case Limit::transcoders:
-        return transcoders_max != 0;
+        return reglas::quedaTranscoder(0, transcoders_max);
     default:
         return true;
     }
@@ -140,16 +154,11 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
 
     if (room.outputs == 0)
         room.limit = Limit::no_output;
-    else if (room.outputs_full == room.outputs)
-        room.limit = Limit::service_count;
-    else if (room.output.short_by != 0)
-        room.limit = Limit::bitrate;
-    else if (room.pids_short_by != 0)
-        room.limit = Limit::pids;
-    else if (reglas::ocupaTranscoder(service.Transcoding) &&
-             !reglas::quedaTranscoder(module.sd_transcoders, module.hd_transcoders, module.sd_transcoders_max,
-                                      module.hd_transcoders_max))
-        room.limit = Limit::transcoders;
+    else
+        room.limit = limit_of(reglas::primerLimite(
+            room.outputs_full < room.outputs, room.output.short_by == 0, room.pids_short_by == 0,
+            !reglas::ocupaTranscoder(service.Transcoding) ||
+                reglas::quedaTranscoder(room.transcoders_used, room.transcoders_max)));
     return room;
 }
 
