@@ -26,12 +26,19 @@
 
 namespace zarven::reglas {
 
-// ---- The bitrate of an output -------------------------------------------------------------------------
+// ---- Ceilings -----------------------------------------------------------------------------------------
 
 // A load that does not wrap.
 constexpr bool bajoTecho(std::uint64_t carga, std::uint32_t maximo) {
     return carga < maximo;
 }
+
+// A number that may reach its ceiling: of services, PIDs or transcoders.
+constexpr bool hastaTecho(std::uint64_t numero, std::uint32_t maximo) {
+    return numero <= maximo;
+}
+
+// ---- The bitrate of an output -------------------------------------------------------------------------
 
 // Placing a service: strict.
 constexpr bool cabeBitrate(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
@@ -93,7 +100,7 @@ inline bool cabeOtroServicio(const tRec_Salida& salida) {
 
 // Placing a service: the sum may reach the budget.
 constexpr bool cabenPIDs(std::uint16_t enUso, std::uint16_t pedidos, std::uint16_t maximo) {
-    return enUso + pedidos <= maximo;
+    return hastaTecho(std::uint64_t{enUso} + pedidos, maximo);
 }
 
 // How many have to come free before the service can be placed; 0 when it can.

@@ -12,6 +12,17 @@ namespace {
 
 constexpr std::uint32_t TODO = 0xFFFFFFFFU;
 
+TEST(ReglasTechos, ALoadStaysUnderANumberMayReach) {
+    EXPECT_TRUE(bajoTecho(37999, 38000));
+    EXPECT_FALSE(bajoTecho(38000, 38000));
+    EXPECT_FALSE(bajoTecho(38001, 38000));
+    EXPECT_TRUE(hastaTecho(511, 512));
+    EXPECT_TRUE(hastaTecho(512, 512));
+    EXPECT_FALSE(hastaTecho(513, 512));
+    for (const auto regla : {bajoTecho, hastaTecho})
+        EXPECT_FALSE(regla(std::uint64_t{1} << 32, 512)) << "nothing wraps";
+}
+
 TEST(ReglasBitrate, PlacingStaysUnderTheCeiling) {
     EXPECT_TRUE(cabeBitrate(30000, 7999, 38000));
     EXPECT_FALSE(cabeBitrate(30000, 8000, 38000));

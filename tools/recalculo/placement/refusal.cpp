@@ -68,7 +68,7 @@ bool Room::can_be_freed(std::uint32_t pids_needed) const {
     case Limit::bitrate:
         return output.can_be_freed;
     case Limit::pids:
-        return pids_needed <= pids_max;
+        return reglas::hastaTecho(pids_needed, pids_max);
     case Limit::transcoders:
         return reglas::quedaTranscoder(0, transcoders_max);
     default:
