@@ -251,6 +251,11 @@ constexpr bool conAlgunNumero(std::uint16_t onid, std::uint16_t tsid) {
     return onid != 0 || tsid != 0;
 }
 
+// It has a stream or services.
+inline bool sintonizada(const tRec_Entrada& entrada) {
+    return conAlgunNumero(entrada.ONID, entrada.TSID) || !sinServicios(entrada);
+}
+
 // Gathering, and the first input: it takes both.
 constexpr bool conAmbosNumeros(std::uint16_t onid, std::uint16_t tsid) {
     return onid != 0 && tsid != 0;

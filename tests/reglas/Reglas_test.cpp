@@ -234,6 +234,18 @@ TEST(ReglasRegistros, TakeTheFieldsOfTheRule) {
     EXPECT_FALSE(tieneSitio(salida));
 }
 
+TEST(ReglasRegistros, AnInputIsTunedThatHasANumberOrAService) {
+    zarven::tRec_Entrada entrada(1);
+    EXPECT_FALSE(sintonizada(entrada));
+    entrada.confEntrada(7, 0);
+    EXPECT_TRUE(sintonizada(entrada));
+    entrada.confEntrada(0, 7);
+    EXPECT_TRUE(sintonizada(entrada));
+    entrada.confEntrada(0, 0);
+    entrada.MapaServicios.emplace(0, nullptr);
+    EXPECT_TRUE(sintonizada(entrada)) << "0 and 0 may be a stream";
+}
+
 TEST(ReglasRegistros, TheParentIsKnownByItsOSID) {
     zarven::tRec_Servicio padre;
     padre.SID = 7;

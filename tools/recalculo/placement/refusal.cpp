@@ -98,7 +98,8 @@ FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
                       module.SD_MAX_Transcoding,
                       module.HD_MAX_Transcoding};
     for (const auto& [number, input] : module.mapEntradas)
-        state.inputs.push_back({number, {input.ONID, input.TSID}, input.MapaServicios.empty()});
+        state.inputs.push_back(
+            {number, {input.ONID, input.TSID}, reglas::sintonizada(input), reglas::sinServicios(input)});
     for (const auto& [number, output] : module.mapSalidas)
         state.outputs.push_back(
             {number, output.BitRateActual, output.BitRateMax, output.NumServicios, output.NumServiciosMax});
@@ -170,8 +171,7 @@ ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servi
     const Stream stream = stream_of(service);
     for (const InputState& input : module.inputs) {
         // An untuned input has the ids 0 and 0, and so may a stream.
-        const bool is_tuned = input.stream != Stream{} || !input.is_empty;
-        if (is_tuned && input.stream == stream)
+        if (input.is_tuned && input.stream == stream)
             refusal.inputs_receiving.push_back(input.number);
         else if (input.is_empty)
             refusal.inputs_free.push_back(input.number);

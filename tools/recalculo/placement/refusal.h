@@ -106,6 +106,7 @@ private:
     struct InputState {
         std::uint16_t number;
         Stream stream;
+        bool is_tuned;
         bool is_empty;
     };
 
