@@ -62,6 +62,11 @@ constexpr std::uint32_t cargaMaxima(std::uint32_t maximo) {
     return maximo == 0 ? 0 : maximo - 1;
 }
 
+// The least ceiling that allows a load.
+constexpr std::uint64_t techoPara(std::uint64_t carga) {
+    return carga + 1;
+}
+
 // Booking a service on a copy: by the rest.
 constexpr bool cabeBitratePorResto(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
     return static_cast<std::uint32_t>(maximo - actual) > pedido;

@@ -57,6 +57,9 @@ TEST(ReglasBitrate, TheLargestLoadFitsAndOneMoreDoesNot) {
     EXPECT_TRUE(bajoTecho(cargaMaxima(38000), 38000));
     EXPECT_FALSE(bajoTecho(cargaMaxima(38000) + 1, 38000));
     EXPECT_EQ(cargaMaxima(0), 0U);
+    EXPECT_EQ(techoPara(cargaMaxima(38000)), 38000U);
+    EXPECT_EQ(cargaMaxima(static_cast<std::uint32_t>(techoPara(0))), 0U);
+    EXPECT_EQ(techoPara(TODO), std::uint64_t{1} << 32) << "no ceiling allows it";
 }
 
 TEST(ReglasBitrate, AnExchangeThatLeavesLessThanNothingFails) {
