@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Rec_ONID.h"
 #include "tRec_Entrada.h"
 #include "tRec_Modulo.h"
 #include "tRec_Salida.h"
@@ -194,6 +195,17 @@ inline bool cabeClon(const tRec_Modulo& modulo, const tRec_Servicio& clon) {
 // head-end renumbers its services.
 inline bool esPadre(const tRec_Servicio& servicio, const tRec_Servicio& clon) {
     return servicio.OSID == clon.Parent_SID;
+}
+
+// ---- Loading ------------------------------------------------------------------------------------------
+
+// A service is a clone when its stream has one of its key by then.
+inline bool esClonAlCargar(const tMapaONIDs& indice, std::uint16_t onid, std::uint16_t tsid, long clave) {
+    const auto red = indice.find(onid);
+    if (red == indice.end())
+        return false;
+    const auto stream = red->second.MapRec_TSIDs.find(tsid);
+    return stream != red->second.MapRec_TSIDs.end() && stream->second.MapRec_Services.count(clave) != 0;
 }
 
 // ---- An output as a whole -----------------------------------------------------------------------------

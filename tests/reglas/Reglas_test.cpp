@@ -208,6 +208,16 @@ TEST(ReglasRegistros, TheFirstTestThatFailsIsTheLimit) {
     EXPECT_EQ(primerLimite(true, true, true, true), Limite::ninguno);
 }
 
+TEST(ReglasRegistros, ATakenKeyMakesAClone) {
+    zarven::tMapaONIDs indice;
+    indice[1].MapRec_TSIDs[2].MapRec_Services.emplace(7, nullptr);
+    EXPECT_TRUE(esClonAlCargar(indice, 1, 2, 7));
+    for (const long clave : {6L, 8L})
+        EXPECT_FALSE(esClonAlCargar(indice, 1, 2, clave));
+    EXPECT_FALSE(esClonAlCargar(indice, 2, 2, 7)) << "another network";
+    EXPECT_FALSE(esClonAlCargar(indice, 1, 1, 7)) << "another stream";
+}
+
 // On a record and on its numbers the answer is the same.
 TEST(ReglasRegistros, TakeTheFieldsOfTheRule) {
     zarven::tRec_Modulo modulo("A");
