@@ -4,8 +4,7 @@
 // The engine tests some limits in more than one way, and its results depend on it; so each way has a name.
 // "strict": the sum must stay under the ceiling. "by the rest": what is left of the ceiling must be more than
 // the service, so that an output loaded beyond its ceiling wraps around and takes anything. "with sign": sums
-// of 32 bits compared as signed numbers. Sums of bitrates wrap at 32 bits, those of 16-bit counters are made
-// in an int and do not.
+// of 32 bits compared as signed numbers. Sums of bitrates wrap at 32 bits, those of 16-bit counters do not.
 //
 // Each rule takes plain numbers; those asked most also take the records. The tool and the tests read this
 // header, too, so that no rule stands twice.

@@ -18,12 +18,6 @@ template <class Visit> void for_each_service(const tMapaONIDs& index, Visit visi
                 visit(onid, tsid, key, *service);
 }
 
-/// A stream counts for an input if the working index has such a service of it. Only fills without transcoding
-/// are asked about; where no service needs a transcoder, their kind is every kind.
-bool counts_for_choosing(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
-    return reglas::cuentaParaElegir(key, service.Transcoding, {positive_keys_are_left, true, false});
-}
-
 OutputRoom output_room(std::uint32_t number, std::uint32_t bitrate, std::uint32_t bitrate_max,
                        std::uint32_t needed) {
     const std::uint64_t short_by = reglas::faltaBitrate(bitrate, needed, bitrate_max);
@@ -47,6 +41,10 @@ Limit limit_of(reglas::Limite first) {
 }
 
 } // namespace
+
+bool tunes_an_input_for(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
+    return reglas::cuentaParaElegir(key, service.Transcoding, {positive_keys_are_left, true, false});
+}
 
 std::uint64_t Room::short_by() const {
     switch (limit) {
@@ -106,20 +104,18 @@ FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
     return state;
 }
 
-// The tool loads modules of model 3 only; with such a module the engine never fills inputs by services with
-// transcoding, which is what these rules rest on.
 void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
     for_each_service(left_out, [&](auto, auto, long key, const tRec_Servicio&) {
         positive_keys_are_left_ = positive_keys_are_left_ || reglas::esClavePositiva(key);
     });
     for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
-        if (counts_for_choosing(key, service, positive_keys_are_left_))
+        if (tunes_an_input_for(key, service, positive_keys_are_left_))
             chosen_streams_.insert({onid, tsid});
     });
 }
 
 bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {
-    return counts_for_choosing(service.idService, service, positive_keys_are_left_) ||
+    return tunes_an_input_for(service.idService, service, positive_keys_are_left_) ||
            chosen_streams_.count(stream_of(service)) != 0;
 }
 
