@@ -365,6 +365,20 @@ constexpr char modoDeEntrada(char opcion, std::uint16_t numEntrada) {
     return NO_SE_OFRECE;
 }
 
+// An option against the best so far.
+enum class Comparacion {
+    mejor,
+    igual, // the earlier one stays
+    peor,
+};
+
+// By the services that the two leave out.
+template <class Numero> constexpr Comparacion comparar(Numero fuera, Numero fueraDelMejor) {
+    return fuera < fueraDelMejor    ? Comparacion::mejor
+           : fuera == fueraDelMejor ? Comparacion::igual
+                                    : Comparacion::peor;
+}
+
 } // namespace zarven::reglas
 
 #endif

@@ -187,6 +187,12 @@ TEST(ReglasEstrategias, AreCalledAsTheyAreLogged) {
     EXPECT_EQ(nombreEnRotulo("END OPTION: MAX --"), "");
 }
 
+TEST(ReglasEstrategias, TheOneThatLeavesFewerOutIsBetter) {
+    EXPECT_EQ(comparar(4, 5), Comparacion::mejor);
+    EXPECT_EQ(comparar(5, 5), Comparacion::igual);
+    EXPECT_EQ(comparar(6, 5), Comparacion::peor);
+}
+
 TEST(ReglasEstrategias, TheMixedOnesTellTwoInputsApart) {
     const auto modos = [](char opcion) {
         return std::array<char, 4>{modoDeEntrada(opcion, 1), modoDeEntrada(opcion, 2),
