@@ -176,16 +176,16 @@ void Candidato::Lado::registrarTranscoding() const {
 }
 
 bool Candidato::Lado::bastanPIDs() const {
-    return reglas::alcanzaConSigno(modulo.PIDsModuloMax, pids);
+    return reglas::bastaConSigno(modulo.PIDsModuloMax, pids);
 }
 
 bool Candidato::Lado::bastanTranscoders() const {
-    return reglas::alcanzaConSigno(modulo.HD_MAX_Transcoding, transcodingHD) &&
-           reglas::alcanzaConSigno(modulo.SD_MAX_Transcoding, transcodingSD);
+    return reglas::bastaConSigno(modulo.HD_MAX_Transcoding, transcodingHD) &&
+           reglas::bastaConSigno(modulo.SD_MAX_Transcoding, transcodingSD);
 }
 
 bool Candidato::Lado::bastaBitrate() const {
-    return reglas::alcanzaConSigno(bitrateMax(), bitrate);
+    return reglas::bastaConSigno(bitrateMax(), bitrate);
 }
 
 // The outputs start empty; the services with the highest keys find their place first.

@@ -73,8 +73,8 @@ constexpr bool cabeBitratePorResto(std::uint32_t actual, std::uint32_t pedido, s
 }
 
 // Exchanging services: strict, and a balance below zero becomes a large one and fails.
-constexpr bool cabeBitrateAlPermutar(std::uint32_t actual, std::uint32_t entra, std::uint32_t sale,
-                                     std::uint32_t maximo) {
+constexpr bool bastaBitrateAlPermutar(std::uint32_t actual, std::uint32_t entra, std::uint32_t sale,
+                                      std::uint32_t maximo) {
     return static_cast<std::uint32_t>(actual + entra - sale) < maximo;
 }
 
@@ -87,7 +87,7 @@ constexpr bool sobraBitrate(std::uint32_t actual, std::uint32_t maximo) {
 }
 
 // Gathering a stream: whether a sum over the whole module is within its ceiling, with sign.
-constexpr bool alcanzaConSigno(std::uint32_t maximo, std::uint32_t suma) {
+constexpr bool bastaConSigno(std::uint32_t maximo, std::uint32_t suma) {
     return static_cast<std::int32_t>(maximo) >= static_cast<std::int32_t>(suma);
 }
 

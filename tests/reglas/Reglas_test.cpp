@@ -63,9 +63,9 @@ TEST(ReglasBitrate, TheLargestLoadFitsAndOneMoreDoesNot) {
 }
 
 TEST(ReglasBitrate, AnExchangeThatLeavesLessThanNothingFails) {
-    EXPECT_TRUE(cabeBitrateAlPermutar(5000, 3000, 4000, 4001));
-    EXPECT_FALSE(cabeBitrateAlPermutar(5000, 3000, 4000, 4000));
-    EXPECT_FALSE(cabeBitrateAlPermutar(0, 1, 2, 38000));
+    EXPECT_TRUE(bastaBitrateAlPermutar(5000, 3000, 4000, 4001));
+    EXPECT_FALSE(bastaBitrateAlPermutar(5000, 3000, 4000, 4000));
+    EXPECT_FALSE(bastaBitrateAlPermutar(0, 1, 2, 38000));
 }
 
 TEST(ReglasBitrate, RoomIsMoreThanTheMargin) {
@@ -76,10 +76,10 @@ TEST(ReglasBitrate, RoomIsMoreThanTheMargin) {
 }
 
 TEST(ReglasBitrate, GatheringComparesWithSign) {
-    EXPECT_TRUE(alcanzaConSigno(38000, 38000));
-    EXPECT_FALSE(alcanzaConSigno(38000, 38001));
-    EXPECT_TRUE(alcanzaConSigno(38000, 0x80000000U)) << "a sum below zero";
-    EXPECT_FALSE(alcanzaConSigno(0x80000000U, 0));
+    EXPECT_TRUE(bastaConSigno(38000, 38000));
+    EXPECT_FALSE(bastaConSigno(38000, 38001));
+    EXPECT_TRUE(bastaConSigno(38000, 0x80000000U)) << "a sum below zero";
+    EXPECT_FALSE(bastaConSigno(0x80000000U, 0));
 }
 
 TEST(ReglasServicios, OneMoreUpToTheNumber) {
