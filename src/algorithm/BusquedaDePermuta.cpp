@@ -209,10 +209,10 @@ bool BusquedaDePermuta::bastanPIDs(const tRec_Servicio& va, const tRec_Servicio&
 bool BusquedaDePermuta::bastaBitrate(const tRec_Salida& salida, const tRec_Salida& salidaAux,
                                      const tRec_Servicio& va, const tRec_Servicio& viene) const {
     const tRec_Servicio& entra = *enMano_.ficha.servicio;
-    return reglas::cabeBitrateAlPermutar(salida.BitRateActual, entra.peakBitRate + viene.peakBitRate,
-                                         va.peakBitRate, salida.BitRateMax) &&
-           reglas::cabeBitrateAlPermutar(salidaAux.BitRateActual, va.peakBitRate, viene.peakBitRate,
-                                         salidaAux.BitRateMax);
+    return reglas::bastaBitrateAlPermutar(salida.BitRateActual, entra.peakBitRate + viene.peakBitRate,
+                                          va.peakBitRate, salida.BitRateMax) &&
+           reglas::bastaBitrateAlPermutar(salidaAux.BitRateActual, va.peakBitRate, viene.peakBitRate,
+                                          salidaAux.BitRateMax);
 }
 
 // Where MAC[0] receives no other stream there is none. MAC[1] was found by its input.

@@ -37,7 +37,7 @@ bool Candidato::reunir() {
     principal_.registrarAntes();
     auxiliar_.registrarAntes();
     repartirServicios();
-    if (!cabeEnRecursos() || !cabeEnBitrate() || !principal_.colocarEnCopia(motor_) ||
+    if (!examinarRecursos() || !examinarBitrate() || !principal_.colocarEnCopia(motor_) ||
         !auxiliar_.colocarEnCopia(motor_) || !resintonizar())
         return false;
 
@@ -61,7 +61,12 @@ void Candidato::repartirServicios() {
                  static_cast<int>(lado->servicios.size()));
 }
 
-bool Candidato::cabeEnRecursos() const {
+bool Candidato::bastanRecursos() const {
+    return principal_.bastanPIDs() && auxiliar_.bastanPIDs() && principal_.bastanTranscoders() &&
+           auxiliar_.bastanTranscoders();
+}
+
+bool Candidato::examinarRecursos() const {
     ::syslog(LOG_DEBUG,
              "(Count_PIDs (%d) <= itModulo->second.PIDsModuloMax (%d) ) && ( Count_PIDs_Aux(%d)  <= "
              "itModulo_Aux->second.PIDsModuloMax(%d) )",
@@ -70,8 +75,7 @@ bool Candidato::cabeEnRecursos() const {
     principal_.registrarTranscoding();
     auxiliar_.registrarTranscoding();
     ::sleep(1);
-    if (!principal_.bastanPIDs() || !auxiliar_.bastanPIDs() || !principal_.bastanTranscoders() ||
-        !auxiliar_.bastanTranscoders())
+    if (!bastanRecursos())
         return false;
     ::sleep(2);
     marcos::linea("El intercambio no es problema para la CAM");
@@ -79,17 +83,14 @@ bool Candidato::cabeEnRecursos() const {
     return true;
 }
 
-bool Candidato::cabeEnBitrate() const {
-    const std::uint32_t maximo = principal_.bitrateMax();
-    const std::uint32_t maximoAux = auxiliar_.bitrateMax();
-    const bool cabe = reglas::alcanzaConSigno(maximo, principal_.bitrate) &&
-                      reglas::alcanzaConSigno(maximoAux, auxiliar_.bitrate);
+bool Candidato::examinarBitrate() const {
+    const bool basta = principal_.bastaBitrate() && auxiliar_.bastaBitrate();
     ::syslog(LOG_DEBUG,
              " ( ( Bitrate_ListaServiciosSalida_Modulo (%d) <= Bitrate_Max_Salida_Modulo(%d) ) && ( "
              "Bitrate_ListaServiciosSalida_Modulo_Aux (%d) <= Bitrate_Max_Salida_Modulo_Aux (%d) ) ) = %d",
-             static_cast<int>(principal_.bitrate), static_cast<int>(maximo),
-             static_cast<int>(auxiliar_.bitrate), static_cast<int>(maximoAux), cabe);
-    return cabe;
+             static_cast<int>(principal_.bitrate), static_cast<int>(principal_.bitrateMax()),
+             static_cast<int>(auxiliar_.bitrate), static_cast<int>(auxiliar_.bitrateMax()), basta);
+    return basta;
 }
 
 // Every input of the first module but the candidate one is given up. What it received moves to the second
@@ -175,12 +176,16 @@ void Candidato::Lado::registrarTranscoding() const {
 }
 
 bool Candidato::Lado::bastanPIDs() const {
-    return reglas::alcanzaConSigno(modulo.PIDsModuloMax, pids);
+    return reglas::bastaConSigno(modulo.PIDsModuloMax, pids);
 }
 
 bool Candidato::Lado::bastanTranscoders() const {
-    return reglas::alcanzaConSigno(modulo.HD_MAX_Transcoding, transcodingHD) &&
-           reglas::alcanzaConSigno(modulo.SD_MAX_Transcoding, transcodingSD);
+    return reglas::bastaConSigno(modulo.HD_MAX_Transcoding, transcodingHD) &&
+           reglas::bastaConSigno(modulo.SD_MAX_Transcoding, transcodingSD);
+}
+
+bool Candidato::Lado::bastaBitrate() const {
+    return reglas::bastaConSigno(bitrateMax(), bitrate);
 }
 
 // The outputs start empty; the services with the highest keys find their place first.

@@ -41,13 +41,16 @@ private:
         void registrarTranscoding() const;
         bool bastanPIDs() const;
         bool bastanTranscoders() const;
+        bool bastaBitrate() const;
         bool colocarEnCopia(tRecalculo& motor);
         bool asegurarEnEntrada(const Ficha& ficha);
     };
 
     void repartirServicios();
-    bool cabeEnRecursos() const;
-    bool cabeEnBitrate() const;
+    bool bastanRecursos() const;
+    // These two log and pause on their way.
+    bool examinarRecursos() const;
+    bool examinarBitrate() const;
     bool resintonizar();
     bool pasarAlAuxiliar(unsigned short onid, unsigned short tsid, tMapaServicios servicios);
     bool asegurarEnEntradas();

@@ -62,8 +62,9 @@ Estado Pasada::completarEntradas(tRec_Modulo& modulo, Estado propuesto) {
 
 namespace {
 
-// The input that can stand in for an empty first one; null when the first needs no help or there is none.
-tRec_Entrada* buscarSustituta(tRec_Modulo& modulo) {
+// Gives the input that can stand in for an empty first one, with the line and pause of that; null when the
+// first needs no help or there is none.
+tRec_Entrada* examinarEntradas(tRec_Modulo& modulo) {
     for (auto& [numero, entrada] : modulo.mapEntradas) {
         if (numero == 1) {
             if (reglas::conAmbosNumeros(entrada.ONID, entrada.TSID))
@@ -84,7 +85,7 @@ void Pasada::corregirPrimerasEntradas() {
         const auto primera = modulo.mapEntradas.find(1);
         if (primera == modulo.mapEntradas.end())
             continue;
-        tRec_Entrada* sustituta = buscarSustituta(modulo);
+        tRec_Entrada* sustituta = examinarEntradas(modulo);
         if (sustituta == nullptr)
             continue;
         ::sleep(2);

@@ -8,6 +8,7 @@
 #include <syslog.h>
 #include <utility>
 
+#include "../reglas/Reglas.h"
 #include "Indice.h"
 
 namespace zarven {
@@ -61,8 +62,7 @@ int tRecalculo::configurarSalida(std::string mac, unsigned short idSalida, unsig
 int tRecalculo::addRec_Servicio(std::shared_ptr<tRec_Servicio> s) {
     if (!s)
         return 0;
-    const Rec_TSID* stream = buscarTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID);
-    if (stream == nullptr || stream->MapRec_Services.count(s->idService) == 0) {
+    if (!reglas::esClonAlCargar(Mapa_ONIDs_Inicial, s->ONID, s->TSID, s->idService)) {
         listaServicios.push_back(s);
         try {
             abrirTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID).MapRec_Services.emplace(s->idService, s);
@@ -78,7 +78,8 @@ int tRecalculo::addRec_Servicio(std::shared_ptr<tRec_Servicio> s) {
     if (s->Parent_SID == 0) {
         // Not greater than the key of the service that is there.
         const long clavePadre = s->idService != 0 ? s->idService : -static_cast<long>(s->OSID);
-        const auto it = stream->MapRec_Services.lower_bound(clavePadre);
+        const auto it =
+            buscarTSID(Mapa_ONIDs_Inicial, s->ONID, s->TSID)->MapRec_Services.lower_bound(clavePadre);
         if (it->first != clavePadre)
             return ERROR_CLON_SIN_PADRE;
         padre = it->second.get();

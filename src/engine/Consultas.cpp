@@ -63,7 +63,8 @@ bool tRecalculo::Exist_Transcoding_Service() const {
 bool tRecalculo::Exist_Service_with_idService() const {
     // The keys ascend, so the last one tells.
     return algunTSID(Mapa_ONIDs, [](const Rec_ONID&, const Rec_TSID& stream) {
-        return !stream.MapRec_Services.empty() && stream.MapRec_Services.rbegin()->first > 0;
+        return !stream.MapRec_Services.empty() &&
+               reglas::esClavePositiva(stream.MapRec_Services.rbegin()->first);
     });
 }
 

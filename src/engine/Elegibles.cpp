@@ -33,7 +33,7 @@ int Elegibles::contarElegibles(const tMapaServicios& servicios) const {
 
 void Elegibles::sumarTotales(const tMapaServicios& servicios, int signo) {
     for (const auto& [clave, servicio] : servicios) {
-        conClavePositiva_ += clave > 0 ? signo : 0;
+        conClavePositiva_ += reglas::esClavePositiva(clave) ? signo : 0;
         conTranscoding_ += reglas::necesitaTranscoding(servicio->Transcoding) ? signo : 0;
     }
 }

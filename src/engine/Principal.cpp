@@ -130,11 +130,12 @@ void Ejecucion::compararConElMejor() {
     ::sleep(1);
     registrarCuentas();
     ::sleep(1);
-    if (fueraFinal_ == NINGUNO || fueraProceso_ < fueraFinal_) {
+    const reglas::Comparacion comparacion =
+        fueraFinal_ == NINGUNO ? reglas::Comparacion::mejor : reglas::comparar(fueraProceso_, fueraFinal_);
+    if (comparacion == reglas::Comparacion::mejor) {
         marcos::linea("Si hemos encontrado una opción mejor, o es la primera vez que entramos");
         guardar();
-    } else if (fueraProceso_ == fueraFinal_) {
-        // The earlier option stays.
+    } else if (comparacion == reglas::Comparacion::igual) {
         marcos::linea("Si el recalculo deja fuera el mismo número de servicios");
         if (!motor_.Mapa_ModulosCabecera_Final.empty()) {
             ::sleep(1);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 
 namespace zarven {
 
@@ -62,7 +63,7 @@ void tRec_Servicio::Print_Servicio(int n) const {
                  "|| ||                                           [ -%d- ]"
                  "                                                  || ||",
                  n);
-    if (Transcoding == 1)
+    if (reglas::ocupaTranscoder(Transcoding))
         marcos::linea("|| ||"
                       "········································"
                       "TRANSCODING ACTIVADO"

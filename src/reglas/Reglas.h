@@ -4,8 +4,7 @@
 // The engine tests some limits in more than one way, and its results depend on it; so each way has a name.
 // "strict": the sum must stay under the ceiling. "by the rest": what is left of the ceiling must be more than
 // the service, so that an output loaded beyond its ceiling wraps around and takes anything. "with sign": sums
-// of 32 bits compared as signed numbers. Sums of bitrates wrap at 32 bits, those of 16-bit counters are made
-// in an int and do not.
+// of 32 bits compared as signed numbers. Sums of bitrates wrap at 32 bits, those of 16-bit counters do not.
 //
 // Each rule takes plain numbers; those asked most also take the records. The tool and the tests read this
 // header, too, so that no rule stands twice.
@@ -19,6 +18,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Rec_ONID.h"
 #include "tRec_Entrada.h"
 #include "tRec_Modulo.h"
 #include "tRec_Salida.h"
@@ -26,12 +26,19 @@
 
 namespace zarven::reglas {
 
-// ---- The bitrate of an output -------------------------------------------------------------------------
+// ---- Ceilings -----------------------------------------------------------------------------------------
 
 // A load that does not wrap.
 constexpr bool bajoTecho(std::uint64_t carga, std::uint32_t maximo) {
     return carga < maximo;
 }
+
+// A number that may reach its ceiling: of services, PIDs or transcoders.
+constexpr bool hastaTecho(std::uint64_t numero, std::uint32_t maximo) {
+    return numero <= maximo;
+}
+
+// ---- The bitrate of an output -------------------------------------------------------------------------
 
 // Placing a service: strict.
 constexpr bool cabeBitrate(std::uint32_t actual, std::uint32_t pedido, std::uint32_t maximo) {
@@ -45,9 +52,19 @@ constexpr std::uint64_t faltaBitrate(std::uint32_t actual, std::uint32_t pedido,
                : std::uint64_t{static_cast<std::uint32_t>(actual + pedido)} - maximo + 1;
 }
 
+// So much can come free of what the output carries. One without ceiling takes nothing, however empty.
+constexpr bool puedeLiberarse(std::uint64_t falta, std::uint32_t actual, std::uint32_t maximo) {
+    return falta == 0 || (bajoTecho(0, maximo) && falta <= actual);
+}
+
 // The largest load that a ceiling allows.
 constexpr std::uint32_t cargaMaxima(std::uint32_t maximo) {
     return maximo == 0 ? 0 : maximo - 1;
+}
+
+// The least ceiling that allows a load.
+constexpr std::uint64_t techoPara(std::uint64_t carga) {
+    return carga + 1;
 }
 
 // Booking a service on a copy: by the rest.
@@ -56,8 +73,8 @@ constexpr bool cabeBitratePorResto(std::uint32_t actual, std::uint32_t pedido, s
 }
 
 // Exchanging services: strict, and a balance below zero becomes a large one and fails.
-constexpr bool cabeBitrateAlPermutar(std::uint32_t actual, std::uint32_t entra, std::uint32_t sale,
-                                     std::uint32_t maximo) {
+constexpr bool bastaBitrateAlPermutar(std::uint32_t actual, std::uint32_t entra, std::uint32_t sale,
+                                      std::uint32_t maximo) {
     return static_cast<std::uint32_t>(actual + entra - sale) < maximo;
 }
 
@@ -70,7 +87,7 @@ constexpr bool sobraBitrate(std::uint32_t actual, std::uint32_t maximo) {
 }
 
 // Gathering a stream: whether a sum over the whole module is within its ceiling, with sign.
-constexpr bool alcanzaConSigno(std::uint32_t maximo, std::uint32_t suma) {
+constexpr bool bastaConSigno(std::uint32_t maximo, std::uint32_t suma) {
     return static_cast<std::int32_t>(maximo) >= static_cast<std::int32_t>(suma);
 }
 
@@ -88,7 +105,7 @@ inline bool cabeOtroServicio(const tRec_Salida& salida) {
 
 // Placing a service: the sum may reach the budget.
 constexpr bool cabenPIDs(std::uint16_t enUso, std::uint16_t pedidos, std::uint16_t maximo) {
-    return enUso + pedidos <= maximo;
+    return hastaTecho(std::uint64_t{enUso} + pedidos, maximo);
 }
 
 // How many have to come free before the service can be placed; 0 when it can.
@@ -133,10 +150,21 @@ constexpr std::uint16_t limiteTranscoders(bool hayHD, std::uint16_t maximoSD, st
     return hayHD ? maximoHD : maximoSD;
 }
 
+// One more than those in use is within the limit of the pool.
+constexpr bool quedaTranscoder(std::uint32_t enUso, std::uint32_t limite) {
+    return enUso < limite;
+}
+
+// How many have to come free before one more can be taken; 0 when it can.
+constexpr std::uint64_t faltanTranscoders(std::uint32_t enUso, std::uint32_t limite) {
+    return quedaTranscoder(enUso, limite) ? 0 : std::uint64_t{enUso} + 1 - limite;
+}
+
 // Placing a service that takes one. The service itself is not asked whether it is HD.
 constexpr bool quedaTranscoder(std::uint16_t enUsoSD, std::uint16_t enUsoHD, std::uint16_t maximoSD,
                                std::uint16_t maximoHD) {
-    return enUsoSD + enUsoHD < limiteTranscoders(enUsoHD != 0, maximoSD, maximoHD);
+    return quedaTranscoder(std::uint32_t{enUsoSD} + enUsoHD,
+                           limiteTranscoders(enUsoHD != 0, maximoSD, maximoHD));
 }
 
 inline bool quedaTranscoder(const tRec_Modulo& modulo) {
@@ -168,13 +196,43 @@ inline bool esPadre(const tRec_Servicio& servicio, const tRec_Servicio& clon) {
     return servicio.OSID == clon.Parent_SID;
 }
 
+// ---- Loading ------------------------------------------------------------------------------------------
+
+// A service is a clone when its stream has one of its key by then.
+inline bool esClonAlCargar(const tMapaONIDs& indice, std::uint16_t onid, std::uint16_t tsid, long clave) {
+    const auto red = indice.find(onid);
+    if (red == indice.end())
+        return false;
+    const auto stream = red->second.MapRec_TSIDs.find(tsid);
+    return stream != red->second.MapRec_TSIDs.end() && stream->second.MapRec_Services.count(clave) != 0;
+}
+
 // ---- An output as a whole -----------------------------------------------------------------------------
 
-// Placing a service, but for its transcoder. The order of the tests is the system's.
+// What stops a service from being placed, in the order of the tests.
+enum class Limite {
+    servicios,
+    bitrate,
+    PIDs,
+    transcoders,
+    ninguno, // it fits
+};
+
+// The first of the tests that fails.
+constexpr Limite primerLimite(bool cabeOtro, bool cabeSuBitrate, bool cabenSusPIDs, bool hayTranscoder) {
+    return !cabeOtro        ? Limite::servicios
+           : !cabeSuBitrate ? Limite::bitrate
+           : !cabenSusPIDs  ? Limite::PIDs
+           : !hayTranscoder ? Limite::transcoders
+                            : Limite::ninguno;
+}
+
+// Placing a service, but for its transcoder.
 inline bool cabe(const tRec_Modulo& modulo, const tRec_Salida& salida, const tRec_Servicio& servicio) {
-    return cabeOtroServicio(salida) &&
-           cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax) &&
-           cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax);
+    return primerLimite(cabeOtroServicio(salida),
+                        cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax),
+                        cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax),
+                        true) == Limite::ninguno;
 }
 
 // Booking a service on a copy: the module is not asked.
@@ -209,12 +267,22 @@ constexpr bool conAlgunNumero(std::uint16_t onid, std::uint16_t tsid) {
     return onid != 0 || tsid != 0;
 }
 
+// It has a stream or services.
+inline bool sintonizada(const tRec_Entrada& entrada) {
+    return conAlgunNumero(entrada.ONID, entrada.TSID) || !sinServicios(entrada);
+}
+
 // Gathering, and the first input: it takes both.
 constexpr bool conAmbosNumeros(std::uint16_t onid, std::uint16_t tsid) {
     return onid != 0 && tsid != 0;
 }
 
 // ---- Which services are asked for ---------------------------------------------------------------------
+
+// A service without LCN is filed under 0 or below.
+constexpr bool esClavePositiva(long clave) {
+    return clave > 0;
+}
 
 // What counts when a stream is chosen, by what the working index holds.
 struct Criterio {
@@ -227,13 +295,13 @@ struct Criterio {
 };
 
 constexpr bool cuentaParaElegir(long clave, std::uint16_t transcoding, const Criterio& criterio) {
-    return (!criterio.soloClavesPositivas || clave > 0) &&
+    return (!criterio.soloClavesPositivas || esClavePositiva(clave)) &&
            (!criterio.soloDeSuClase || transcoding == (criterio.transcoding ? 1 : 0));
 }
 
 // Once a stream is chosen: services that need no transcoder ride along in both fills.
 constexpr bool entraEnRelleno(std::uint16_t transcoding, bool rellenoConTranscoding) {
-    return transcoding == 0 || (transcoding == 1 && rellenoConTranscoding);
+    return !necesitaTranscoding(transcoding) || (ocupaTranscoder(transcoding) && rellenoConTranscoding);
 }
 
 // The search for the fewest begins below this: a stream with so many services is never taken by it.
@@ -295,6 +363,20 @@ constexpr char modoDeEntrada(char opcion, std::uint16_t numEntrada) {
         if (estrategia.opcion == opcion)
             return modoDeEntrada(estrategia, numEntrada);
     return NO_SE_OFRECE;
+}
+
+// An option against the best so far.
+enum class Comparacion {
+    mejor,
+    igual, // the earlier one stays
+    peor,
+};
+
+// By the services that the two leave out.
+template <class Numero> constexpr Comparacion comparar(Numero fuera, Numero fueraDelMejor) {
+    return fuera < fueraDelMejor    ? Comparacion::mejor
+           : fuera == fueraDelMejor ? Comparacion::igual
+                                    : Comparacion::peor;
 }
 
 } // namespace zarven::reglas

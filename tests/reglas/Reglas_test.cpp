@@ -12,6 +12,17 @@ namespace {
 
 constexpr std::uint32_t TODO = 0xFFFFFFFFU;
 
+TEST(ReglasTechos, ALoadStaysUnderANumberMayReach) {
+    EXPECT_TRUE(bajoTecho(37999, 38000));
+    EXPECT_FALSE(bajoTecho(38000, 38000));
+    EXPECT_FALSE(bajoTecho(38001, 38000));
+    EXPECT_TRUE(hastaTecho(511, 512));
+    EXPECT_TRUE(hastaTecho(512, 512));
+    EXPECT_FALSE(hastaTecho(513, 512));
+    for (const auto regla : {bajoTecho, hastaTecho})
+        EXPECT_FALSE(regla(std::uint64_t{1} << 32, 512)) << "nothing wraps";
+}
+
 TEST(ReglasBitrate, PlacingStaysUnderTheCeiling) {
     EXPECT_TRUE(cabeBitrate(30000, 7999, 38000));
     EXPECT_FALSE(cabeBitrate(30000, 8000, 38000));
@@ -33,16 +44,28 @@ TEST(ReglasBitrate, WhatIsLackingIsTheLeastThatMakesItFit) {
     EXPECT_EQ(faltaBitrate(TODO, 0, 0), std::uint64_t{1} << 32);
 }
 
+TEST(ReglasBitrate, NoMoreComesFreeThanIsCarried) {
+    EXPECT_TRUE(puedeLiberarse(999, 1000, 38000));
+    EXPECT_TRUE(puedeLiberarse(1000, 1000, 38000));
+    EXPECT_FALSE(puedeLiberarse(1001, 1000, 38000));
+    EXPECT_TRUE(puedeLiberarse(1, 1, 1));
+    EXPECT_FALSE(puedeLiberarse(1, 1, 0)) << "an output without ceiling takes nothing";
+    EXPECT_TRUE(puedeLiberarse(0, 0, 0)) << "nothing is lacking";
+}
+
 TEST(ReglasBitrate, TheLargestLoadFitsAndOneMoreDoesNot) {
     EXPECT_TRUE(bajoTecho(cargaMaxima(38000), 38000));
     EXPECT_FALSE(bajoTecho(cargaMaxima(38000) + 1, 38000));
     EXPECT_EQ(cargaMaxima(0), 0U);
+    EXPECT_EQ(techoPara(cargaMaxima(38000)), 38000U);
+    EXPECT_EQ(cargaMaxima(static_cast<std::uint32_t>(techoPara(0))), 0U);
+    EXPECT_EQ(techoPara(TODO), std::uint64_t{1} << 32) << "no ceiling allows it";
 }
 
 TEST(ReglasBitrate, AnExchangeThatLeavesLessThanNothingFails) {
-    EXPECT_TRUE(cabeBitrateAlPermutar(5000, 3000, 4000, 4001));
-    EXPECT_FALSE(cabeBitrateAlPermutar(5000, 3000, 4000, 4000));
-    EXPECT_FALSE(cabeBitrateAlPermutar(0, 1, 2, 38000));
+    EXPECT_TRUE(bastaBitrateAlPermutar(5000, 3000, 4000, 4001));
+    EXPECT_FALSE(bastaBitrateAlPermutar(5000, 3000, 4000, 4000));
+    EXPECT_FALSE(bastaBitrateAlPermutar(0, 1, 2, 38000));
 }
 
 TEST(ReglasBitrate, RoomIsMoreThanTheMargin) {
@@ -53,10 +76,10 @@ TEST(ReglasBitrate, RoomIsMoreThanTheMargin) {
 }
 
 TEST(ReglasBitrate, GatheringComparesWithSign) {
-    EXPECT_TRUE(alcanzaConSigno(38000, 38000));
-    EXPECT_FALSE(alcanzaConSigno(38000, 38001));
-    EXPECT_TRUE(alcanzaConSigno(38000, 0x80000000U)) << "a sum below zero";
-    EXPECT_FALSE(alcanzaConSigno(0x80000000U, 0));
+    EXPECT_TRUE(bastaConSigno(38000, 38000));
+    EXPECT_FALSE(bastaConSigno(38000, 38001));
+    EXPECT_TRUE(bastaConSigno(38000, 0x80000000U)) << "a sum below zero";
+    EXPECT_FALSE(bastaConSigno(0x80000000U, 0));
 }
 
 TEST(ReglasServicios, OneMoreUpToTheNumber) {
@@ -92,6 +115,15 @@ TEST(ReglasTranscoders, OneHDBringsTheHDCeiling) {
     EXPECT_FALSE(quedaTranscoder(65535, 65535, 65535, 65535)) << "the sum does not wrap";
 }
 
+TEST(ReglasTranscoders, WhatIsLackingIsTheLeastThatLeavesOne) {
+    EXPECT_TRUE(quedaTranscoder(1, 2));
+    EXPECT_FALSE(quedaTranscoder(2, 2));
+    EXPECT_EQ(faltanTranscoders(1, 2), 0U);
+    EXPECT_EQ(faltanTranscoders(2, 2), 1U);
+    EXPECT_EQ(faltanTranscoders(3, 2), 2U);
+    EXPECT_EQ(faltanTranscoders(TODO, 0), std::uint64_t{1} << 32);
+}
+
 TEST(ReglasTranscoders, AnEmptyModuleComesToTheLargerCeilingIfOneCanBegin) {
     EXPECT_EQ(masTranscoders(2, 1), 2);
     EXPECT_EQ(masTranscoders(1, 2), 2);
@@ -118,6 +150,12 @@ TEST(ReglasEntradas, ANumberOrBoth) {
     EXPECT_TRUE(conAmbosNumeros(1, 7));
     EXPECT_TRUE(esStream(1, 7, 1, 7));
     EXPECT_FALSE(esStream(1, 7, 7, 1));
+}
+
+TEST(ReglasEleccion, AKeyIsPositiveFromOneOn) {
+    EXPECT_FALSE(esClavePositiva(-1));
+    EXPECT_FALSE(esClavePositiva(0));
+    EXPECT_TRUE(esClavePositiva(1));
 }
 
 TEST(ReglasEleccion, WhatCountsDependsOnWhatIsLeft) {
@@ -149,6 +187,12 @@ TEST(ReglasEstrategias, AreCalledAsTheyAreLogged) {
     EXPECT_EQ(nombreEnRotulo("END OPTION: MAX --"), "");
 }
 
+TEST(ReglasEstrategias, TheOneThatLeavesFewerOutIsBetter) {
+    EXPECT_EQ(comparar(4, 5), Comparacion::mejor);
+    EXPECT_EQ(comparar(5, 5), Comparacion::igual);
+    EXPECT_EQ(comparar(6, 5), Comparacion::peor);
+}
+
 TEST(ReglasEstrategias, TheMixedOnesTellTwoInputsApart) {
     const auto modos = [](char opcion) {
         return std::array<char, 4>{modoDeEntrada(opcion, 1), modoDeEntrada(opcion, 2),
@@ -160,6 +204,24 @@ TEST(ReglasEstrategias, TheMixedOnesTellTwoInputsApart) {
     EXPECT_EQ(modos(4), (std::array<char, 4>{MODO_MIN, MODO_MAX, NO_SE_OFRECE, NO_SE_OFRECE}));
     for (const char opcion : {'\0', '\5', '\xff'})
         EXPECT_EQ(modos(opcion), (std::array<char, 4>{}));
+}
+
+TEST(ReglasRegistros, TheFirstTestThatFailsIsTheLimit) {
+    EXPECT_EQ(primerLimite(false, false, false, false), Limite::servicios);
+    EXPECT_EQ(primerLimite(true, false, false, false), Limite::bitrate);
+    EXPECT_EQ(primerLimite(true, true, false, false), Limite::PIDs);
+    EXPECT_EQ(primerLimite(true, true, true, false), Limite::transcoders);
+    EXPECT_EQ(primerLimite(true, true, true, true), Limite::ninguno);
+}
+
+TEST(ReglasRegistros, ATakenKeyMakesAClone) {
+    zarven::tMapaONIDs indice;
+    indice[1].MapRec_TSIDs[2].MapRec_Services.emplace(7, nullptr);
+    EXPECT_TRUE(esClonAlCargar(indice, 1, 2, 7));
+    for (const long clave : {6L, 8L})
+        EXPECT_FALSE(esClonAlCargar(indice, 1, 2, clave));
+    EXPECT_FALSE(esClonAlCargar(indice, 2, 2, 7)) << "another network";
+    EXPECT_FALSE(esClonAlCargar(indice, 1, 1, 7)) << "another stream";
 }
 
 // On a record and on its numbers the answer is the same.
@@ -189,6 +251,18 @@ TEST(ReglasRegistros, TakeTheFieldsOfTheRule) {
     EXPECT_TRUE(cabePorResto(salida, servicio)) << "booking does not ask the module";
     salida.BitRateActual = 32000;
     EXPECT_FALSE(tieneSitio(salida));
+}
+
+TEST(ReglasRegistros, AnInputIsTunedThatHasANumberOrAService) {
+    zarven::tRec_Entrada entrada(1);
+    EXPECT_FALSE(sintonizada(entrada));
+    entrada.confEntrada(7, 0);
+    EXPECT_TRUE(sintonizada(entrada));
+    entrada.confEntrada(0, 7);
+    EXPECT_TRUE(sintonizada(entrada));
+    entrada.confEntrada(0, 0);
+    entrada.MapaServicios.emplace(0, nullptr);
+    EXPECT_TRUE(sintonizada(entrada)) << "0 and 0 may be a stream";
 }
 
 TEST(ReglasRegistros, TheParentIsKnownByItsOSID) {

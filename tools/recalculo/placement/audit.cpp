@@ -272,7 +272,7 @@ void ModuleAudit::examine(const tRec_Salida& output) {
     if (output.NumServicios != services)
         find("the engine counts {} on output {}, it carries {} of {}",
              counted(output.NumServicios, "service"), output.NumSalida, services, output.NumServiciosMax);
-    if (services > output.NumServiciosMax)
+    if (!reglas::hastaTecho(services, output.NumServiciosMax))
         find("output {} carries {}, it may carry {}", output.NumSalida, counted(services, "service"),
              output.NumServiciosMax);
 }
@@ -282,7 +282,7 @@ void ModuleAudit::examine_pids() {
     if (module_.PIDsModulo != needed)
         find("the engine counts {} in use, its services need {} of {}", counted(module_.PIDsModulo, "PID"),
              needed, module_.PIDsModuloMax);
-    if (needed > module_.PIDsModuloMax)
+    if (!reglas::hastaTecho(needed, module_.PIDsModuloMax))
         find("its services need {}, it may use {}", counted(needed, "PID"), module_.PIDsModuloMax);
 }
 
@@ -309,11 +309,11 @@ void ModuleAudit::examine_transcoders() {
 
     const unsigned limit =
         reglas::limiteTranscoders(needed.hd != 0, module_.SD_MAX_Transcoding, module_.HD_MAX_Transcoding);
-    if (needed.sd + needed.hd > limit)
+    if (!reglas::hastaTecho(needed.sd + needed.hd, limit))
         find("its services need {} ({} SD, {} HD), it may use {}{}",
              counted(needed.sd + needed.hd, "transcoder"), needed.sd, needed.hd, limit,
              needed.hd != 0 ? " with HD among them" : "");
-    if (needed.aux > module_.AUX_MAX_Transcoding)
+    if (!reglas::hastaTecho(needed.aux, module_.AUX_MAX_Transcoding))
         find("its clones need {}, it may use {}", counted(needed.aux, "AUX transcoder"),
              module_.AUX_MAX_Transcoding);
 }

@@ -107,7 +107,7 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
         totals_.pids += module.pids_max / pids_step * pids_step;
         totals_.transcoders += module.transcoders;
         for (const OutputCapacity& output : module.outputs) {
-            if (output.bitrate_max == 0)
+            if (!reglas::bajoTecho(0, output.bitrate_max))
                 continue;
             totals_.bitrate += reglas::cargaMaxima(output.bitrate_max) / bitrate_step * bitrate_step;
             totals_.places += output.service_max;

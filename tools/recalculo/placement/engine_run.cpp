@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "base/failure.h"
 #include "base/utf8.h"
 
@@ -51,8 +52,6 @@ private:
             run_.clones.push_back(service);
     }
 
-    bool stream_holds_key_of(const Clone& clone) const;
-
     EngineRun& run_;
     const std::string& file_;
 };
@@ -99,20 +98,10 @@ void Loader::load(const Service& service, std::size_t index) {
         element_of("service", "services", index, service));
 }
 
-bool Loader::stream_holds_key_of(const Clone& clone) const {
-    const tMapaONIDs& index = run_.engine.Mapa_ONIDs_Inicial;
-    const auto network = index.find(clone.onid);
-    if (network == index.end())
-        return false;
-    const auto stream = network->second.MapRec_TSIDs.find(clone.tsid);
-    return stream != network->second.MapRec_TSIDs.end() &&
-           stream->second.MapRec_Services.count(clone.lcn) != 0;
-}
-
 void Loader::load(const Clone& clone, std::size_t index) {
     const Element element = element_of("clone", "clones", index, clone);
     // The engine would load it as an ordinary service, one that takes no bitrate.
-    if (!stream_holds_key_of(clone))
+    if (!reglas::esClonAlCargar(run_.engine.Mapa_ONIDs_Inicial, clone.onid, clone.tsid, clone.lcn))
         complain(element, fmt::format("a clone without parent: no service of stream {}/{} has the LCN {}",
                                       clone.onid, clone.tsid, clone.lcn));
     add(std::make_shared<tRec_Servicio>(clone.osid, clone.sid, clone.lcn, clone.reserved1,

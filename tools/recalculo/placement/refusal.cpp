@@ -18,21 +18,33 @@ template <class Visit> void for_each_service(const tMapaONIDs& index, Visit visi
                 visit(onid, tsid, key, *service);
 }
 
-/// A stream counts for an input if the working index has such a service of it. Only fills without transcoding
-/// are asked about; where no service needs a transcoder, their kind is every kind.
-bool counts_for_choosing(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
-    return reglas::cuentaParaElegir(key, service.Transcoding, {positive_keys_are_left, true, false});
-}
-
 OutputRoom output_room(std::uint32_t number, std::uint32_t bitrate, std::uint32_t bitrate_max,
                        std::uint32_t needed) {
-    OutputRoom room{number, bitrate, bitrate_max, reglas::faltaBitrate(bitrate, needed, bitrate_max), true};
-    if (room.short_by != 0)
-        room.can_be_freed = bitrate_max != 0 && room.short_by <= bitrate;
-    return room;
+    const std::uint64_t short_by = reglas::faltaBitrate(bitrate, needed, bitrate_max);
+    return {number, bitrate, bitrate_max, short_by, reglas::puedeLiberarse(short_by, bitrate, bitrate_max)};
+}
+
+Limit limit_of(reglas::Limite first) {
+    switch (first) {
+    case reglas::Limite::servicios:
+        return Limit::service_count;
+    case reglas::Limite::bitrate:
+        return Limit::bitrate;
+    case reglas::Limite::PIDs:
+        return Limit::pids;
+    case reglas::Limite::transcoders:
+        return Limit::transcoders;
+    case reglas::Limite::ninguno:
+        break;
+    }
+    return Limit::none;
 }
 
 } // namespace
+
+bool tunes_an_input_for(long key, const tRec_Servicio& service, bool positive_keys_are_left) {
+    return reglas::cuentaParaElegir(key, service.Transcoding, {positive_keys_are_left, true, false});
+}
 
 std::uint64_t Room::short_by() const {
     switch (limit) {
@@ -41,7 +53,7 @@ std::uint64_t Room::short_by() const {
     case Limit::pids:
         return pids_short_by;
     case Limit::transcoders:
-        return std::uint64_t{transcoders_used} + 1 - transcoders_max;
+        return reglas::faltanTranscoders(transcoders_used, transcoders_max);
     default:
         return 0;
     }
@@ -54,9 +66,9 @@ bool Room::can_be_freed(std::uint32_t pids_needed) const {
     case Limit::bitrate:
         return output.can_be_freed;
     case Limit::pids:
-        return pids_needed <= pids_max;
+        return reglas::hastaTecho(pids_needed, pids_max);
     case Limit::transcoders:
-        return transcoders_max != 0;
+        return reglas::quedaTranscoder(0, transcoders_max);
     default:
         return true;
     }
@@ -84,27 +96,26 @@ FinalState::ModuleState FinalState::state_of(const tRec_Modulo& module) {
                       module.SD_MAX_Transcoding,
                       module.HD_MAX_Transcoding};
     for (const auto& [number, input] : module.mapEntradas)
-        state.inputs.push_back({number, {input.ONID, input.TSID}, input.MapaServicios.empty()});
+        state.inputs.push_back(
+            {number, {input.ONID, input.TSID}, reglas::sintonizada(input), reglas::sinServicios(input)});
     for (const auto& [number, output] : module.mapSalidas)
         state.outputs.push_back(
             {number, output.BitRateActual, output.BitRateMax, output.NumServicios, output.NumServiciosMax});
     return state;
 }
 
-// The tool loads modules of model 3 only; with such a module the engine never fills inputs by services with
-// transcoding, which is what these rules rest on.
 void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
     for_each_service(left_out, [&](auto, auto, long key, const tRec_Servicio&) {
-        positive_keys_are_left_ = positive_keys_are_left_ || key > 0;
+        positive_keys_are_left_ = positive_keys_are_left_ || reglas::esClavePositiva(key);
     });
     for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
-        if (counts_for_choosing(key, service, positive_keys_are_left_))
+        if (tunes_an_input_for(key, service, positive_keys_are_left_))
             chosen_streams_.insert({onid, tsid});
     });
 }
 
 bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {
-    return counts_for_choosing(service.idService, service, positive_keys_are_left_) ||
+    return tunes_an_input_for(service.idService, service, positive_keys_are_left_) ||
            chosen_streams_.count(stream_of(service)) != 0;
 }
 
@@ -140,16 +151,11 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
 
     if (room.outputs == 0)
         room.limit = Limit::no_output;
-    else if (room.outputs_full == room.outputs)
-        room.limit = Limit::service_count;
-    else if (room.output.short_by != 0)
-        room.limit = Limit::bitrate;
-    else if (room.pids_short_by != 0)
-        room.limit = Limit::pids;
-    else if (reglas::ocupaTranscoder(service.Transcoding) &&
-             !reglas::quedaTranscoder(module.sd_transcoders, module.hd_transcoders, module.sd_transcoders_max,
-                                      module.hd_transcoders_max))
-        room.limit = Limit::transcoders;
+    else
+        room.limit = limit_of(reglas::primerLimite(
+            room.outputs_full < room.outputs, room.output.short_by == 0, room.pids_short_by == 0,
+            !reglas::ocupaTranscoder(service.Transcoding) ||
+                reglas::quedaTranscoder(room.transcoders_used, room.transcoders_max)));
     return room;
 }
 
@@ -161,8 +167,7 @@ ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servi
     const Stream stream = stream_of(service);
     for (const InputState& input : module.inputs) {
         // An untuned input has the ids 0 and 0, and so may a stream.
-        const bool is_tuned = input.stream != Stream{} || !input.is_empty;
-        if (is_tuned && input.stream == stream)
+        if (input.is_tuned && input.stream == stream)
             refusal.inputs_receiving.push_back(input.number);
         else if (input.is_empty)
             refusal.inputs_free.push_back(input.number);

@@ -37,6 +37,12 @@ enum class Limit {
     none,
 };
 
+/// The engine tunes a free input to a stream for the sake of such a service of it, waiting under the key. The
+/// tool loads modules of model 3 only; with such a module the engine never fills inputs by services with
+/// transcoding, so only fills without are asked about; where no service needs a transcoder, their kind is
+/// every kind.
+bool tunes_an_input_for(long key, const tRec_Servicio& service, bool positive_keys_are_left);
+
 /// One output and what a service lacks on it.
 struct OutputRoom {
     std::uint32_t number = 0;
@@ -106,6 +112,7 @@ private:
     struct InputState {
         std::uint16_t number;
         Stream stream;
+        bool is_tuned;
         bool is_empty;
     };
 

@@ -82,7 +82,7 @@ InputResult Gathering::gather(const tRec_Entrada& input, const OutputsOf& output
     InputResult result;
     result.number = input.NumEntrada;
     result.stream = {input.ONID, input.TSID};
-    result.is_tuned = input.ONID != 0 || input.TSID != 0 || !input.MapaServicios.empty();
+    result.is_tuned = reglas::sintonizada(input);
     for (const auto& [key, service] : input.MapaServicios)
         result.services.push_back(describe_placed(*service, outputs_of));
     return result;

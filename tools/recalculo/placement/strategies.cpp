@@ -47,11 +47,23 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     strategy.placed = result.counts.placed;
     strategy.left_out = result.counts.left_out;
     strategy.neither = result.counts.neither;
-    strategy.left_out_counted = run.engine.Mapa_ONIDs.empty() ? 0 : run.engine.num_servicios_procesado();
+    strategy.left_out_counted = run.engine.num_servicios_procesado();
     strategy.findings = result.warnings.size();
     strategy.inputs_used = inputs_of(result).tuned;
     strategy.inputs = inputs_of(result).all;
     return trial;
+}
+
+Verdict verdict_of(reglas::Comparacion comparison) {
+    switch (comparison) {
+    case reglas::Comparacion::mejor:
+        return Verdict::kept;
+    case reglas::Comparacion::igual:
+        return Verdict::tie;
+    case reglas::Comparacion::peor:
+        break;
+    }
+    return Verdict::worse;
 }
 
 std::vector<Contested> contested_by(const std::array<Trial, strategy_count>& trials) {
@@ -94,16 +106,10 @@ void judge(std::array<Strategy, strategy_count>& list) {
         Strategy& strategy = list[index];
         const std::size_t fewest = list[best].left_out_counted;
         strategy.rival = best;
-        if (index == 0) {
-            strategy.verdict = Verdict::kept;
-        } else if (fewest == 0) {
-            strategy.verdict = Verdict::not_tried;
-        } else if (strategy.left_out_counted == fewest) {
-            strategy.verdict = Verdict::tie;
-        } else if (strategy.left_out_counted > fewest) {
-            strategy.verdict = Verdict::worse;
-        } else {
-            strategy.verdict = Verdict::kept;
+        strategy.verdict = index == 0    ? Verdict::kept
+                           : fewest == 0 ? Verdict::not_tried
+                                         : verdict_of(reglas::comparar(strategy.left_out_counted, fewest));
+        if (index != 0 && strategy.verdict == Verdict::kept) {
             strategy.rival = index;
             list[best].verdict = Verdict::surpassed;
             list[best].rival = index;

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "base/counted.h"
 #include "report/service_marks.h"
 #include "report/summary_text.h"
@@ -22,9 +23,9 @@ constexpr int table_indent = 4;
 
 /// A transcoding that the engine does not count is no mark of the service, but to be seen.
 std::vector<std::string> marks_with_transcoding(ServiceResult service, std::uint16_t transcoding) {
-    service.is_transcoded = transcoding == 1;
+    service.is_transcoded = reglas::ocupaTranscoder(transcoding);
     std::vector<std::string> marks = marks_of(service);
-    if (transcoding > 1)
+    if (reglas::necesitaTranscoding(transcoding) && !service.is_transcoded)
         marks.push_back(fmt::format("transcoding {}", transcoding));
     return marks;
 }
@@ -115,7 +116,7 @@ Column headed(const char* heading, Align align = Align::left) {
 
 /// With a column for each kind of figure.
 std::optional<std::string> wide_table(const Explanation& explanation, const TextStyle& style) {
-    const bool is_transcoded = explanation.transcoding == 1;
+    const bool is_transcoded = reglas::ocupaTranscoder(explanation.transcoding);
     std::vector<Column> columns = {headed("Module"),
                                    headed("Answer"),
                                    headed("Inputs"),

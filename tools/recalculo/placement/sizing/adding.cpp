@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "placement/bound.h"
+#include "placement/refusal.h"
 #include "placement/sizing/further_modules.h"
 
 namespace zarven::tool {
@@ -21,11 +22,11 @@ Adding::ServiceNumbers Adding::numbers_of(const ServiceResult& service) {
     return {service.stream.onid, service.stream.tsid, service.lcn, service.sid};
 }
 
-/// The engine tunes an input for services without transcoding only.
+/// With modules enough the positive keys are placed, and the other services are asked for, too.
 void Adding::find_impossible() {
     std::set<Stream> tunable;
     for (const auto& service : loaded_.engine.listaServicios)
-        if (service->Transcoding == 0)
+        if (tunes_an_input_for(service->idService, *service, false))
             tunable.insert(stream_of(*service));
     std::vector<ModuleCapacity> modules = modules_;
     if (most_ != 0)

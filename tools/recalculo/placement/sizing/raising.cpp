@@ -8,19 +8,20 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
 #include "placement/stream.h"
 
 namespace zarven::tool {
 
 void Raising::list() {
-    std::uint64_t bitrate = 1; // a load must stay under its maximum
+    std::uint64_t bitrate = 0;
     std::uint64_t pids = 0;
     std::size_t transcoded = 0;
     std::set<Stream> streams;
     for (const Service& service : headend_.services) {
         bitrate += service.bitrate;
         pids += std::max(service.ca_pids, service.ca_pids_max);
-        transcoded += service.transcoding == 1 ? 1 : 0;
+        transcoded += reglas::ocupaTranscoder(service.transcoding) ? 1 : 0;
         streams.insert({service.onid, service.tsid});
     }
     for (std::size_t module = 0; module < headend_.modules.size(); ++module)
@@ -39,7 +40,7 @@ void Raising::list(std::size_t index, std::uint64_t bitrate, std::uint64_t pids,
     add({LimitKind::pids, index, 0, module.pids_max, within(module.pids_max + pids, most_others)});
     for (std::size_t output = 0; output < module.outputs.size(); ++output)
         add({LimitKind::bitrate, index, output + 1, module.outputs[output],
-             within(module.outputs[output] + bitrate, most_bitrate)});
+             within(reglas::techoPara(module.outputs[output] + bitrate), most_bitrate)});
     add({LimitKind::inputs, index, 0, module.inputs, within(module.inputs + streams, most_others)});
     add({LimitKind::sd_transcoders, index, 0, module.sd_transcoders,
          within(module.sd_transcoders + transcoded, most_others)});
