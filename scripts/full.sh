@@ -21,6 +21,11 @@ step scripts/package.sh
 step scripts/package.sh armhf
 step scripts/cross.sh
 step scripts/valgrind.sh
+step scripts/coverage.sh
+step scripts/everywhere.sh
+step scripts/threads.sh
+step scripts/fuzz.sh 5
+step scripts/mutate.sh
 step scripts/test.sh clang
 step scripts/test.sh i686 armhf
 step scripts/bench.sh

@@ -183,6 +183,11 @@ INSTANTIATE_TEST_SUITE_P(
                   e.motor.listaServicios.erase(e.motor.listaServicios.begin() + 2);
                   e.clavar("A", 2, 1, cinco);
               }},
+        Falta{"MoreThanWereLoaded", "index: holds 6 services of 5",
+              [](Escena& e) {
+                  for (unsigned short sid = 11; sid <= 15; ++sid)
+                      stream4(e).MapRec_Services.emplace(sid, fabrica::servicio(datos(sid, 4)));
+              }},
         Falta{"Lost", "lost: service 5 is nowhere", [](Escena& e) { e.motor.Mapa_ONIDs.clear(); }}),
     nombreDeLaFalta);
 
@@ -238,7 +243,9 @@ TEST_F(Sana, AfterAFailedExchangeOfOptimizeServicesMayStandAnywhereButNotNowhere
     const Servicio cinco = stream4(e).MapRec_Services.begin()->second;
     e.entrada("B", 1).MapaServicios.emplace(5, cinco);
     stream4(e).MapRec_Services.emplace(4, e.entrada("B", 1).MapaServicios.begin()->second);
-    EXPECT_EQ(violaciones(h), Reglas());
+    for (int vez = 0; vez < 10; ++vez)
+        stream4(e).MapRec_Services.emplace(5, cinco);
+    EXPECT_EQ(violaciones(h), Reglas()) << "entries, but no services, are more than were loaded";
     e.entrada("B", 1).MapaServicios.clear();
     e.motor.Mapa_ONIDs.clear();
     EXPECT_EQ(reglas(violaciones(h)), (Reglas{"received", "lost"}));

@@ -232,14 +232,14 @@ TEST_F(Resintonia, OtherInputsOfTheFirstModuleOnTheStreamAreGivenUpAndGoNowhere)
 TEST(ResintoniaSinSitio, AnotherInputOnTheStreamNeedsNoInputOfTheSecondModule) {
     // Stream 2 takes the only input of A before input 3 of B, on the candidate stream as well, is given up.
     Escena e({modulo("A", 1, {20000}, 0), modulo("B", 3, {20000})});
-    e.puesto("A", 1, 1, datos(11, 1, 1000, 1)); // more PIDs than A may have
-    e.puesto("B", 1, 1, datos(21, 1));
+    e.puesto("A", 1, 1, datos(11, 3, 1000, 1)); // more PIDs than A may have
+    e.puesto("B", 1, 1, datos(21, 3));
     e.puesto("B", 2, 1, datos(22, 2));
-    e.puesto("B", 3, 1, datos(23, 1));
+    e.puesto("B", 3, 1, datos(23, 3));
     const Tramo t = PasadaVista(e.motor, 0, 1).tramo(5);
     ASSERT_EQ(t.cuantas(HECHO), 1U);
     EXPECT_EQ(entradas(t.despues.en("A")), "1/2[22]");
-    EXPECT_EQ(entradas(t.despues.en("B")), "1/1[11 21 23] -[] -[]");
+    EXPECT_EQ(entradas(t.despues.en("B")), "1/3[11 21 23] -[] -[]");
 }
 
 TEST_F(Resintonia, EveryServiceOnAnOutputStandsOnTheInputOfItsStream) {

@@ -1,5 +1,6 @@
 // Any public member in any order with any values, on an engine in any state, until a bound of lines ends it.
 
+#include <algorithm>
 #include <iterator>
 #include <syslog.h>
 #include <vector>
@@ -15,6 +16,14 @@ using fuzz::Bytes;
 namespace {
 
 constexpr std::size_t LLAMADAS_MAX = 10000;
+// Pairs of outputs without ceiling are not logged, so that bound would not end a balance of 65,535 of them.
+constexpr std::size_t SALIDAS_DE_EQUILIBRIO_MAX = 1000;
+
+bool esEquilibrable(const tMapaModulos& modulos) {
+    return std::all_of(modulos.begin(), modulos.end(), [](const auto& uno) {
+        return uno.second.mapSalidas.size() <= SALIDAS_DE_EQUILIBRIO_MAX;
+    });
+}
 
 class Sesion {
 public:
@@ -146,7 +155,10 @@ private:
             motor.swapModulos(modulo->second, alguna(proceso)->second);
             break;
         case 4:
-            motor.Load_Balance(bytes.una_de(8) ? nullptr : &modulos());
+            if (bytes.una_de(8))
+                motor.Load_Balance(nullptr);
+            else if (tMapaModulos& mapa = modulos(); esEquilibrable(mapa))
+                motor.Load_Balance(&mapa);
             break;
         case 5:
             if (!motor.listaServiciosClonados.empty())

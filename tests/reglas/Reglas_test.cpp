@@ -39,6 +39,7 @@ TEST(ReglasBitrate, BookingOnACopyTakesAnythingBeyondTheCeiling) {
 
 TEST(ReglasBitrate, WhatIsLackingIsTheLeastThatMakesItFit) {
     EXPECT_EQ(faltaBitrate(30000, 7999, 38000), 0U);
+    EXPECT_EQ(faltaBitrate(30000, 1000, 38000), 0U);
     EXPECT_EQ(faltaBitrate(30000, 8000, 38000), 1U);
     EXPECT_EQ(faltaBitrate(30000, 9000, 38000), 1001U);
     EXPECT_EQ(faltaBitrate(TODO, 0, 0), std::uint64_t{1} << 32);

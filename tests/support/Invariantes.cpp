@@ -231,6 +231,10 @@ void comprobarServicios(const tRecalculo& motor, const tMapaModulos& modulos, co
         for (const auto& [tsid, rec_tsid] : rec_onid.MapRec_TSIDs)
             for (const auto& [clave, servicio] : rec_tsid.MapRec_Services)
                 ++veces[servicio.get()];
+    // However often failed exchanges have staged one.
+    const auto sinAsignar = veces.size() - veces.count(nullptr);
+    if (sinAsignar > motor.listaServicios.size())
+        lista.violada("index", "holds", sinAsignar, "services of", motor.listaServicios.size());
     std::set<const tRec_Servicio*> enSalidas;
     for (const auto& [mac, modulo] : modulos) {
         for (const auto& [clave, servicio] : todos(modulo.mapEntradas))

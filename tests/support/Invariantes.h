@@ -8,6 +8,8 @@
 //   record             a record stands under its own number, MAC, ONID or TSID             always
 //   key                an entry stands under the idService of its service                  always
 //   empty stream       no ONID or TSID of an index is without services                     always
+//   index              an index holds no more services than are loaded, whatever the
+//                      number of its entries                                               always
 //   NumServiciosMax    an output counts no more services than it may                       always
 //   NumServicios       an output counts its services, clones apart                         A
 //   BitRateActual      an output is loaded with the sum of its services                    A
