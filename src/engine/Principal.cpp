@@ -7,6 +7,7 @@
 
 #include "tRecalculo.h"
 
+#include <cstddef>
 #include <syslog.h>
 #include <unistd.h>
 #include <utility>
@@ -21,8 +22,6 @@ namespace {
 
 using reglas::ESTRATEGIAS;
 
-constexpr int NUM_OPCIONES = ESTRATEGIAS.size();
-
 // One call of Main_Recalculo.
 class Ejecucion {
 public:
@@ -31,7 +30,7 @@ public:
     int ejecutar() {
         if (!preparar())
             return 0;
-        while (opcion_ <= NUM_OPCIONES) {
+        while (siguiente_ < ESTRATEGIAS.size()) {
             probarOpcion();
             compararConElMejor();
         }
@@ -64,7 +63,8 @@ private:
     tRecalculo& motor_;
     int recurso_ = 0;
     int total_ = 0;
-    int opcion_ = 1;
+    // Which of the strategies is to be tried next.
+    std::size_t siguiente_ = 0;
     int opcionUtilizada_ = 0;
     // Services left out by the option that is kept, and by the one that has run.
     int fueraFinal_ = NINGUNO;
@@ -97,17 +97,17 @@ void Ejecucion::probarOpcion() {
     motor_.Mapa_ModulosCabecera_Proceso = motor_.Mapa_ModulosCabecera_Inicial;
     motor_.Mapa_ONIDs = motor_.Mapa_ONIDs_Inicial;
     ::sleep(1);
-    const reglas::Estrategia& estrategia = ESTRATEGIAS[static_cast<std::size_t>(opcion_ - 1)];
-    marcos::linea(estrategia.rotulo);
+    const reglas::Estrategia& estrategia = ESTRATEGIAS[siguiente_];
+    marcos::linea(reglas::rotulo(estrategia));
     motor_.RecalculationAlgorithm(estrategia.opcion, recurso_);
-    ++opcion_;
+    ++siguiente_;
 
     if (motor_.Mapa_ONIDs.empty()) {
         // Everything is placed: no other option can do better.
         marcos::linea("END OPTION  <----------------------------------------------------->");
         ::sleep(5);
         fueraProceso_ = 0;
-        opcion_ = NUM_OPCIONES + 1;
+        siguiente_ = ESTRATEGIAS.size();
     } else {
         ::sleep(1);
         marcos::linea("Mapa_Servicios_Procesado NOT EMPTY");
@@ -152,8 +152,8 @@ void Ejecucion::compararConElMejor() {
 void Ejecucion::guardar() {
     motor_.Mapa_ModulosCabecera_Final = std::exchange(motor_.Mapa_ModulosCabecera_Proceso, {});
     motor_.Mapa_ONIDs_Final = std::exchange(motor_.Mapa_ONIDs, {});
-    // An option that placed everything has set the counter past the last one, and is shown as the last.
-    opcionUtilizada_ = opcion_ - 1;
+    // An option that placed everything has gone past the last one, and is shown as the last.
+    opcionUtilizada_ = ESTRATEGIAS[siguiente_ - 1].opcion;
     fueraFinal_ = fueraProceso_;
 }
 

@@ -318,39 +318,42 @@ inline constexpr char NO_SE_OFRECE = 0;
 struct Estrategia {
     // The option of a pass.
     char opcion;
-    // What the driver logs before the pass: this beginning, the name, a blank and dashes.
-    const char* rotulo;
+    std::string_view nombre;
     // The modes of inputs 1 and 2 and of all others.
     char primera;
     char segunda;
     char otras;
 };
 
-inline constexpr std::string_view INICIO_ROTULO = "BEGIN OPTION: ";
-
 // In the order in which the driver tries them. The mixed ones tell inputs 1 and 2 apart and leave the others
 // alone.
 inline constexpr std::array<Estrategia, 4> ESTRATEGIAS = {{
-    {1, "BEGIN OPTION: MAX ----------------------------------------------------->", MODO_MAX, MODO_MAX,
-     MODO_MAX},
-    {2, "BEGIN OPTION: MAX MIN ------------------------------------------------->", MODO_MAX, MODO_MIN,
-     NO_SE_OFRECE},
-    {3, "BEGIN OPTION: MIN ----------------------------------------------------->", MODO_MIN, MODO_MIN,
-     MODO_MIN},
-    {4, "BEGIN OPTION: MIN MAX ------------------------------------------------->", MODO_MIN, MODO_MAX,
-     NO_SE_OFRECE},
+    {1, "MAX", MODO_MAX, MODO_MAX, MODO_MAX},
+    {2, "MAX MIN", MODO_MAX, MODO_MIN, NO_SE_OFRECE},
+    {3, "MIN", MODO_MIN, MODO_MIN, MODO_MIN},
+    {4, "MIN MAX", MODO_MIN, MODO_MAX, NO_SE_OFRECE},
 }};
 
-// The name in such a line; empty for a line that does not begin so.
-constexpr std::string_view nombreEnRotulo(std::string_view linea) {
-    if (linea.substr(0, INICIO_ROTULO.size()) != INICIO_ROTULO)
-        return {};
-    const std::string_view desde = linea.substr(INICIO_ROTULO.size());
-    return desde.substr(0, desde.find(" -"));
+inline constexpr std::string_view INICIO_ROTULO = "BEGIN OPTION: ";
+inline constexpr std::size_t ANCHO_ROTULO = 72;
+
+// What the driver logs before the pass: this beginning, the name, and an arrow that fills the line.
+constexpr std::array<char, ANCHO_ROTULO + 1> rotulo(const Estrategia& estrategia) {
+    std::array<char, ANCHO_ROTULO + 1> linea{};
+    std::size_t n = 0;
+    for (const std::string_view parte : {INICIO_ROTULO, estrategia.nombre, std::string_view(" ")})
+        for (const char letra : parte)
+            linea[n++] = letra;
+    while (n + 1 < ANCHO_ROTULO)
+        linea[n++] = '-';
+    linea[n] = '>';
+    return linea;
 }
 
-constexpr std::string_view nombre(const Estrategia& estrategia) {
-    return nombreEnRotulo(estrategia.rotulo);
+// Whether the line begins as that of the strategy, up to the arrow.
+constexpr bool anuncia(std::string_view linea, const Estrategia& estrategia) {
+    const std::size_t hastaFlecha = INICIO_ROTULO.size() + estrategia.nombre.size() + 2;
+    return linea.substr(0, hastaFlecha) == std::string_view(rotulo(estrategia).data(), hastaFlecha);
 }
 
 constexpr char modoDeEntrada(const Estrategia& estrategia, std::uint16_t numEntrada) {

@@ -182,10 +182,21 @@ TEST(ReglasEleccion, ServicesWithoutTranscodingRideAlong) {
 TEST(ReglasEstrategias, AreCalledAsTheyAreLogged) {
     std::vector<std::string_view> nombres;
     for (const Estrategia& estrategia : ESTRATEGIAS) {
-        nombres.push_back(nombre(estrategia));
+        nombres.push_back(estrategia.nombre);
+        EXPECT_EQ(std::string_view(rotulo(estrategia).data()).size(), ANCHO_ROTULO);
     }
     EXPECT_EQ(nombres, (std::vector<std::string_view>{"MAX", "MAX MIN", "MIN", "MIN MAX"}));
-    EXPECT_EQ(nombreEnRotulo("END OPTION: MAX --"), "");
+    EXPECT_STREQ(rotulo(ESTRATEGIAS[1]).data(),
+                 "BEGIN OPTION: MAX MIN ------------------------------------------------->");
+}
+
+TEST(ReglasEstrategias, ALineAnnouncesOneOfThem) {
+    EXPECT_TRUE(anuncia("BEGIN OPTION: MAX --", ESTRATEGIAS[0]));
+    EXPECT_FALSE(anuncia("BEGIN OPTION: MAX --", ESTRATEGIAS[1]));
+    EXPECT_FALSE(anuncia("BEGIN OPTION: MAX MIN --", ESTRATEGIAS[0]));
+    EXPECT_FALSE(anuncia("BEGIN OPTION: MAX", ESTRATEGIAS[0]));
+    EXPECT_FALSE(anuncia("END OPTION: MAX --", ESTRATEGIAS[0]));
+    EXPECT_FALSE(anuncia("", ESTRATEGIAS[0]));
 }
 
 TEST(ReglasEstrategias, TheOneThatLeavesFewerOutIsBetter) {

@@ -37,8 +37,10 @@ bool begins_with(std::string_view text, std::string_view beginning) {
 
 /// The strategy that the line announces, from 1; else 0.
 std::size_t strategy_in(std::string_view line) {
-    const auto named = std::find(strategy_names.begin(), strategy_names.end(), reglas::nombreEnRotulo(line));
-    return named == strategy_names.end() ? 0 : static_cast<std::size_t>(named - strategy_names.begin()) + 1;
+    for (std::size_t index = 0; index < strategy_count; ++index)
+        if (reglas::anuncia(line, reglas::ESTRATEGIAS[index]))
+            return index + 1;
+    return 0;
 }
 
 std::string_view word_for(Phase phase) {

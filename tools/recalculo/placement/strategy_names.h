@@ -17,7 +17,7 @@ inline constexpr std::size_t strategy_count = reglas::ESTRATEGIAS.size();
 inline constexpr std::array<std::string_view, strategy_count> strategy_names = [] {
     std::array<std::string_view, strategy_count> names;
     for (std::size_t index = 0; index < strategy_count; ++index)
-        names[index] = reglas::nombre(reglas::ESTRATEGIAS[index]);
+        names[index] = reglas::ESTRATEGIAS[index].nombre;
     return names;
 }();
 
