@@ -17,6 +17,7 @@
 #include "support/Invariantes.h"
 #include "support/Lineas.h"
 #include "support/Registro.h"
+#include "support/SinDepuracion.h"
 #include "support/Transcripcion.h"
 #include "tRecalculo.h"
 
@@ -74,23 +75,23 @@ public:
                  Rama{lineas::INCOMPLETOS, 1000},
                  Rama{"exists_Transcoding_Services 1", 1000},
                  // unify
-                 Rama{"ANTES: itModulo->", 1000},
+                 Rama{lineas::CANDIDATO, 1000},
                  Rama{"El intercambio no es problema para la CAM", 1000},
                  Rama{lineas::REUNION, 200},
-                 Rama{"status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1", 200},
-                 Rama{"status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2", 10},
+                 Rama{lineas::COMPLETAR_TRAS_REUNION, 200},
+                 Rama{lineas::COMPLETAR_TRAS_UNION, 10},
                  // optimize
                  Rama{" Añadiremos el servicio principal", 200},
-                 Rama{"No se ha podido eliminar el servicio principal", 50},
-                 Rama{"No se ha podido eliminar el servicio auxiliar", 2},
-                 Rama{"No se ha podido añadir el servicio principal", 5},
-                 Rama{"No se ha podido añadir el servicio auxiliar", 5},
-                 Rama{"No se ha podido añadir el servicio ORIGINAL", 50},
+                 Rama{lineas::NO_QUITAR_PRINCIPAL, 50},
+                 Rama{lineas::NO_QUITAR_AUXILIAR, 2},
+                 Rama{lineas::NO_LLEVAR_PRINCIPAL, 5},
+                 Rama{lineas::NO_TRAER_AUXILIAR, 5},
+                 Rama{lineas::NO_PONER_ORIGINAL, 50},
                  Rama{"clear = 0", 50},
                  Rama{"clear = 1", 50},
                  Rama{"clear = 2", 5},
                  Rama{" Hemos hecho 4 vueltas", 500},
-                 Rama{" status_algorithm 0", 500},
+                 Rama{lineas::TRAS_OPTIMIZAR_NADA, 500},
                  // the fix-up
                  Rama{"PRIMERA ENTRADA VACIA", 200},
                  Rama{"SUSTITUIMOS CON OTRA ENTRADA", 200},
@@ -271,9 +272,8 @@ public:
 
     // With the debug level masked, as a host has it that keeps no debug log.
     void callada() {
-        const int mascara = ::setlogmask(LOG_UPTO(LOG_NOTICE));
+        const SinDepuracion silencio;
         correr();
-        ::setlogmask(mascara);
     }
 
     tRecalculo motor;

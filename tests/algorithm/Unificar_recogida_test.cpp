@@ -1,5 +1,5 @@
-// What an output carries after an exchange of two modules stands on an input, also where a service stood on
-// an input of another stream.
+// What an output carries after a gathering stands on an input, also where a service stood on an input of
+// another stream.
 //
 // Stream 1 gathers on the candidate input of A; everything else moves to B, whose input 1 it leaves.
 
@@ -18,7 +18,7 @@ using vista::Tramo;
 namespace {
 
 const std::string HECHO = lineas::REUNION;
-constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
+const std::string INCOMPATIBLE = lineas::hecho(lineas::INCOMPATIBLE);
 
 class Recogida : public testing::Test {
 protected:
@@ -144,7 +144,7 @@ TEST_F(Recogida, AServiceThatNoInputCanTakeRefusesTheCandidate) {
 
 // ---- An input that finds no place -----------------------------------------------------------------------
 
-TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheExchange) {
+TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheGathering) {
     // Input 2 of A takes the only input that B leaves. Input 3 has the number of the candidate stream in
     // another network, so it must go to B as well.
     poner("A", 2, 12, 2);
@@ -207,4 +207,17 @@ TEST(RecogidaDeOtraRed, TheInputThatTheCandidateStreamLeavesIsTheFirstToBeTaken)
     ASSERT_TRUE(t.contiene(HECHO));
     EXPECT_EQ(entradas(t.despues.en("A")), "5/1[11 21] -[]");
     EXPECT_EQ(entradas(t.despues.en("B")), "1/2[12]");
+}
+
+TEST(RecogidaEnSalidas, EqualKeysFindTheirOutputsInTheOrderOfTheModulesFromTheLastOn) {
+    Escena e({modulo("A", 2, {1000}), modulo("B", 2, {120, 120})});
+    e.puesto("A", 1, 1, datos(11, 1, 10));
+    const Servicio deA = e.puesto("A", 2, 1, datos(5, 2, 100));
+    e.puesto("B", 1, 1, datos(21, 1, 10));
+    const Servicio deB = e.puesto("B", 2, 1, datos(5, 3, 50));
+    const Tramo t = PasadaVista(e.motor, 0, 1).tramo(5);
+    ASSERT_EQ(t.cuantas(HECHO), 1U);
+    // That of B comes last in the list and finds its place first; that of A does not fit beside it.
+    EXPECT_EQ(t.despues.en("B").mapSalidas.at(1).MapaServicios.begin()->second, deB);
+    EXPECT_EQ(t.despues.en("B").mapSalidas.at(2).MapaServicios.begin()->second, deA);
 }

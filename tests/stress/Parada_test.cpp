@@ -11,6 +11,8 @@
 
 #include "support/Cabeceras.h"
 #include "support/Huella.h"
+#include "support/Lineas.h"
+#include "support/SinDepuracion.h"
 #include "support/Testigo.h"
 #include "tRecalculo.h"
 
@@ -58,12 +60,7 @@ struct Corrida {
 
 // The log is masked as a controller has it, or not at all.
 class Parada : public testing::TestWithParam<int> {
-protected:
-    Parada() : mascaraDeAntes(::setlogmask(GetParam())) {}
-    ~Parada() override { ::setlogmask(mascaraDeAntes); }
-
-private:
-    const int mascaraDeAntes;
+    const Mascara mascara{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(Mascaras, Parada, testing::Values(LOG_UPTO(LOG_DEBUG), LOG_UPTO(LOG_NOTICE)),
@@ -84,10 +81,10 @@ void anotar(int, const char* linea, unsigned) {
     const auto empieza = [linea](const char* texto) {
         return std::strncmp(linea, texto, std::strlen(texto)) == 0;
     };
-    alcanzado.unify += empieza("Parece que todo a ido bien");
+    alcanzado.unify += empieza(lineas::REUNION);
     alcanzado.optimize += empieza("clear = ");
     alcanzado.clones += empieza("Encontrado el Servicio Padre");
-    alcanzado.fallos += empieza("No se ha podido");
+    alcanzado.fallos += empieza(lineas::FALLO_DE_PERMUTA);
 }
 
 Alcanzado alcanzar(std::uint32_t semilla) {
@@ -102,7 +99,7 @@ Alcanzado alcanzar(std::uint32_t semilla) {
 
 } // namespace
 
-TEST_P(Parada, TheRunsReachEveryExchange) {
+TEST_P(Parada, TheRunsReachGatheringsExchangesClonesAndFailures) {
     const Alcanzado conTodo = alcanzar(cabeceras::CON_TODO);
     EXPECT_NE(conTodo.unify, 0U);
     EXPECT_NE(conTodo.optimize, 0U);
