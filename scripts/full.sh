@@ -27,6 +27,7 @@ step scripts/threads.sh
 step scripts/fuzz.sh 5
 step scripts/mutate.sh
 step scripts/test.sh clang
+step scripts/test.sh --library clang-19
 step scripts/test.sh i686 armhf
 step scripts/bench.sh
 

@@ -18,10 +18,20 @@ chmod 755 "$work"
 root=$work/root
 results=$PWD/build/packages
 mkdir -p "$results"
+version=$(scripts/version.sh)
+tarball=$(scripts/tarball.sh "$work")
+cp -r packaging/debian "$work/"
+cp packaging/abi/librecalculo1.symbols "$work/debian/"
 
 in_root() {
-    # What this machine builds with is not there; the way to the packages is the same.
-    "${as_root[@]}" chroot "$root" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+    # What this machine builds with is not there; the way to the packages is the same. Tests open terminals and look into
+    # /proc, as on Debian's builders; nobody else sees those mounts, and they end with the command.
+    # shellcheck disable=SC2016 # for the shell in there
+    "${as_root[@]}" unshare --mount sh -euc '
+        mount -t proc proc "$0/proc"
+        mount -t devpts -o newinstance,ptmxmode=0666,mode=0620,gid=5 devpts "$0/dev/pts"
+        exec chroot "$0" env -i "$@"' \
+        "$root" HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
         ${http_proxy:+http_proxy="$http_proxy"} ${https_proxy:+https_proxy="$https_proxy"} \
         DEBIAN_FRONTEND=noninteractive "$@"
 }
@@ -51,17 +61,14 @@ install_in_root() {
 }
 
 # source_tree FOLDER: what a source package is made of, in a folder of the root: the tarball, and unpacked beside it, with
-# the packaging.
+# the packaging. The tarball is made once; what is edited meanwhile is not in it.
 source_tree() {
-    local folder=$root$1 tarball version
+    local folder=$root$1
     "${as_root[@]}" mkdir -p "$folder"
-    tarball=$(scripts/tarball.sh "$work")
-    version=$(scripts/version.sh)
     "${as_root[@]}" cp "$tarball" "$folder/recalculo_$version.orig.tar.xz"
     "${as_root[@]}" tar -C "$folder" -xf "$tarball"
     "${as_root[@]}" mv "$folder/recalculo-$version" "$folder/recalculo"
-    "${as_root[@]}" cp -r packaging/debian "$folder/recalculo/"
-    "${as_root[@]}" cp packaging/abi/librecalculo1.symbols "$folder/recalculo/debian/"
+    "${as_root[@]}" cp -r "$work/debian" "$folder/recalculo/"
 }
 
 # build FOLDER ARGUMENT...: dpkg-buildpackage there, with these arguments.
@@ -102,7 +109,7 @@ use_natively() {
     "${as_root[@]}" mv "$root" "$work/built"
     clean_root
     "${as_root[@]}" cp "$work"/built/root/build/*.deb "$root/root/"
-    "${as_root[@]}" cp -r packaging/debian/tests "$root/root/"
+    "${as_root[@]}" cp -r "$work/debian/tests" "$root/root/"
     install_in_root g++ cmake ninja-build pkg-config
     in_root sh -c 'apt-get install -y -qq --no-install-recommends /root/librecalculo*.deb /root/recalculo-tools_*.deb' \
         >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
