@@ -13,6 +13,7 @@
 
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
+#include "support/Lineas.h"
 
 namespace permuta {
 
@@ -69,7 +70,7 @@ inline std::string auxiliar(int clave) {
     return " Evaluando nuevo Servicio Auxiliar " + std::to_string(clave);
 }
 inline constexpr char MISMO_STREAM[] = "if ( itService_Salida_Aux->second->TSID != TSID ) continue;";
-inline constexpr char OTRA_CLAVE[] = " Son diferentes, seguimos";
+using lineas::OTRA_CLAVE;
 inline constexpr char PIDS_BASTAN[] = " 1. Si el número de pids libres en el módulo";
 inline constexpr char PERMUTA[] = " Añadiremos el servicio principal";
 

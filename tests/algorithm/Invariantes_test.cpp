@@ -9,6 +9,7 @@
 #include "algorithm/EscenaDePermuta.h"
 #include "algorithm/PasadaVista.h"
 #include "support/Invariantes.h"
+#include "support/Lineas.h"
 #include "support/Registro.h"
 
 using namespace escena;
@@ -318,7 +319,7 @@ TEST(InvariantesVigilante, FollowsTheHistoryOfThePass) {
     EXPECT_FALSE(vigilante.historia().reunion);
     EXPECT_FALSE(vigilante.historia().claveCompartida);
     EXPECT_EQ(vigilante.violaciones(), Reglas());
-    vigilante.leer("Parece que todo a ido bien. Hacemos el intercambio");
+    vigilante.leer(lineas::REUNION);
     EXPECT_TRUE(vigilante.historia().reunion);
     vigilante.leer("BEGIN OPTION: MAX");
     EXPECT_FALSE(vigilante.historia().fallo);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "algorithm/EscenaDePermuta.h"
+#include "support/Lineas.h"
 
 using namespace permuta;
 using vista::entradas;
@@ -20,10 +21,6 @@ std::string enMano(int n) {
 std::string clave(int n) {
     return "Hay servicios sin asignar con  idServicio: (itService_Out) " + std::to_string(n);
 }
-
-constexpr char NO_ORIGINAL[] = "No se ha podido añadir el servicio ORIGINAL al módulo principal ";
-constexpr char NO_PRINCIPAL[] = "No se ha podido añadir el servicio principal al módulo auxiliar ";
-constexpr char NO_QUITAR[] = "No se ha podido eliminar el servicio principal ";
 
 // What was weighed for the first service in hand.
 Hechos pares(const Tramo& tramo) {
@@ -164,8 +161,8 @@ TEST(PaseoPrincipales, AServiceThatHasGoneIsPassedOver) {
     e.puesto("A", 1, 1, datos(11, ORIGINAL));
     e.auxiliar();
     e.original();
-    EXPECT_EQ(pares(e.optimizar()),
-              (Hechos{principal(10), auxiliar(20), std::string(NO_PRINCIPAL) + "10", principal(11)}));
+    EXPECT_EQ(pares(e.optimizar()), (Hechos{principal(10), auxiliar(20),
+                                            std::string(lineas::NO_LLEVAR_PRINCIPAL) + "10", principal(11)}));
 }
 
 TEST(PaseoPrincipales, WhatIsMovedIsMetByTheNextWalk) {
@@ -176,10 +173,11 @@ TEST(PaseoPrincipales, WhatIsMovedIsMetByTheNextWalk) {
     e.principal(11);
     e.auxiliar(20);
     sinTranscoder(e.original());
-    EXPECT_EQ(pares(e.optimizar()), (Hechos{principal(10), auxiliar(20), std::string(NO_ORIGINAL) + "30",
-                                            principal(11), auxiliar(10), std::string(NO_ORIGINAL) + "30",
-                                            // output 2 of B
-                                            principal(10), principal(20)}));
+    EXPECT_EQ(pares(e.optimizar()),
+              (Hechos{principal(10), auxiliar(20), std::string(lineas::NO_PONER_ORIGINAL) + "30",
+                      principal(11), auxiliar(10), std::string(lineas::NO_PONER_ORIGINAL) + "30",
+                      // output 2 of B
+                      principal(10), principal(20)}));
 }
 
 TEST(PaseoPrincipales, StaysWithThePrincipalInHandUntilTheAuxiliarsAreOver) {
@@ -192,9 +190,10 @@ TEST(PaseoPrincipales, StaysWithThePrincipalInHandUntilTheAuxiliarsAreOver) {
         e.auxiliar(n);
     e.original();
     const Tramo t = e.optimizar();
-    EXPECT_EQ(pares(t), (Hechos{principal(10), auxiliar(20), std::string(NO_PRINCIPAL) + "10", auxiliar(21),
-                                std::string(NO_QUITAR) + "10", auxiliar(22), std::string(NO_QUITAR) + "10",
-                                principal(11), auxiliar(21), auxiliar(22)}));
+    EXPECT_EQ(pares(t), (Hechos{principal(10), auxiliar(20), std::string(lineas::NO_LLEVAR_PRINCIPAL) + "10",
+                                auxiliar(21), std::string(lineas::NO_QUITAR_PRINCIPAL) + "10", auxiliar(22),
+                                std::string(lineas::NO_QUITAR_PRINCIPAL) + "10", principal(11), auxiliar(21),
+                                auxiliar(22)}));
     EXPECT_EQ(indice(t.despues.indice), "1/1[10 10 10 20 21 22 30]");
 }
 
@@ -241,8 +240,8 @@ TEST(PaseoAuxiliares, AServiceThatHasGoneIsPassedOver) {
     e.clavar("B", 2, 1, fabrica::servicio(datos(20, COMUN, 2000, 3)));
     e.auxiliar(21)->number_PIDs_CA = 1000; // fits nowhere
     e.original();
-    EXPECT_EQ(pares(e.optimizar()),
-              (Hechos{principal(10), auxiliar(20), std::string(NO_PRINCIPAL) + "10", auxiliar(21)}));
+    EXPECT_EQ(pares(e.optimizar()), (Hechos{principal(10), auxiliar(20),
+                                            std::string(lineas::NO_LLEVAR_PRINCIPAL) + "10", auxiliar(21)}));
 }
 
 TEST(PaseoAuxiliares, WhatComesToTheOutputIsNotMetByTheWalkThatBroughtIt) {
@@ -252,8 +251,8 @@ TEST(PaseoAuxiliares, WhatComesToTheOutputIsNotMetByTheWalkThatBroughtIt) {
     e.auxiliar(20);
     e.auxiliar(30)->number_PIDs_CA = 1000;
     sinTranscoder(e.original(40));
-    EXPECT_EQ(pares(e.optimizar()),
-              (Hechos{principal(25), auxiliar(20), std::string(NO_ORIGINAL) + "40", auxiliar(30)}));
+    EXPECT_EQ(pares(e.optimizar()), (Hechos{principal(25), auxiliar(20),
+                                            std::string(lineas::NO_PONER_ORIGINAL) + "40", auxiliar(30)}));
 }
 
 TEST(PaseoAuxiliares, EveryOutputOfMac1HasAWalkOfItsOwn) {

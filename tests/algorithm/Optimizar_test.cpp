@@ -63,7 +63,7 @@ TEST(Optimizar, WalksNetworksStreamsAndServicesInAscendingOrder) {
                                 "7  MAC 1  y MAC 2  ",
                                 "7  Hemos hecho 1 vueltas del Optimize",
                                 lineas::hecho(lineas::NO_SE_PUEDE_MAS),
-                                "7  status_algorithm 3"}));
+                                lineas::hecho(lineas::TRAS_OPTIMIZAR_COMPROBAR)}));
 }
 
 TEST(Optimizar, AServiceWhoseStreamNoModuleReceivesIsGivenUpAtOnce) {
@@ -159,7 +159,7 @@ TEST(OptimizarResultado, With2AndNothingLeftTheSweepAndThePassEnd) {
     EXPECT_EQ(r.camino(), "2 5 6");
     EXPECT_EQ(r.tramo(6).desde("clear = "),
               (Hechos{"7 clear = 2", "7  Hemos hecho 1 vueltas del Optimize",
-                      lineas::hecho(lineas::NO_SE_PUEDE_MAS), "7  status_algorithm 0"}));
+                      lineas::hecho(lineas::NO_SE_PUEDE_MAS), lineas::hecho(lineas::TRAS_OPTIMIZAR_NADA)}));
     EXPECT_TRUE(e.motor.Mapa_ONIDs.empty());
 }
 

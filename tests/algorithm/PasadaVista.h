@@ -155,7 +155,7 @@ public:
 private:
     // The last line of the states that can end a pass.
     static bool esUltimaLinea(const std::string& texto) {
-        return texto.compare(0, 18, " status_algorithm ") == 0 ||
+        return lineas::empieza(texto, lineas::TRAS_OPTIMIZAR) ||
                texto == "||                                       END PRINT MAPA MODULOS SALIDA"
                         "                                      ||";
     }

@@ -245,7 +245,7 @@ TEST(PasadaUnificar, WithoutRequestAndWithNothingLeftThePassEnds) {
     Escena e({modulo("A", 1, {20000})});
     const PasadaVista r(e.motor, SIN_RELLENO, 1);
     EXPECT_EQ(r.camino(), "2 5");
-    EXPECT_EQ(registro::cuantasEmpiezan(" status_algorithm "), 0U);
+    EXPECT_EQ(registro::cuantasEmpiezan(lineas::TRAS_OPTIMIZAR), 0U);
 }
 
 TEST(PasadaUnificar, TheRequestIsForgottenAtTheNextEntry) {
@@ -267,7 +267,8 @@ TEST(PasadaOptimizar, ServicesLeftGoToTheCheck) {
     EXPECT_EQ(r.camino().substr(0, 9), "2 5 6 3 5");
     const auto fin = r.tramo(6).desde(" Hemos hecho");
     const std::vector<std::string> esperado = {"7  Hemos hecho 1 vueltas del Optimize",
-                                               std::string("7 ") + NO_MAS, "7  status_algorithm 3"};
+                                               std::string("7 ") + NO_MAS,
+                                               lineas::hecho(lineas::TRAS_OPTIMIZAR_COMPROBAR)};
     EXPECT_EQ(fin, esperado);
 }
 
@@ -278,9 +279,9 @@ TEST(PasadaOptimizar, NothingLeftEndsThePass) {
     e.libre(datos(3, 1));
     const PasadaVista r(e.motor, SIN_RELLENO, 1);
     ASSERT_EQ(r.camino(), "2 5 4 6");
-    const std::vector<std::string> esperado = {lineas::hecho(lineas::OPTIMIZAR),
-                                               "7  Hemos hecho 1 vueltas del Optimize",
-                                               std::string("7 ") + NO_MAS, "7  status_algorithm 0"};
+    const std::vector<std::string> esperado = {
+        lineas::hecho(lineas::OPTIMIZAR), "7  Hemos hecho 1 vueltas del Optimize", std::string("7 ") + NO_MAS,
+        lineas::hecho(lineas::TRAS_OPTIMIZAR_NADA)};
     EXPECT_EQ(r.tramo(6).hechos, esperado);
 }
 
@@ -293,9 +294,9 @@ TEST(PasadaOptimizar, TheFourthEntryEndsThePassWithServicesLeft) {
         EXPECT_TRUE(
             r.tramo(6, vuelta).contiene(" Hemos hecho " + std::to_string(vuelta) + " vueltas del Optimize"));
         EXPECT_TRUE(r.tramo(6, vuelta).contiene(NO_MAS));
-        EXPECT_TRUE(r.tramo(6, vuelta).contiene(" status_algorithm 3"));
+        EXPECT_TRUE(r.tramo(6, vuelta).contiene(lineas::TRAS_OPTIMIZAR_COMPROBAR));
     }
     const std::vector<std::string> esperado = {"7  Hemos hecho 4 vueltas del Optimize",
-                                               "7  status_algorithm 0"};
+                                               lineas::hecho(lineas::TRAS_OPTIMIZAR_NADA)};
     EXPECT_EQ(r.tramo(6, 4).desde(" Hemos hecho"), esperado);
 }

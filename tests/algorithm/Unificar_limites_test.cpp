@@ -19,9 +19,8 @@ namespace {
 
 using Hechos = std::vector<std::string>;
 
-constexpr char CANDIDATO[] = "ANTES: itModulo->";
 const std::string HECHO = lineas::hecho(lineas::REUNION);
-constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
+const std::string INCOMPATIBLE = lineas::hecho(lineas::INCOMPATIBLE);
 constexpr char CAM[] = "7 El intercambio no es problema para la CAM";
 constexpr char TRANSCODER[] = "7 El intercambio no es problema para el transcoder";
 
@@ -70,7 +69,7 @@ protected:
         antesA = entradas(e.en("A")) + salidas(e.en("A"));
         antesB = entradas(e.en("B")) + salidas(e.en("B"));
         despues = std::make_unique<Tramo>(PasadaVista(e.motor, 0, 1).tramo(5));
-        return despues->desde(CANDIDATO, CANDIDATO);
+        return despues->desde(lineas::CANDIDATO, lineas::CANDIDATO);
     }
 
     // The candidate ended with a refusal, after these pauses.

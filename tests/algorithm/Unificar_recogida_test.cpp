@@ -18,7 +18,7 @@ using vista::Tramo;
 namespace {
 
 const std::string HECHO = lineas::REUNION;
-constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
+const std::string INCOMPATIBLE = lineas::hecho(lineas::INCOMPATIBLE);
 
 class Recogida : public testing::Test {
 protected:

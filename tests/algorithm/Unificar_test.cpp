@@ -21,10 +21,9 @@ const std::string ESTADO = lineas::hecho(lineas::UNIFICAR);
 constexpr char MISMO[] =
     "7 SI es el mismo módulo y tiene la misma entrada configurada, meterlo todo en 1 entrada";
 constexpr char SIN_CONFIGURAR[] = "7 Entradas sin configurar, no se pueden unificar";
-constexpr char INCOMPATIBLE[] = "7 Se ve claramente que este cambio no es compatible, salimos....";
-constexpr char POR_REUNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1";
-constexpr char POR_UNION[] = "7 status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2";
-constexpr char CANDIDATO[] = "ANTES: itModulo->";
+const std::string INCOMPATIBLE = lineas::hecho(lineas::INCOMPATIBLE);
+const std::string POR_REUNION = lineas::hecho(lineas::COMPLETAR_TRAS_REUNION);
+const std::string POR_UNION = lineas::hecho(lineas::COMPLETAR_TRAS_UNION);
 const std::string HECHO = lineas::REUNION;
 
 // The first unify of a pass that fills nothing.
@@ -171,7 +170,7 @@ TEST(UnificarParejas, TheFirstMismatchEndsTheSearchOnTheSecondModule) {
     EXPECT_EQ(t.hechos[1], MISMO);
     EXPECT_EQ(t.hechos[2], INCOMPATIBLE);
     EXPECT_EQ(t.hechos[3], INCOMPATIBLE);
-    EXPECT_EQ(t.cuantasEmpiezan(CANDIDATO), 1U);
+    EXPECT_EQ(t.cuantasEmpiezan(lineas::CANDIDATO), 1U);
 }
 
 TEST(UnificarParejas, OnidAndTsidBothTellStreamsApart) {
@@ -179,7 +178,7 @@ TEST(UnificarParejas, OnidAndTsidBothTellStreamsApart) {
     e.puesto("A", 1, 1, deRed(1, 1, 1));
     e.puesto("B", 1, 1, deRed(2, 2, 1));
     e.puesto("C", 1, 1, deRed(1, 3, 2));
-    EXPECT_EQ(unificar(e).cuantasEmpiezan(CANDIDATO), 0U);
+    EXPECT_EQ(unificar(e).cuantasEmpiezan(lineas::CANDIDATO), 0U);
 }
 
 TEST(UnificarParejas, UntunedInputsOfTheSecondModuleDoNotEndTheSearch) {
@@ -191,7 +190,7 @@ TEST(UnificarParejas, UntunedInputsOfTheSecondModuleDoNotEndTheSearch) {
     const Tramo t = unificar(e);
     const Hechos principio(t.hechos.begin(), t.hechos.begin() + 5);
     EXPECT_EQ(principio, (Hechos{ESTADO, MISMO, SIN_CONFIGURAR, SIN_CONFIGURAR, SIN_CONFIGURAR}));
-    EXPECT_EQ(t.cuantasEmpiezan(CANDIDATO), 1U);
+    EXPECT_EQ(t.cuantasEmpiezan(lineas::CANDIDATO), 1U);
     EXPECT_TRUE(t.contiene(HECHO));
 }
 
@@ -214,7 +213,7 @@ TEST(UnificarParejas, ARefusedCandidateIsFollowedByTheNextInputOfTheSecondModule
     e.puesto("B", 1, 1, datos(2, 1));
     e.puesto("B", 2, 1, datos(3, 1));
     const Tramo t = unificar(e);
-    EXPECT_EQ(t.cuantasEmpiezan(CANDIDATO), 4U);
+    EXPECT_EQ(t.cuantasEmpiezan(lineas::CANDIDATO), 4U);
     EXPECT_FALSE(t.contiene(HECHO));
 }
 
@@ -277,7 +276,7 @@ TEST(UnificarPeticion, AGatheringAsksForItOnlyWithServicesLeft) {
         const Tramo t = unificar(e);
         EXPECT_TRUE(t.contiene(HECHO));
         EXPECT_EQ(t.desde(HECHO)[1] == POR_REUNION, quedan);
-        EXPECT_EQ(t.cuantas(POR_REUNION + 2), quedan ? 1U : 0U);
+        EXPECT_EQ(t.cuantas(lineas::COMPLETAR_TRAS_REUNION), quedan ? 1U : 0U);
     }
 }
 

@@ -121,7 +121,7 @@ TEST(PrincipalSilencio, WhatOnlyTheDebugLogShowsIsNotWorkedOut) {
         " Evaluando nuevo Servicio Principal ",
         " Evaluando nuevo Servicio Auxiliar ",
         "if ( itService_Salida_Aux->second->TSID != TSID ) continue;",
-        " Son diferentes, seguimos",
+        lineas::OTRA_CLAVE,
         " 1. Si el número de pids libres en el módulo",
         " Mirar si el cambio también es viable",
         " BitrateActual ",

@@ -11,6 +11,7 @@
 
 #include "support/Cabeceras.h"
 #include "support/Huella.h"
+#include "support/Lineas.h"
 #include "support/Testigo.h"
 #include "tRecalculo.h"
 
@@ -84,10 +85,10 @@ void anotar(int, const char* linea, unsigned) {
     const auto empieza = [linea](const char* texto) {
         return std::strncmp(linea, texto, std::strlen(texto)) == 0;
     };
-    alcanzado.unify += empieza("Parece que todo a ido bien");
+    alcanzado.unify += empieza(lineas::REUNION);
     alcanzado.optimize += empieza("clear = ");
     alcanzado.clones += empieza("Encontrado el Servicio Padre");
-    alcanzado.fallos += empieza("No se ha podido");
+    alcanzado.fallos += empieza(lineas::FALLO_DE_PERMUTA);
 }
 
 Alcanzado alcanzar(std::uint32_t semilla) {

@@ -295,7 +295,7 @@ void Vigilante::leer(const std::string& linea) {
         deLaPasada = inicial;
     } else if (linea == lineas::REUNION) {
         deLaPasada.reunion = true;
-    } else if (empieza(linea, "No se ha podido")) {
+    } else if (empieza(linea, lineas::FALLO_DE_PERMUTA)) {
         deLaPasada.fallo = true;
     } else if (empieza(linea, "Try_to_Delete_Service_Input_Output")) {
         deLaPasada.claveCompartida = clavesCompartidas;

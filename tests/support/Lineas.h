@@ -52,9 +52,28 @@ inline std::string hecho(const std::string& linea) {
 inline constexpr char FIN_DEL_RELLENO[] = " RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION";
 inline constexpr char NO_SE_PUEDE_MAS[] =
     " Por más que se quiera por este metodo no se pueden añadir más servicios";
+inline constexpr char CANDIDATO[] = "ANTES: itModulo->"; // the beginning
+inline constexpr char INCOMPATIBLE[] = "Se ve claramente que este cambio no es compatible, salimos....";
 inline constexpr char REUNION[] = "Parece que todo a ido bien. Hacemos el intercambio";
-inline constexpr char SERVICIO_EN_MANO[] = "soy el servicio";  // the beginning
+inline constexpr char COMPLETAR_TRAS_REUNION[] = "status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  1";
+inline constexpr char COMPLETAR_TRAS_UNION[] = "status_algorithm = STATUS_UNCOMPLETE_MODULES    ----  2";
+inline constexpr char SERVICIO_EN_MANO[] = "soy el servicio"; // the beginning
+inline constexpr char OTRA_CLAVE[] = " Son diferentes, seguimos";
 inline constexpr char VUELTA_DE_OPTIMIZAR[] = " Hemos hecho "; // the beginning
+inline constexpr char TRAS_OPTIMIZAR[] = " status_algorithm "; // the beginning
+inline constexpr char TRAS_OPTIMIZAR_COMPROBAR[] = " status_algorithm 3";
+inline constexpr char TRAS_OPTIMIZAR_NADA[] = " status_algorithm 0";
+
+// An exchange that fails half way; all but the first are followed by a key.
+inline constexpr char FALLO_DE_PERMUTA[] = "No se ha podido"; // the beginning
+inline constexpr char NO_QUITAR_PRINCIPAL[] = "No se ha podido eliminar el servicio principal ";
+inline constexpr char NO_QUITAR_AUXILIAR[] = "No se ha podido eliminar el servicio auxiliar ";
+inline constexpr char NO_LLEVAR_PRINCIPAL[] =
+    "No se ha podido añadir el servicio principal al módulo auxiliar ";
+inline constexpr char NO_TRAER_AUXILIAR[] =
+    "No se ha podido añadir el servicio auxiliar al módulo principal ";
+inline constexpr char NO_PONER_ORIGINAL[] =
+    "No se ha podido añadir el servicio ORIGINAL al módulo principal ";
 
 // ---- The driver, by option ----------------------------------------------------------------------------
 
