@@ -17,6 +17,7 @@
 #include "support/Invariantes.h"
 #include "support/Lineas.h"
 #include "support/Registro.h"
+#include "support/SinDepuracion.h"
 #include "support/Transcripcion.h"
 #include "tRecalculo.h"
 
@@ -271,9 +272,8 @@ public:
 
     // With the debug level masked, as a host has it that keeps no debug log.
     void callada() {
-        const int mascara = ::setlogmask(LOG_UPTO(LOG_NOTICE));
+        const SinDepuracion silencio;
         correr();
-        ::setlogmask(mascara);
     }
 
     tRecalculo motor;

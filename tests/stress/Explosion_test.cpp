@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/Huella.h"
+#include "support/SinDepuracion.h"
 #include "support/Testigo.h"
 #include "tRecalculo.h"
 
@@ -24,8 +25,7 @@ struct Cabecera {
 
 class Explosion : public testing::Test {
 protected:
-    Explosion() : mascaraDeAntes(::setlogmask(LOG_UPTO(LOG_NOTICE))) { testigo::empezar(); }
-    ~Explosion() override { ::setlogmask(mascaraDeAntes); }
+    Explosion() { testigo::empezar(); }
 
     static void cargar(tRecalculo& motor, const Cabecera& cabecera) {
         for (const char* mac : {"A", "B"}) {
@@ -78,7 +78,7 @@ private:
         }
     }
 
-    const int mascaraDeAntes;
+    const SinDepuracion silencio;
 };
 
 std::string colocados; // the line of the summary

@@ -12,6 +12,7 @@
 #include "stress/MemoriaEscasa.h"
 #include "support/Cabeceras.h"
 #include "support/Huella.h"
+#include "support/SinDepuracion.h"
 #include "support/Testigo.h"
 #include "tRecalculo.h"
 
@@ -131,9 +132,6 @@ struct Caso {
 
 class Memoria : public testing::TestWithParam<Caso> {
 protected:
-    Memoria() : mascaraDeAntes(::setlogmask(GetParam().mascara)) {}
-    ~Memoria() override { ::setlogmask(mascaraDeAntes); }
-
     // Whether `hacer` was ended by the request of that number.
     template <class F> static bool falla(std::size_t peticion, F&& hacer) {
         escasa::fallar(peticion, GetParam().fallo);
@@ -148,7 +146,7 @@ protected:
     }
 
 private:
-    const int mascaraDeAntes;
+    const Mascara mascara{GetParam().mascara};
 };
 
 const auto CASOS =

@@ -12,6 +12,7 @@
 #include "support/Cabeceras.h"
 #include "support/Huella.h"
 #include "support/Lineas.h"
+#include "support/SinDepuracion.h"
 #include "support/Testigo.h"
 #include "tRecalculo.h"
 
@@ -59,12 +60,7 @@ struct Corrida {
 
 // The log is masked as a controller has it, or not at all.
 class Parada : public testing::TestWithParam<int> {
-protected:
-    Parada() : mascaraDeAntes(::setlogmask(GetParam())) {}
-    ~Parada() override { ::setlogmask(mascaraDeAntes); }
-
-private:
-    const int mascaraDeAntes;
+    const Mascara mascara{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(Mascaras, Parada, testing::Values(LOG_UPTO(LOG_DEBUG), LOG_UPTO(LOG_NOTICE)),

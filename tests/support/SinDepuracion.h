@@ -1,19 +1,25 @@
-// The debug level masked for as long as this lives, as a controller has it that keeps no debug log.
+// The log mask set for as long as one of these lives.
 
 #ifndef ZARVEN_TESTS_SINDEPURACION_H
 #define ZARVEN_TESTS_SINDEPURACION_H
 
 #include <syslog.h>
 
-class SinDepuracion {
+class Mascara {
 public:
-    SinDepuracion() : anterior(::setlogmask(LOG_UPTO(LOG_NOTICE))) {}
-    ~SinDepuracion() { ::setlogmask(anterior); }
-    SinDepuracion(const SinDepuracion&) = delete;
-    SinDepuracion& operator=(const SinDepuracion&) = delete;
+    explicit Mascara(int mascara) : anterior(::setlogmask(mascara)) {}
+    ~Mascara() { ::setlogmask(anterior); }
+    Mascara(const Mascara&) = delete;
+    Mascara& operator=(const Mascara&) = delete;
 
 private:
     int anterior;
+};
+
+// The debug level masked, as a controller has it that keeps no debug log.
+class SinDepuracion : public Mascara {
+public:
+    SinDepuracion() : Mascara(LOG_UPTO(LOG_NOTICE)) {}
 };
 
 #endif
