@@ -79,7 +79,7 @@ void completar(benchmark::State& state) {
     }
 }
 
-void intercambiarModulos(benchmark::State& state) {
+void swapModulos(benchmark::State& state) {
     Banco banco(state);
     banco.motor.RecalculationAlgorithm(1, 1);
     tRec_Modulo& uno = banco.modulo()->second;
@@ -116,7 +116,7 @@ BENCHMARK(insertarYQuitar)->Arg(500);
 BENCHMARK(buscarSalida)->Arg(500);
 BENCHMARK(asignar)->RangeMultiplier(4)->Range(500, 8000)->Complexity();
 BENCHMARK(completar)->Arg(500);
-BENCHMARK(intercambiarModulos)->Arg(500);
+BENCHMARK(swapModulos)->Arg(500);
 BENCHMARK(igualarSalidas)->RangeMultiplier(4)->Range(500, 8000)->Complexity();
 BENCHMARK(copiarIndice)->RangeMultiplier(4)->Range(500, 8000)->Complexity();
 BENCHMARK_MAIN();

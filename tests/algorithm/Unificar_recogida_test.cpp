@@ -1,5 +1,5 @@
-// What an output carries after an exchange of two modules stands on an input, also where a service stood on
-// an input of another stream.
+// What an output carries after a gathering stands on an input, also where a service stood on an input of
+// another stream.
 //
 // Stream 1 gathers on the candidate input of A; everything else moves to B, whose input 1 it leaves.
 
@@ -144,7 +144,7 @@ TEST_F(Recogida, AServiceThatNoInputCanTakeRefusesTheCandidate) {
 
 // ---- An input that finds no place -----------------------------------------------------------------------
 
-TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheExchange) {
+TEST_F(Recogida, AnInputOfAnotherNetworkThatFindsNoPlaceRefusesTheGathering) {
     // Input 2 of A takes the only input that B leaves. Input 3 has the number of the candidate stream in
     // another network, so it must go to B as well.
     poner("A", 2, 12, 2);

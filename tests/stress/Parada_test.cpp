@@ -99,7 +99,7 @@ Alcanzado alcanzar(std::uint32_t semilla) {
 
 } // namespace
 
-TEST_P(Parada, TheRunsReachEveryExchange) {
+TEST_P(Parada, TheRunsReachGatheringsExchangesClonesAndFailures) {
     const Alcanzado conTodo = alcanzar(cabeceras::CON_TODO);
     EXPECT_NE(conTodo.unify, 0U);
     EXPECT_NE(conTodo.optimize, 0U);

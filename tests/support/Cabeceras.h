@@ -12,7 +12,7 @@ namespace cabeceras {
 // Two or three modules, up to twelve services, with clones and transcoding.
 generador::Parametros pequena(std::uint32_t semilla);
 
-// A seed whose run exchanges modules in unify, exchanges services in optimize, attaches clones and places
+// A seed whose run gathers a stream in unify, exchanges services in optimize, attaches clones and places
 // everything, in the fewest lines of sixty thousand seeds.
 constexpr std::uint32_t CON_TODO = 27559;
 
