@@ -28,9 +28,9 @@ void grabarDesdeAhora() {
 }
 
 std::vector<std::string> leer(const std::string& nombre) {
-    // A variable that stayed behind in a shell must neither record nor pass unseen.
+    // Who sets it wants to record, and no variable does: what passes must not be taken for recorded.
     EXPECT_EQ(std::getenv("RECALCULO_RECORD"), nullptr)
-        << "RECALCULO_RECORD is set: scripts/record.sh records";
+        << "RECALCULO_RECORD is set, and records nothing: scripts/record.sh does";
     std::ifstream archivo(ruta(nombre));
     EXPECT_TRUE(archivo) << "cannot read " << ruta(nombre);
     std::vector<std::string> lineas;
