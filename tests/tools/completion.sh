@@ -20,25 +20,23 @@ expect() {
     done
 }
 
-expect 'recalculo ' run explain compare size bound import export --help --version
-expect 'recalculo im' import
-expect 'recalculo run --' --json --log --pauses --help
-expect 'recalculo import --sd' --sd-bitrate
-expect 'recalculo run --lo' --log
-
-expect 'recalculo run --color al' always
-expect 'recalculo run x --color ' auto always never
-expect 'recalculo export x --format c' channels.conf csv
-expect 'recalculo import x --format ' channels.conf dvbv5 lamedb
-
 COMP_WORDS=(recalculo size --most '') COMP_CWORD=3
 _recalculo
 [ "${#COMPREPLY[@]}" -eq 0 ] || { echo "a number is not completed, and yet: ${COMPREPLY[*]}"; exit 1; }
 
+expected=$(realpath "$(dirname "$0")/completion.expected")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
 touch 'head end.json' other.txt
+
+# shellcheck source=/dev/null
+source "$expected"
+
+expect 'recalculo ' --help --version
+expect 'recalculo run --lo' --log
+expect 'recalculo run --color al' always
+expect 'recalculo run x --color ' auto always never
+expect 'recalculo export x --format c' channels.conf csv
 expect 'recalculo run ' 'head end.json' other.txt
 expect 'recalculo run oth' other.txt
-expect 'recalculo run x --log oth' other.txt

@@ -3,6 +3,7 @@
 # at what it offers.
 zmodload zsh/zpty || exit 77
 file=${1:A}
+expected=${0:A:h}/completion.expected
 folder=$(mktemp -d)
 trap 'rm -rf $folder' EXIT
 cp $file $folder/_recalculo
@@ -57,16 +58,7 @@ expect() {
     done
 }
 
-expect 'recalculo ' run explain compare size bound import export
-expect 'recalculo --' --help --version
-expect 'recalculo im' import
-expect 'recalculo run --' --json --log --pauses --help
-expect 'recalculo import --sd' --sd-bitrate
-expect 'recalculo run --color ' auto always never
-expect 'recalculo export x --format ' channels.conf csv
-expect 'recalculo import x --format ' channels.conf dvbv5 lamedb
-expect 'recalculo run ' other.txt
-expect 'recalculo run x --log oth' other.txt
+source $expected || exit 1
 
 matches=$(offered 'recalculo size --most ')
 [[ -z ${matches//[[:space:]]/} ]] || { print "a number is not completed, and yet: $matches"; exit 1; }
