@@ -17,6 +17,7 @@
 #include "placement/host.h"
 #include "placement/result_json.h"
 #include "placement/sizing.h"
+#include "report/comparison_fixture.h"
 #include "report/explanation_fixture.h"
 #include "report/result_fixture.h"
 #include "report/strategies_fixture.h"
@@ -71,7 +72,7 @@ json whole_explanation() {
 }
 
 json whole_comparison() {
-    Comparison comparison;
+    Comparison comparison = changed_headend();
     ServiceChange change;
     change.service = a_service();
     change.before = {{"A", 1, {1}}, {"B", 0, {2, 3}}};
@@ -81,13 +82,6 @@ json whole_comparison() {
     comparison.lost = {change};
     comparison.lost[0].absence_after = Absence::not_there;
     comparison.after.warnings = {"what the audit found"};
-    comparison.modules_gone = {"X"};
-    comparison.modules_new = {"Y"};
-    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
-    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
-    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
-    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
-    comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
     return json::parse(comparison_json(comparison));
 }
 

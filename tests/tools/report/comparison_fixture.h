@@ -1,4 +1,5 @@
-// A service with its places on either side, for the reports of a comparison.
+// A comparison in parts: a service with its places on either side, and a head-end in which one thing of each
+// kind has changed.
 
 #ifndef RECALCULO_COMPARISON_FIXTURE_H
 #define RECALCULO_COMPARISON_FIXTURE_H
@@ -22,6 +23,18 @@ inline ServiceChange change(std::uint16_t lcn, const std::string& name, std::vec
     made.before = std::move(before);
     made.after = std::move(after);
     return made;
+}
+
+inline Comparison changed_headend() {
+    Comparison comparison;
+    comparison.modules_gone = {"X"};
+    comparison.modules_new = {"Y"};
+    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
+    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
+    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
+    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
+    comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
+    return comparison;
 }
 
 } // namespace zarven::tool

@@ -13,7 +13,7 @@ namespace zarven::tool {
 namespace {
 
 Comparison a_comparison() {
-    Comparison comparison;
+    Comparison comparison = changed_headend();
     comparison.before.name = "Casa";
     comparison.before.counts.loaded = 5;
     comparison.before.counts.placed = 3;
@@ -29,13 +29,6 @@ Comparison a_comparison() {
     comparison.moved = {change(3, "Tres", {{"A", 1, {1}}, {"B", 0, {2}}}, {{"B", 2, {1}}})};
     comparison.unmoved = 4;
     comparison.never_placed = 5;
-    comparison.modules_gone = {"X"};
-    comparison.modules_new = {"Y"};
-    comparison.inputs_freed = {{"A", 1, true, {1, 10}, false, {}}};
-    comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
-    comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
-    comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
-    comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
     return comparison;
 }
 
