@@ -1,4 +1,4 @@
-// The walk that explodes: two modules share a stream, and services of another stream find a transcoder
+// The run that explodes: two modules share a stream, and services of another stream find a transcoder
 // nowhere. For each of them the optimize state tries every pair of the shared services, and every attempt
 // that fails stages two of them again. The figures stand in docs/embedding.md.
 
