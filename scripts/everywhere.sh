@@ -8,22 +8,12 @@
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit
 source scripts/packages.sh
+source scripts/everywhere_program.sh
 need g++ clang "${I686_PACKAGES[@]}" "${ARMHF_PACKAGES[@]}"
 
-harness=(tests/everywhere/everywhere.cpp tests/everywhere/Corpus.cpp tests/support/{Testigo,Huella,Cabeceras}.cpp
-    bench/Generador.cpp)
 folder=build/everywhere
 recorded=tests/everywhere/recorded
 failed=()
-
-# compile SOURCE FLAG...: an object beside the others of this build.
-compile() {
-    local object=$1
-    object=$work/${object//\//_}.o
-    # shellcheck disable=SC2086
-    ${CMAKE_CXX_COMPILER_LAUNCHER-} "$cxx" -std=c++17 -Iinclude -Itests -Ibench -c -o "$object" "${@:2}" "$1"
-}
-export -f compile
 
 # build NAME COMPILER 'FLAGS' 'FLAGS OF THE LIBRARY ALONE': the host under test is ours, and is no matter of theirs.
 build() {
@@ -32,8 +22,8 @@ build() {
     local flags library
     read -ra flags <<<"$3"
     read -ra library <<<"$4"
-    { printf '%s\0' "${harness[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c 'compile "$@"' _ {} "${flags[@]}" -U_FORTIFY_SOURCE &&
-        printf '%s\0' src/*/*.cpp | xargs -0 -P "$(nproc)" -I{} bash -c 'compile "$@"' _ {} "${flags[@]}" "${library[@]}" &&
+    { compile_all "${everywhere_harness[@]}" -- "${flags[@]}" -U_FORTIFY_SOURCE &&
+        compile_all src/*/*.cpp -- "${flags[@]}" "${library[@]}" &&
         "$cxx" "${flags[@]}" "$work"/*.o -pthread -o "$work/everywhere"; } >"$work/messages" 2>&1
 }
 

@@ -4,16 +4,12 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/everywhere_program.sh
 need g++
 
-folder=build/threads
-mkdir -p "$folder"
-# shellcheck disable=SC2016
-printf '%s\n' src/*/*.cpp tests/everywhere/*.cpp tests/support/{Testigo,Huella,Cabeceras}.cpp bench/Generador.cpp |
-    xargs -P "$(nproc)" -I '{}' bash -c '
-        object=$0/$(tr / _ <<<"$1").o
-        ${CMAKE_CXX_COMPILER_LAUNCHER-} g++ -std=c++17 -O1 -g1 -fsanitize=thread -Iinclude -Itests -Ibench -c -o "$object" "$1"
-    ' "$folder" '{}'
-g++ -fsanitize=thread "$folder"/*.o -o "$folder/everywhere"
+export work=build/threads cxx=g++
+mkdir -p "$work"
+compile_all src/*/*.cpp "${everywhere_harness[@]}" -- -O1 -g1 -fsanitize=thread
+g++ -fsanitize=thread "$work"/*.o -o "$work/everywhere"
 # The sanitizer wants the addresses of its own choice.
-TSAN_OPTIONS=halt_on_error=1 setarch --addr-no-randomize "$folder/everywhere" --threads 4 tests/everywhere/recorded
+TSAN_OPTIONS=halt_on_error=1 setarch --addr-no-randomize "$work/everywhere" --threads 4 tests/everywhere/recorded
