@@ -1,6 +1,7 @@
 // The readers of the tool, each with any text: the first byte names the reader. What cannot be read is a
-// `Failure`; what can be read and written is read again as the same.
+// `Failure`; a head-end, a result or a channels.conf that was read and written is read again as the same.
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,14 +27,28 @@ void read_as_headend(const std::string& text) {
            "a head-end that was written reads as it was");
 }
 
+void read_as_result(const std::string& text) {
+    const std::string written = result_json(read_result("fuzz", text));
+    exigir(result_json(read_result("fuzz", written)) == written, "a result that was written reads as it was");
+}
+
+// No heading can name a higher number.
+constexpr std::uint32_t highest_heading = 1'000'000'000;
+
 void read_as_channels(const std::string& text, std::optional<LineupFormat> format) {
     const Lineup lineup = read_lineup("fuzz", text, format);
     import_channels(lineup.list, {});
     std::vector<Channel> channels = lineup.list.channels;
     for (Channel& channel : channels)
         channel.name = channels_conf_name(channel.name);
-    if (format == LineupFormat::channels_conf)
-        read_channels_conf(write_channels_conf(channels));
+    const bool can_be_told = std::all_of(channels.begin(), channels.end(), [](const Channel& channel) {
+        return channel.number <= highest_heading;
+    });
+    if (format != LineupFormat::channels_conf || !can_be_told)
+        return;
+    const std::string written = write_channels_conf(channels);
+    exigir(write_channels_conf(read_channels_conf(written).channels) == written,
+           "a channels.conf that was written reads as it was");
 }
 
 // The settings stand before the head-end, one on each line, up to an empty one.
@@ -51,8 +66,7 @@ void read(unsigned reader, const std::string& text) {
     case '0':
         return read_as_headend(text);
     case '1':
-        read_result("fuzz", text);
-        return;
+        return read_as_result(text);
     case '2':
         return read_as_channels(text, LineupFormat::channels_conf);
     case '3':
