@@ -14,11 +14,28 @@
 
 namespace zarven {
 
+Permuta::Permuta(tRecalculo& motor, ServicioEnMano& enMano, const Extremos& extremos)
+    : motor_(motor), enMano_(enMano),
+      principal_{extremos.principal, "principal", "módulo principal", "MAC[0]", "itEntrada", "", " "},
+      auxiliar_{extremos.auxiliar, "auxiliar", "Módulo auxiliar", "MAC[1]", "itEntradaAux", "_Aux", ""},
+      entradaEnMano_(extremos.entradaEnMano) {}
+
 std::optional<int> Permuta::permutar(const Ficha& principal, const Ficha& auxiliar) {
-    const auto itPrincipal = apuntarPrincipal(principal);
-    const auto itAuxiliar = apuntarAuxiliar(auxiliar);
-    if (!quitarPrincipal(itPrincipal) || !quitarAuxiliar(itAuxiliar) || !llevarPrincipal(itPrincipal) ||
-        !traerAuxiliar(itAuxiliar, principal) || !colocarOriginal())
+    const auto itPrincipal = apuntar(principal_, principal);
+    const auto itAuxiliar = apuntar(auxiliar_, auxiliar);
+    if (!quitar(principal_, itPrincipal))
+        return {};
+    motor_.Print_Mapa_ONIDs(motor_.Mapa_ONIDs);
+    if (!quitar(auxiliar_, itAuxiliar) || !llevar(principal_, auxiliar_, itPrincipal))
+        return {};
+    retirar(principal.clave, principal.clave, enMano_.tsid);
+    if (!llevar(auxiliar_, principal_, itAuxiliar))
+        return {};
+    // The line names the principal and its stream, as far as the index still knows that.
+    const Rec_TSID* stream =
+        buscarTSID(motor_.Mapa_ONIDs, principal.servicio->ONID, principal.servicio->TSID);
+    retirar(auxiliar.clave, principal.clave, stream == nullptr ? 0 : stream->TSID);
+    if (!colocarOriginal())
         return {};
 
     ::syslog(LOG_DEBUG, "Eliminaremos el servicio ORIGINAL %d de la lista de TSIDs ( %d )",
@@ -29,98 +46,53 @@ std::optional<int> Permuta::permutar(const Ficha& principal, const Ficha& auxili
     return clear;
 }
 
-tMapaServicios::iterator Permuta::apuntarPrincipal(const Ficha& principal) {
-    ::syslog(LOG_DEBUG, " Añadiremos el servicio principal ( %d ) a la lista de servicios sin asignar ",
-             static_cast<int>(principal.clave));
+tMapaServicios::iterator Permuta::apuntar(const Papel& papel, const Ficha& ficha) {
+    ::syslog(LOG_DEBUG, " Añadiremos el servicio %s ( %d ) a la lista de servicios sin asignar%s",
+             papel.nombre, static_cast<int>(ficha.clave), papel.blanco);
     ::syslog(LOG_DEBUG,
-             " itService_Salida->first [%d] - itService_Salida->second->ONID [%d] - "
-             "itService_Salida->second->TSID [%d]",
-             static_cast<int>(principal.clave), principal.servicio->ONID, principal.servicio->TSID);
-    return enMano_.apuntar(principal);
+             " itService_Salida%s->first [%d] - itService_Salida%s->second->ONID [%d] - "
+             "itService_Salida%s->second->TSID [%d]",
+             papel.sufijo, static_cast<int>(ficha.clave), papel.sufijo, ficha.servicio->ONID, papel.sufijo,
+             ficha.servicio->TSID);
+    return enMano_.apuntar(ficha);
 }
 
-tMapaServicios::iterator Permuta::apuntarAuxiliar(const Ficha& auxiliar) {
-    ::syslog(LOG_DEBUG, " Añadiremos el servicio auxiliar ( %d ) a la lista de servicios sin asignar",
-             static_cast<int>(auxiliar.clave));
+bool Permuta::quitar(const Papel& papel, tMapaServicios::iterator itService) {
+    const int clave = static_cast<int>(itService->first);
+    const auto [modulo, entrada] = papel.extremo;
+    ::syslog(LOG_DEBUG, " Intentaremos eliminar el servicio %s del %s al que estaba asignado", papel.nombre,
+             papel.modulo);
     ::syslog(LOG_DEBUG,
-             " itService_Salida_Aux->first [%d] - itService_Salida_Aux->second->ONID [%d] - "
-             "itService_Salida_Aux->second->TSID [%d]",
-             static_cast<int>(auxiliar.clave), auxiliar.servicio->ONID, auxiliar.servicio->TSID);
-    return enMano_.apuntar(auxiliar);
-}
-
-bool Permuta::quitarPrincipal(tMapaServicios::iterator itPrincipal) {
-    const int clave = static_cast<int>(itPrincipal->first);
-    marcos::linea(" Intentaremos eliminar el servicio principal del módulo principal al que estaba asignado");
-    ::syslog(
-        LOG_DEBUG,
-        "Try_to_Delete_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[0] %s), itEntrada %d, "
-        "itService_Salida %d)",
-        principal_.modulo->first.c_str(), principal_.entrada->first, clave);
-    if (motor_.Try_to_Delete_Service_Input_Output(principal_.modulo, principal_.entrada, itPrincipal) == 0) {
-        ::syslog(LOG_DEBUG, "No se ha podido eliminar el servicio principal %d", clave);
-        return false;
-    }
-    motor_.Print_Mapa_ONIDs(motor_.Mapa_ONIDs);
-    return true;
-}
-
-bool Permuta::quitarAuxiliar(tMapaServicios::iterator itAuxiliar) {
-    const int clave = static_cast<int>(itAuxiliar->first);
-    marcos::linea(" Intentaremos eliminar el servicio auxiliar del Módulo auxiliar al que estaba asignado");
-    ::syslog(
-        LOG_DEBUG,
-        "Try_to_Delete_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[1] %s), itEntradaAux %d, "
-        "itService_Salida_Aux %d)",
-        auxiliar_.modulo->first.c_str(), auxiliar_.entrada->first, clave);
-    if (motor_.Try_to_Delete_Service_Input_Output(auxiliar_.modulo, auxiliar_.entrada, itAuxiliar) == 0) {
-        ::syslog(LOG_DEBUG, "No se ha podido eliminar el servicio auxiliar %d", clave);
+             "Try_to_Delete_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(%s %s), %s %d, "
+             "itService_Salida%s %d)",
+             papel.mac, modulo->first.c_str(), papel.entrada, entrada->first, papel.sufijo, clave);
+    if (motor_.Try_to_Delete_Service_Input_Output(modulo, entrada, itService) == 0) {
+        ::syslog(LOG_DEBUG, "No se ha podido eliminar el servicio %s %d", papel.nombre, clave);
         return false;
     }
     return true;
 }
 
-bool Permuta::llevarPrincipal(tMapaServicios::iterator itPrincipal) {
-    const long clave = itPrincipal->first;
-    marcos::linea(" Intentaremos añadir el servicio principal al módulo auxiliar");
-    ::syslog(
-        LOG_DEBUG,
-        "Try_to_Insert_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[1] %s), itEntradaAux %d,  "
-        "itTSID->second.MapRec_Services.find(idService_itService_Salida) %d)",
-        auxiliar_.modulo->first.c_str(), auxiliar_.entrada->first, static_cast<int>(clave));
-    if (motor_.Try_to_Insert_Service_Input_Output(auxiliar_.modulo->second, auxiliar_.entrada->second,
-                                                  itPrincipal) == 0) {
-        ::syslog(LOG_DEBUG, "No se ha podido añadir el servicio principal al módulo auxiliar %d",
-                 static_cast<int>(clave));
+bool Permuta::llevar(const Papel& papel, const Papel& otro, tMapaServicios::iterator itService) {
+    const int clave = static_cast<int>(itService->first);
+    const auto [modulo, entrada] = otro.extremo;
+    ::syslog(LOG_DEBUG, " Intentaremos añadir el servicio %s al módulo %s", papel.nombre, otro.nombre);
+    ::syslog(LOG_DEBUG,
+             "Try_to_Insert_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(%s %s), %s %d,  "
+             "itTSID->second.MapRec_Services.find(idService_itService_Salida%s) %d)",
+             otro.mac, modulo->first.c_str(), otro.entrada, entrada->first, papel.sufijo, clave);
+    if (motor_.Try_to_Insert_Service_Input_Output(modulo->second, entrada->second, itService) == 0) {
+        ::syslog(LOG_DEBUG, "No se ha podido añadir el servicio %s al módulo %s %d", papel.nombre,
+                 otro.nombre, clave);
         return false;
     }
-    ::syslog(LOG_DEBUG, "Eliminaremos el servicio %d de la lista de TSIDs ( %d )", static_cast<int>(clave),
-             enMano_.tsid);
-    enMano_.retirar(clave);
     return true;
 }
 
-bool Permuta::traerAuxiliar(tMapaServicios::iterator itAuxiliar, const Ficha& principal) {
-    const long clave = itAuxiliar->first;
-    marcos::linea(" Intentaremos añadir el servicio auxiliar al módulo principal");
-    ::syslog(
-        LOG_DEBUG,
-        "Try_to_Insert_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[0] %s), itEntrada %d,  "
-        "itTSID->second.MapRec_Services.find(idService_itService_Salida_Aux) %d)",
-        principal_.modulo->first.c_str(), principal_.entrada->first, static_cast<int>(clave));
-    if (motor_.Try_to_Insert_Service_Input_Output(principal_.modulo->second, principal_.entrada->second,
-                                                  itAuxiliar) == 0) {
-        ::syslog(LOG_DEBUG, "No se ha podido añadir el servicio auxiliar al módulo principal %d",
-                 static_cast<int>(clave));
-        return false;
-    }
-    // The line names the principal and its stream, as far as the index still knows that.
-    const Rec_TSID* stream =
-        buscarTSID(motor_.Mapa_ONIDs, principal.servicio->ONID, principal.servicio->TSID);
+void Permuta::retirar(long clave, long claveEnLinea, int tsidEnLinea) {
     ::syslog(LOG_DEBUG, "Eliminaremos el servicio %d de la lista de TSIDs ( %d )",
-             static_cast<int>(principal.clave), stream == nullptr ? 0 : stream->TSID);
+             static_cast<int>(claveEnLinea), tsidEnLinea);
     enMano_.retirar(clave);
-    return true;
 }
 
 bool Permuta::colocarOriginal() {
@@ -132,8 +104,8 @@ bool Permuta::colocarOriginal() {
         "Try_to_Insert_Service_Input_Output (Mapa_ModulosCabecera_Proceso.find(MAC[0] %s), "
         "Mapa_ModulosCabecera_Proceso.find(MAC[0])->second.mapEntradas.find ( NumEntrada_Service_Out) %d,  "
         "itTSID->second.MapRec_Services.find(idService_itService_Out) %d)",
-        principal_.modulo->first.c_str(), entradaEnMano_->first, clave);
-    if (motor_.Try_to_Insert_Service_Input_Output(principal_.modulo->second, entradaEnMano_->second,
+        principal_.extremo.modulo->first.c_str(), entradaEnMano_->first, clave);
+    if (motor_.Try_to_Insert_Service_Input_Output(principal_.extremo.modulo->second, entradaEnMano_->second,
                                                   enMano_.it) == 0) {
         ::syslog(LOG_DEBUG, "No se ha podido añadir el servicio ORIGINAL al módulo principal %d", clave);
         return false;

@@ -30,27 +30,35 @@ struct Extremos {
 
 class Permuta {
 public:
-    Permuta(tRecalculo& motor, ServicioEnMano& enMano, const Extremos& extremos)
-        : motor_(motor), enMano_(enMano), principal_(extremos.principal), auxiliar_(extremos.auxiliar),
-          entradaEnMano_(extremos.entradaEnMano) {}
+    Permuta(tRecalculo& motor, ServicioEnMano& enMano, const Extremos& extremos);
 
     // Makes the exchange and places the service in hand. Gives what Clear_ONID_TSID removed from the index
     // then; nothing when a step failed, and what had been done by then stays.
     std::optional<int> permutar(const Ficha& principal, const Ficha& auxiliar);
 
 private:
-    tMapaServicios::iterator apuntarPrincipal(const Ficha& principal);
-    tMapaServicios::iterator apuntarAuxiliar(const Ficha& auxiliar);
-    bool quitarPrincipal(tMapaServicios::iterator itPrincipal);
-    bool quitarAuxiliar(tMapaServicios::iterator itAuxiliar);
-    bool llevarPrincipal(tMapaServicios::iterator itPrincipal);
-    bool traerAuxiliar(tMapaServicios::iterator itAuxiliar, const Ficha& principal);
+    // One of the two modules, and how the log calls it and the service that leaves it.
+    struct Papel {
+        Extremo extremo;
+        const char* nombre;
+        const char* modulo;
+        const char* mac;
+        const char* entrada;
+        const char* sufijo;
+        const char* blanco; // at the end of a line
+    };
+
+    tMapaServicios::iterator apuntar(const Papel& papel, const Ficha& ficha);
+    bool quitar(const Papel& papel, tMapaServicios::iterator itService);
+    // Takes the service of one module to the other one.
+    bool llevar(const Papel& papel, const Papel& otro, tMapaServicios::iterator itService);
+    void retirar(long clave, long claveEnLinea, int tsidEnLinea);
     bool colocarOriginal();
 
     tRecalculo& motor_;
     ServicioEnMano& enMano_;
-    const Extremo principal_;
-    const Extremo auxiliar_;
+    const Papel principal_;
+    const Papel auxiliar_;
     const tMapaEntradas::iterator entradaEnMano_;
 };
 
