@@ -101,7 +101,7 @@ TEST_F(CommandLine, AnInputIsNotOverwritten) {
     for (const std::string& arguments :
          {"run " + headend + " --html " + headend, "run " + headend + " --log " + headend,
           "import - --modules " + headend + " -o " + headend})
-        EXPECT_EQ(run(arguments, ":@1\n").code, 2) << arguments;
+        EXPECT_EQ(run(arguments, channel_line).code, 2) << arguments;
     EXPECT_EQ(read(headend), text);
     expect_refused(run("run " + headend + " --html - --strategies"),
                    "--strategies shows nothing on the page that --html - writes in the place of the report; "

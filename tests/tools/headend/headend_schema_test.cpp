@@ -37,17 +37,19 @@ Headend headend_with_everything() {
     service.reserved1 = service.reserved2 = service.reserved3 = 8;
     service.ca_pids = 9;
     service.ca_pids_max = 10;
+    service.kind_unknown = true;
     Clone clone;
     static_cast<Programme&>(clone) = service;
     clone.parent_sid = 4;
 
     Headend headend;
     headend.name = "Casa";
-    headend.modules = {{"M1", 3, true, 2, {38000}, 40, 1, 1, 1}};
+    headend.modules = {{"M1", 3, true, 2, {38000}, 40, 1, 1, 1, "Rack 1"}};
     headend.services = {service};
     headend.clones = {clone};
     headend.pids = {{-1, 3, "spa", 1, 2, 3, 4}};
     headend.home_channels = {{1, 2}};
+    headend.streams = {{1, 2, 12187500, "H", "19.2E"}};
     return headend;
 }
 
@@ -74,11 +76,9 @@ TEST(HeadendSchema, HasTheKeysOfTheReaderAndNoOthers) {
     Headend headend = headend_with_everything();
     headend.modules[0].model = 1;
     const json written = json::parse(write_headend(headend));
-    const std::pair<const char*, const char*> records[] = {{"module", "modules"},
-                                                           {"service", "services"},
-                                                           {"clone", "clones"},
-                                                           {"pid", "pids"},
-                                                           {"home_channel", "home_channels"}};
+    const std::pair<const char*, const char*> records[] = {
+        {"module", "modules"}, {"service", "services"},           {"clone", "clones"},
+        {"pid", "pids"},       {"home_channel", "home_channels"}, {"reception", "streams"}};
     EXPECT_EQ(schema_keys(schema, ""), keys_of(written));
     for (const auto& [definition, list] : records)
         EXPECT_EQ(schema_keys(schema, definition), keys_of(written.at(list).at(0))) << list;
@@ -100,7 +100,10 @@ TEST(HeadendSchema, DrawsTheLinesOfTheReader) {
                           {"/services/0/name", "", 1},
                           {"/pids/0/id", -2147483648, -2147483649},
                           {"/pids/0/id", 2147483647, 2147483648},
-                          {"/home_channels/0/onid", 0, 0.5}};
+                          {"/home_channels/0/onid", 0, 0.5},
+                          {"/streams/0/frequency", 4294967295, 4294967296},
+                          {"/streams/0/polarization", "", 1},
+                          {"/modules/0/label", "", 1}};
     for (const Case& one : cases) {
         json document = json::parse(write_headend(headend_with_everything()));
         document[json::json_pointer(one.place)] = one.just_right;
@@ -113,13 +116,14 @@ TEST(HeadendSchema, DrawsTheLinesOfTheReader) {
 }
 
 TEST(HeadendSchema, RefusesUnknownAndMissingKeys) {
-    for (const char* record : {"", "/modules/0", "/services/0", "/clones/0", "/pids/0", "/home_channels/0"}) {
+    for (const char* record :
+         {"", "/modules/0", "/services/0", "/clones/0", "/pids/0", "/home_channels/0", "/streams/0"}) {
         json document = json::parse(write_headend(headend_with_everything()));
         document[json::json_pointer(record)]["unknown"] = 1;
         EXPECT_NE(schema_errors(schema, document), "") << record;
     }
     for (const char* key : {"/modules", "/modules/0/mac", "/services/0/sid", "/clones/0/lcn", "/pids/0/id",
-                            "/home_channels/0/tsid"}) {
+                            "/home_channels/0/tsid", "/streams/0/onid"}) {
         const json::json_pointer place(key);
         json document = json::parse(write_headend(headend_with_everything()));
         document[place.parent_pointer()].erase(place.back());

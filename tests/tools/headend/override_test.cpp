@@ -198,6 +198,8 @@ TEST(ReadModule, AsABareObject) {
     EXPECT_EQ(module.mac, "");
     EXPECT_EQ(module.outputs, std::vector<std::uint32_t>{5});
     EXPECT_EQ(read_module("f", R"({"mac": "M", "inputs": 2, "outputs": [5], "pids_max": 1})").mac, "M");
+    EXPECT_EQ(read_module("f", R"({"label": "Rack", "inputs": 2, "outputs": [5], "pids_max": 1})").label,
+              "Rack");
 }
 
 TEST(ReadModule, NothingElse) {

@@ -1,58 +1,17 @@
-// From channels to services: kinds, estimates, descrambling, streams without ids, numbers.
+// From channels to services: kinds, estimates, descrambling, numbers, duplicates.
 
 #include "lineup/channel_import.h"
 
 #include <gtest/gtest.h>
 
+#include "channel_fixture.h"
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 
 namespace zarven::tool {
 namespace {
 
-/// A television channel of stream 1/1011; the fields that the tests vary come first.
-Channel channel(std::uint32_t number, std::uint16_t video_pid = 6110, std::uint16_t video_mode = 2) {
-    Channel made;
-    made.line = number;
-    made.number = number;
-    made.name = "Canal";
-    made.frequency = 11362;
-    made.source = "S19.2E";
-    made.polarization = 'H';
-    made.video_pid = video_pid;
-    made.video_mode = video_mode;
-    made.audio_pids = {6120, 6121};
-    made.sid = 11110;
-    made.nid = 1;
-    made.tid = 1011;
-    return made;
-}
-
-Channel nameless(std::uint32_t number, std::uint32_t frequency, char polarization = 'H',
-                 const std::string& source = "S19.2E") {
-    Channel made = channel(number);
-    made.nid = 0;
-    made.tid = 0;
-    made.frequency = frequency;
-    made.polarization = polarization;
-    made.source = source;
-    return made;
-}
-
-ImportedChannels import(std::vector<Channel> channels, const BitrateEstimates& estimates = {}) {
-    ChannelList list;
-    list.channels = std::move(channels);
-    return import_channels(list, estimates);
-}
-
-std::vector<std::uint16_t> tsids(const ImportedChannels& imported) {
-    std::vector<std::uint16_t> all;
-    for (const Service& service : imported.services) {
-        EXPECT_EQ(service.onid, 0);
-        all.push_back(service.tsid);
-    }
-    return all;
-}
+using Numbers = std::vector<std::uint16_t>;
 
 TEST(ImportChannels, CopiesWhatTheLineTells) {
     const Service service = import({channel(17)}).services.at(0);
@@ -61,9 +20,17 @@ TEST(ImportChannels, CopiesWhatTheLineTells) {
     EXPECT_EQ(service.output_name, "Canal");
     EXPECT_EQ(service.onid, 1);
     EXPECT_EQ(service.tsid, 1011);
-    EXPECT_EQ(service.sid, 11110);
-    EXPECT_EQ(service.osid, 11110);
+    EXPECT_EQ(service.sid, 11127);
+    EXPECT_EQ(service.osid, 11127);
     EXPECT_EQ(service.transcoding, 0);
+}
+
+TEST(ImportChannels, AServiceWithoutANameIsCalledByItsSid) {
+    Channel without_name = channel(17);
+    without_name.name.clear();
+    const Service service = import({without_name}).services.at(0);
+    EXPECT_EQ(service.name, "SID 11127");
+    EXPECT_EQ(service.output_name, "SID 11127");
 }
 
 TEST(ImportChannels, EstimatesByKind) {
@@ -71,7 +38,7 @@ TEST(ImportChannels, EstimatesByKind) {
                                               channel(4, 6110, 27), channel(5, 6110, 36)});
     ASSERT_EQ(imported.services.size(), 5u);
     const Service& radio = imported.services[0];
-    EXPECT_EQ(radio.bitrate, 200u);
+    EXPECT_EQ(radio.bitrate, 220u);
     EXPECT_EQ(radio.video_bitrate, 0u);
     EXPECT_EQ(radio.type, 2);
     EXPECT_EQ(radio.video_format, 0);
@@ -81,20 +48,80 @@ TEST(ImportChannels, EstimatesByKind) {
         EXPECT_EQ(imported.services[sd].type, 1);
         EXPECT_EQ(imported.services[sd].video_format, 0);
     }
+    EXPECT_EQ(imported.services[3].bitrate, 8000u);
+    EXPECT_EQ(imported.services[4].bitrate, 20000u);
     for (const std::size_t hd : {3u, 4u}) {
-        EXPECT_EQ(imported.services[hd].bitrate, 8000u);
+        EXPECT_EQ(imported.services[hd].video_bitrate, imported.services[hd].bitrate);
         EXPECT_EQ(imported.services[hd].video_format, 4);
     }
     EXPECT_EQ(imported.radio, 1u);
     EXPECT_EQ(imported.sd, 2u);
-    EXPECT_EQ(imported.hd, 2u);
+    EXPECT_EQ(imported.hd, 1u);
+    EXPECT_EQ(imported.uhd, 1u);
+    EXPECT_EQ(imported.unknown, 0u);
+}
+
+TEST(ImportChannels, AnUnknownKindIsCountedApart) {
+    std::vector<Channel> channels;
+    std::uint32_t number = 0;
+    for (const std::string name : {"Canal", "Canal HD", "Canal 4K", "Radio Faro"}) {
+        channels.push_back(channel(++number, 0));
+        channels.back().audio_pids = {};
+        channels.back().name = name;
+    }
+    const ImportedChannels imported = import(channels);
+    EXPECT_EQ(imported.unknown, 4u);
+    EXPECT_EQ(imported.radio + imported.sd + imported.hd + imported.uhd + imported.kinds_by_name, 0u);
+    std::vector<std::uint32_t> bitrates;
+    for (const Service& service : imported.services) {
+        EXPECT_TRUE(service.kind_unknown);
+        bitrates.push_back(service.bitrate);
+    }
+    EXPECT_EQ(bitrates, (std::vector<std::uint32_t>{3500, 8000, 20000, 220}));
+    EXPECT_EQ(imported.services[0].type, type_television);
+    EXPECT_EQ(imported.services[1].video_format, 4);
+    EXPECT_EQ(imported.services[2].video_format, 4);
+    EXPECT_EQ(imported.services[3].type, type_radio);
+    EXPECT_EQ(imported.services[3].video_bitrate, 0u);
+    EXPECT_FALSE(import({channel(1)}).services.at(0).kind_unknown);
+}
+
+TEST(ImportChannels, APictureWithoutModeIsJudgedByTheName) {
+    Channel named = channel(1, 6110, 0);
+    named.name = "Canal HD";
+    const ImportedChannels imported = import({named, channel(2, 6110, 0)});
+    EXPECT_EQ(imported.services.at(0).video_format, 4);
+    EXPECT_EQ(imported.hd, 1u);
+    EXPECT_EQ(imported.sd, 1u);
+    EXPECT_EQ(imported.kinds_by_name, 1u);
+}
+
+TEST(ImportChannels, EstimatesStayWithinTheTransponder) {
+    std::vector<Channel> channels;
+    for (std::uint32_t number = 1; number <= 5; ++number) {
+        channels.push_back(channel(number, 6110, video_h264));
+        channels.back().transponder = {Delivery::dvb_s, 27'500'000, 2, {3, 4}};
+    }
+    channels.push_back(channel(6, 0));
+    channels.push_back(channel(7));
+    channels.back().tid = 1012;
+    const ImportedChannels imported = import(channels);
+    for (std::size_t index = 0; index < 5; ++index)
+        EXPECT_EQ(imported.services.at(index).bitrate, (38014u - 220) / 5);
+    EXPECT_EQ(imported.services.at(5).bitrate, 220u);
+    EXPECT_EQ(imported.services.at(6).bitrate, 3500u);
+    ASSERT_EQ(imported.shared_out.size(), 1u);
+    EXPECT_EQ(imported.shared_out[0].estimated, 40220u);
+    EXPECT_EQ(imported.unchecked_streams, 1u);
 }
 
 TEST(ImportChannels, EstimatesAreOptions) {
-    const ImportedChannels imported = import({channel(1, 0), channel(2), channel(3, 6110, 27)}, {1, 2, 3});
+    const ImportedChannels imported =
+        import({channel(1, 0), channel(2), channel(3, 6110, 27), channel(4, 6110, 36)}, {1, 2, 3, 4});
     EXPECT_EQ(imported.services.at(0).bitrate, 1u);
     EXPECT_EQ(imported.services.at(1).bitrate, 2u);
     EXPECT_EQ(imported.services.at(2).bitrate, 3u);
+    EXPECT_EQ(imported.services.at(3).bitrate, 4u);
 }
 
 TEST(ImportChannels, AScrambledServiceNeedsAllItsPids) {
@@ -133,9 +160,10 @@ TEST(ImportChannels, PidsThatAreNotKnownAreEstimated) {
     television.audio_pids = {};
     Channel radio = television;
     radio.number = 2;
-    // Without a word on the kind this is a radio without sound.
-    EXPECT_EQ(import({television}).services.at(0).ca_pids, 0);
-    EXPECT_EQ(import({television}).without_pids, 0u);
+    radio.sid = 2;
+    // Without a word on the kind it is unknown, and so are the PIDs.
+    EXPECT_EQ(import({television}).services.at(0).ca_pids, 2);
+    EXPECT_EQ(import({television}).without_pids, 1u);
     television.kind = ChannelKind::hd;
     radio.kind = ChannelKind::radio;
     const ImportedChannels imported = import({television, radio});
@@ -146,56 +174,6 @@ TEST(ImportChannels, PidsThatAreNotKnownAreEstimated) {
     television.audio_pids = {1};
     EXPECT_EQ(import({television}).services.at(0).ca_pids, 1);
     EXPECT_EQ(import({television}).without_pids, 0u);
-}
-
-TEST(ImportChannels, StreamsWithoutIdsAreCounted) {
-    EXPECT_EQ(
-        import({nameless(1, 11362), nameless(2, 11493), nameless(3, 11362), channel(4)}).nameless_streams,
-        2u);
-}
-
-TEST(ImportChannels, StreamsWithoutIdsAreToldApartByFrequency) {
-    EXPECT_EQ(tsids(import({nameless(1, 11362), nameless(2, 11493), nameless(3, 11362)})),
-              (std::vector<std::uint16_t>{11362, 11493, 11362}));
-}
-
-TEST(ImportChannels, StreamsWithoutIdsAreToldApartByPolarizationAndSource) {
-    EXPECT_EQ(tsids(import({nameless(1, 11362, 'H'), nameless(2, 11362, 'V'),
-                            nameless(3, 11362, 'V', "S13.0E"), nameless(4, 11362, 'V')})),
-              (std::vector<std::uint16_t>{11362, 11363, 11364, 11363}));
-}
-
-TEST(ImportChannels, LargeFrequenciesAreTakenInALargerUnit) {
-    EXPECT_EQ(
-        tsids(import({nameless(1, 65535), nameless(2, 65536), nameless(3, 474000000), nameless(4, 474166)})),
-        (std::vector<std::uint16_t>{65535, 65, 474, 475}));
-}
-
-TEST(ImportChannels, StreamsWithoutIdsKeepClearOfRealOnes) {
-    Channel real = channel(2);
-    real.nid = 0;
-    real.tid = 11362;
-    EXPECT_EQ(tsids(import({nameless(1, 11362), real})), (std::vector<std::uint16_t>{11363, 11362}));
-    Channel other_network = channel(2);
-    other_network.tid = 11362;
-    EXPECT_EQ(import({nameless(1, 11362), other_network}).services.at(0).tsid, 11362);
-}
-
-TEST(ImportChannels, AfterTheLastIdComesTheFirstAndNeverZero) {
-    EXPECT_EQ(tsids(import({nameless(1, 65535, 'H'), nameless(2, 65535, 'V')})),
-              (std::vector<std::uint16_t>{65535, 1}));
-}
-
-// Stepping over the numbers taken, one by one, would need minutes here.
-TEST(ImportChannels, EveryIdIsGivenAndThenNoneIsLeft) {
-    std::vector<Channel> channels;
-    for (std::uint32_t number = 1; number <= 100000; ++number)
-        channels.push_back(nameless(1, 11362, 'H', std::to_string(number)));
-    const ImportedChannels imported = import(channels);
-    EXPECT_EQ(imported.services.size(), 65535u);
-    EXPECT_EQ(imported.services.back().tsid, 11361);
-    ASSERT_EQ(imported.unreadable.size(), 100000u - 65535);
-    EXPECT_EQ(imported.unreadable.front().reason, "no id is left for a stream without NID and TID");
 }
 
 TEST(ImportChannels, ChannelNumbersHave16Bits) {
@@ -210,6 +188,7 @@ TEST(ImportChannels, ChannelNumbersHave16Bits) {
 TEST(ImportChannels, ANumberStandsOnceInAStream) {
     Channel again = channel(7);
     again.line = 9;
+    again.sid = 1;
     Channel elsewhere = channel(7);
     elsewhere.tid = 1012;
     const ImportedChannels imported = import({channel(7), again, elsewhere});
@@ -217,6 +196,116 @@ TEST(ImportChannels, ANumberStandsOnceInAStream) {
     ASSERT_EQ(imported.unreadable.size(), 1u);
     EXPECT_EQ(imported.unreadable[0].line, 9u);
     EXPECT_EQ(imported.unreadable[0].reason, "channel number 7 stands in stream 1/1011 already, on line 7");
+}
+
+TEST(ImportChannels, AServiceIsImportedOnce) {
+    Channel again = channel(9);
+    again.sid = channel(7).sid;
+    Channel elsewhere = again;
+    elsewhere.tid = 1012;
+    const ImportedChannels imported = import({channel(7), again, elsewhere});
+    EXPECT_EQ(imported.services.size(), 2u);
+    EXPECT_EQ(imported.services.at(0).lcn, 7);
+    EXPECT_EQ(imported.duplicates, 1u);
+    EXPECT_TRUE(imported.unreadable.empty());
+    ASSERT_EQ(imported.remarks.size(), 1u);
+    EXPECT_EQ(imported.remarks[0].line, 9u);
+    EXPECT_EQ(imported.remarks[0].reason, "SID 11117 of stream 1/1011 stands on line 7 already");
+}
+
+TEST(ImportChannels, WhatWasLeftAsideHasNoDuplicates) {
+    Channel same_number = channel(7);
+    same_number.sid = 200;
+    Channel again = channel(9);
+    again.sid = 200;
+    const ImportedChannels imported = import({channel(7), same_number, again});
+    ASSERT_EQ(imported.services.size(), 2u);
+    EXPECT_EQ(imported.services[1].sid, 200);
+    EXPECT_EQ(imported.unreadable.size(), 1u);
+    EXPECT_EQ(imported.duplicates, 0u);
+}
+
+TEST(ImportChannels, DuplicatesMayBeKept) {
+    Channel again = channel(9);
+    again.sid = channel(7).sid;
+    ChannelList list;
+    list.channels = {channel(7), again};
+    const ImportedChannels imported = import_channels(list, {}, Duplicates::kept);
+    EXPECT_EQ(imported.services.size(), 2u);
+    EXPECT_EQ(imported.duplicates, 0u);
+}
+
+TEST(ImportChannels, EqualSidsOfTwoTranspondersAreTwoServices) {
+    Channel other = shared_ids(2, 11493);
+    other.sid = shared_ids(1, 11362).sid;
+    EXPECT_EQ(import({shared_ids(1, 11362), other}).services.size(), 2u);
+    EXPECT_EQ(import({shared_ids(1, 11362), other}).duplicates, 0u);
+}
+
+TEST(ImportChannels, OfSeveralListsEachNumberIsTakenOnce) {
+    Channel same = channel(3); // of the same service, passed over
+    same.list = 1;
+    Channel other = channel(1);
+    other.list = 1;
+    other.sid = 7;
+    Channel elsewhere = other;
+    elsewhere.tid = 1012;
+    Channel free = channel(9);
+    free.list = 1;
+    const ImportedChannels imported = import({channel(1), channel(3), same, other, elsewhere, free});
+    Numbers numbers;
+    for (const Service& service : imported.services)
+        numbers.push_back(service.lcn);
+    EXPECT_EQ(numbers, (Numbers{1, 3, 2, 4, 9}));
+    EXPECT_EQ(imported.renumbered, 2u);
+    ASSERT_EQ(imported.remarks.size(), 1u);
+    EXPECT_EQ(imported.remarks[0].list, 1u);
+    EXPECT_EQ(imported.remarks[0].reason,
+              "SID 11113 of stream 1/1011 stands on line 3 of an earlier list already");
+}
+
+TEST(ImportChannels, ANumberOfAnotherListMayLeaveNone) {
+    std::vector<Channel> channels;
+    for (std::uint32_t number = 1; number <= 65535; ++number) {
+        channels.push_back(channel(number));
+        channels.back().sid = 0;
+    }
+    channels.push_back(channel(5));
+    channels.back().list = 1;
+    const ImportedChannels imported = import(channels);
+    EXPECT_EQ(imported.services.size(), 65535u);
+    ASSERT_EQ(imported.unreadable.size(), 1u);
+    EXPECT_EQ(imported.unreadable[0].list, 1u);
+    EXPECT_EQ(imported.unreadable[0].reason, "no number is left for a channel whose number another list has");
+}
+
+TEST(ImportChannels, WhatIsNotWantedCountsForTheTransponderOnly) {
+    std::vector<Channel> channels;
+    for (std::uint32_t number = 1; number <= 5; ++number) {
+        channels.push_back(channel(number, 6110, video_h264));
+        channels.back().transponder = {Delivery::dvb_s, 27'500'000, 2, {3, 4}};
+    }
+    channels.push_back(channel(6, 0));
+    ImportedChannels imported = import(channels);
+    ServiceFilter filter;
+    filter.only = {{"--only", "3-6"}};
+    filter.exclude = {{"--exclude", "5"}};
+    choose_services(imported, filter);
+    Numbers numbers;
+    for (const Service& service : imported.services)
+        numbers.push_back(service.lcn);
+    EXPECT_EQ(numbers, (Numbers{3, 4, 6}));
+    EXPECT_EQ(imported.services.at(0).bitrate, (38014u - 220) / 5);
+    EXPECT_EQ(imported.not_wanted, 3u);
+    EXPECT_EQ(imported.hd, 2u);
+    EXPECT_EQ(imported.radio, 1u);
+}
+
+TEST(ImportChannels, WithoutSidNothingIsADuplicate) {
+    Channel one = channel(1);
+    Channel other = channel(2);
+    one.sid = other.sid = 0;
+    EXPECT_EQ(import({one, other}).services.size(), 2u);
 }
 
 TEST(ImportChannels, LinesLeftAsideComeInTheOrderOfTheFile) {

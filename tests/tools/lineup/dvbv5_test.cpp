@@ -51,10 +51,49 @@ TEST(Dvbv5, AWholeChannel) {
     EXPECT_EQ(channel.video_mode, 0);
     EXPECT_EQ(channel.audio_pids, Pids{650});
     EXPECT_EQ(channel.frequency, 514000000u);
-    EXPECT_EQ(channel.source, "DVBT/");
+    EXPECT_EQ(channel.source, "T");
     EXPECT_EQ(channel.polarization, 0);
     EXPECT_FALSE(channel.scrambled);
     EXPECT_FALSE(channel.kind.has_value());
+}
+
+TEST(Dvbv5, Sources) {
+    EXPECT_EQ(channel_with("delivery_system = dvbt2").source, "T");
+    EXPECT_EQ(channel_with("DELIVERY_SYSTEM = DVBC/ANNEX_A").source, "C");
+    EXPECT_EQ(channel_with("DELIVERY_SYSTEM = DVBS2").source, "S");
+    EXPECT_EQ(channel_with("SAT_NUMBER = 2\nDELIVERY_SYSTEM = DVBS").source, "S#2");
+    EXPECT_EQ(channel_with("SAT_NUMBER = 2\nDELIVERY_SYSTEM = DVBT").source, "T");
+    EXPECT_EQ(channel_with("DELIVERY_SYSTEM = ISDBT").source, "ISDBT");
+}
+
+std::uint32_t rate_with(const std::string& lines) {
+    return net_rate(channel_with(lines).transponder).value_or(0);
+}
+
+TEST(Dvbv5, Transponders) {
+    const std::string satellite = "SYMBOL_RATE = 27500000\nINNER_FEC = 3/4\nDELIVERY_SYSTEM = DVBS";
+    EXPECT_EQ(rate_with(satellite), 38014u);
+    EXPECT_EQ(rate_with(satellite + "\nMODULATION = QPSK"), 38014u);
+    EXPECT_EQ(rate_with(satellite + "\nINNER_FEC = AUTO"), 0u);
+    EXPECT_EQ(rate_with(satellite + "\nSYMBOL_RATE = x"), 0u);
+    const std::string second =
+        "SYMBOL_RATE = 22000000\nINNER_FEC = 2/3\nDELIVERY_SYSTEM = dvbs2\nMODULATION = PSK/8\nPILOT = ";
+    EXPECT_EQ(rate_with(second + "off"), 43573u);
+    EXPECT_EQ(rate_with(second + "ON"), 42584u);
+    EXPECT_EQ(rate_with(second + "AUTO"), 42584u);
+    EXPECT_EQ(rate_with(second + "OFF\nMODULATION = PSK/"), 0u);
+    EXPECT_EQ(rate_with("SYMBOL_RATE = 6900000\nMODULATION = QAM/256\nDELIVERY_SYSTEM = DVBC/ANNEX_A"),
+              50870u);
+    EXPECT_EQ(rate_with("SYMBOL_RATE = 6900000\nMODULATION = QAM/AUTO\nDELIVERY_SYSTEM = DVBC/ANNEX_A"), 0u);
+    const std::string terrestrial =
+        "BANDWIDTH_HZ = 8000000\nCODE_RATE_HP = 2/3\nCODE_RATE_LP = 1/2\nGUARD_INTERVAL = 1/32"
+        "\nMODULATION = QAM/64\nDELIVERY_SYSTEM = DVBT";
+    EXPECT_EQ(rate_with(terrestrial), 24128u);
+    EXPECT_EQ(rate_with(terrestrial + "\nHIERARCHY = NONE"), 24128u);
+    EXPECT_EQ(rate_with(terrestrial + "\nHIERARCHY = 1"), 0u);
+    EXPECT_EQ(rate_with(terrestrial + "2"), 0u);
+    EXPECT_EQ(rate_with(terrestrial + "\nMODULATION ="), 0u);
+    EXPECT_EQ(rate_with(terrestrial + "\nGUARD_INTERVAL = AUTO"), 0u);
 }
 
 TEST(Dvbv5, TheSample) {
@@ -146,7 +185,9 @@ TEST(Dvbv5, HeadingForms) {
                   .name,
               "a]b");
     EXPECT_EQ(read_dvbv5("[M\xFCnchen]\nSERVICE_ID=1\nTRANSPORT_ID=1").channels.at(0).name, "München");
-    for (const std::string bad : {"[", "[]", "[ ]", "[Canal"})
+    for (const std::string without_name : {"[]", "[ ]"})
+        EXPECT_EQ(read_dvbv5(without_name + "\nSERVICE_ID=1\nTRANSPORT_ID=1").channels.at(0).name, "");
+    for (const std::string bad : {"[", "[Canal"})
         EXPECT_EQ(complaint_of(bad + "\nSERVICE_ID = x\nTRANSPORT_ID = 1"),
                   "1: heading: found \"" + bad + "\", expected [Name]");
 }

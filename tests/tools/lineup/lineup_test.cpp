@@ -86,7 +86,7 @@ void read_anyhow(const std::string& text) {
             EXPECT_LE(imported.services.size() + imported.unreadable.size(), most);
             for (const Service& service : imported.services)
                 EXPECT_FALSE(service.name.empty());
-            for (const UnreadableLine& line : imported.unreadable) {
+            for (const Remark& line : imported.unreadable) {
                 EXPECT_TRUE(line.line >= 1 && line.line <= most);
                 EXPECT_LT(line.reason.size(), 300u);
             }
@@ -97,7 +97,27 @@ void read_anyhow(const std::string& text) {
 }
 
 std::vector<std::string> samples() {
-    return {":@3\n" + conf_line + conf_line, lamedb_5, read_text(RECALCULO_EXAMPLES "/sample.dvbv5.conf"),
+    // Of every delivery, with equal ids, without ids, names and PIDs, and twice.
+    const std::string conf = ":Varios\n"
+                             "Uno:12187:HC34M2S0:S19.2E:27500:163=2:104=deu:105:0:12003:65535:1:0\n"
+                             "Uno HD:11493:VC23M5O35P0S1:S28.2E:22000:163:104:0:1830:12004:65535:1:0\n"
+                             ":498000000:B8C23G32M64S0T8Y0:T:0:0:0:0:0:7:65535:1:0\n"
+                             "Uno:12187:HC34M2S0:S19.2E:27500:163=36:104=deu:105:0:12003:65535:1:0\n"
+                             "Radio:346:M256:C:6900:0:104:0:0:9:0:0:0\n";
+    const std::string lamedb = "eDVB services /5/\n"
+                               "t:00820000:0001:ffff,s:11200000:27500000:0:3:130:2:0\n"
+                               "t:00c02b66:0001:ffff,s:12187500:27500000:0:3:192:2:0:1:2:0:2\n"
+                               "t:eeee0000:0001:ffff,t:498000000:0:1:5:2:1:0:0:2\n"
+                               "t:ffff0000:0001:ffff,c:346000:6900000:0:5:0:0:0\n"
+                               "s:65:00820000:0001:ffff:1:0,\"\",c:0065,c:0166,c:051,C:98c\n"
+                               "s:66:00c02b66:0001:ffff:25:0,\"HD\",c:00xx,c:0500001,C:zz\n"
+                               "s:67:eeee0000:0001:ffff:195:0,\"T\",c:0000165\n"
+                               "s:68:ffff0000:0001:ffff:2:0,\"C\",c:0166\n";
+    return {":@3\n" + conf_line + conf_line,
+            lamedb_5,
+            conf,
+            lamedb,
+            read_text(RECALCULO_EXAMPLES "/sample.dvbv5.conf"),
             read_text(RECALCULO_EXAMPLES "/sample.lamedb")};
 }
 

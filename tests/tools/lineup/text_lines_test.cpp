@@ -86,5 +86,11 @@ TEST(Reject, ALongTextIsCutBetweenCharacters) {
               "f: found \"" + fifty_nine + "…\", expected y");
 }
 
+TEST(TextLines, ANumberWhoseFaultsMayPass) {
+    EXPECT_EQ(number_or_0("4294967295"), 4294967295u);
+    for (const std::string bad : {"", "x", "-1", "4294967296", "1 "})
+        EXPECT_EQ(number_or_0(bad), 0u) << bad;
+}
+
 } // namespace
 } // namespace zarven::tool

@@ -177,6 +177,9 @@ TEST_F(Reason, ServicesWithTranscodingWaitForTheToppingUp) {
     leave_out(loaded(0));
     EXPECT_EQ(reason(),
               "Module A receives stream 1/10 and has room: the engine's strategies did not use it.");
+    run.labels["A"] = "Rack 1";
+    EXPECT_EQ(reason(),
+              "Module A (Rack 1) receives stream 1/10 and has room: the engine's strategies did not use it.");
 }
 
 TEST_F(Reason, NoModuleCouldEverTakeIt) {

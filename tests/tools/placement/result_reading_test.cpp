@@ -155,5 +155,16 @@ TEST(ResultReading, AWrongValueIsToldWithItsPlace) {
     EXPECT_EQ(complaint(document), "f: /modules/1/hd_transcoders: found null, expected an object");
 }
 
+TEST(ResultReading, LabelsAndPlacesComeBack) {
+    const std::string text = result_json(with_labels(result_with_everything()));
+    const Result again = read_result("f", text);
+    EXPECT_EQ(again.modules.at(0).label, "Rack 1, slot 3");
+    EXPECT_EQ(again.modules.at(1).label, "");
+    EXPECT_EQ(described({1, 1001}, again), "1/1001 (19.2E 12187.5 MHz H)");
+    EXPECT_EQ(described({1, 1002}, again), "1/1002 (514 MHz)");
+    EXPECT_EQ(described({2, 7}, again), "2/7");
+    EXPECT_EQ(result_json(again), text);
+}
+
 } // namespace
 } // namespace zarven::tool

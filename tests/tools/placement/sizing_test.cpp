@@ -217,6 +217,10 @@ TEST(Sizing, TheSmallestValueThatPlacesAsMany) {
     EXPECT_EQ(pids.raises[0].from, 4u);
     EXPECT_EQ(pids.raises[0].to, 11u);
     EXPECT_EQ(pids.raises[0].placed, 3u);
+    EXPECT_EQ(pids.raises[0].label, "");
+    Headend labelled = one_module({light(1, 10, 1, 4), light(2, 10, 1, 4)});
+    labelled.modules[0].label = "Rack 1";
+    EXPECT_EQ(size(labelled, plain).raises.at(0).label, "Rack 1");
     EXPECT_EQ(only_raise(size(one_module({light(1, 10), light(2, 20), light(3, 30)}), plain)),
               "modules[0].inputs=3");
     EXPECT_EQ(only_raise(size(one_module({light(1, 10, 200)}), plain)), "modules[0].outputs[0]=201");

@@ -43,7 +43,7 @@ ServiceResult a_service() {
 // ---- One document of each kind with everything that there can be --------------------------------------
 
 json whole_result() {
-    Result result = result_with_everything();
+    Result result = with_labels(result_with_everything());
     result.left_out[0].services[0].is_radio = true;
     const Strategies strategies = strategies_with_everything();
     return json::parse(result_json(result, &strategies));
@@ -64,6 +64,8 @@ json whole_explanation() {
         list.push_back(explanation_with_everything());
         if (list.size() > 1)
             list.back().modules.clear();
+        else
+            list.back().modules.at(0).label = "Rack 1";
         list.back().standing = standing;
         list.back().service.is_radio = standing == Standing::placed;
         list.back().service.is_clone = standing == Standing::attached;
@@ -99,6 +101,7 @@ json whole_sizing() {
         const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
         sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, "modules[0].inputs=2"});
     }
+    sizing.raises[0].label = "Rack 1";
     return json::parse(sizing_json(sizing));
 }
 
@@ -190,20 +193,22 @@ TEST_P(WrittenSchema, RefusesAValueOfAnotherType) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , WrittenSchema,
-    testing::Values(Kind{"result.schema.json",
-                         whole_result(),
-                         {"/name", "radio", "reason"},
-                         result_with_strategies_not_tried()},
-                    Kind{"explanation.schema.json", whole_explanation(), {"/name", "radio", "output"}},
-                    Kind{"comparison.schema.json", whole_comparison(), {}},
-                    Kind{"sizing.schema.json", whole_sizing(), {"/name"}},
-                    Kind{"bound.schema.json", whole_bound(), {"/name"}}),
-    [](const auto& tested) {
-        const std::string file = tested.param.schema;
-        return file.substr(0, file.find('.'));
-    });
+INSTANTIATE_TEST_SUITE_P(, WrittenSchema,
+                         testing::Values(Kind{"result.schema.json",
+                                              whole_result(),
+                                              {"/name", "/streams", "label", "frequency", "polarization",
+                                               "satellite", "radio", "reason"},
+                                              result_with_strategies_not_tried()},
+                                         Kind{"explanation.schema.json",
+                                              whole_explanation(),
+                                              {"/name", "label", "radio", "output"}},
+                                         Kind{"comparison.schema.json", whole_comparison(), {}},
+                                         Kind{"sizing.schema.json", whole_sizing(), {"/name", "label"}},
+                                         Kind{"bound.schema.json", whole_bound(), {"/name"}}),
+                         [](const auto& tested) {
+                             const std::string file = tested.param.schema;
+                             return file.substr(0, file.find('.'));
+                         });
 
 // ---- What stands only where something else does -------------------------------------------------------
 

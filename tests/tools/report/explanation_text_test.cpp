@@ -36,6 +36,16 @@ TEST(ExplanationText, AServiceWithoutNeedsHasNoColumnForTranscoders) {
               "    M       has room  2 free       1  200 + 4000 of 38000  3 + 0 of 15\n");
 }
 
+TEST(ExplanationText, AModuleIsToldWithItsLabel) {
+    Explanation explanation = plain();
+    explanation.modules = {answer_with_room("M")};
+    explanation.modules[0].label = "Rack 1";
+    TextStyle narrow;
+    narrow.width = 60;
+    for (const std::string& text : {explanation_text(explanation), explanation_text(explanation, narrow)})
+        EXPECT_NE(text.find("    M (Rack 1)  has room"), std::string::npos) << text;
+}
+
 TEST(ExplanationText, ModulesThatAreNotListed) {
     Explanation explanation = plain();
     explanation.unlisted = 1;

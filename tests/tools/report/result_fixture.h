@@ -7,6 +7,13 @@
 
 namespace zarven::tool {
 
+/// Gives the first module a label and its stream a place.
+inline Result with_labels(Result result) {
+    result.modules.at(0).label = "Rack 1, slot 3";
+    result.streams = {{1, 1001, 12187500, "H", "19.2E"}, {1, 1002, 514000, "", ""}};
+    return result;
+}
+
 inline Result result_with_everything() {
     ServiceResult plain;
     plain.stream = {1, 1001};

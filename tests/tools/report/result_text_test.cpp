@@ -20,6 +20,15 @@ TEST(ResultText, OneOfEverything) {
               read_text(RECALCULO_TOOL_TESTS "/report/result_with_everything.txt"));
 }
 
+TEST(ResultText, LabelsOfModulesAndPlacesOfStreams) {
+    const std::string text = result_text(with_labels(result_with_everything()));
+    EXPECT_NE(text.find("Module M1 (Rack 1, slot 3) · model 3 · controller\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("Module M2 · model 3\n"), std::string::npos);
+    EXPECT_NE(text.find("Input 1 · stream 1/1001 (19.2E 12187.5 MHz H) · 4 services\n"), std::string::npos);
+    EXPECT_NE(text.find("Input 1 · stream 2/7 · 0 services\n"), std::string::npos);
+    EXPECT_NE(text.find("Stream 1/1002 (514 MHz) · 1 service\n"), std::string::npos);
+}
+
 TEST(ResultText, AnEmptyResult) {
     EXPECT_EQ(result_text(Result()),
               "0 services loaded: 0 placed, 0 left out; 0 of 0 inputs in use on 0 modules\n");

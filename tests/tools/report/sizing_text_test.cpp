@@ -146,6 +146,13 @@ TEST(SizingText, RaisesAreToldWhereSomethingIsLeftOutOnly) {
     EXPECT_EQ(sizing_text(sizing).find("One limit"), std::string::npos);
 }
 
+TEST(SizingText, AModuleIsToldWithItsLabel) {
+    Sizing sizing = a_sizing();
+    sizing.raises[0].label = "Rack 1, slot 3";
+    const std::string text = sizing_text(sizing);
+    EXPECT_NE(text.find(sizing.raises[0].mac + " (Rack 1, slot 3)  --set"), std::string::npos) << text;
+}
+
 std::string everything(const TextStyle& style) {
     Sizing sizing = a_sizing();
     sizing.addition.remaining = {service(9, "")};

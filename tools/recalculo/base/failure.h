@@ -12,7 +12,8 @@ namespace zarven::tool {
 enum class ExitCode : int {
     /// The command did its work; services left out are a result, not a failure.
     done = 0,
-    /// The head-end was read, and the engine could not run on it.
+    /// The input was read, and the work could not be done with it: the engine could not run, or there is
+    /// nothing to import.
     engine_did_not_run = 1,
     /// The command line, a file or its contents are at fault.
     bad_input = 2,

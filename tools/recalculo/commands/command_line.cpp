@@ -32,9 +32,10 @@ public:
             app_.set_version_flag(names_, version_, option_.description);
     }
     void operator()(bool* target) const { app_.add_flag(names_, *target, option_.description); }
-    /// One value each time, so that an argument may follow.
+    /// Of an option one value each time, so that an argument may follow.
     void operator()(std::vector<std::string>* target) const {
-        restrict(app_.add_option(names_, *target, option_.description))->allow_extra_args(false);
+        restrict(app_.add_option(names_, *target, option_.description))
+            ->allow_extra_args(is_argument(option_));
     }
     template <typename Value> void operator()(Value* target) const {
         restrict(app_.add_option(names_, *target, option_.description));

@@ -74,15 +74,21 @@ struct BoundOptions {
 void bound_command(const BoundOptions& options);
 
 struct ImportOptions {
-    std::string channels;
+    std::vector<std::string> channels;
     std::string modules;
     std::string output = standard_stream;
     /// Empty for the one that the list shows.
     std::string format;
     BitrateEstimates estimates;
+    bool keep_duplicates = false;
+    /// Terms, and files of names and LCNs.
+    std::vector<std::string> only;
+    std::vector<std::string> exclude;
+    std::vector<std::string> selections;
+    bool verbose = false;
 };
 
-/// A channel list and modules in, a head-end out. Lines left aside are told on standard error.
+/// Channel lists and modules in, a head-end out. Lines left aside are told on standard error.
 void import_command(const ImportOptions& options);
 
 constexpr const char* format_channels_conf = "channels.conf";

@@ -16,8 +16,8 @@ namespace zarven::tool {
 
 namespace {
 
-Option argument(const char* name, std::string& value, const char* description) {
-    return {{name}, &value, description};
+Option argument(const char* name, Target target, const char* description) {
+    return {{name}, target, description};
 }
 
 Option flag(const char* name, bool& value, const char* description) {
@@ -60,7 +60,7 @@ Option with_fallback(Option option) {
 }
 
 Option headend_argument(HeadendInput& input) {
-    return argument("HEADEND", input.path, "The head-end, a JSON file; - for standard input");
+    return argument("HEADEND", &input.path, "The head-end, a JSON file; - for standard input");
 }
 
 Option set_option(HeadendInput& input) {
@@ -129,8 +129,8 @@ Command describe_compare() {
     const auto options = std::make_shared<CompareOptions>();
     return command(
         "compare", "Show two placements side by side",
-        {argument("BEFORE", options->before, "A head-end, or a result of run --json; - for standard input"),
-         argument("AFTER", options->after, "What to compare it with, of either kind"),
+        {argument("BEFORE", &options->before, "A head-end, or a result of run --json; - for standard input"),
+         argument("AFTER", &options->after, "What to compare it with, of either kind"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
          color_option(options->style)},
         [options] { compare_command(*options); });
@@ -168,8 +168,8 @@ Command describe_import() {
     };
     return command(
         "import", "Make a head-end of a channel list and modules",
-        {argument("CHANNELS", options->channels,
-                  "The list: channels.conf, dvbv5 or lamedb; - for standard input"),
+        {argument("CHANNELS", &options->channels,
+                  "The lists, each channels.conf, dvbv5 or lamedb; - for standard input"),
          required(with_value({"--modules"}, "FILE", &options->modules,
                              "A head-end file whose modules to take; - for standard input")),
          one_of(lineup_format_names(), with_value({"--format"}, "", &options->format,
@@ -178,14 +178,26 @@ Command describe_import() {
          estimate("--radio-bitrate", options->estimates.radio,
                   "Bitrate to assume for a radio service, in kbit/s"),
          estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s"),
-         estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s")},
+         estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s"),
+         estimate("--uhd-bitrate", options->estimates.uhd, "Bitrate to assume for a UHD service, in kbit/s"),
+         flag("--keep-duplicates", options->keep_duplicates,
+              "Import a service as often as the list has it; by default once"),
+         with_value(
+             {"--only"}, "TERMS", &options->only,
+             "Only services that are one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as "
+             "1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only "
+             "all must hold"),
+         with_value({"--exclude"}, "TERMS", &options->exclude, "No services that are one of these"),
+         with_value({"--select"}, "FILE", &options->selections,
+                    "Only services that stand in this file, a name or LCN a line"),
+         flag("--verbose", options->verbose, "Tell every message; by default three of each kind")},
         [options] { import_command(*options); });
 }
 
 Command describe_export() {
     const auto options = std::make_shared<ExportOptions>();
     return command("export", "Write the result of a run as a channel list or a table",
-                   {argument("RESULT", options->result,
+                   {argument("RESULT", &options->result,
                              "The result, as `recalculo run --json` writes it; - for standard input"),
                     required(one_of({format_channels_conf, format_csv},
                                     with_value({"--format"}, "", &options->format, "What to write"))),
@@ -197,6 +209,10 @@ Command describe_export() {
 
 bool is_argument(const Option& option) {
     return option.names.front().front() != '-';
+}
+
+bool takes_several(const Option& option) {
+    return std::holds_alternative<std::vector<std::string>*>(option.target);
 }
 
 Program describe_program() {

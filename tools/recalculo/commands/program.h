@@ -17,8 +17,8 @@ namespace zarven::tool {
 /// What the program answers itself.
 enum class Answer { help, version };
 
-/// Where the value of an option goes. A list takes one for each time that the option is given; a flag has
-/// none.
+/// Where the value of an option goes. A list takes one for each time that the option is given, and
+/// as an argument all that stand there; a flag has none.
 using Target = std::variant<Answer, bool*, std::string*, std::vector<std::string>*, std::uint32_t*>;
 
 struct Option {
@@ -44,6 +44,9 @@ struct Option {
 };
 
 bool is_argument(const Option& option);
+
+/// It has a list of values.
+bool takes_several(const Option& option);
 
 struct Command {
     std::string name;

@@ -52,7 +52,7 @@ Tables headend_tables() {
     Tables tables = {{"headend", key_table(headend)},
                      {"clones", key_table_of_others(record_of_list(headend, "clones"),
                                                     record_of_list(headend, "services"))}};
-    for (const char* list : {"modules", "services", "pids", "home_channels"})
+    for (const char* list : {"modules", "services", "pids", "home_channels", "streams"})
         tables[list] = key_table(record_of_list(headend, list));
     return tables;
 }

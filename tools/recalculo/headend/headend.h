@@ -15,9 +15,10 @@
 namespace zarven::tool {
 
 /// Peak bitrates in kbit/s that stand in where the planner knows none.
-inline constexpr std::uint32_t typical_radio_bitrate = 200;
+inline constexpr std::uint32_t typical_radio_bitrate = 220;
 inline constexpr std::uint32_t typical_sd_bitrate = 3500;
 inline constexpr std::uint32_t typical_hd_bitrate = 8000;
+inline constexpr std::uint32_t typical_uhd_bitrate = 20000;
 
 /// Service types of digital television and digital radio sound.
 inline constexpr std::uint16_t type_television = 1;
@@ -34,7 +35,12 @@ struct Module {
     std::uint16_t sd_transcoders = 0;
     std::uint16_t hd_transcoders = 0;
     std::uint16_t aux_transcoders = 0;
+    /// Where it stands or what it is called, as "Rack 1, slot 3"; empty for none.
+    std::string label = {};
 };
+
+/// How a module is called in reports: by its MAC, and its label in brackets if it has one.
+std::string module_name(const std::string& mac, const std::string& label);
 
 /// What a service and a clone of one have in common.
 struct Programme {
@@ -64,6 +70,8 @@ struct Service : Programme {
     std::uint32_t bitrate = 0;
     std::uint16_t ca_pids = 0;
     std::uint16_t ca_pids_max = 0;
+    /// Where the service comes from it is not told whether it is television, and of which kind.
+    bool kind_unknown = false;
 };
 
 /// A second appearance of a service of the same stream and LCN. It stands where its parent stands.
@@ -87,6 +95,21 @@ struct HomeChannel {
     std::uint16_t tsid = 0;
 };
 
+/// Where a stream comes from, as far as it is known.
+struct Reception {
+    std::uint16_t onid = 0;
+    std::uint16_t tsid = 0;
+    /// In kHz; 0 where it is not known.
+    std::uint32_t frequency = 0;
+    /// H, V, L or R; empty where there is none or it is not known.
+    std::string polarization;
+    /// Its place in orbit, as "19.2E", or what else names it.
+    std::string satellite;
+};
+
+/// "19.2E 12187.5 MHz H"; empty where nothing is known.
+std::string to_string(const Reception& reception);
+
 struct Headend {
     std::string name;
     std::vector<Module> modules;
@@ -94,6 +117,8 @@ struct Headend {
     std::vector<Clone> clones;
     std::vector<Pid> pids;
     std::vector<HomeChannel> home_channels;
+    /// Each stream once.
+    std::vector<Reception> streams;
 };
 
 } // namespace zarven::tool

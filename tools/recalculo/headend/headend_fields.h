@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "headend/headend.h"
+#include "headend/reception_fields.h"
 #include "records/fields.h"
 
 namespace zarven::tool {
@@ -38,11 +39,13 @@ template <class Visitor, class Record> void visit_limits(Visitor& visit, Record&
     visit.optional("aux_transcoders", module.aux_transcoders, 0, "Transcoders for clones");
 }
 
-/// All of a module but what tells it from others.
+/// All of a module but its identity.
 template <class Visitor, class Record> void visit_all_but_mac(Visitor& visit, Record& module) {
     visit_model(visit, module);
     visit.optional("controller", module.controller, false, "The module is the head-end controller");
     visit_limits(visit, module);
+    visit.optional("label", module.label, "",
+                   "Where it stands or what it is called, as \"Rack 1, slot 3\"; shown beside the MAC");
 }
 
 template <> struct Fields<Module> {
@@ -124,6 +127,10 @@ template <> struct Fields<Service> {
         visit.optional(
             "ca_pids_max", service.ca_pids_max, same_as("ca_pids", service.ca_pids),
             "Ceiling of `ca_pids` when those of a clone among `services` are added to its parent's");
+        visit.optional(
+            "kind_unknown", service.kind_unknown, false,
+            "It is not known whether this is television or radio, SD or HD: `type`, `video_format` "
+            "and `bitrate` are estimates. `import` writes it");
     }
 };
 
@@ -180,6 +187,9 @@ template <> struct Fields<Headend> {
         visit.unless_empty("pids", headend.pids, "Elementary streams that the log lists with their service");
         visit.unless_empty("home_channels", headend.home_channels,
                            "Streams noted as home channels; they do not influence the placement");
+        visit.unless_empty("streams", headend.streams,
+                           "Where streams are received; `import` writes it. For the reports: it does not "
+                           "influence the placement");
     }
 };
 

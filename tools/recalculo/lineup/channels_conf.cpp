@@ -1,9 +1,12 @@
 // A line is split at its colons, then each field that is of use is read by a function of its own. The fields
-// Srate, TPID and RID are not looked at: a fault in them costs a head-end nothing.
+// TPID and RID are not looked at, and what Parameters and Srate tell is taken as far as it can be read: a
+// fault in them costs no channel.
 
 #include "lineup/channels_conf.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -21,8 +24,6 @@ constexpr std::uint16_t highest_id = 65535;
 std::string read_name(std::string_view text) {
     const std::string_view both = text.substr(0, text.find(';'));
     std::string name(both.substr(0, both.rfind(',')));
-    if (name.empty())
-        reject("Name", text, "a name");
     std::replace(name.begin(), name.end(), '|', ':');
     return name;
 }
@@ -39,6 +40,80 @@ char read_polarization(std::string_view parameters, std::string_view source) {
         return 0;
     const std::size_t letter = parameters.find_first_of("HVLRhvlr");
     return letter == parameters.npos ? '\0' : static_cast<char>(parameters[letter] & ~0x20);
+}
+
+/// Letters with numbers behind them. One that is missing, and 999, which stands for "automatic", are 0.
+class Parameters {
+public:
+    explicit Parameters(std::string_view text) {
+        for (std::size_t at = 0; at < text.size();) {
+            const char letter = static_cast<char>(text[at] & ~0x20);
+            const std::size_t end = std::min(text.find_first_not_of("0123456789", at + 1), text.size());
+            values_[letter] = number_or_0(text.substr(at + 1, end - at - 1));
+            told_.insert(text.substr(at + 1, end - at - 1).empty() ? '\0' : letter);
+            at = end;
+        }
+    }
+
+    std::uint32_t operator[](char letter) const {
+        const auto found = values_.find(letter);
+        return found == values_.end() || found->second == automatic ? 0 : found->second;
+    }
+
+    /// It is there, and says 0.
+    bool says_0(char letter) const { return told_.count(letter) != 0 && values_.at(letter) == 0; }
+
+private:
+    static constexpr std::uint32_t automatic = 999;
+
+    std::map<char, std::uint32_t> values_;
+    std::set<char> told_;
+};
+
+/// 34 is 3/4, 910 is 9/10.
+CodeRate code_rate_of(std::uint32_t digits) {
+    if (digits == 910)
+        return {9, 10};
+    return digits < 100 ? CodeRate{digits / 10, digits % 10} : CodeRate{};
+}
+
+std::uint32_t bits_of_satellite(std::uint32_t modulation) {
+    switch (modulation) {
+    case 2: // QPSK
+        return 2;
+    case 5: // 8PSK
+        return 3;
+    case 6: // 16APSK
+        return 4;
+    case 7: // 32APSK
+        return 5;
+    default:
+        return 0;
+    }
+}
+
+/// Of the second systems that of a satellite alone has a net rate.
+Transponder read_transponder(std::string_view text, char source, std::string_view symbol_rate) {
+    const Parameters parameters(text);
+    const std::uint32_t modulation = parameters['M'];
+    const bool is_second = parameters['S'] != 0;
+    Transponder transponder;
+    transponder.symbol_rate = in_symbols(number_or_0(symbol_rate));
+    transponder.fec = code_rate_of(parameters['C']);
+    if (source == 'S') {
+        transponder.delivery = is_second ? Delivery::dvb_s2 : Delivery::dvb_s;
+        transponder.bits_per_symbol = modulation == 0 && !is_second ? 2 : bits_of_satellite(modulation);
+        transponder.has_pilots = !parameters.says_0('P');
+    } else if (source == 'C' && !is_second) {
+        transponder.delivery = Delivery::dvb_c;
+        transponder.bits_per_symbol = bits_of_points(modulation);
+    } else if (source == 'T' && !is_second && parameters['Y'] == 0) {
+        transponder.delivery = Delivery::dvb_t;
+        transponder.bits_per_symbol = modulation == 2 ? 2 : bits_of_points(modulation);
+        transponder.bandwidth = parameters['B'] > 8 ? 0 : parameters['B'] * 1'000'000;
+        transponder.guard_interval = parameters['G'];
+    }
+    return transponder;
 }
 
 /// `pid`, `pid+pcr`, `pid=mode` or `pid+pcr=mode`.
@@ -96,6 +171,7 @@ Channel read_channel(std::string_view line) {
     channel.frequency = read_frequency("Frequency", fields[1]);
     channel.source = read_source(fields[3]);
     channel.polarization = read_polarization(fields[2], channel.source);
+    channel.transponder = read_transponder(fields[2], channel.source.front(), fields[4]);
     read_video(fields[5], channel);
     channel.audio_pids = read_audio(fields[6]);
     channel.scrambled = read_scrambled(fields[8]);
@@ -188,7 +264,7 @@ std::string write_channels_conf(const std::vector<Channel>& channels) {
         if (channel.number != next_number)
             text += fmt::format(":@{}\n", channel.number);
         next_number = channel.number + 1;
-        text += fmt::format("{}:{}:M64:{}:6900:{}:{}:0:{}:{}:{}:{}:0\n", name_field(channel.name),
+        text += fmt::format("{}:{}:M999:{}:6900:{}:{}:0:{}:{}:{}:{}:0\n", name_field(channel.name),
                             channel.frequency, channel.source, video_field(channel), audio_field(channel),
                             channel.scrambled ? "FFFF" : "0", channel.sid, channel.nid, channel.tid);
     }

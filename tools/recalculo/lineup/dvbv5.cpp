@@ -66,6 +66,47 @@ std::string upper_case(std::string_view text) {
     return upper;
 }
 
+/// `3/4`; 0/0 for what is none.
+CodeRate read_code_rate(std::string_view text) {
+    const std::vector<std::string_view> parts = split(text, "/");
+    return parts.size() == 2 ? CodeRate{number_or_0(parts[0]), number_or_0(parts[1])} : CodeRate{};
+}
+
+/// `QPSK`, `PSK/8`, `APSK/16`, `QAM/64`.
+std::uint32_t read_modulation(std::string_view text) {
+    return text == "QPSK"
+               ? 2
+               : bits_of_points(number_or_0(text.substr(std::min(text.find('/'), text.size() - 1) + 1)));
+}
+
+Delivery read_delivery(std::string_view text) {
+    if (text == "DVBS")
+        return Delivery::dvb_s;
+    if (text == "DVBS2")
+        return Delivery::dvb_s2;
+    if (text == "DVBC" || text == "DVBC/ANNEX_A")
+        return Delivery::dvb_c;
+    return text == "DVBT" ? Delivery::dvb_t : Delivery::unknown;
+}
+
+/// What a key tells of the transponder; the value in capitals. A fault in it costs no channel.
+void read_transponder(const std::string& key, std::string_view value, Transponder& transponder) {
+    if (key == "DELIVERY_SYSTEM")
+        transponder.delivery = read_delivery(value);
+    else if (key == "SYMBOL_RATE")
+        transponder.symbol_rate = in_symbols(number_or_0(value));
+    else if (key == "MODULATION")
+        transponder.bits_per_symbol = read_modulation(value);
+    else if (key == "INNER_FEC" || key == "CODE_RATE_HP")
+        transponder.fec = read_code_rate(value);
+    else if (key == "PILOT")
+        transponder.has_pilots = value != "OFF";
+    else if (key == "BANDWIDTH_HZ")
+        transponder.bandwidth = number_or_0(value);
+    else if (key == "GUARD_INTERVAL")
+        transponder.guard_interval = read_code_rate(value).denominator;
+}
+
 /// One reading of a file.
 class Dvbv5 {
 public:
@@ -109,7 +150,9 @@ private:
         channel_.line = line;
         has_sid_ = false;
         is_good_ = true;
-        if (heading.back() != ']' || is_blank(heading.substr(1, heading.size() - 2)))
+        satellite_.clear();
+        is_hierarchical_ = false;
+        if (heading.back() != ']')
             reject("heading", heading, "[Name]");
         channel_.name = trimmed(heading.substr(1, heading.size() - 2));
     }
@@ -137,14 +180,26 @@ private:
     }
 
     void read_reception(const std::string& key, std::string_view value) {
+        read_transponder(key, upper_case(value), channel_.transponder);
         if (key == "FREQUENCY")
             channel_.frequency = read_frequency(key, value);
         else if (key == "POLARIZATION")
             channel_.polarization = polarization_of(value);
-        else if (key == "DELIVERY_SYSTEM" || key == "SAT_NUMBER")
-            channel_.source += fmt::format("{}/", value);
+        else if (key == "DELIVERY_SYSTEM")
+            channel_.source = source_of(upper_case(value));
+        else if (key == "SAT_NUMBER")
+            satellite_ = value;
+        else if (key == "HIERARCHY")
+            is_hierarchical_ = number_or_0(value) != 0;
         else if (key == "VCHANNEL" && !is_number(value, 1'000'000'000, channel_.number))
             channel_.number = 0; // such as 7.1: no logical channel number
+    }
+
+    /// Systems of one kind are received from one place: S, T or C.
+    static std::string source_of(const std::string& system) {
+        const std::string_view kind = std::string_view(system).substr(0, 4);
+        const bool is_known = kind == "DVBS" || kind == "DVBT" || kind == "DVBC";
+        return is_known ? std::string(kind.substr(3)) : system;
     }
 
     static char polarization_of(std::string_view value) {
@@ -161,6 +216,12 @@ private:
         if (channel_.nid == 0 && channel_.tid == 0 && channel_.frequency == 0)
             return leave_aside("found no NETWORK_ID, TRANSPORT_ID or FREQUENCY, expected one of them: they "
                                "tell in which stream the channel is");
+        if (channel_.transponder.delivery == Delivery::dvb_s && channel_.transponder.bits_per_symbol == 0)
+            channel_.transponder.bits_per_symbol = 2; // the only one of that system
+        if (is_hierarchical_)
+            channel_.transponder.delivery = Delivery::unknown;
+        if (!satellite_.empty() && channel_.source == "S")
+            channel_.source += fmt::format("#{}", satellite_);
         if (channel_.number == 0)
             unnumbered_.emplace_back(list_.channels.size(), place_);
         else
@@ -187,6 +248,10 @@ private:
     /// Of the channel in hand, from 1; 0 before the first.
     std::uint32_t place_ = 0;
     bool has_sid_ = false;
+    /// SAT_NUMBER of the channel in hand.
+    std::string satellite_;
+    /// Its HIERARCHY is other than none.
+    bool is_hierarchical_ = false;
     /// Nothing in the channel in hand has been complained of.
     bool is_good_ = false;
     /// The numbers that channels have of their own.

@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "lineup/lamedb_transponder.h"
 #include "lineup/text_lines.h"
 
 namespace zarven::tool {
@@ -31,11 +32,6 @@ struct StreamKey {
     }
 };
 
-struct Transponder {
-    std::uint32_t frequency = 0;
-    char polarization = 0;
-};
-
 /// `namespace:tsid:onid`, from the first of the fields on.
 StreamKey read_stream(const Fields& fields, std::size_t first) {
     StreamKey key;
@@ -46,15 +42,18 @@ StreamKey read_stream(const Fields& fields, std::size_t first) {
     return key;
 }
 
-/// `frequency:symbol rate:...`; on a satellite the third field is the polarization.
-Transponder read_parameters(char delivery, std::string_view text) {
-    const Fields fields = split(text, ":");
-    Transponder transponder;
-    transponder.frequency = read_frequency("frequency", trimmed(fields[0]));
-    std::uint32_t polarization = 0;
-    if (delivery == 's' && fields.size() > 2 && is_number(fields[2], 3, polarization))
-        transponder.polarization = "HVLR"[polarization];
-    return transponder;
+/// The upper half of a namespace is the satellite's place in orbit, in tenths of a degree to the east.
+std::string source_of(std::uint32_t name_space) {
+    const std::uint32_t place = name_space >> 16;
+    if (place == 0xEEEE)
+        return "T";
+    if (place == 0xFFFF)
+        return "C";
+    if (place >= 3600)
+        return fmt::format("{:08x}", name_space);
+    const bool is_east = place <= 1800;
+    const std::uint32_t tenths = is_east ? place : 3600 - place;
+    return fmt::format("S{}.{}{}", tenths / 10, tenths % 10, is_east ? 'E' : 'W');
 }
 
 /// What a service type says; nothing for the types that are neither television nor radio, and for those that
@@ -79,29 +78,30 @@ std::optional<ChannelKind> kind_of(std::uint16_t type) {
     case 0x1C:
     case 0x1D:
     case 0x1E:
+        return ChannelKind::hd;
     case 0x1F:
     case 0x20:
-        return ChannelKind::hd;
+        return ChannelKind::uhd;
     default:
         return std::nullopt;
     }
 }
 
-/// `c:` two decimal digits that say what, and four hexadecimal ones: a PID, or the kind of picture.
+/// `c:` two decimal digits that say what, and hexadecimal ones, not always with zeros before them: a PID, or
+/// the kind of picture.
 void read_cached(std::string_view text, Channel& channel) {
     const std::set<std::uint32_t> sounds = {1, 4, 12, 13, 14, 17, 18};
     const std::uint32_t picture = 0;
     const std::uint32_t picture_kind = 5;
     std::uint32_t what = 0;
     std::uint32_t value = 0;
-    if (!is_number(text.substr(0, 2), 99, what))
-        reject("c", text, "two decimal digits and four hexadecimal ones");
+    if (text.size() < 2 || !is_number(text.substr(0, 2), 99, what))
+        reject("c", text, "two decimal digits, then hexadecimal ones");
     if (what != picture && what != picture_kind && sounds.count(what) == 0)
         return;
-    if (text.size() != 6 || !is_number(text.substr(2), what == picture_kind ? 65535 : highest_pid, value, 16))
-        reject(
-            "c", text,
-            fmt::format("two decimal digits and four hexadecimal ones, a PID from 0 to {:X}", highest_pid));
+    if (!is_number(text.substr(2), what == picture_kind ? 0xFFFFFFFF : highest_pid, value, 16))
+        reject("c", text,
+               fmt::format("two decimal digits, then a hexadecimal PID from 0 to {:X}", highest_pid));
     if (what == picture_kind)
         channel.video_mode = value == 1 ? video_h264 : value == 7 ? video_hevc : std::uint16_t{0};
     else if (what == picture)
@@ -110,14 +110,24 @@ void read_cached(std::string_view text, Channel& channel) {
         channel.audio_pids.insert(static_cast<std::uint16_t>(value));
 }
 
-/// `p:Provider,c:...,C:...,f:...` in any order. A comma in the provider leaves pieces without a letter.
-void read_details(std::string_view text, Channel& channel) {
+/// `p:Provider,c:...,C:...,f:...` in any order. A comma in the provider leaves pieces without a letter. A
+/// piece that cannot be read costs no more than itself; returns why for each. A CA system that cannot be read
+/// is one.
+std::vector<std::string> read_details(std::string_view text, Channel& channel) {
+    std::vector<std::string> complaints;
     for (const std::string_view piece : split(text, ",")) {
-        if (starts_with(piece, "c:"))
-            read_cached(piece.substr(2), channel);
-        else if (starts_with(piece, "C:"))
-            channel.scrambled = read_id("C", piece.substr(2), 16) != 0 || channel.scrambled;
+        try {
+            if (starts_with(piece, "c:")) {
+                read_cached(piece.substr(2), channel);
+            } else if (starts_with(piece, "C:")) {
+                const bool was_scrambled = std::exchange(channel.scrambled, true);
+                channel.scrambled = read_id("C", piece.substr(2), 16) != 0 || was_scrambled;
+            }
+        } catch (const BadLine& bad) {
+            complaints.emplace_back(bad.what());
+        }
     }
+    return complaints;
 }
 
 /// The line that ends a section.
@@ -186,7 +196,7 @@ private:
     Section section_ = Section::none;
     /// The transponder in hand, in version 4.
     std::optional<StreamKey> key_;
-    std::map<StreamKey, Transponder> transponders_;
+    std::map<StreamKey, LamedbTransponder> transponders_;
     std::uint32_t place_ = 0;
     ChannelList list_;
 };
@@ -212,11 +222,9 @@ void Lamedb::add(std::size_t line, const Fields& head, std::string_view name, st
     channel.nid = key.onid;
     const std::uint16_t type = read_id("service type", head[4]);
     channel.name = trimmed(name);
-    if (channel.name.empty())
-        reject("name", name, "a name");
-    read_details(details, channel);
+    const std::vector<std::string> complaints = read_details(details, channel);
     channel.kind = kind_of(type);
-    if (!channel.kind && channel.video_pid == 0 && channel.audio_pids.empty())
+    if (!channel.kind && channel.video_pid == 0 && channel.audio_pids.empty() && complaints.empty())
         throw BadLine(fmt::format("service type {} is neither television nor radio, and no PID of picture or "
                                   "sound is known",
                                   type));
@@ -224,11 +232,14 @@ void Lamedb::add(std::size_t line, const Fields& head, std::string_view name, st
     if (transponder != transponders_.end()) {
         channel.frequency = transponder->second.frequency;
         channel.polarization = transponder->second.polarization;
+        channel.transponder = transponder->second.parameters;
     } else if (key.onid == 0 && key.tsid == 0) {
         throw BadLine(fmt::format("found no transponder {:08x}:0000:0000, expected it: the stream has no ids",
                                   key.name_space));
     }
-    channel.source = fmt::format("{:08x}", key.name_space);
+    channel.source = source_of(key.name_space);
+    for (const std::string& complaint : complaints)
+        list_.remarks.push_back({line, complaint});
     list_.channels.push_back(std::move(channel));
 }
 
@@ -262,7 +273,7 @@ void Lamedb::read_transponder_line() {
     if (key_) {
         const StreamKey key = *key_;
         key_.reset();
-        transponders_[key] = read_parameters(content.front(), content.substr(1));
+        transponders_[key] = read_lamedb_transponder(content.front(), content.substr(1));
         return;
     }
     const Fields fields = split(content, ":");
@@ -324,7 +335,8 @@ void Lamedb::read_version_5() {
         const Fields fields = split(halves[0], ":");
         if (fields.size() != 3 || halves.size() < 2 || halves[1].size() < 2 || halves[1][1] != ':')
             reject("transponder", content, "t:namespace:TSID:ONID,s:frequency:...");
-        transponders_[read_stream(fields, 0)] = read_parameters(halves[1].front(), halves[1].substr(2));
+        transponders_[read_stream(fields, 0)] =
+            read_lamedb_transponder(halves[1].front(), halves[1].substr(2));
     });
 }
 

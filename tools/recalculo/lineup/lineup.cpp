@@ -3,6 +3,7 @@
 #include "lineup/lineup.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -79,6 +80,19 @@ Lineup read_lineup(const std::string& file, std::string_view text, std::optional
     } catch (const BadLine& bad) {
         throw Failure(fmt::format("{}: {}", file, bad.what()));
     }
+}
+
+void append(ChannelList& lists, ChannelList list, std::size_t number) {
+    const auto append_to = [number](auto& all, auto& more) {
+        for (auto& one : more) {
+            one.list = number;
+            all.push_back(std::move(one));
+        }
+    };
+    append_to(lists.channels, list.channels);
+    append_to(lists.unreadable, list.unreadable);
+    append_to(lists.remarks, list.remarks);
+    lists.numbered_by_place += list.numbered_by_place;
 }
 
 } // namespace zarven::tool

@@ -34,6 +34,9 @@ struct Lineup {
 /// Throws `Failure` where it shows none.
 Lineup read_lineup(const std::string& file, std::string_view text, std::optional<LineupFormat> format);
 
+/// Puts a list behind others; `number` is its own, from 0.
+void append(ChannelList& lists, ChannelList list, std::size_t number);
+
 } // namespace zarven::tool
 
 #endif

@@ -74,6 +74,11 @@ std::uint16_t read_id(std::string_view field, std::string_view text, int base) {
     return static_cast<std::uint16_t>(number);
 }
 
+std::uint32_t number_or_0(std::string_view text) {
+    std::uint32_t number = 0;
+    return is_number(text, std::numeric_limits<std::uint32_t>::max(), number) ? number : 0;
+}
+
 std::uint32_t read_frequency(std::string_view field, std::string_view text) {
     std::uint32_t frequency = 0;
     if (!is_number(text, std::numeric_limits<std::uint32_t>::max(), frequency) || frequency == 0)

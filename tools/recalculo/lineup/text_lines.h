@@ -45,6 +45,9 @@ bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number,
 /// A 16-bit id; `field` is for the complaint.
 std::uint16_t read_id(std::string_view field, std::string_view text, int base = 10);
 
+/// The same where a fault may pass: 0 then.
+std::uint32_t number_or_0(std::string_view text);
+
 /// A frequency, which tells streams apart and is in any unit.
 std::uint32_t read_frequency(std::string_view field, std::string_view text);
 

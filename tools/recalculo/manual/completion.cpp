@@ -78,10 +78,6 @@ bool takes_files(const Option& option) {
     return is_argument(option) || option.value == "FILE";
 }
 
-bool is_repeated(const Option& option) {
-    return std::holds_alternative<std::vector<std::string>*>(option.target);
-}
-
 /// In single quotes, as zsh and fish read them.
 std::string quoted(const std::string& text, std::string_view quote) {
     return "'" + replaced(text, "'", quote) + "'";
@@ -92,7 +88,7 @@ std::string zsh_option(const Option& option, const std::string& name) {
     std::string description = option.description;
     for (const char* special : {"\\", "[", "]", ":"})
         description = replaced(std::move(description), special, std::string("\\") + special);
-    std::string text = fmt::format("{}{}[{}]", is_repeated(option) ? "*" : "", name, description);
+    std::string text = fmt::format("{}{}[{}]", takes_several(option) ? "*" : "", name, description);
     if (!option.words.empty())
         text += fmt::format(":{}:({})", "value", fmt::join(option.words, " "));
     else if (!option.value.empty())

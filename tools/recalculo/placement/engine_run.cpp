@@ -157,6 +157,11 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     loader.load_all(headend.clones);
     loader.load_all(headend.pids);
     loader.load_all(headend.home_channels);
+    for (const Module& module : headend.modules)
+        if (!module.label.empty())
+            run.labels.emplace(module.mac, module.label);
+    for (const Reception& reception : headend.streams)
+        run.receptions.emplace(Stream{reception.onid, reception.tsid}, reception);
     return run;
 }
 

@@ -3,11 +3,13 @@
 #ifndef RECALCULO_ENGINE_RUN_H
 #define RECALCULO_ENGINE_RUN_H
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "headend/headend.h"
+#include "headend/stream.h"
 #include "tRecalculo.h"
 
 namespace zarven::tool {
@@ -17,6 +19,10 @@ struct EngineRun {
     tRecalculo engine;
     /// All clones, in the order of loading; the engine's own list forgets those that it attaches.
     std::vector<std::shared_ptr<tRec_Servicio>> clones;
+    /// What the engine does not need to know: of the modules that have a label this, by MAC, and where
+    /// streams are received.
+    std::map<std::string, std::string> labels;
+    std::map<Stream, Reception> receptions;
 };
 
 /// What a return code of the loading operations means, in words.

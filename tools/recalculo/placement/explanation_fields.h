@@ -87,6 +87,7 @@ template <> struct Fields<ModuleRefusal> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& refusal) {
         const Room& room = refusal.room;
         visit_mac(visit, refusal);
+        visit.unless_empty("label", refusal.label, meaning_of_label);
         visit.required("carried_on", refusal.carried_on, "Its outputs that carry the service");
         visit.required("limit", refusal.limit, "The first limit that is in the way");
         visit.required("inputs", count(refusal.inputs), "Number of inputs");

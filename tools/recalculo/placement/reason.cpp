@@ -103,13 +103,13 @@ std::string Sentence::text() const {
 std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
     if (refusal.inputs_receiving.empty())
         return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
-                           refusal.mac);
+                           refusal.name());
     if (reglas::necesitaTranscoding(service_.Transcoding) && some_input_is_free_)
         return fmt::format("It needs transcoding: the engine fills inputs without such services, and tops up "
                            "modules with them when no input is free; module {} receives {} and has room.",
-                           refusal.mac, stream_text(service_));
+                           refusal.name(), stream_text(service_));
     return fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
-                       refusal.mac, stream_text(service_));
+                       refusal.name(), stream_text(service_));
 }
 
 std::string Sentence::not_chosen() const {
@@ -152,11 +152,11 @@ std::string Sentence::nearest() const {
                                      : receiving_ == 0         ? "have a free input for"
                                                                : "receive or have a free input for";
         return fmt::format("{} {} {}, none with room; nearest is {}: {}.", counted(with_input_, "module"),
-                           how, stream, nearest->mac, what);
+                           how, stream, nearest->name(), what);
     }
     if (receiving_ != 0)
-        return fmt::format("Module {} alone receives {}, and {}.", nearest->mac, stream, what);
-    return fmt::format("Module {} alone has a free input for {}, and {}.", nearest->mac, stream, what);
+        return fmt::format("Module {} alone receives {}, and {}.", nearest->name(), stream, what);
+    return fmt::format("Module {} alone has a free input for {}, and {}.", nearest->name(), stream, what);
 }
 
 /// Looks for the parent of a clone the way the engine does when it attaches clones: by `OSID`, on the inputs
@@ -202,7 +202,7 @@ std::string places_of(const std::vector<ModuleRefusal>& refusals) {
     std::string places;
     for (const ModuleRefusal& refusal : refusals)
         if (!refusal.carried_on.empty())
-            places += fmt::format("{}module {}, output{} {}", places.empty() ? "" : " and ", refusal.mac,
+            places += fmt::format("{}module {}, output{} {}", places.empty() ? "" : " and ", refusal.name(),
                                   refusal.carried_on.size() == 1 ? "" : "s",
                                   fmt::join(refusal.carried_on, " and "));
     return places;

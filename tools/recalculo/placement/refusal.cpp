@@ -80,6 +80,9 @@ FinalState::FinalState(const EngineRun& run) {
             for (const auto& [key, service] : output.MapaServicios)
                 carried_on_[service.get()].emplace_back(modules_.size(), number);
         modules_.push_back(state_of(module));
+        const auto label = run.labels.find(mac);
+        if (label != run.labels.end())
+            modules_.back().label = label->second;
         capacities_.push_back(capacity_of(module));
     }
     note_chosen_streams(run.engine.Mapa_ONIDs_Final);
@@ -162,6 +165,7 @@ Room FinalState::room_for(const ModuleState& module, const tRec_Servicio& servic
 ModuleRefusal FinalState::refusal_of(const ModuleState& module, const tRec_Servicio& service) const {
     ModuleRefusal refusal;
     refusal.mac = module.mac;
+    refusal.label = module.label;
     refusal.room = room_for(module, service);
     refusal.inputs = module.inputs.size();
     const Stream stream = stream_of(service);

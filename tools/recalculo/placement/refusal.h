@@ -80,6 +80,8 @@ struct Room {
 
 struct ModuleRefusal {
     std::string_view mac;
+    /// Empty where it has none.
+    std::string label;
     Limit limit = Limit::none;
     Room room;
     std::size_t inputs = 0;
@@ -93,6 +95,8 @@ struct ModuleRefusal {
 
     /// The engine would place the service here, whatever the inputs receive.
     bool engine_has_room() const { return room.limit == Limit::none; }
+    /// The MAC, and the label in brackets.
+    std::string name() const { return module_name(std::string(mac), label); }
     bool has_input() const { return !inputs_receiving.empty() || !inputs_free.empty(); }
 };
 
@@ -134,6 +138,7 @@ private:
         std::uint16_t hd_transcoders;
         std::uint16_t sd_transcoders_max;
         std::uint16_t hd_transcoders_max;
+        std::string label = {};
     };
 
     static ModuleState state_of(const tRec_Modulo& module);

@@ -105,6 +105,9 @@ OutputResult Gathering::gather(const tRec_Salida& output, const OutputsOf& outpu
 ModuleResult Gathering::gather(const tRec_Modulo& module) {
     ModuleResult result;
     result.mac = module.MAC;
+    const auto label = run_.labels.find(module.MAC);
+    if (label != run_.labels.end())
+        result.label = label->second;
     result.model = module.Modelo;
     result.is_controller = module.Controlador;
     result.pids_max = module.PIDsModuloMax;
@@ -187,6 +190,19 @@ void Gathering::count() {
 
 } // namespace
 
+std::string reception_of(Stream stream, const Result& result) {
+    const auto found =
+        std::find_if(result.streams.begin(), result.streams.end(), [stream](const Reception& reception) {
+            return stream == Stream{reception.onid, reception.tsid};
+        });
+    return found == result.streams.end() ? "" : to_string(*found);
+}
+
+std::string described(Stream stream, const Result& result) {
+    const std::string reception = reception_of(stream, result);
+    return reception.empty() ? to_string(stream) : fmt::format("{} ({})", to_string(stream), reception);
+}
+
 InputCounts inputs_of(const ModuleResult& module) {
     const auto tuned = std::count_if(module.inputs.begin(), module.inputs.end(),
                                      [](const InputResult& input) { return input.is_tuned; });
@@ -222,6 +238,8 @@ ServiceKey key_of(const ServiceResult& service) {
 Result result_of(const EngineRun& run, const std::string& headend_name, Reasons reasons) {
     Result result = Gathering(run, reasons).result();
     result.name = headend_name;
+    for (const auto& [stream, reception] : run.receptions)
+        result.streams.push_back(reception);
     return result;
 }
 

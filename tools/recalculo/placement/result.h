@@ -57,6 +57,8 @@ struct Usage {
 
 struct ModuleResult {
     std::string mac;
+    /// Empty for none.
+    std::string label;
     std::uint16_t model = 0;
     bool is_controller = false;
     std::uint32_t pids = 0;
@@ -103,6 +105,8 @@ struct Result {
     std::vector<ServiceResult> clones_waiting;
     std::vector<ServiceResult> neither;
     Counts counts;
+    /// Each stream once.
+    std::vector<Reception> streams;
     /// What the audit found.
     std::vector<std::string> warnings;
 };
@@ -112,6 +116,12 @@ struct InputCounts {
     std::size_t tuned = 0;
     std::size_t all = 0;
 };
+
+/// Where a stream is received; empty where that is not known.
+std::string reception_of(Stream stream, const Result& result);
+
+/// ONID/TSID, and in brackets where it is received, if that is known.
+std::string described(Stream stream, const Result& result);
 
 InputCounts inputs_of(const ModuleResult& module);
 InputCounts inputs_of(const Result& result);

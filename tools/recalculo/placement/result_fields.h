@@ -3,11 +3,13 @@
 #ifndef RECALCULO_RESULT_FIELDS_H
 #define RECALCULO_RESULT_FIELDS_H
 
+#include "headend/reception_fields.h"
 #include "placement/result.h"
 #include "records/fields.h"
 
 namespace zarven::tool {
 
+inline constexpr const char* meaning_of_label = "Where it stands or what it is called, if the head-end tells";
 inline constexpr const char* meaning_of_warnings = "What does not add up, one sentence each; empty as a rule";
 
 template <class Visitor, class Record> void visit_mac(Visitor& visit, Record& record) {
@@ -168,6 +170,7 @@ template <> struct Fields<ModuleResult> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& module) {
         visit_mac(visit, module);
+        visit.unless_empty("label", module.label, meaning_of_label);
         visit.required("model", module.model, "Model number");
         visit.required("controller", module.is_controller, "The module is the head-end controller");
         visit.required("pids", module.pids, "PIDs that the services on the outputs need");
@@ -241,6 +244,7 @@ template <class Visitor, class Record> void visit_placement(Visitor& visit, Reco
         "neither", result.neither,
         "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
         Since::a_later_version);
+    visit.unless_empty("streams", result.streams, "Where streams are received, if the head-end tells");
     visit.required("warnings", result.warnings, meaning_of_warnings);
     visit.required("summary", result.counts, "The numbers of services");
 }

@@ -8,8 +8,8 @@
 #include <set>
 #include <vector>
 
+#include "headend/stream.h"
 #include "placement/engine_run.h"
-#include "placement/stream.h"
 
 namespace zarven::tool {
 

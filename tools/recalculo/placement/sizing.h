@@ -65,6 +65,8 @@ struct Raise {
     std::size_t placed = 0;
     std::size_t findings = 0;
     std::string setting;
+    /// Of the module; empty where it has none.
+    std::string label = {};
 };
 
 struct Sizing {

@@ -92,6 +92,7 @@ template <> struct Fields<Raise> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& raise) {
         visit.required("limit", raise.kind, "Kind of limit");
         visit_mac(visit, raise);
+        visit.unless_empty("label", raise.label, meaning_of_label);
         visit.where(if_one_of("limit", raise.kind, LimitKind::bitrate, LimitKind::one_more_output), "output",
                     count(raise.output), "Number of the output, from 1, where it is about one");
         visit.required("from", raise.from, "What it is; 0 for one more output");

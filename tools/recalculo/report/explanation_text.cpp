@@ -129,7 +129,7 @@ std::optional<std::string> wide_table(const Explanation& explanation, const Text
     for (const ModuleRefusal& refusal : explanation.modules) {
         const Room& room = refusal.room;
         rows.push_back(
-            {shown(refusal.mac, style), answer_text(refusal, explanation.service, ""), inputs(refusal)});
+            {shown(refusal.name(), style), answer_text(refusal, explanation.service, ""), inputs(refusal)});
         if (!refusal.carried_on.empty())
             continue;
         const std::string dash(symbols_of(style).dash);
@@ -177,7 +177,7 @@ std::string narrow_table(const Explanation& explanation, const TextStyle& style)
             answer_text(refusal, explanation.service, refusal_figures(refusal, explanation.service));
         if (refusal.has_input())
             text += (is_one_input(refusal) ? "; input " : "; inputs ") + inputs(refusal);
-        rows.push_back({shown(refusal.mac, style), std::move(text)});
+        rows.push_back({shown(refusal.name(), style), std::move(text)});
     }
     return table_text({headed("Module"), answer_column}, rows, table_indent, style);
 }

@@ -2,6 +2,7 @@
 
 #include "report/result_channels.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
@@ -30,8 +31,8 @@ void add_sounds(std::uint32_t first, std::uint32_t count, Channel& channel) {
 
 void set_pids(const ServiceResult& service, Channel& channel) {
     const std::uint32_t pids = service.is_scrambled ? service.ca_pids : service.is_radio ? 1u : 2u;
-    if (service.is_radio)
-        return add_sounds(first_pid, pids, channel);
+    if (service.is_radio) // without sound it would be of unknown kind
+        return add_sounds(first_pid, std::max(pids, 1u), channel);
     channel.video_pid = first_pid;
     channel.video_mode = service.is_hd ? video_h264 : video_mpeg2;
     add_sounds(first_pid + 1, pids == 0 ? 0 : pids - 1, channel);

@@ -240,7 +240,7 @@ void Report::paragraph(int indent, const std::string& text, Paint paint) {
 }
 
 void Report::write(const ModuleResult& module) {
-    std::vector<std::string> heading{"Module " + shown(module.mac, style_),
+    std::vector<std::string> heading{"Module " + shown(module_name(module.mac, module.label), style_),
                                      fmt::format("model {}", module.model)};
     if (module.is_controller)
         heading.emplace_back("controller");
@@ -264,9 +264,10 @@ void Report::write(const InputResult& input) {
         paragraph(2, joined({number, "free"}));
         return;
     }
-    paragraph(
-        2, joined({number, "stream " + to_string(input.stream), counted(input.services.size(), "service")}),
-        Paint::bold);
+    paragraph(2,
+              joined({number, "stream " + shown(described(input.stream, result_), style_),
+                      counted(input.services.size(), "service")}),
+              Paint::bold);
     for (const ServiceResult& service : input.services)
         write(service, place_of(service), &input.stream);
 }
@@ -276,7 +277,9 @@ void Report::write(const ServiceResult& service, const Cell& place, const Stream
 }
 
 void Report::write(const StreamResult& stream) {
-    paragraph(2, joined({"Stream " + to_string(stream.stream), counted(stream.services.size(), "service")}),
+    paragraph(2,
+              joined({"Stream " + shown(described(stream.stream, result_), style_),
+                      counted(stream.services.size(), "service")}),
               Paint::bold);
     const std::string common = common_reason(stream.services);
     if (!common.empty())

@@ -156,7 +156,8 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
     std::vector<Row> rows;
     for (const Raise& raise : sizing.raises)
         rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed),
-                        change_of(raise) + audit_in_figures(raise.findings), shown(raise.mac, style),
+                        change_of(raise) + audit_in_figures(raise.findings),
+                        shown(module_name(raise.mac, raise.label), style),
                         fmt::format("--set '{}'", raise.setting)});
     return table_text({figure_column("", 9), change, mac, setting}, rows, body_indent, style);
 }

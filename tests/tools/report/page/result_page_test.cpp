@@ -270,5 +270,17 @@ TEST(Page, NeedsNothingFromOutside) {
     expect_nothing_from_outside(page);
 }
 
+TEST(Page, LabelsOfModulesAndPlacesOfStreams) {
+    const std::string text = result_page(with_labels(result_with_everything()));
+    EXPECT_NE(
+        text.find(
+            "<span class=\"mac\">M1</span> <span class=\"note\">(<bdi>Rack 1, slot 3</bdi>)</span></h3>"),
+        std::string::npos);
+    EXPECT_NE(text.find("<span class=\"mac\">M2</span></h3>"), std::string::npos);
+    EXPECT_NE(text.find("<span>stream 1/1001</span> <span class=\"note\">19.2E 12187.5 MHz H</span>"),
+              std::string::npos);
+    EXPECT_NE(text.find("<span>stream 1/1002</span> <span class=\"note\">514 MHz</span>"), std::string::npos);
+}
+
 } // namespace
 } // namespace zarven::tool

@@ -20,6 +20,9 @@ _recalculo() {
     'import --radio-bitrate') return ;;
     'import --sd-bitrate') return ;;
     'import --hd-bitrate') return ;;
+    'import --uhd-bitrate') return ;;
+    'import --only') return ;;
+    'import --exclude') return ;;
     'export --format') words='channels.conf csv' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
@@ -31,7 +34,7 @@ _recalculo() {
         compare) words='-h --help --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;
-        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --version' ;;
+        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
         esac
     fi

@@ -92,6 +92,12 @@ _recalculo() {
             '--radio-bitrate[Bitrate to assume for a radio service, in kbit/s]:KBITS: ' \
             '--sd-bitrate[Bitrate to assume for an SD service, in kbit/s]:KBITS: ' \
             '--hd-bitrate[Bitrate to assume for an HD service, in kbit/s]:KBITS: ' \
+            '--uhd-bitrate[Bitrate to assume for a UHD service, in kbit/s]:KBITS: ' \
+            '--keep-duplicates[Import a service as often as the list has it; by default once]' \
+            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
+            '*--exclude[No services that are one of these]:TERMS: ' \
+            '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
+            '--verbose[Tell every message; by default three of each kind]' \
             '--version[Display program version information and exit]'
         ;;
     export)

@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 
 #include "Reglas.h"
-#include "placement/stream.h"
+#include "headend/stream.h"
 
 namespace zarven::tool {
 
@@ -109,6 +109,7 @@ Raise Raising::smallest(const RaisableLimit& candidate, RaiseOutcome generous) {
     Raise found;
     found.kind = candidate.kind;
     found.mac = module.mac;
+    found.label = module.label;
     found.output = candidate.output;
     found.from = candidate.from;
     found.to = candidate.generous;

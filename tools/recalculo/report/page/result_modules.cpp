@@ -62,13 +62,16 @@ data meters_of(const ModuleResult& module) {
     return meters;
 }
 
-data input_group(const InputResult& input, const StreamMarks& marks) {
+data input_group(const InputResult& input, const Result& result, const StreamMarks& marks) {
     data group;
     group["title"] = fmt::format("Input {}", input.number);
     group["marked"] = input.is_tuned;
     group["stream"] = input.is_tuned ? data(to_string(input.stream)) : data(false);
-    if (input.is_tuned)
+    group["reception"] = data(false);
+    if (input.is_tuned) {
         set_mark(group, marks.of(input.stream));
+        set_reception(group, input.stream, result);
+    }
     group["note"] = input.is_tuned ? fmt::format("{}, {} kbit/s", services_counted(input.services.size()),
                                                  grouped(bitrate_of(input.services)))
                                    : std::string("free");
@@ -76,15 +79,16 @@ data input_group(const InputResult& input, const StreamMarks& marks) {
     return group;
 }
 
-data groups_of(const ModuleResult& module, const StreamMarks& marks) {
+data groups_of(const ModuleResult& module, const Result& result, const StreamMarks& marks) {
     list groups;
     for (const InputResult& input : module.inputs)
-        groups.push_back(input_group(input, marks));
+        groups.push_back(input_group(input, result, marks));
     if (!module.without_input.empty()) {
         data group;
         group["title"] = "On no input";
         group["marked"] = false;
         group["stream"] = false;
+        group["reception"] = false;
         group["note"] = services_counted(module.without_input.size());
         group["services"] = service_rows(module.without_input, nullptr);
         groups.push_back(group);
@@ -149,14 +153,16 @@ data output_entry(const OutputResult& output, const StreamMarks& marks) {
     return entry;
 }
 
-data module_entry(const ModuleResult& module, const std::string& anchor, const StreamMarks& marks) {
+data module_entry(const Result& result, std::size_t index, const StreamMarks& marks) {
+    const ModuleResult& module = result.modules[index];
     const Load load = load_of(module);
     list outputs;
     for (const OutputResult& output : module.outputs)
         outputs.push_back(output_entry(output, marks));
     data entry;
-    entry["anchor"] = anchor;
+    entry["anchor"] = module_anchor(index);
     entry["mac"] = printable(module.mac);
+    entry["module_label"] = text_or_nothing(printable(module.label));
     entry["model"] = std::to_string(module.model);
     entry["controller"] = module.is_controller;
     entry["inputs_used"] = grouped(inputs_of(module).tuned);
@@ -167,7 +173,7 @@ data module_entry(const ModuleResult& module, const std::string& anchor, const S
     entry["load"] = percentage(load.used, load.max);
     entry["meters"] = meters_of(module);
     entry["has_groups"] = !module.inputs.empty() || !module.without_input.empty();
-    entry["groups"] = groups_of(module, marks);
+    entry["groups"] = groups_of(module, result, marks);
     entry["output_list"] = outputs;
     return entry;
 }
@@ -177,7 +183,7 @@ data module_entry(const ModuleResult& module, const std::string& anchor, const S
 kainjow::mustache::list module_entries(const Result& result, const StreamMarks& marks) {
     list entries;
     for (std::size_t index = 0; index < result.modules.size(); ++index)
-        entries.push_back(module_entry(result.modules[index], module_anchor(index), marks));
+        entries.push_back(module_entry(result, index, marks));
     return entries;
 }
 

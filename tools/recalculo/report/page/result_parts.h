@@ -24,6 +24,9 @@ kainjow::mustache::data service_rows(const std::vector<ServiceResult>& services,
 /// Tells letters, colour and pattern of a stream.
 void set_mark(kainjow::mustache::data& object, const StreamMark& mark);
 
+/// Tells where a stream is received.
+void set_reception(kainjow::mustache::data& object, Stream stream, const Result& result);
+
 /// What leads to a module, by its place in the result.
 std::string module_anchor(std::size_t index);
 

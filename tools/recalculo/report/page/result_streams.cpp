@@ -39,6 +39,7 @@ FactsByStream stream_facts(const Result& result) {
             data receiver;
             receiver["anchor"] = module_anchor(index);
             receiver["mac"] = printable(module.mac);
+            receiver["module_label"] = text_or_nothing(printable(module.label));
             receiver["number"] = std::to_string(input.number);
             facts[input.stream].receivers.push_back(receiver);
         }
@@ -59,6 +60,7 @@ kainjow::mustache::list stream_entries(const Result& result, const StreamMarks& 
         data entry;
         set_mark(entry, mark);
         entry["stream"] = to_string(mark.stream);
+        set_reception(entry, mark.stream, result);
         entry["placed"] = grouped(known.placed);
         entry["left_out"] = grouped(known.left_out);
         entry["any_left_out"] = known.left_out != 0;

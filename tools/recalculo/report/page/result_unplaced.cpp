@@ -25,13 +25,14 @@ bool any_reason(const std::vector<StreamResult>& streams) {
 
 data list_section(const std::string& anchor, const std::string& title, std::size_t number,
                   const std::string& explanation, const std::vector<StreamResult>& streams,
-                  const StreamMarks& marks) {
+                  const Result& result, const StreamMarks& marks) {
     const bool has_reasons = any_reason(streams);
     list groups;
     for (const StreamResult& stream : streams) {
         data group;
         group["stream"] = to_string(stream.stream);
         set_mark(group, marks.of(stream.stream));
+        set_reception(group, stream.stream, result);
         group["note"] = services_counted(stream.services.size());
         group["services"] = service_rows(stream.services, &stream.stream);
         groups.push_back(group);
@@ -67,15 +68,16 @@ kainjow::mustache::list unplaced_sections(const Result& result, const StreamMark
     list sections;
     if (!result.left_out.empty())
         sections.push_back(list_section("left-out", "Left out", result.counts.left_out,
-                                        "Services that the engine has left out.", result.left_out, marks));
+                                        "Services that the engine has left out.", result.left_out, result,
+                                        marks));
     if (!result.clones_waiting.empty())
         sections.push_back(list_section("waiting", "Clones waiting", result.clones_waiting.size(),
                                         "Clones that found no place beside a parent.",
-                                        by_stream(result.clones_waiting), marks));
+                                        by_stream(result.clones_waiting), result, marks));
     if (!result.neither.empty())
         sections.push_back(list_section("neither", "Neither placed nor left out", result.neither.size(),
                                         "Services that the engine's exchanges have lost.",
-                                        by_stream(result.neither), marks));
+                                        by_stream(result.neither), result, marks));
     return sections;
 }
 

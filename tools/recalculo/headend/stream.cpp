@@ -1,4 +1,4 @@
-#include "placement/stream.h"
+#include "headend/stream.h"
 
 #include <tuple>
 

@@ -1,0 +1,24 @@
+#include "headend/headend.h"
+
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace zarven::tool {
+
+std::string module_name(const std::string& mac, const std::string& label) {
+    return label.empty() ? mac : fmt::format("{} ({})", mac, label);
+}
+
+std::string to_string(const Reception& reception) {
+    std::vector<std::string> parts;
+    if (!reception.satellite.empty())
+        parts.push_back(reception.satellite);
+    if (reception.frequency != 0) // the kHz without zeros at their end
+        parts.push_back(fmt::format("{:.10g} MHz", reception.frequency / 1000.0));
+    if (!reception.polarization.empty())
+        parts.push_back(reception.polarization);
+    return fmt::format("{}", fmt::join(parts, " "));
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,50 @@
+// What the services of each stream are estimated at, against what its transponder carries. Estimates are
+// peaks by kind of service; together they may be more than the transponder has, and then they are shared out.
+
+#ifndef RECALCULO_STREAM_LOADS_H
+#define RECALCULO_STREAM_LOADS_H
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "headend/headend.h"
+#include "headend/stream.h"
+#include "lineup/transponder.h"
+
+namespace zarven::tool {
+
+/// A stream whose services were estimated at more than it carries, in kbit/s.
+struct SharedOut {
+    Stream stream;
+    std::uint64_t estimated = 0;
+    std::uint32_t carried = 0;
+};
+
+class StreamLoads {
+public:
+    /// A service of the stream, by its place among all, and what its channel tells of the transponder. The
+    /// first that tells a net rate counts.
+    void add(Stream stream, std::size_t service, const Transponder& transponder);
+
+    /// Lowers bitrates, so that those of a stream add up to no more than its transponder carries: in
+    /// proportion, and those of radios only where they alone are too many. Returns the streams in which it
+    /// had to, ascending.
+    std::vector<SharedOut> share_out(std::vector<Service>& services) const;
+
+    /// Streams whose net rate is not known.
+    std::size_t unchecked() const;
+
+private:
+    struct Load {
+        std::vector<std::size_t> services;
+        std::optional<std::uint32_t> carried;
+    };
+
+    std::map<Stream, Load> loads_;
+};
+
+} // namespace zarven::tool
+
+#endif
