@@ -17,6 +17,7 @@ for harness in "$@"; do
     cmake --build --preset fuzz --target "fuzz_$harness" -- --quiet
 done
 
+# A large head-end takes a minute of a processor under the sanitizers, and the machine may have other work.
 export ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
 failed=0
 running=()
@@ -27,7 +28,7 @@ for harness in "$@"; do
         build/fuzz/tests/fuzz/"fuzz_$harness" -merge=1 -max_len=600 "$corpus" "$learnt" 2>&1 | tail -n 1
         continue
     fi
-    build/fuzz/tests/fuzz/"fuzz_$harness" -max_total_time=$((minutes * 60)) -timeout=60 -rss_limit_mb=4096 \
+    build/fuzz/tests/fuzz/"fuzz_$harness" -max_total_time=$((minutes * 60)) -timeout=600 -rss_limit_mb=4096 \
         -max_len=2048 -artifact_prefix="build/fuzz/found/$harness-" -print_final_stats=1 \
         "$learnt" "$corpus" >"build/fuzz/$harness.log" 2>&1 &
     running+=("$!:$harness")
