@@ -58,3 +58,13 @@ TEST_F(VolcadosCallados, OfAModule) {
     esperarSilencio("Print_MapaEntradas", [&] { modulo.Print_MapaEntradas(); });
     esperarSilencio("Print_MapaSalidas", [&] { modulo.Print_MapaSalidas(); });
 }
+
+TEST_F(VolcadosCallados, TheMaskOfTheDebugLevelDecidesAndNoOther) {
+    const Mascara hastaInformacion(LOG_UPTO(LOG_INFO));
+    registro::vaciar();
+    modulo.Print_Modulo();
+    EXPECT_EQ(registro::total(), 0U);
+    const Mascara soloDepuracion(LOG_MASK(LOG_DEBUG));
+    modulo.Print_Modulo();
+    EXPECT_NE(registro::total(), 0U);
+}

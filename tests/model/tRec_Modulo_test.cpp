@@ -340,3 +340,14 @@ TEST(tRec_Modulo, CopiesKeepNamingTheModuleTheyWereConfiguredIn) {
     EXPECT_EQ(copia.mapEntradas.at(1).pModulo, &m);
     EXPECT_EQ(copia.mapSalidas.at(1).pModulo, &m);
 }
+
+TEST(tRec_Modulo, ChargesThePidsOfAServiceAndNotTheirCeiling) {
+    tRec_Modulo modulo = fabrica::modulo({});
+    const auto servicio = fabrica::servicio({7});
+    servicio->number_PIDs_CA = 3;
+    servicio->number_PIDs_CA_Max = 8;
+    modulo.addService(servicio, 1, 1);
+    EXPECT_EQ(modulo.PIDsModulo, 3);
+    modulo.deleteService(servicio, 1, 1);
+    EXPECT_EQ(modulo.PIDsModulo, 0);
+}
