@@ -116,7 +116,8 @@ TEST_F(CommandLine, ImportKeepsToWhatTheTransponderCarries) {
         "left aside\n"
         "standard input: read as channels.conf; estimated: bitrates by kind (shared out in 1 stream of which "
         "the transponder carries less)\n");
-    for (const json& service : json::parse(outcome.out).at("services"))
+    const json headend = json::parse(outcome.out);
+    for (const json& service : headend.at("services"))
         EXPECT_EQ(service.at("bitrate"), 38014 / 5);
 }
 
