@@ -80,13 +80,16 @@ TEST(ReadHeadend, AServiceWithItsDefaults) {
     EXPECT_EQ(service.type, 1);
     EXPECT_EQ(service.ca_pids_max, 0);
     EXPECT_EQ(service.descramble, 0);
+    EXPECT_EQ(service.value, 1);
+    EXPECT_FALSE(service.must);
+    EXPECT_TRUE(service.ask);
 }
 
 TEST(ReadHeadend, AServiceWithEveryMember) {
     const Service service = read_service(R"({"lcn": 1, "name": "a", "output_name": "b", "onid": 2, "tsid": 3,
         "sid": 4, "osid": 5, "type": 6, "video_format": 7, "bitrate": 4294967295, "video_bitrate": 9,
         "descramble": 10, "transcoding": 11, "forced_name": 12, "simulcast_lcn": 13, "sat_id": 14, "reserved1": 15,
-        "reserved2": 16, "reserved3": 17, "ca_pids": 18, "ca_pids_max": 19})");
+        "reserved2": 16, "reserved3": 17, "ca_pids": 18, "ca_pids_max": 19, "value": 1000, "must": true, "ask": false})");
     EXPECT_EQ(service.lcn, 1);
     EXPECT_EQ(service.name, "a");
     EXPECT_EQ(service.output_name, "b");
@@ -108,6 +111,19 @@ TEST(ReadHeadend, AServiceWithEveryMember) {
     EXPECT_EQ(service.reserved3, 17);
     EXPECT_EQ(service.ca_pids, 18);
     EXPECT_EQ(service.ca_pids_max, 19);
+    EXPECT_EQ(service.value, 1000);
+    EXPECT_TRUE(service.must);
+    EXPECT_FALSE(service.ask);
+}
+
+TEST(ReadHeadend, AValueHasALimit) {
+    EXPECT_EQ(read_service(plus(service_text, R"("value": 0)")).value, 0);
+    for (const char* value : {"1001", "-1", "65537", "0.5"})
+        EXPECT_EQ(service_complaint(plus(service_text, std::string(R"("value": )") + value)),
+                  std::string("headend.json: /services/0/value: found ") + value +
+                      ", expected a whole number from 0 to 1000");
+    EXPECT_EQ(service_complaint(plus(service_text, R"("ask": 0)")),
+              "headend.json: /services/0/ask: found 0, expected true or false");
 }
 
 TEST(ReadHeadend, DefaultsFollowOtherMembers) {

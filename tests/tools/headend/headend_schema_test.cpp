@@ -38,6 +38,9 @@ Headend headend_with_everything() {
     service.ca_pids = 9;
     service.ca_pids_max = 10;
     service.kind_unknown = true;
+    service.value = 1000;
+    service.must = true;
+    service.ask = false;
     Clone clone;
     static_cast<Programme&>(clone) = service;
     clone.parent_sid = 4;

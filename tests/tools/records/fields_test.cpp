@@ -28,6 +28,7 @@ struct Tree {
     std::uint16_t model = 3;
     std::uint32_t height = 0;
     std::int32_t depth = 0;
+    std::uint16_t beauty = 0;
     std::size_t rings = 0;
     bool is_old = false;
     std::uint16_t evergreen = 0;
@@ -63,6 +64,7 @@ template <> struct Fields<Tree> {
         visit.optional("model", fixed(tree.model, 3), 3, "Only 3");
         visit.optional("height", tree.height, 7, "Height in m");
         visit.optional("depth", tree.depth, 0, "Depth in m");
+        visit.optional("beauty", up_to(tree.beauty, 10), 0, "How nice it is");
         visit.required("rings", count(tree.rings), "One a year", Since::a_later_version);
         visit.optional("old", tree.is_old, false, "It is old");
         visit.flag("evergreen", tree.evergreen, "Like `model`");
@@ -120,6 +122,7 @@ Tree a_tree() {
     tree.model = 4;
     tree.height = 4294967295;
     tree.depth = -1;
+    tree.beauty = 10;
     tree.rings = 5;
     tree.is_old = true;
     tree.evergreen = 2;
@@ -133,7 +136,7 @@ Tree a_tree() {
 }
 
 constexpr const char* whole_tree =
-    R"({"name":"Oak","nickname":"O","model":4,"height":4294967295,"depth":-1,"rings":5,"old":true,)"
+    R"({"name":"Oak","nickname":"O","model":4,"height":4294967295,"depth":-1,"beauty":10,"rings":5,"old":true,)"
     R"("evergreen":2,"weight":9,"nest":"owl","eggs":6,"branches":[1,2],"leaves":[{"width":8}],"note":"n"})";
 
 template <UnknownKeys unknown = UnknownKeys::refused> Tree read(const std::string& text) {
@@ -223,6 +226,7 @@ TEST(RecordReader, AWrongValueIsToldWithItsPlace) {
          "/height: found 4294967296, expected a whole number from 0 to 4294967295"},
         {with("depth", "-2147483649"),
          "/depth: found -2147483649, expected a whole number from -2147483648 to 2147483647"},
+        {with("beauty", "11"), "/beauty: found 11, expected a whole number from 0 to 10"},
         {with("rings", "0.5"), "/rings: found 0.5, expected a whole number from 0 to 4294967295"},
         {with("old", "1"), "/old: found 1, expected true or false"},
         {with("nest", "null"), "/nest: found null, expected text"},
@@ -308,6 +312,8 @@ TEST(SchemaText, TellsEachKindOfField) {
          R"({"allOf": [{"$ref": "#/definitions/number32"}], "description": "Height in m", "default": 7})"},
         {"depth", R"({"type": "integer", "minimum": -2147483648, "maximum": 2147483647,
                       "description": "Depth in m", "default": 0})"},
+        {"beauty", R"({"type": "integer", "minimum": 0, "maximum": 10, "description": "How nice it is",
+                       "default": 0})"},
         {"rings", R"({"allOf": [{"$ref": "#/definitions/count"}], "description": "One a year"})"},
         {"old", R"({"type": "boolean", "description": "It is old", "default": false})"},
         {"evergreen",
@@ -390,6 +396,7 @@ TEST(KeyTable, TellsDefaultsAndRanges) {
 | `model` | 3 | only 3 |
 | `height` | 7 | height in m, 0 to 4294967295 |
 | `depth` | 0 | depth in m, -2147483648 to 2147483647 |
+| `beauty` | 0 | how nice it is, 0 to 10 |
 | `rings` | required | one a year |
 | `old` | false | it is old |
 | `evergreen` | 0 | like `model` |

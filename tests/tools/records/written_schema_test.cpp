@@ -45,6 +45,7 @@ ServiceResult a_service() {
 json whole_result() {
     Result result = with_labels(result_with_everything());
     result.left_out[0].services[0].is_radio = true;
+    result.counts.not_asked_for = 2;
     const Strategies strategies = strategies_with_everything();
     return json::parse(result_json(result, &strategies));
 }
@@ -83,6 +84,8 @@ json whole_comparison() {
     comparison.gained[0].absence_before = Absence::not_there;
     comparison.lost = {change};
     comparison.lost[0].absence_after = Absence::not_there;
+    comparison.before.counts.not_asked_for = 2;
+    comparison.after.counts.not_asked_for = 2;
     comparison.after.warnings = {"what the audit found"};
     return json::parse(comparison_json(comparison));
 }
@@ -90,6 +93,7 @@ json whole_comparison() {
 json whole_sizing() {
     Sizing sizing;
     sizing.name = "Casa";
+    sizing.now.not_asked_for = 2;
     sizing.warnings = {"what the audit found"};
     sizing.addition.kind = {"", 3, false, 2, {38000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
@@ -108,7 +112,9 @@ json whole_sizing() {
 json whole_bound() {
     Bound bound;
     bound.impossible = {a_service()};
-    return json::parse(bound_json(bound, result_with_everything()));
+    Result result = result_with_everything();
+    result.counts.not_asked_for = 2;
+    return json::parse(bound_json(bound, result));
 }
 
 struct Kind {
@@ -193,22 +199,22 @@ TEST_P(WrittenSchema, RefusesAValueOfAnotherType) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, WrittenSchema,
-                         testing::Values(Kind{"result.schema.json",
-                                              whole_result(),
-                                              {"/name", "/streams", "label", "frequency", "polarization",
-                                               "satellite", "radio", "reason"},
-                                              result_with_strategies_not_tried()},
-                                         Kind{"explanation.schema.json",
-                                              whole_explanation(),
-                                              {"/name", "label", "radio", "output"}},
-                                         Kind{"comparison.schema.json", whole_comparison(), {}},
-                                         Kind{"sizing.schema.json", whole_sizing(), {"/name", "label"}},
-                                         Kind{"bound.schema.json", whole_bound(), {"/name"}}),
-                         [](const auto& tested) {
-                             const std::string file = tested.param.schema;
-                             return file.substr(0, file.find('.'));
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    , WrittenSchema,
+    testing::Values(
+        Kind{"result.schema.json",
+             whole_result(),
+             {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio", "reason",
+              "not_asked_for"},
+             result_with_strategies_not_tried()},
+        Kind{"explanation.schema.json", whole_explanation(), {"/name", "label", "radio", "output"}},
+        Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
+        Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
+        Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
+    [](const auto& tested) {
+        const std::string file = tested.param.schema;
+        return file.substr(0, file.find('.'));
+    });
 
 // ---- What stands only where something else does -------------------------------------------------------
 

@@ -57,6 +57,12 @@ No module can take: 1 service
 )");
 }
 
+TEST(BoundText, WhatWasNotAskedFor) {
+    Result result = placed(8);
+    result.counts.not_asked_for = 3;
+    EXPECT_EQ(bound_text(a_bound(), result).find("12 services loaded, 3 not asked for: no arrangement"), 0u);
+}
+
 std::string verdict(std::size_t number) {
     const std::string text = bound_text(a_bound(), placed(number));
     const std::size_t begin = text.find("the engine placed");

@@ -32,6 +32,16 @@ Comparison a_comparison() {
     return comparison;
 }
 
+TEST(ComparisonText, WhatWasNotAskedFor) {
+    Comparison comparison = a_comparison();
+    comparison.after.counts.not_asked_for = 3;
+    EXPECT_NE(
+        comparison_text(comparison, {"old.json", "new.json"})
+            .find("After  new.json: 1 of 1 service placed, 1 neither placed nor left out, 3 not asked for; "
+                  "audit: 1 finding\n"),
+        std::string::npos);
+}
+
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
               R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 placed in neither

@@ -34,6 +34,16 @@ TEST(ResultText, AnEmptyResult) {
               "0 services loaded: 0 placed, 0 left out; 0 of 0 inputs in use on 0 modules\n");
 }
 
+TEST(ResultText, WhatWasNotAskedFor) {
+    Result result;
+    result.counts.loaded = 3;
+    result.counts.placed = 2;
+    result.counts.left_out = 1;
+    result.counts.not_asked_for = 12;
+    EXPECT_EQ(result_text(result), "3 services loaded, 12 not asked for: 2 placed, 1 left out; 0 of 0 inputs "
+                                   "in use on 0 modules\n");
+}
+
 TEST(ResultText, OnANarrowTerminalWithColours) {
     EXPECT_EQ(result_text(result_with_everything(), {true, true, 72}),
               read_text(RECALCULO_TOOL_TESTS "/report/result_narrow_in_colour.txt"));

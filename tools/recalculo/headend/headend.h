@@ -65,6 +65,9 @@ struct Programme {
     std::uint16_t reserved3 = 0;
 };
 
+/// The most that a service can be worth to its planner.
+inline constexpr std::uint16_t most_value = 1000;
+
 struct Service : Programme {
     /// Peak bitrate of the whole service, in kbit/s.
     std::uint32_t bitrate = 0;
@@ -72,6 +75,13 @@ struct Service : Programme {
     std::uint16_t ca_pids_max = 0;
     /// Where the service comes from it is not told whether it is television, and of which kind.
     bool kind_unknown = false;
+    /// What it is worth to the planner, up to `most_value`; 0: it is better left out. For the choice of what
+    /// to ask for, as `must`.
+    std::uint16_t value = 1;
+    /// Comes before all values.
+    bool must = false;
+    /// The engine is asked for it.
+    bool ask = true;
 };
 
 /// A second appearance of a service of the same stream and LCN. It stands where its parent stands.

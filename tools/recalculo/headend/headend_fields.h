@@ -131,6 +131,13 @@ template <> struct Fields<Service> {
             "kind_unknown", service.kind_unknown, false,
             "It is not known whether this is television or radio, SD or HD: `type`, `video_format` "
             "and `bitrate` are estimates. `import` writes it");
+        visit.optional(
+            "value", up_to(service.value, most_value), 1,
+            "What it is worth to `choose`, which asks for none of 0; one of 3 is worth three of 1");
+        visit.optional("must", service.must, false, "To `choose` it comes before all that have a value only");
+        visit.optional(
+            "ask", service.ask, true,
+            "false: the engine is not asked for it, nor for its clones and PIDs. `choose` writes it");
     }
 };
 

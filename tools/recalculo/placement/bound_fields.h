@@ -65,6 +65,7 @@ template <> struct Fields<ToldBound> {
         visit_name(visit, told.name);
         visit_loaded(visit, told.bound);
         visit_outcome(visit, told.counts);
+        visit_not_asked_for(visit, told.counts);
         visit.required("bound", count(told.bound.most), "No arrangement places more");
         visit.required("limits", limits_of(told.bound), "What each limit alone allows");
         visit.required("impossible", told_as<ServiceWithReason>(told.bound.impossible),

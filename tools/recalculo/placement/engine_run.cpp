@@ -2,11 +2,14 @@
 
 #include "placement/engine_run.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 #include "Reglas.h"
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "placement/asked_for.h"
 
 namespace zarven::tool {
 
@@ -32,6 +35,12 @@ public:
     template <class Record> void load_all(const std::vector<Record>& records) {
         for (std::size_t index = 0; index < records.size(); ++index)
             load(records[index], index);
+    }
+    template <class Record>
+    void load_all(const std::vector<Record>& records, const std::vector<bool>& asked) {
+        for (std::size_t index = 0; index < records.size(); ++index)
+            if (asked[index])
+                load(records[index], index);
     }
 
 private:
@@ -153,10 +162,13 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     EngineRun run;
     Loader loader(run, file);
     loader.load_all(headend.modules);
-    loader.load_all(headend.services);
-    loader.load_all(headend.clones);
-    loader.load_all(headend.pids);
+    const AskedFor asked = asked_for(headend);
+    loader.load_all(headend.services, asked.services);
+    loader.load_all(headend.clones, asked.clones);
+    loader.load_all(headend.pids, asked.pids);
     loader.load_all(headend.home_channels);
+    run.not_asked_for =
+        static_cast<std::size_t>(std::count(asked.services.begin(), asked.services.end(), false));
     for (const Module& module : headend.modules)
         if (!module.label.empty())
             run.labels.emplace(module.mac, module.label);

@@ -23,12 +23,14 @@ struct EngineRun {
     /// streams are received.
     std::map<std::string, std::string> labels;
     std::map<Stream, Reception> receptions;
+    /// Services of the head-end that the engine is not asked for.
+    std::size_t not_asked_for = 0;
 };
 
 /// What a return code of the loading operations means, in words.
 std::string meaning_of_refusal(int code);
 
-/// Loads all of a head-end. Throws `Failure` at the first refusal; `file` is for messages.
+/// Loads all of a head-end that it asks for. Throws `Failure` at the first refusal; `file` is for messages.
 EngineRun load_engine(const Headend& headend, const std::string& file);
 
 /// Runs the recalculation. Throws `Failure` with `ExitCode::engine_did_not_run` if the engine could not.

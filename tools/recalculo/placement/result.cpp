@@ -186,6 +186,7 @@ void Gathering::count() {
                       [](const ServiceResult& service) { return !service.is_clone; }));
     counts.clones_attached = number_of(on_outputs_, true);
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
+    counts.not_asked_for = run_.not_asked_for;
 }
 
 } // namespace

@@ -96,6 +96,8 @@ struct Counts {
     std::size_t neither = 0;
     std::size_t clones_attached = 0;
     std::size_t clones_waiting = 0;
+    /// Services of the head-end that were not asked for; no other number counts them.
+    std::size_t not_asked_for = 0;
 };
 
 struct Result {

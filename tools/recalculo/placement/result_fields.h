@@ -214,10 +214,17 @@ template <class Visitor, class Record> void visit_outcome(Visitor& visit, Record
                    Since::a_later_version);
 }
 
+template <class Visitor, class Record> void visit_not_asked_for(Visitor& visit, Record& counts) {
+    visit.where(Condition{counts.not_asked_for != 0}, "not_asked_for", count(counts.not_asked_for),
+                "Services of the head-end with `ask` false, if there are any; no other number counts them",
+                Since::a_later_version);
+}
+
 /// Those of all services.
 template <class Visitor, class Record> void visit_counts(Visitor& visit, Record& counts) {
     visit_loaded(visit, counts);
     visit_outcome(visit, counts);
+    visit_not_asked_for(visit, counts);
 }
 
 template <> struct Fields<Counts> {

@@ -104,6 +104,15 @@ template <class Value> struct Described<Fixed<Value>> {
     }
 };
 
+template <class Value> struct Described<UpTo<Value>> {
+    static ValueDescription of(const UpTo<Value>& up_to) {
+        ValueDescription description = Described<std::remove_const_t<Value>>::of(up_to.value);
+        description.least = 0;
+        description.most = up_to.most;
+        return description;
+    }
+};
+
 /// Collects what a record tells of its fields.
 class FieldLister {
 public:

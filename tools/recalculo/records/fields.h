@@ -96,6 +96,12 @@ template <class Value> struct Fixed {
     std::remove_const_t<Value> the_one;
 };
 
+/// A number of 0 and more that ends before its type does.
+template <class Value> struct UpTo {
+    Value& value;
+    std::remove_const_t<Value> most;
+};
+
 template <class Value> Counted<Value> count(Value& value) {
     return {value};
 }
@@ -116,11 +122,16 @@ template <class Value> Fixed<Value> fixed(Value& value, std::remove_const_t<Valu
     return {value, the_one};
 }
 
+template <class Value> UpTo<Value> up_to(Value& value, std::remove_const_t<Value> most) {
+    return {value, most};
+}
+
 template <class Value> struct Unwrapped { using Type = std::remove_const_t<Value>; };
 template <class Value> struct Unwrapped<Counted<Value>> : Unwrapped<Value> {};
 template <class Value> struct Unwrapped<Filled<Value>> : Unwrapped<Value> {};
 template <class Value> struct Unwrapped<Limited<Value>> : Unwrapped<Value> {};
 template <class Value> struct Unwrapped<Fixed<Value>> : Unwrapped<Value> {};
+template <class Value> struct Unwrapped<UpTo<Value>> : Unwrapped<Value> {};
 
 /// The type of a value without its wrapper.
 template <class Value> using Bare = typename Unwrapped<std::remove_const_t<Value>>::Type;

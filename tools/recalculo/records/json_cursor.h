@@ -43,6 +43,7 @@ public:
         using Limits = std::numeric_limits<Number>;
         return static_cast<Number>(whole(Limits::min(), Limits::max()));
     }
+    std::int64_t whole(std::int64_t least, std::int64_t most) const;
     /// A 16-bit number, or true for 1 and false for 0.
     std::uint16_t flag() const;
 
@@ -52,7 +53,6 @@ public:
 private:
     JsonCursor(const std::string& file, const nlohmann::json* value, nlohmann::json::json_pointer place);
 
-    std::int64_t whole(std::int64_t least, std::int64_t most) const;
     bool is_whole_within(std::int64_t least, std::int64_t most) const;
     [[noreturn]] void complain_of(const std::string& found, const std::string& expected) const;
 

@@ -39,7 +39,7 @@ public:
     void if_true(const char* key, bool& value, const char*) { read_if_present(key, value); }
 
     template <class Value>
-    void where(const Condition& condition, const char* key, Value& value, const char*,
+    void where(const Condition& condition, const char* key, Value&& value, const char*,
                Since since = Since::the_first_version) {
         if (since == Since::a_later_version)
             read_if_present(key, value);
@@ -101,6 +101,9 @@ private:
     }
     template <class Value> static void read(const JsonCursor& place, Fixed<Value>& fixed) {
         read(place, fixed.value);
+    }
+    template <class Value> static void read(const JsonCursor& place, UpTo<Value>& up_to) {
+        up_to.value = static_cast<Value>(place.whole(0, up_to.most));
     }
     /// As many as there can be of anything.
     template <class Value> static void read(const JsonCursor& place, Counted<Value>& counted) {

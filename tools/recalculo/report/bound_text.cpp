@@ -51,9 +51,9 @@ std::string table_of_limits(const Bound& bound, const TextStyle& style) {
 std::string bound_text(const Bound& bound, const Result& result, const TextStyle& style) {
     const std::size_t placed = result.counts.placed;
     const std::string sentence =
-        fmt::format("{} loaded: no arrangement places more than {}, the engine placed {}: {}{}",
-                    counted(bound.loaded, "service"), bound.most, placed, verdict(bound, placed),
-                    audit_in_figures(result.warnings.size()));
+        fmt::format("{}: no arrangement places more than {}, the engine placed {}: {}{}",
+                    services_loaded(bound.loaded, result.counts.not_asked_for), bound.most, placed,
+                    verdict(bound, placed), audit_in_figures(result.warnings.size()));
     std::string text = title_text(result.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
                        "\n" + table_of_limits(bound, style);
     if (!bound.impossible.empty())

@@ -141,10 +141,11 @@ private:
 void ComparisonText::write_side(const char* which, const std::string& file, const Side& side) {
     const Counts& counts = side.counts;
     paragraph(fmt::format(
-        "{} {}{}: {} of {} placed{}{}", which, shown(file, style_),
+        "{} {}{}: {} of {} placed{}{}{}", which, shown(file, style_),
         side.name.empty() ? "" : fmt::format(" ({})", shown(side.name, style_)), counts.placed,
         counted(counts.loaded, "service"),
         counts.neither == 0 ? "" : fmt::format(", {} neither placed nor left out", counts.neither),
+        counts.not_asked_for == 0 ? "" : fmt::format(", {} not asked for", counts.not_asked_for),
         audit_in_figures(side.warnings.size())));
 }
 

@@ -6,8 +6,13 @@
 
 namespace zarven::tool {
 
+std::string services_loaded(std::size_t loaded, std::size_t not_asked_for) {
+    return counted(loaded, "service") + " loaded" +
+           (not_asked_for == 0 ? "" : fmt::format(", {} not asked for", not_asked_for));
+}
+
 std::string services_in_figures(const Counts& counts) {
-    return fmt::format("{} loaded: {} placed, {} left out{}", counted(counts.loaded, "service"),
+    return fmt::format("{}: {} placed, {} left out{}", services_loaded(counts.loaded, counts.not_asked_for),
                        counts.placed, counts.left_out,
                        counts.neither == 0 ? "" : fmt::format(", {} neither", counts.neither));
 }

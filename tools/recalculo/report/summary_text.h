@@ -12,6 +12,9 @@
 
 namespace zarven::tool {
 
+/// "12 services loaded", and ", 3 not asked for" if there are any.
+std::string services_loaded(std::size_t loaded, std::size_t not_asked_for);
+
 /// "12 services loaded: 10 placed, 1 left out, 1 neither"; without the last as a rule.
 std::string services_in_figures(const Counts& counts);
 

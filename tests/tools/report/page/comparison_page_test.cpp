@@ -81,6 +81,14 @@ TEST(ComparisonPage, TheSummaryTellsBothSides) {
     EXPECT_TRUE(has(page, R"(<td class="number">−1,002</td>)"));
 }
 
+TEST(ComparisonPage, TheSummaryHasWhatWasNotAskedFor) {
+    Comparison comparison = a_comparison();
+    EXPECT_FALSE(has(body_of(comparison), "Not asked for"));
+    comparison.after.counts.not_asked_for = 3;
+    EXPECT_TRUE(
+        has(body_of(comparison), R"(Not asked for</th><td class="number">0</td><td class="number">3</td>)"));
+}
+
 TEST(ComparisonPage, MoreLeftOutIsWorse) {
     Comparison comparison;
     comparison.after.counts.left_out = 1;

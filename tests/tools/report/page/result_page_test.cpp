@@ -86,6 +86,13 @@ TEST(Page, TheSummaryHasTheFigures) {
     EXPECT_TRUE(has(page, tile("Clones attached", "1", "1 waiting")));
 }
 
+TEST(Page, TheSummaryHasWhatWasNotAskedFor) {
+    Result result = result_with_everything();
+    EXPECT_FALSE(has(result_page(result), "Not asked for"));
+    result.counts.not_asked_for = 1234;
+    EXPECT_TRUE(has(result_page(result), R"(<dt>Not asked for</dt><dd><span class="big">1,234</span>)"));
+}
+
 TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
     Result result;
     result.counts = {3, 3, 0, 0, 1, 0};

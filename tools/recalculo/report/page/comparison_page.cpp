@@ -236,6 +236,8 @@ list figures_of(const Counts& before, const Counts& after) {
     figures.push_back(figure("Left out", before.left_out, after.left_out, false));
     if (before.neither + after.neither != 0)
         figures.push_back(figure("Neither placed nor left out", before.neither, after.neither, false));
+    if (before.not_asked_for + after.not_asked_for != 0)
+        figures.push_back(figure("Not asked for", before.not_asked_for, after.not_asked_for, false));
     const auto clones = [](const Counts& counts) { return counts.clones_attached + counts.clones_waiting; };
     if (clones(before) + clones(after) == 0)
         return figures;

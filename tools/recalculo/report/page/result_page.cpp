@@ -61,6 +61,8 @@ list tiles_of(const Result& result) {
     tiles.push_back(
         tile("Output bitrate", grouped(load.used), of(load.max, " kbit/s"), share_text(load.used, load.max)));
     tiles.push_back(tile("PIDs in use", grouped(pids), of(pids_max, ""), share_text(pids, pids_max)));
+    if (counts.not_asked_for != 0)
+        tiles.push_back(tile("Not asked for", grouped(counts.not_asked_for), "of the head-end", false));
     if (counts.clones_attached + counts.clones_waiting != 0)
         tiles.push_back(tile("Clones attached", grouped(counts.clones_attached),
                              fmt::format("{} waiting", grouped(counts.clones_waiting)), false));
