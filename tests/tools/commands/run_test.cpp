@@ -27,6 +27,35 @@ TEST_F(CommandLine, RunReadsStandardInput) {
     EXPECT_EQ(outcome.out, read(RECALCULO_TOOL_TESTS "/report/small_result.txt"));
 }
 
+TEST_F(CommandLine, RunAsksOnlyForTheServicesThatAreWanted) {
+    const auto loaded = [this](const std::string& arguments) {
+        const json summary = json::parse(run("run --json " + arguments).out).at("summary");
+        return std::make_pair(summary.at("loaded").get<int>(), summary.value("not_asked_for", 0));
+    };
+    const std::string headend = write("headend.json", two_streams);
+    EXPECT_EQ(loaded(headend), std::make_pair(2, 0));
+    EXPECT_EQ(loaded(headend + " --only 1/2"), std::make_pair(1, 1));
+    EXPECT_EQ(loaded(headend + " --exclude 2"), std::make_pair(1, 1));
+    EXPECT_EQ(loaded(headend + " --set 'services[0].ask=false' --exclude 2"), std::make_pair(0, 2));
+    const Outcome selected = run("run - --select " + write("wishes.txt", "B\nnobody\n"), two_streams);
+    EXPECT_EQ(selected.code, 0);
+    EXPECT_EQ(selected.err, file("wishes.txt") + ": line 2: no service has the name or LCN \"nobody\"\n");
+    EXPECT_NE(selected.out.find("1 service loaded, 1 not asked for: 1 placed, 0 left out;"),
+              std::string::npos)
+        << selected.out;
+}
+
+TEST_F(CommandLine, RunRefusesWishesThatItCannotRead) {
+    expect_refused(
+        run("run " + small + " --only tele"),
+        "--only: found \"tele\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream as "
+        "1/1002, LCNs as 12 or 100-199, or name=PATTERN with * and ?");
+    expect_refused(run("run - --select -", two_streams),
+                   "standard input: found \"-\" for the head-end and for --select, expected it once");
+    expect_refused(run("run " + small + " --select - --select -"),
+                   "standard input: found \"-\" for two --select, expected it once");
+}
+
 TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
     const Outcome outcome = run("run --strategies " + small);
     EXPECT_EQ(outcome.code, 0);

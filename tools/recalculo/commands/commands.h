@@ -10,6 +10,7 @@
 
 #include "base/streams.h"
 #include "base/workers.h"
+#include "commands/filter_input.h"
 #include "commands/headend_input.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
@@ -20,6 +21,8 @@ namespace zarven::tool {
 
 struct RunOptions {
     HeadendInput headend;
+    /// What else is not asked for.
+    FilterInput filter;
     ReportOutput output;
     StyleInput style;
     bool pauses = false;
@@ -81,10 +84,7 @@ struct ImportOptions {
     std::string format;
     BitrateEstimates estimates;
     bool keep_duplicates = false;
-    /// Terms, and files of names and LCNs.
-    std::vector<std::string> only;
-    std::vector<std::string> exclude;
-    std::vector<std::string> selections;
+    FilterInput filter;
     bool verbose = false;
 };
 

@@ -10,7 +10,6 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "headend/headend_json.h"
-#include "headend/service_filter.h"
 #include "headend/stream.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
@@ -20,22 +19,6 @@
 namespace zarven::tool {
 
 namespace {
-
-/// Reads the options that choose services, and notes what of the wish lists no service meets.
-ServiceFilter read_filter(const ImportOptions& options, const std::vector<Service>& services,
-                          std::vector<MissingWish>& missing) {
-    ServiceFilter filter;
-    for (const std::string& terms : options.only)
-        filter.only.emplace_back("--only", terms);
-    for (const std::string& terms : options.exclude)
-        filter.exclude.emplace_back("--exclude", terms);
-    for (const std::string& file : options.selections) {
-        filter.selections.emplace_back(read_text(file));
-        for (ServiceSelection::Line& line : filter.selections.back().without_service(services))
-            missing.push_back({input_name(file), std::move(line)});
-    }
-    return filter;
-}
 
 /// Standard input can be read once.
 void check_standard_input(const ImportOptions& options) {
@@ -64,10 +47,10 @@ void import_command(const ImportOptions& options) {
     }
     ImportedChannels imported = import_channels(
         channels, options.estimates, options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over);
-    std::vector<MissingWish> missing;
-    choose_services(imported, read_filter(options, imported.services, missing));
+    const ReadFilter read = read_filter(options.filter, imported.services);
+    choose_services(imported, read.filter);
     for (const std::string& message :
-         import_messages(lists, imported, missing,
+         import_messages(lists, imported, read.missing,
                          options.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each))
         write_message(message);
     if (imported.services.empty())

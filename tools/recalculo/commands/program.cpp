@@ -90,6 +90,22 @@ Option output_option(std::string& path, const char* description) {
     return with_fallback(with_value({"-o", "--output"}, "FILE", &path, description));
 }
 
+Option only_option(FilterInput& filter) {
+    return with_value(
+        {"--only"}, "TERMS", &filter.only,
+        "Only services that are one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs "
+        "as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold");
+}
+
+Option exclude_option(FilterInput& filter) {
+    return with_value({"--exclude"}, "TERMS", &filter.exclude, "No services that are one of these");
+}
+
+Option select_option(FilterInput& filter) {
+    return with_value({"--select"}, "FILE", &filter.selections,
+                      "Only services that stand in this file, a name or LCN a line");
+}
+
 /// With the options that all have.
 Command command(const char* name, const char* description, std::vector<Option> options,
                 std::function<void()> perform) {
@@ -102,7 +118,8 @@ Command describe_run() {
     const auto options = std::make_shared<RunOptions>();
     return command(
         "run", "Place the services of a head-end and report where they went",
-        {headend_argument(options->headend), set_option(options->headend), json_flag(options->output.json),
+        {headend_argument(options->headend), set_option(options->headend), only_option(options->filter),
+         exclude_option(options->filter), select_option(options->filter), json_flag(options->output.json),
          html_option(options->output, "result"),
          flag("--strategies", options->strategies,
               "Show first what each of the engine's four strategies alone would leave out"),
@@ -182,14 +199,7 @@ Command describe_import() {
          estimate("--uhd-bitrate", options->estimates.uhd, "Bitrate to assume for a UHD service, in kbit/s"),
          flag("--keep-duplicates", options->keep_duplicates,
               "Import a service as often as the list has it; by default once"),
-         with_value(
-             {"--only"}, "TERMS", &options->only,
-             "Only services that are one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as "
-             "1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only "
-             "all must hold"),
-         with_value({"--exclude"}, "TERMS", &options->exclude, "No services that are one of these"),
-         with_value({"--select"}, "FILE", &options->selections,
-                    "Only services that stand in this file, a name or LCN a line"),
+         only_option(options->filter), exclude_option(options->filter), select_option(options->filter),
          flag("--verbose", options->verbose, "Tell every message; by default three of each kind")},
         [options] { import_command(*options); });
 }

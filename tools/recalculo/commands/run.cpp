@@ -53,7 +53,8 @@ void run_command(const RunOptions& options) {
     if (!options.log.empty() && options.log != standard_stream && options.log == options.output.html)
         throw Failure("--html and --log both write to " + options.log + "; expected two files");
     const std::string file = input_name(options.headend.path);
-    const Headend headend = read_input(options.headend);
+    Headend headend = read_input(options.headend);
+    withhold_unwanted(options.filter, options.headend.path, headend);
 
     const Result result = run_driver(options, headend, file);
     std::optional<Strategies> run_alone;

@@ -126,9 +126,7 @@ std::vector<std::string> import_messages(const std::vector<ImportedList>& lists,
     const std::string name = is_one ? lists.front().file : counted(lists.size(), "list");
     MessageDigest digest(extent);
     for (const MissingWish& missing : wishes)
-        digest.add(missing.file, "wishes that no service has as name or LCN",
-                   fmt::format("{}: line {}: no service has the name or LCN \"{}\"", missing.file,
-                               missing.line.number, missing.line.text));
+        digest.add(missing.file, "wishes that no service has as name or LCN", wish_text(missing));
     add_remarks(lists, imported, digest);
     add_shared_ids(name, imported, digest);
     add_shared_out(name, imported, digest);

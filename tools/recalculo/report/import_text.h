@@ -10,6 +10,7 @@
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
 #include "report/message_digest.h"
+#include "report/wish_text.h"
 
 namespace zarven::tool {
 
@@ -19,12 +20,6 @@ struct ImportedList {
     std::size_t channels = 0;
     /// Channels to which the file gives no number.
     std::size_t numbered_by_place = 0;
-};
-
-/// A line of a wish list that names no service.
-struct MissingWish {
-    std::string file;
-    ServiceSelection::Line line;
 };
 
 /// One message per line. The lists are in the order of `Channel::list`, and there is one at least.

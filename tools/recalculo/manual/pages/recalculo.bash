@@ -5,6 +5,8 @@ _recalculo() {
     COMPREPLY=()
     case "${COMP_WORDS[1]} ${COMP_WORDS[COMP_CWORD - 1]}" in
     'run --set') return ;;
+    'run --only') return ;;
+    'run --exclude') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
@@ -29,7 +31,7 @@ _recalculo() {
         words='run explain compare size bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --json --html --strategies --pauses --log --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
         compare) words='-h --help --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;

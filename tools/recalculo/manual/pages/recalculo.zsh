@@ -27,6 +27,9 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
+            '*--exclude[No services that are one of these]:TERMS: ' \
+            '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
             '--json[Report as JSON]' \
             '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \

@@ -1,0 +1,42 @@
+// A wish list is read once for all services.
+
+#include "commands/filter_input.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/streams.h"
+#include "report/terminal.h"
+
+namespace zarven::tool {
+
+ReadFilter read_filter(const FilterInput& input, const std::vector<Service>& services) {
+    ReadFilter read;
+    for (const std::string& terms : input.only)
+        read.filter.only.emplace_back("--only", terms);
+    for (const std::string& terms : input.exclude)
+        read.filter.exclude.emplace_back("--exclude", terms);
+    for (const std::string& file : input.selections) {
+        read.filter.selections.emplace_back(read_text(file));
+        for (ServiceSelection::Line& line : read.filter.selections.back().without_service(services))
+            read.missing.push_back({input_name(file), std::move(line)});
+    }
+    return read;
+}
+
+void withhold_unwanted(const FilterInput& input, const std::string& path, Headend& headend) {
+    const auto& selections = input.selections;
+    const auto from_standard_input = std::count(selections.begin(), selections.end(), standard_stream);
+    if (from_standard_input + (path == standard_stream ? 1 : 0) > 1)
+        throw Failure(path == standard_stream
+                          ? "standard input: found \"-\" for the head-end and for --select, expected it once"
+                          : "standard input: found \"-\" for two --select, expected it once");
+    const ReadFilter read = read_filter(input, headend.services);
+    for (const MissingWish& missing : read.missing)
+        write_message(wish_text(missing));
+    for (Service& service : headend.services)
+        service.ask = service.ask && read.filter.wants(service);
+}
+
+} // namespace zarven::tool
