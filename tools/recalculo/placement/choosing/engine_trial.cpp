@@ -1,0 +1,92 @@
+#include "placement/choosing/engine_trial.h"
+
+#include "placement/audit.h"
+#include "placement/services.h"
+
+namespace zarven::tool {
+
+namespace {
+
+/// Only what breaks nothing counts.
+bool is_sound(const EngineRun& run) {
+    return audit(run).empty();
+}
+
+constexpr std::uint16_t low_half(std::size_t number) {
+    return static_cast<std::uint16_t>(number & 0xFFFF);
+}
+
+constexpr std::uint16_t high_half(std::size_t number) {
+    return static_cast<std::uint16_t>(number >> 16);
+}
+
+constexpr std::uint16_t is_of_services = 1;
+constexpr std::uint16_t is_of_clones = 0;
+
+void number_services(Headend& headend) {
+    for (std::size_t index = 0; index < headend.services.size(); ++index) {
+        Service& service = headend.services[index];
+        service.reserved1 = low_half(index);
+        service.reserved2 = high_half(index);
+        service.reserved3 = is_of_services;
+    }
+    for (Clone& clone : headend.clones)
+        clone.reserved3 = is_of_clones;
+}
+
+std::size_t number_of(const tRec_Servicio& service) {
+    return std::size_t{service.Reservado2} << 16 | service.Reservado1;
+}
+
+} // namespace
+
+EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays) : headend_(headend), stays_(stays) {
+    headend_.pids.clear();
+    headend_.home_channels.clear();
+    headend_.streams.clear();
+    number_services(headend_);
+    for (const Service& service : headend_.services)
+        askable_.push_back(service.ask && (service.must || service.value != 0));
+}
+
+TrialOutcome EngineTrial::run(const std::vector<bool>& asked) const {
+    Headend part = headend_;
+    for (std::size_t index = 0; index < asked.size(); ++index)
+        part.services[index].ask = asked[index];
+    EngineRun run = load_engine(part, headend_.name);
+    run_engine(run, headend_.name);
+    TrialOutcome outcome;
+    outcome.is_sound = is_sound(run);
+    read(run, asked, outcome);
+    return outcome;
+}
+
+bool EngineTrial::is_moved(std::size_t service, const std::string& mac, std::uint32_t output) const {
+    if (service >= stays_.module.size() || stays_.module[service].empty())
+        return false;
+    const std::uint32_t stays_on = service < stays_.output.size() ? stays_.output[service] : 0;
+    return stays_.module[service] != mac || (stays_on != 0 && stays_on != output);
+}
+
+void EngineTrial::read(const EngineRun& run, const std::vector<bool>& asked, TrialOutcome& outcome) const {
+    const ServiceSet clones = set_of(run.clones);
+    outcome.placed.assign(headend_.services.size(), false);
+    ChoiceWorth& worth = outcome.worth;
+    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+        for (const auto& [output, carried] : module.mapSalidas)
+            for (const auto& [key, service] : carried.MapaServicios) {
+                const std::size_t index = number_of(*service);
+                if (service->Reservado3 != is_of_services || outcome.placed[index])
+                    continue;
+                outcome.placed[index] = true;
+                // A second service of one key is a clone to the engine, and matters all the same.
+                worth.placed += clones.count(service.get()) == 0;
+                worth.musts += headend_.services[index].must;
+                worth.value += headend_.services[index].value;
+                worth.moved += is_moved(index, mac, output);
+            }
+    for (std::size_t index = 0; index < asked.size(); ++index)
+        worth.withheld += askable_[index] && !asked[index];
+}
+
+} // namespace zarven::tool
