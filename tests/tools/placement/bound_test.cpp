@@ -20,8 +20,17 @@ Bound bound_of(const Headend& headend) {
     return bound_of(run, capacities_of(run));
 }
 
-/// The best of all arrangements. Each service in turn goes nowhere or to any output; a module then needs an
-/// input for each stream that it carries.
+/// Bounds the sum of the values.
+Bound bound_of_value(const Headend& headend) {
+    const EngineRun run = load_engine(headend, "f");
+    std::vector<std::uint64_t> values;
+    for (const Service& service : headend.services)
+        values.push_back(service.value);
+    return bound_of(run, capacities_of(run), values);
+}
+
+/// The arrangement with the greatest value. Each service in turn goes nowhere or to any output; a module then
+/// needs an input for each stream that it carries.
 class BestArrangement {
 public:
     explicit BestArrangement(const Headend& headend) : headend_(headend) {
@@ -29,7 +38,7 @@ public:
             loads_.emplace_back(module.outputs.size());
     }
 
-    std::size_t number() {
+    std::size_t value() {
         place(0, 0);
         return best_;
     }
@@ -72,7 +81,7 @@ private:
             for (Services& output : loads_[module]) {
                 output.push_back(&headend_.services[service]);
                 if (keeps_limits(module))
-                    place(service + 1, placed + 1);
+                    place(service + 1, placed + headend_.services[service].value);
                 output.pop_back();
             }
     }
@@ -115,13 +124,29 @@ TEST(Bound, IsNeverUnderTheBestArrangement) {
     const int rounds = 3000;
     for (int round = 0; round < rounds; ++round) {
         const Headend headend = tiny_headend(random);
-        const std::size_t best = BestArrangement(headend).number();
+        const std::size_t best = BestArrangement(headend).value();
         const Bound bound = bound_of(headend);
         ASSERT_GE(bound.most, best) << write_headend(headend);
         reached += bound.most == best ? 1 : 0;
     }
     // It would be of no use if it were far off.
     EXPECT_GT(reached, rounds * 3 / 4);
+}
+
+TEST(Bound, OfTheValueIsNeverUnderTheBestArrangement) {
+    std::mt19937 random(9);
+    int reached = 0;
+    const int rounds = 2000;
+    for (int round = 0; round < rounds; ++round) {
+        Headend headend = tiny_headend(random);
+        for (Service& service : headend.services)
+            service.value = static_cast<std::uint16_t>(random() % 3 == 0 ? random() % 1001 : random() % 4);
+        const std::size_t best = BestArrangement(headend).value();
+        const Bound bound = bound_of_value(headend);
+        ASSERT_GE(bound.most, best) << write_headend(headend);
+        reached += bound.most == best ? 1 : 0;
+    }
+    EXPECT_GT(reached, rounds / 2);
 }
 
 TEST(Bound, IsNotUnderTheEngineWhereThereIsRoom) {
@@ -266,6 +291,35 @@ TEST(Bound, OfNothing) {
     const Bound bound = bound_of(Headend());
     EXPECT_EQ(bound.most, 0u);
     EXPECT_EQ(bound.loaded, 0u);
+}
+
+TEST(Bound, OfTheValueEachLimitTellsInValues) {
+    Headend headend = roomy({service(1, 10, 10, 4), service(2, 10, 5, 4), service(3, 20, 10, 2)});
+    headend.services[0].value = 2;
+    headend.services[1].value = 3;
+    headend.services[2].value = 100;
+    EXPECT_EQ(bound_of_value(headend).most, 105u);
+    headend.modules[0].inputs = 1;
+    EXPECT_EQ(bound_of_value(headend).inputs.allows, 100u);
+    headend.modules[0].inputs = 9;
+    // The third and the second, which are worth most for each kbit/s, and 1 of 2 for half of the first.
+    headend.modules[0].outputs = {21};
+    EXPECT_EQ(bound_of_value(headend).bitrate.allows, 104u);
+    headend.modules[0].pids_max = 6;
+    EXPECT_EQ(bound_of_value(headend).pids.allows, 103u);
+    EXPECT_EQ(bound_of_value(headend).most, 103u);
+}
+
+TEST(Bound, OfTheValuePassesOverWhatIsWorthNothing) {
+    Headend headend = roomy({service(1, 10, 10), service(2, 20, 2000)});
+    headend.services[0].value = 7;
+    headend.services[1].value = 0;
+    const Bound bound = bound_of_value(headend);
+    EXPECT_EQ(bound.most, 7u);
+    EXPECT_EQ(bound.inputs.wanted, 1u);
+    EXPECT_TRUE(bound.impossible.empty());
+    headend.services[0].value = 0;
+    EXPECT_EQ(bound_of_value(headend).most, 0u);
 }
 
 } // namespace

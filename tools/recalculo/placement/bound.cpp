@@ -1,7 +1,8 @@
 // The limits together are relaxed with prices. Give each kbit/s, each PID and each transcoder a price, the
-// same on all modules. A service is then worth 1 less the price of what it takes, or nothing if that is
-// negative. An arrangement places at most what the streams on its inputs are worth, and the price of all
-// there is. That holds for any prices; the search below only looks for those that make the number small.
+// same on all modules. A service is then worth its value, which is 1 where services are counted, less the
+// price of what it takes, or nothing if that is negative. An arrangement places at most what the streams on
+// its inputs are worth, and the price of all there is. That holds for any prices; the search below only looks
+// for those that make the number small.
 
 #include "placement/bound.h"
 
@@ -24,6 +25,7 @@ struct Demand {
     std::uint32_t bitrate = 0;
     std::uint32_t pids = 0;
     std::uint32_t transcoders = 0;
+    std::uint64_t value = 1;
 };
 
 using Resource = std::uint32_t Demand::*;
@@ -36,13 +38,17 @@ struct Totals {
     std::uint64_t transcoders = 0;
 };
 
-std::size_t smaller(std::uint64_t total, std::size_t number) {
-    return static_cast<std::size_t>(std::min(total, std::uint64_t{number}));
+/// The sum of the largest values, as many as `number`.
+std::uint64_t sum_of_largest(std::uint64_t number, std::vector<std::uint64_t> values) {
+    std::sort(values.begin(), values.end(), std::greater<>());
+    values.resize(static_cast<std::size_t>(std::min(number, std::uint64_t{values.size()})));
+    return std::accumulate(values.begin(), values.end(), std::uint64_t{0});
 }
 
 class Relaxation {
 public:
-    Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
+    Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
+               const std::vector<std::uint64_t>& values);
 
     Bound bound() &&;
 
@@ -61,6 +67,7 @@ private:
     std::uint64_t wanted(Resource resource) const;
     BoundLimit limit_of(Resource resource, std::uint64_t capacity) const;
     BoundLimit limit_of_inputs() const;
+    BoundLimit limit_of_places() const;
     void price(Resource resource, const BoundLimit& limit);
     double value() const;
     double least_value(std::size_t first);
@@ -74,9 +81,13 @@ private:
     Bound bound_;
 };
 
-Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
+Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
+                       const std::vector<std::uint64_t>& values) {
     std::map<Stream, std::vector<Demand>> by_stream;
-    for (const auto& service : loaded.engine.listaServicios) {
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        if (values[index] == 0)
+            continue;
+        const auto& service = loaded.engine.listaServicios[index];
         const std::string reason = why_none_could_take(modules, *service);
         if (!reason.empty()) {
             bound_.impossible.push_back(describe(*service, false));
@@ -85,7 +96,7 @@ Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity
         }
         possible_.push_back(service.get());
         demands_.push_back({service->peakBitRate, service->number_PIDs_CA,
-                            reglas::ocupaTranscoder(service->Transcoding) ? 1u : 0u});
+                            reglas::ocupaTranscoder(service->Transcoding) ? 1u : 0u, values[index]});
         by_stream[stream_of(*service)].push_back(demands_.back());
     }
     for (auto& [stream, demands] : by_stream)
@@ -129,30 +140,43 @@ std::uint64_t Relaxation::wanted(Resource resource) const {
     return sum;
 }
 
-/// As many services as share the total, those that take least first.
+/// Of the services that share the total those that take least for what they are worth; of the first that does
+/// not fit the part that does, rounded down.
 BoundLimit Relaxation::limit_of(Resource resource, std::uint64_t capacity) const {
-    std::vector<std::uint32_t> sizes;
-    for (const Demand& demand : demands_)
-        sizes.push_back(demand.*resource);
-    std::sort(sizes.begin(), sizes.end());
+    std::vector<Demand> demands = demands_;
+    std::sort(demands.begin(), demands.end(), [resource](const Demand& one, const Demand& other) {
+        return one.*resource * other.value < other.*resource * one.value;
+    });
     BoundLimit limit{capacity, wanted(resource), 0};
-    std::uint64_t taken = 0;
-    for (const std::uint32_t size : sizes) {
-        taken += size;
-        if (taken > capacity)
+    std::uint64_t left = capacity;
+    for (const Demand& demand : demands) {
+        const std::uint64_t size = demand.*resource;
+        if (size > left) {
+            limit.allows += static_cast<std::size_t>(demand.value * left / size);
             break;
-        ++limit.allows;
+        }
+        left -= size;
+        limit.allows += static_cast<std::size_t>(demand.value);
     }
     return limit;
 }
 
 BoundLimit Relaxation::limit_of_inputs() const {
-    std::vector<std::size_t> sizes;
+    std::vector<std::uint64_t> values;
     for (const auto& stream : streams_)
-        sizes.push_back(stream.size());
-    std::sort(sizes.begin(), sizes.end(), std::greater<>());
-    sizes.resize(smaller(totals_.inputs, sizes.size()));
-    return {totals_.inputs, streams_.size(), std::accumulate(sizes.begin(), sizes.end(), std::size_t{0})};
+        values.push_back(
+            std::accumulate(stream.begin(), stream.end(), std::uint64_t{0},
+                            [](std::uint64_t sum, const Demand& demand) { return sum + demand.value; }));
+    return {totals_.inputs, streams_.size(),
+            static_cast<std::size_t>(sum_of_largest(totals_.inputs, values))};
+}
+
+BoundLimit Relaxation::limit_of_places() const {
+    std::vector<std::uint64_t> values;
+    for (const Demand& demand : demands_)
+        values.push_back(demand.value);
+    return {totals_.places, demands_.size(),
+            static_cast<std::size_t>(sum_of_largest(totals_.places, values))};
 }
 
 /// A resource of which there is enough has the price 0. At the highest price no service that takes any of it
@@ -160,12 +184,11 @@ BoundLimit Relaxation::limit_of_inputs() const {
 void Relaxation::price(Resource resource, const BoundLimit& limit) {
     if (limit.wanted <= limit.capacity)
         return;
-    std::uint32_t least = 0;
+    double highest = 0;
     for (const Demand& demand : demands_)
         if (demand.*resource != 0)
-            least = least == 0 ? demand.*resource : std::min(least, demand.*resource);
-    priced_.push_back({resource, limit.capacity, 1e-3 / static_cast<double>(limit.wanted),
-                       1.0 / static_cast<double>(least)});
+            highest = std::max(highest, static_cast<double>(demand.value) / (demand.*resource));
+    priced_.push_back({resource, limit.capacity, 1e-3 / static_cast<double>(limit.wanted), highest});
 }
 
 /// The bound at the prices in force.
@@ -174,7 +197,7 @@ double Relaxation::value() const {
     for (const auto& stream : streams_) {
         double worth = 0;
         for (const Demand& demand : stream) {
-            double left = 1;
+            double left = static_cast<double>(demand.value);
             for (const Priced& priced : priced_)
                 left -= priced.price * (demand.*priced.resource);
             worth += std::max(left, 0.0);
@@ -232,7 +255,7 @@ Bound Relaxation::bound() && {
     bound_.bitrate = limit_of(&Demand::bitrate, totals_.bitrate);
     bound_.pids = limit_of(&Demand::pids, totals_.pids);
     bound_.transcoders = limit_of(&Demand::transcoders, totals_.transcoders);
-    bound_.places = {totals_.places, demands_.size(), smaller(totals_.places, demands_.size())};
+    bound_.places = limit_of_places();
     price(&Demand::bitrate, bound_.bitrate);
     price(&Demand::pids, bound_.pids);
     price(&Demand::transcoders, bound_.transcoders);
@@ -253,7 +276,12 @@ const BoundKind& kind_of(BoundLimit Bound::*member) {
 }
 
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
-    return Relaxation(loaded, modules).bound();
+    return bound_of(loaded, modules, std::vector<std::uint64_t>(loaded.engine.listaServicios.size(), 1));
+}
+
+Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
+               const std::vector<std::uint64_t>& values) {
+    return Relaxation(loaded, modules, values).bound();
 }
 
 } // namespace zarven::tool

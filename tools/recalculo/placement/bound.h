@@ -1,5 +1,6 @@
-// How many services any arrangement could place that keeps the limits of the head-end: a number that is
-// proven and cheap, and that no search will exceed. docs/tool.md gives the proof.
+// How many services any arrangement could place that keeps the limits of the head-end, or how much what it
+// places could be worth: a number that is proven and cheap, and that no search will exceed. docs/tool.md
+// gives the proof.
 
 #ifndef RECALCULO_BOUND_H
 #define RECALCULO_BOUND_H
@@ -52,6 +53,11 @@ const BoundKind& kind_of(BoundLimit Bound::*member);
 
 /// Bounds what a loaded engine could place; `modules` may be others than its own.
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
+
+/// Bounds what could be placed by what it is worth, with a value for each of the loaded services; all that
+/// limits allow is then told in values. Services of value 0 are passed over.
+Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
+               const std::vector<std::uint64_t>& values);
 
 } // namespace zarven::tool
 
