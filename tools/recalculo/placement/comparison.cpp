@@ -1,82 +1,15 @@
-// Each result is turned into a list of its services with their places; the lists are matched, and each pair
-// is sorted into one of the groups.
+// The services of both results are matched, and each pair is sorted into one of the groups.
 
 #include "placement/comparison.h"
 
 #include <algorithm>
 #include <map>
-#include <optional>
 #include <tuple>
 #include <utility>
 
 namespace zarven::tool {
 
-static bool operator<(const Place& one, const Place& other) {
-    return std::tie(one.mac, one.input, one.outputs) < std::tie(other.mac, other.input, other.outputs);
-}
-
-static bool operator==(const Place& one, const Place& other) {
-    return std::tie(one.mac, one.input, one.outputs) == std::tie(other.mac, other.input, other.outputs);
-}
-
 namespace {
-
-struct PlacedService {
-    ServiceResult service;
-    std::vector<Place> places;
-    /// Where there are no places.
-    Absence absence = Absence::neither;
-};
-
-using FullIdentity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
-
-FullIdentity full_identity_of(const ServiceResult& service) {
-    return {service.stream.onid, service.stream.tsid, service.lcn, service.sid, service.name};
-}
-
-/// All services of a result but its clones, each once, in the order of stream, LCN and SID.
-class ServiceList {
-public:
-    explicit ServiceList(const Result& result) {
-        for (const ModuleResult& module : result.modules) {
-            for (const InputResult& input : module.inputs)
-                for (const ServiceResult& service : input.services)
-                    add(service, Place{module.mac, input.number, service.outputs});
-            for (const ServiceResult& service : module.without_input)
-                add(service, Place{module.mac, 0, service.outputs});
-        }
-        for (const StreamResult& stream : result.left_out)
-            for (const ServiceResult& service : stream.services)
-                add(service, {}, Absence::left_out);
-        for (const ServiceResult& service : result.neither)
-            add(service, {});
-    }
-
-    std::vector<PlacedService> services() && {
-        std::vector<PlacedService> all;
-        for (auto& [identity, placed] : found_) {
-            std::sort(placed.places.begin(), placed.places.end());
-            all.push_back(std::move(placed));
-        }
-        return all;
-    }
-
-private:
-    /// A place without output is none: the service is received and not sent.
-    void add(const ServiceResult& service, const std::optional<Place>& place,
-             Absence absence = Absence::neither) {
-        if (service.is_clone)
-            return;
-        PlacedService& placed = found_[full_identity_of(service)];
-        placed.service = service;
-        if (place && !place->outputs.empty())
-            placed.places.push_back(*place);
-        if (absence == Absence::left_out)
-            placed.absence = absence;
-    }
-
-    std::map<FullIdentity, PlacedService> found_;
-};
 
 class Comparing {
 public:
@@ -92,10 +25,7 @@ public:
     }
 
 private:
-    using Services = std::vector<PlacedService>;
-
     void compare_services();
-    template <class Key> void match(Services& before, Services& after, Key key);
     void sort_in(const PlacedService* before, const PlacedService* after);
     void compare_modules();
     void compare_inputs(const ModuleResult& before, const ModuleResult& after);
@@ -107,43 +37,15 @@ private:
 };
 
 void Comparing::compare_services() {
-    Services before = ServiceList(before_).services();
-    Services after = ServiceList(after_).services();
-    match(before, after, [](const ServiceResult& service) {
-        return std::make_tuple(service.stream.onid, service.stream.tsid, service.lcn, service.sid);
-    });
-    match(before, after, [](const ServiceResult& service) { return service.name; });
-    for (const PlacedService& service : before)
-        sort_in(&service, nullptr);
-    for (const PlacedService& service : after)
-        sort_in(nullptr, &service);
-}
-
-/// Sorts in the pairs that have a key which neither side has twice, and leaves the others.
-template <class Key> void Comparing::match(Services& before, Services& after, Key key) {
-    using Found = std::map<decltype(key(ServiceResult())), Services>;
-    Found in_before;
-    Found in_after;
-    for (PlacedService& service : before)
-        in_before[key(service.service)].push_back(std::move(service));
-    for (PlacedService& service : after)
-        in_after[key(service.service)].push_back(std::move(service));
-    before.clear();
-    after.clear();
-    const auto keep = [](Services& left, const Services& services) {
-        left.insert(left.end(), services.begin(), services.end());
-    };
-    for (const auto& [with_key, services] : in_before) {
-        const auto others = in_after.find(with_key);
-        if (others == in_after.end() || services.size() != 1 || others->second.size() != 1) {
-            keep(before, services);
-            continue;
-        }
-        sort_in(&services.front(), &others->second.front());
-        in_after.erase(others);
-    }
-    for (const auto& [with_key, services] : in_after)
-        keep(after, services);
+    const std::vector<PlacedService> before = placed_services(before_);
+    const std::vector<PlacedService> after = placed_services(after_);
+    const Matches matches = match(before, after);
+    for (const auto& [was, is] : matches.pairs)
+        sort_in(&before[was], &after[is]);
+    for (const std::size_t index : matches.only_before)
+        sort_in(&before[index], nullptr);
+    for (const std::size_t index : matches.only_after)
+        sort_in(nullptr, &after[index]);
 }
 
 void Comparing::sort_in(const PlacedService* before, const PlacedService* after) {
@@ -158,7 +60,7 @@ void Comparing::sort_in(const PlacedService* before, const PlacedService* after)
         comparison_.gained.push_back(std::move(change));
     else if (change.after.empty())
         comparison_.lost.push_back(std::move(change));
-    else if (change.before == change.after)
+    else if (!is_moved(change.before, change.after))
         ++comparison_.unmoved;
     else
         comparison_.moved.push_back(std::move(change));
@@ -256,18 +158,6 @@ void Comparing::compare_limits() {
 }
 
 } // namespace
-
-const char* to_string(Absence absence) {
-    switch (absence) {
-    case Absence::left_out:
-        return "left out";
-    case Absence::neither:
-        return "neither";
-    case Absence::not_there:
-        break;
-    }
-    return "not there";
-}
 
 Comparison compare(const Result& before, const Result& after) {
     return Comparing(before, after).comparison();

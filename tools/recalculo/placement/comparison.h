@@ -8,27 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "placement/result.h"
+#include "placement/places.h"
 
 namespace zarven::tool {
-
-struct Place {
-    std::string mac;
-    std::uint16_t input = 0;
-    std::vector<std::uint32_t> outputs;
-};
-
-/// What there is to say of a service without a place.
-enum class Absence {
-    left_out,
-    /// Neither placed nor left out.
-    neither,
-    /// The result does not have the service.
-    not_there
-};
-
-/// In words.
-const char* to_string(Absence absence);
 
 /// A service in both results, or in one of them.
 struct ServiceChange {

@@ -98,13 +98,13 @@ void Loader::load(const Module& module, std::size_t index) {
 }
 
 void Loader::load(const Service& service, std::size_t index) {
-    add(std::make_shared<tRec_Servicio>(service.osid, service.sid, service.lcn, service.reserved1,
-                                        service.simulcast_lcn, service.descramble, service.ca_pids,
-                                        service.ca_pids_max, service.video_bitrate, service.bitrate,
-                                        service.type, service.video_format, service.reserved2, service.name,
-                                        service.output_name, service.forced_name, service.transcoding,
-                                        service.onid, service.tsid, service.reserved3, service.sat_id),
-        element_of("service", "services", index, service));
+    const auto record = std::make_shared<tRec_Servicio>(
+        service.osid, service.sid, service.lcn, service.reserved1, service.simulcast_lcn, service.descramble,
+        service.ca_pids, service.ca_pids_max, service.video_bitrate, service.bitrate, service.type,
+        service.video_format, service.reserved2, service.name, service.output_name, service.forced_name,
+        service.transcoding, service.onid, service.tsid, service.reserved3, service.sat_id);
+    add(record, element_of("service", "services", index, service));
+    run_.services[index] = record.get();
 }
 
 void Loader::load(const Clone& clone, std::size_t index) {
@@ -163,6 +163,7 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     Loader loader(run, file);
     loader.load_all(headend.modules);
     const AskedFor asked = asked_for(headend);
+    run.services.resize(headend.services.size());
     loader.load_all(headend.services, asked.services);
     loader.load_all(headend.clones, asked.clones);
     loader.load_all(headend.pids, asked.pids);

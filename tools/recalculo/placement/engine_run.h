@@ -19,6 +19,8 @@ struct EngineRun {
     tRecalculo engine;
     /// All clones, in the order of loading; the engine's own list forgets those that it attaches.
     std::vector<std::shared_ptr<tRec_Servicio>> clones;
+    /// The record of each of `Headend::services`; null for one that is not asked for.
+    std::vector<const tRec_Servicio*> services;
     /// What the engine does not need to know: of the modules that have a label this, by MAC, and where
     /// streams are received.
     std::map<std::string, std::string> labels;

@@ -1,0 +1,145 @@
+#include "placement/places.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <optional>
+#include <tuple>
+
+namespace zarven::tool {
+
+namespace {
+
+auto key_of(const Place& place) {
+    return std::tie(place.mac, place.input, place.outputs);
+}
+
+using FullIdentity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
+
+FullIdentity full_identity_of(const ServiceResult& service) {
+    return {service.stream.onid, service.stream.tsid, service.lcn, service.sid, service.name};
+}
+
+class ServiceList {
+public:
+    explicit ServiceList(const Result& result) {
+        for (const ModuleResult& module : result.modules) {
+            for (const InputResult& input : module.inputs)
+                for (const ServiceResult& service : input.services)
+                    add(service, Place{module.mac, input.number, service.outputs});
+            for (const ServiceResult& service : module.without_input)
+                add(service, Place{module.mac, 0, service.outputs});
+        }
+        for (const StreamResult& stream : result.left_out)
+            for (const ServiceResult& service : stream.services)
+                add(service, {}, Absence::left_out);
+        for (const ServiceResult& service : result.neither)
+            add(service, {});
+    }
+
+    std::vector<PlacedService> services() && {
+        std::vector<PlacedService> all;
+        for (auto& [identity, placed] : found_) {
+            std::sort(placed.places.begin(), placed.places.end(),
+                      [](const Place& one, const Place& other) { return key_of(one) < key_of(other); });
+            all.push_back(std::move(placed));
+        }
+        return all;
+    }
+
+private:
+    /// A place without output is none: the service is received and not sent.
+    void add(const ServiceResult& service, const std::optional<Place>& place,
+             Absence absence = Absence::neither) {
+        if (service.is_clone)
+            return;
+        PlacedService& placed = found_[full_identity_of(service)];
+        placed.service = service;
+        if (place && !place->outputs.empty())
+            placed.places.push_back(*place);
+        if (absence == Absence::left_out)
+            placed.absence = absence;
+    }
+
+    std::map<FullIdentity, PlacedService> found_;
+};
+
+class Matching {
+public:
+    using Services = std::vector<PlacedService>;
+
+    Matching(const Services& before, const Services& after) : before_(before), after_(after) {
+        matches_.only_before.resize(before.size());
+        matches_.only_after.resize(after.size());
+        std::iota(matches_.only_before.begin(), matches_.only_before.end(), std::size_t{0});
+        std::iota(matches_.only_after.begin(), matches_.only_after.end(), std::size_t{0});
+    }
+
+    /// Pairs those that have a key which neither side has twice, and leaves the others.
+    template <class Key> void match_by(Key key) {
+        using Found = std::map<decltype(key(ServiceResult())), std::vector<std::size_t>>;
+        Found in_before;
+        Found in_after;
+        for (const std::size_t index : matches_.only_before)
+            in_before[key(before_[index].service)].push_back(index);
+        for (const std::size_t index : matches_.only_after)
+            in_after[key(after_[index].service)].push_back(index);
+        matches_.only_before.clear();
+        matches_.only_after.clear();
+        const auto keep = [](std::vector<std::size_t>& left, const std::vector<std::size_t>& indices) {
+            left.insert(left.end(), indices.begin(), indices.end());
+        };
+        for (const auto& [with_key, indices] : in_before) {
+            const auto others = in_after.find(with_key);
+            if (others == in_after.end() || indices.size() != 1 || others->second.size() != 1) {
+                keep(matches_.only_before, indices);
+                continue;
+            }
+            matches_.pairs.emplace_back(indices.front(), others->second.front());
+            in_after.erase(others);
+        }
+        for (const auto& [with_key, indices] : in_after)
+            keep(matches_.only_after, indices);
+    }
+
+    Matches matches() && { return std::move(matches_); }
+
+private:
+    const Services& before_;
+    const Services& after_;
+    Matches matches_;
+};
+
+} // namespace
+
+const char* to_string(Absence absence) {
+    switch (absence) {
+    case Absence::left_out:
+        return "left out";
+    case Absence::neither:
+        return "neither";
+    case Absence::not_there:
+        break;
+    }
+    return "not there";
+}
+
+std::vector<PlacedService> placed_services(const Result& result) {
+    return ServiceList(result).services();
+}
+
+bool is_moved(const std::vector<Place>& before, const std::vector<Place>& after) {
+    return !std::equal(before.begin(), before.end(), after.begin(), after.end(),
+                       [](const Place& one, const Place& other) { return key_of(one) == key_of(other); });
+}
+
+Matches match(const std::vector<PlacedService>& before, const std::vector<PlacedService>& after) {
+    Matching matching(before, after);
+    matching.match_by([](const ServiceResult& service) {
+        return std::make_tuple(service.stream.onid, service.stream.tsid, service.lcn, service.sid);
+    });
+    matching.match_by([](const ServiceResult& service) { return service.name; });
+    return std::move(matching).matches();
+}
+
+} // namespace zarven::tool
