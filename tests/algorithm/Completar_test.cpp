@@ -6,6 +6,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Completar_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::indice;
@@ -226,3 +228,5 @@ TEST(Completar, TheStateLogsTheServicesThatItTries) {
     };
     EXPECT_EQ(r.tramo(4).hechos, esperado);
 }
+
+} // namespace Completar_test

@@ -8,6 +8,8 @@
 
 #include "support/Registro.h"
 
+namespace Generador_test {
+
 using namespace zarven;
 using generador::Dado;
 using generador::Holgura;
@@ -117,3 +119,5 @@ TEST(Generador, ClonesTranscodingAndPidsCome) {
     EXPECT_EQ(motor.Mapa_ONIDs_Inicial.count(0), 1U);
     EXPECT_EQ(motor.Mapa_ONIDs_Inicial.at(0).MapRec_TSIDs.count(0), 1U);
 }
+
+} // namespace Generador_test

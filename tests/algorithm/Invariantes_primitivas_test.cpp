@@ -7,6 +7,8 @@
 #include "support/Invariantes.h"
 #include "support/Registro.h"
 
+namespace Invariantes_primitivas_test {
+
 using namespace escena;
 using invariantes::comprobar;
 using invariantes::Historia;
@@ -178,3 +180,5 @@ TEST(InvariantesPrimitivas, HoldAfterABalanceButForTheNumberOfServices) {
                                             "NumServicios: module A output 2 has 0 for 2",
                                             "BitRateMax: module A output 2 is loaded with 2000 of 1500"}));
 }
+
+} // namespace Invariantes_primitivas_test

@@ -12,6 +12,8 @@
 #include "support/Lineas.h"
 #include "support/Registro.h"
 
+namespace Invariantes_test {
+
 using namespace escena;
 using invariantes::comprobar;
 using invariantes::Historia;
@@ -352,3 +354,5 @@ TEST(InvariantesVigilante, ChecksTheResultWithItsClones) {
     vigilante.comprobarResultado();
     EXPECT_EQ(vigilante.violaciones(), Reglas{"twice: clone 1 is attached and waits (at \"the result\")"});
 }
+
+} // namespace Invariantes_test

@@ -4,6 +4,8 @@
 
 #include "algorithm/EscenaDePermuta.h"
 
+namespace Optimizar_busqueda_test {
+
 using namespace permuta;
 using escena::modulo;
 using vista::PasadaVista;
@@ -215,3 +217,5 @@ TEST(OptimizarEnMano, EveryServiceStartsWithoutModules) {
     const Hechos segunda = t.desde("Hay servicios sin asignar con  idServicio: (itService_Out) 31");
     EXPECT_NE(std::find(segunda.begin(), segunda.end(), "7  MAC 1  y MAC 2  "), segunda.end());
 }
+
+} // namespace Optimizar_busqueda_test

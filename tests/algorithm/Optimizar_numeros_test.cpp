@@ -8,6 +8,8 @@
 #include "algorithm/EscenaDePermuta.h"
 #include "support/SinDepuracion.h"
 
+namespace Optimizar_numeros_test {
+
 using namespace permuta;
 using escena::modulo;
 using vista::claves;
@@ -122,3 +124,5 @@ TEST(OptimizarNumeros, TwoModulesOfDifferentModelsEndTheSearchForThatServiceAlon
                   "soy el servicio nº2", "Hay servicios sin asignar con  idServicio: (itService_Out) 31"}));
     EXPECT_EQ(t.cuantas(" MAC 1 A y MAC 2 B "), 2U);
 }
+
+} // namespace Optimizar_numeros_test

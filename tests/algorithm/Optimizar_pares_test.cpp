@@ -7,6 +7,8 @@
 #include "algorithm/EscenaDePermuta.h"
 #include "support/Lineas.h"
 
+namespace Optimizar_pares_test {
+
 using namespace permuta;
 using vista::indice;
 using vista::PasadaVista;
@@ -296,3 +298,5 @@ TEST(ParSinEntrada, APairThatPassesIsPassedOverWhenMac0HasNoInputForIt) {
                 lineas::hecho(lineas::NO_SE_PUEDE_MAS), lineas::hecho(lineas::TRAS_OPTIMIZAR_COMPROBAR)}));
     EXPECT_EQ(indice(t.despues.indice), "1/1[30]");
 }
+
+} // namespace Optimizar_pares_test

@@ -5,6 +5,8 @@
 #include "algorithm/EscenaDePermuta.h"
 #include "support/Lineas.h"
 
+namespace Optimizar_paseos_test {
+
 using namespace permuta;
 using vista::entradas;
 using vista::indice;
@@ -292,3 +294,5 @@ TEST(PaseoIndice, AFruitlessPassLeavesEverythingWhereItWas) {
     EXPECT_EQ(r.tramo(6, 4).cuantasEmpiezan("soy el servicio"), 1U);
     EXPECT_EQ(indice(e.motor.Mapa_ONIDs), "1/1[30]");
 }
+
+} // namespace Optimizar_paseos_test

@@ -5,6 +5,8 @@
 
 #include "algorithm/EscenaDePermuta.h"
 
+namespace Optimizar_permuta_test {
+
 using namespace permuta;
 using vista::entradas;
 using vista::indice;
@@ -365,3 +367,5 @@ TEST_F(Permuta, EqualKeysOnAnOutputBothGoWithThePrincipal) {
     const Tramo t = e.optimizar();
     EXPECT_EQ(estado(t), "A 1/1[10] 1/2[] | 1000x1[]; B 1/3[] 1/2[10] | 3000x1[10]; 1/1[20 30]");
 }
+
+} // namespace Optimizar_permuta_test

@@ -5,6 +5,8 @@
 #include "algorithm/EscenaDePermuta.h"
 #include "support/Lineas.h"
 
+namespace Optimizar_test {
+
 using namespace permuta;
 using escena::modulo;
 using vista::entradas;
@@ -196,3 +198,5 @@ TEST(OptimizarVueltas, ServicesThatCanNeverBePlacedAreTriedFourTimes) {
     EXPECT_EQ(entradas(e.en("A")), "1/1[] 1/2[10]");
     EXPECT_EQ(entradas(e.en("B")), "1/3[] 1/2[20]");
 }
+
+} // namespace Optimizar_test

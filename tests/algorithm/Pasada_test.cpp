@@ -6,6 +6,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Pasada_test {
+
 using namespace escena;
 using vista::PasadaVista;
 
@@ -133,3 +135,5 @@ TEST(Pasada, LeavesWhatItCouldNotPlaceInTheIndexAndTheRestOnTheModules) {
     EXPECT_EQ(vista::salidas(e.en("A")), "2000x2[2 3]");
     EXPECT_EQ(vista::indice(e.motor.Mapa_ONIDs), "1/1[1]");
 }
+
+} // namespace Pasada_test

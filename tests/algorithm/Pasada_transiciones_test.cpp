@@ -6,6 +6,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Pasada_transiciones_test {
+
 using namespace escena;
 using vista::PasadaVista;
 
@@ -300,3 +302,5 @@ TEST(PasadaOptimizar, TheFourthEntryEndsThePassWithServicesLeft) {
                                                lineas::hecho(lineas::TRAS_OPTIMIZAR_NADA)};
     EXPECT_EQ(r.tramo(6, 4).desde(" Hemos hecho"), esperado);
 }
+
+} // namespace Pasada_transiciones_test

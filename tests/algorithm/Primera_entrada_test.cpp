@@ -7,6 +7,8 @@
 #include "algorithm/Escena.h"
 #include "algorithm/PasadaVista.h"
 
+namespace Primera_entrada_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::PasadaVista;
@@ -145,3 +147,5 @@ TEST(PrimeraEntrada, ItComesAfterTheLastOptimizeToo) {
     ASSERT_EQ(r.camino(), "2 5 6 3 5 6 3 5 6 3 5 6");
     EXPECT_EQ(r.final(), SUSTITUIDA);
 }
+
+} // namespace Primera_entrada_test

@@ -6,6 +6,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Rellenar_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::indice;
@@ -244,3 +246,5 @@ TEST(Rellenar, AStreamThatFitsNowhereKeepsTheOthersOut) {
     EXPECT_EQ(entradas(e.en("A")), "-[] -[]");
     EXPECT_EQ(r.camino().substr(0, 5), "2 5 6");
 }
+
+} // namespace Rellenar_test

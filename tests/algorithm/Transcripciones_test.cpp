@@ -7,6 +7,8 @@
 #include "support/Registro.h"
 #include "support/Transcripcion.h"
 
+namespace Transcripciones_test {
+
 using namespace escena;
 using permuta::EscenaDePermuta;
 
@@ -34,7 +36,7 @@ protected:
     }
 
     // Both ways round: each module would gather the stream.
-    void comparar(const std::string& nombre) { ::comparar(e, SIN_RELLENO, 1, nombre); }
+    void comparar(const std::string& nombre) { Transcripciones_test::comparar(e, SIN_RELLENO, 1, nombre); }
 };
 
 } // namespace
@@ -162,3 +164,5 @@ TEST(TranscripcionPrimeraEntrada, NoOtherInputCarriesAnything) {
     Escena e({modulo("A", 2, {10000})});
     comparar(e, SIN_RELLENO, 1, "pass_first_input_nothing_found");
 }
+
+} // namespace Transcripciones_test

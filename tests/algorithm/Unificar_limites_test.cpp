@@ -9,6 +9,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Unificar_limites_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::PasadaVista;
@@ -367,3 +369,5 @@ TEST(CandidatoListas, EqualKeysAreAllCarried) {
     EXPECT_EQ(entradas(t.despues.en("A")), "1/1[1 1]");
     EXPECT_EQ(salidas(t.despues.en("A")), "2000x2[1 1]");
 }
+
+} // namespace Unificar_limites_test

@@ -9,6 +9,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Unificar_recogida_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::PasadaVista;
@@ -221,3 +223,5 @@ TEST(RecogidaEnSalidas, EqualKeysFindTheirOutputsInTheOrderOfTheModulesFromTheLa
     EXPECT_EQ(t.despues.en("B").mapSalidas.at(1).MapaServicios.begin()->second, deB);
     EXPECT_EQ(t.despues.en("B").mapSalidas.at(2).MapaServicios.begin()->second, deA);
 }
+
+} // namespace Unificar_recogida_test

@@ -9,6 +9,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Unificar_resintonia_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::PasadaVista;
@@ -257,3 +259,5 @@ TEST_F(Resintonia, EveryServiceOnAnOutputStandsOnTheInputOfItsStream) {
     EXPECT_EQ(entradas(t.despues.en("A")), "1/4[21] 1/2[12] 1/3[13 22]");
     EXPECT_EQ(salidas(t.despues.en("A")), "4000x4[12 13 21 22]");
 }
+
+} // namespace Unificar_resintonia_test

@@ -7,6 +7,8 @@
 #include "algorithm/PasadaVista.h"
 #include "support/Lineas.h"
 
+namespace Unificar_test {
+
 using namespace escena;
 using vista::entradas;
 using vista::PasadaVista;
@@ -312,3 +314,5 @@ TEST(UnificarVolcado, StandsBetweenItsTitlesAlsoWithoutModules) {
                                "                                      ||",
                                subrayado}));
 }
+
+} // namespace Unificar_test

@@ -11,6 +11,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace AsignarBarrido_test {
+
 using namespace zarven;
 
 namespace {
@@ -98,3 +100,5 @@ TEST(AsignarBarrido, ChangesBetweenTwoPassesAreSeen) {
     motor.RecalculationAlgorithm(1, 1);
     EXPECT_EQ(motor.Mapa_ModulosCabecera_Proceso.at("A").mapEntradas.at(1).TSID, 40);
 }
+
+} // namespace AsignarBarrido_test

@@ -9,6 +9,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace AsignarCompletar_test {
+
 using namespace zarven;
 
 namespace {
@@ -180,3 +182,5 @@ TEST(AsignarCompletar, PlacesServicesUnderTheKeyOfTheirEntry) {
     c.completar();
     EXPECT_EQ(c.entrada().MapaServicios.begin()->first, 5);
 }
+
+} // namespace AsignarCompletar_test

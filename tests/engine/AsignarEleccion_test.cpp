@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace AsignarEleccion_test {
+
 using namespace zarven;
 
 namespace {
@@ -155,3 +157,5 @@ TEST(AsignarEleccion, MinSeesNoMoreThan99998Services) {
     EXPECT_GT(registro::total(), 3u);
     registro::vaciar();
 }
+
+} // namespace AsignarEleccion_test

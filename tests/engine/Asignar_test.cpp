@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Asignar_test {
+
 using namespace zarven;
 
 namespace {
@@ -213,3 +215,5 @@ TEST(Asignar, WorksOnTheModuleItIsGiven) {
     EXPECT_EQ(suelto.mapEntradas.at(1).MapaServicios.size(), 1u);
     EXPECT_TRUE(c.entrada().MapaServicios.empty());
 }
+
+} // namespace Asignar_test

@@ -5,6 +5,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Balance_test {
+
 using namespace zarven;
 
 namespace {
@@ -303,3 +305,5 @@ TEST(Balance, AnEntryWithoutServiceIsNotMovedAndEndsThePair) {
         EXPECT_FALSE(registro::contiene(DE_SIGUIENTE_A_ACTUAL.substr(2)));
     }
 }
+
+} // namespace Balance_test

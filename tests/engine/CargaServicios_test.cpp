@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace CargaServicios_test {
+
 using namespace zarven;
 
 namespace {
@@ -243,3 +245,5 @@ TEST(CargaServicios, IgnoresANullService) {
     EXPECT_TRUE(motor.listaServiciosClonados.empty());
     EXPECT_TRUE(registro::hechos().empty());
 }
+
+} // namespace CargaServicios_test

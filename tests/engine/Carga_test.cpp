@@ -9,6 +9,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Carga_test {
+
 using namespace zarven;
 
 namespace {
@@ -268,3 +270,5 @@ TEST(Carga, ReturnCodesAreAsPublished) {
     EXPECT_EQ(tRecalculo::ERROR_INDICE_INCOHERENTE, -101);
     EXPECT_EQ(tRecalculo::ERROR_CLON_SIN_PADRE, -109);
 }
+
+} // namespace Carga_test

@@ -5,6 +5,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Clonados_test {
+
 using namespace zarven;
 
 namespace {
@@ -331,3 +333,5 @@ TEST(Clonados, TheParentIsKnownByItsOSIDWhateverItsStream) {
     EXPECT_EQ(r.salida(1).MapaServicios.count(500), 1U);
     EXPECT_EQ(r.salida(2).MapaServicios.count(500), 0U);
 }
+
+} // namespace Clonados_test

@@ -5,6 +5,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Consultas_test {
+
 using namespace zarven;
 
 namespace {
@@ -288,3 +290,5 @@ TEST(Consultas, OnlyTheResourceIsLogged) {
     motor.Exist_Service_with_idService();
     EXPECT_TRUE(registro::hechos().empty());
 }
+
+} // namespace Consultas_test

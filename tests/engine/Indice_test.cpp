@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Indice_test {
+
 using namespace zarven;
 
 namespace {
@@ -132,3 +134,5 @@ TEST(Indice, CountsModulo65536) {
     fabrica::preparar(motor);
     EXPECT_EQ(motor.num_servicios_procesado(), 1);
 }
+
+} // namespace Indice_test

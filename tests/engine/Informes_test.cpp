@@ -6,6 +6,8 @@
 #include "support/Registro.h"
 #include "support/SinDepuracion.h"
 
+namespace Informes_test {
+
 using namespace zarven;
 
 namespace {
@@ -347,3 +349,5 @@ TEST(Informes, WithTheDebugLevelMaskedNothingIsDumped) {
               }),
               Lineas());
 }
+
+} // namespace Informes_test

@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace InsertarRetirada_test {
+
 using namespace zarven;
 
 namespace {
@@ -227,3 +229,5 @@ TEST(InsertarRetirada, CountersWrapAroundInsteadOfStoppingAtZero) {
     EXPECT_EQ(c.salida().BitRateActual, 4294966297u);
     EXPECT_EQ(c.salida().NumServicios, 4294967295u);
 }
+
+} // namespace InsertarRetirada_test

@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace InsertarSalida_test {
+
 using namespace zarven;
 
 namespace {
@@ -143,3 +145,5 @@ TEST(InsertarSalida, KeepsEqualKeys) {
     EXPECT_EQ(m.mapSalidas.at(1).NumServicios, 2u);
     EXPECT_EQ(m.mapSalidas.at(1).BitRateActual, 3000u);
 }
+
+} // namespace InsertarSalida_test

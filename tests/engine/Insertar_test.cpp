@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Insertar_test {
+
 using namespace zarven;
 
 namespace {
@@ -332,3 +334,5 @@ TEST(Insertar, CountsNoTranscoderWhenNoOutputFits) {
     EXPECT_EQ(insertar(m, transcodificado()), 0u);
     EXPECT_EQ(m.SD_Transcoding, 0);
 }
+
+} // namespace Insertar_test

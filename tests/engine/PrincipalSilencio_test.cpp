@@ -13,6 +13,8 @@
 #include "support/Registro.h"
 #include "support/SinDepuracion.h"
 
+namespace PrincipalSilencio_test {
+
 using namespace zarven;
 
 namespace {
@@ -153,3 +155,5 @@ TEST(PrincipalSilencio, WhatOnlyTheDebugLogShowsIsNotWorkedOut) {
     for (std::size_t i = 0; i < detalles.size(); ++i)
         EXPECT_GT(veces[i], 0U) << detalles[i];
 }
+
+} // namespace PrincipalSilencio_test

@@ -8,6 +8,8 @@
 #include "support/Registro.h"
 #include "support/Transcripcion.h"
 
+namespace PrincipalTranscripciones_test {
+
 using namespace zarven;
 
 namespace {
@@ -82,3 +84,5 @@ TEST(PrincipalTranscripciones, ClonesAreAttachedOrLeftOver) {
     fabrica::cargar(motor, {1, 7, 50, 0, 1000, 1, 0, "Clon transcodificado"});
     compararCorrida(motor, "driver_clones");
 }
+
+} // namespace PrincipalTranscripciones_test

@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace PrincipalVarias_test {
+
 using namespace zarven;
 
 TEST(PrincipalVarias, ALaterStrategyThatPlacesEverythingIsKept) {
@@ -63,3 +65,5 @@ TEST(PrincipalVarias, ASecondRunCountsTheTranscodersOfClonesAnew) {
     motor.Main_Recalculo();
     EXPECT_EQ(motor.Mapa_ModulosCabecera_Final.at("A").AUX_Transcoding, 0);
 }
+
+} // namespace PrincipalVarias_test

@@ -8,6 +8,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Principal_test {
+
 using namespace zarven;
 
 namespace {
@@ -387,3 +389,5 @@ TEST(Principal, EveryStrategyPausesAtItsPlaces) {
     EXPECT_EQ(registro::pausas(), (std::vector<unsigned>{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1,
                                                          1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2}));
 }
+
+} // namespace Principal_test

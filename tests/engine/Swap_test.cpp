@@ -5,6 +5,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Swap_test {
+
 using namespace zarven;
 
 namespace {
@@ -350,3 +352,5 @@ TEST(Swap, TwiceIsNone) {
     EXPECT_EQ(claves(a.mapSalidas.at(1).MapaServicios), Claves{1});
     EXPECT_EQ(claves(b.mapSalidas.at(2).MapaServicios), Claves{11});
 }
+
+} // namespace Swap_test

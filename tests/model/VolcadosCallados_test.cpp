@@ -7,6 +7,8 @@
 #include "support/Registro.h"
 #include "support/SinDepuracion.h"
 
+namespace VolcadosCallados_test {
+
 using namespace zarven;
 
 namespace {
@@ -68,3 +70,5 @@ TEST_F(VolcadosCallados, TheMaskOfTheDebugLevelDecidesAndNoOther) {
     modulo.Print_Modulo();
     EXPECT_NE(registro::total(), 0U);
 }
+
+} // namespace VolcadosCallados_test

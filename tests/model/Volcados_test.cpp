@@ -8,6 +8,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace Volcados_test {
+
 using namespace zarven;
 
 namespace {
@@ -370,3 +372,5 @@ TEST(Volcados, AModulePrintsItsOutputsWithTheirServicesByNumber) {
     EXPECT_EQ(esperado.size(), 6u + 11u + 6u);
     EXPECT_EQ(loQueAnota([&] { modulo.Print_MapaSalidas(); }), esperado);
 }
+
+} // namespace Volcados_test

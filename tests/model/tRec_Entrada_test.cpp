@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace tRec_Entrada_test {
+
 using namespace zarven;
 
 namespace {
@@ -153,3 +155,5 @@ TEST(tRec_Entrada, LogsNothingButDumps) {
     entrada.DeleteServicioALaEntrada(s);
     EXPECT_TRUE(registro::hechos().empty());
 }
+
+} // namespace tRec_Entrada_test

@@ -8,6 +8,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace tRec_Modulo_test {
+
 using namespace zarven;
 
 namespace {
@@ -351,3 +353,5 @@ TEST(tRec_Modulo, ChargesThePidsOfAServiceAndNotTheirCeiling) {
     modulo.deleteService(servicio, 1, 1);
     EXPECT_EQ(modulo.PIDsModulo, 0);
 }
+
+} // namespace tRec_Modulo_test

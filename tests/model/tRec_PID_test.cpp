@@ -6,6 +6,8 @@
 
 #include "support/Registro.h"
 
+namespace tRec_PID_test {
+
 using namespace zarven;
 
 TEST(tRec_PID, SettersFillWhatTheConstructorFills) {
@@ -55,3 +57,5 @@ TEST(tRec_PID, PrintsItsBlock) {
     };
     EXPECT_EQ(registro::hechos(), esperado);
 }
+
+} // namespace tRec_PID_test

@@ -7,6 +7,8 @@
 #include "support/Fabrica.h"
 #include "support/Registro.h"
 
+namespace tRec_Salida_test {
+
 using namespace zarven;
 
 namespace {
@@ -205,3 +207,5 @@ TEST(tRec_Salida, LogsNothingButDumps) {
     salida.DeleteServicioALaSalida(s);
     EXPECT_TRUE(registro::hechos().empty());
 }
+
+} // namespace tRec_Salida_test

@@ -7,6 +7,8 @@
 
 #include <string>
 
+namespace tRec_Version_test {
+
 namespace {
 
 std::string esperada() {
@@ -30,3 +32,5 @@ TEST(tRec_Version, TheNumberOrdersVersions) {
 }
 
 } // namespace
+
+} // namespace tRec_Version_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::counted_test {
 namespace {
 
 TEST(Counted, OnlyOneIsSingular) {
@@ -14,4 +14,4 @@ TEST(Counted, OnlyOneIsSingular) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::counted_test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::interruption_test {
 namespace {
 
 using testing::ExitedWithCode;
@@ -90,4 +90,4 @@ TEST(Interruption, WhatIsIgnoredStaysIgnored) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::interruption_test

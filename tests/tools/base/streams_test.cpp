@@ -14,7 +14,7 @@
 #include "base/interruption.h"
 #include "failure_message.h"
 
-namespace zarven::tool {
+namespace zarven::tool::streams_test {
 namespace {
 
 class Streams : public testing::Test {
@@ -111,4 +111,4 @@ TEST(InputName, TheDashIsStandardInput) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::streams_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::utf8_test {
 namespace {
 
 using namespace std::string_literals;
@@ -134,4 +134,4 @@ TEST(Wrapped, BreaksLongWordsBetweenClusters) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::utf8_test

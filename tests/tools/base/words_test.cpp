@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace words_test {
+
 using namespace zarven::tool;
 
 namespace {
@@ -43,3 +45,5 @@ TEST(DidYouMean, AsksUpToHalfTheWord) {
 }
 
 } // namespace
+
+} // namespace words_test

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::workers_test {
 namespace {
 
 TEST(InParallel, EachPartOnce) {
@@ -63,4 +63,4 @@ TEST(Cores, OneAtLeast) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::workers_test

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::bound_test {
 namespace {
 
 using nlohmann::json;
@@ -27,4 +27,4 @@ TEST_F(CommandLine, BoundTellsWhatAnyArrangementCouldPlace) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::bound_test

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::compare_test {
 namespace {
 
 using nlohmann::json;
@@ -56,4 +56,4 @@ TEST_F(CommandLine, CompareRefuses) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::compare_test

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::explain_test {
 namespace {
 
 using nlohmann::json;
@@ -117,4 +117,4 @@ TEST_F(CommandLine, ExplainWithoutController) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::explain_test

@@ -7,7 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::export_test {
 namespace {
 
 using nlohmann::json;
@@ -61,4 +61,4 @@ TEST_F(CommandLine, ExportToAFullDisk) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::export_test

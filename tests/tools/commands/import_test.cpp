@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::import_test {
 namespace {
 
 using nlohmann::json;
@@ -276,4 +276,4 @@ TEST_F(CommandLine, WhatIsImportedRuns) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::import_test

@@ -9,7 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::program_test {
 namespace {
 
 using nlohmann::json;
@@ -262,4 +262,4 @@ TEST_F(CommandLine, AChangeThatCannotBeMade) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::program_test

@@ -9,7 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::run_test {
 namespace {
 
 using nlohmann::json;
@@ -179,4 +179,4 @@ TEST_F(CommandLine, ThePausesAreKeptOnDemand) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::run_test

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::size_test {
 namespace {
 
 using nlohmann::json;
@@ -65,4 +65,4 @@ TEST_F(CommandLine, SizeRefuses) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::size_test

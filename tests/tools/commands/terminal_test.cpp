@@ -9,7 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::terminal_test {
 namespace {
 
 using nlohmann::json;
@@ -152,4 +152,4 @@ TEST_F(CommandLine, ElsewhereThereIsNoProgress) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::terminal_test

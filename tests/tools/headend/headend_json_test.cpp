@@ -7,7 +7,7 @@
 #include "base/streams.h"
 #include "failure_message.h"
 
-namespace zarven::tool {
+namespace zarven::tool::headend_json_test {
 namespace {
 
 const std::string module_text = R"({"mac": "M", "inputs": 2, "outputs": [38000], "pids_max": 8})";
@@ -299,4 +299,4 @@ TEST(Examples, AllAreHeadendsAndSurviveWriting) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::headend_json_test

@@ -8,6 +8,8 @@
 #include "headend/headend_json.h"
 #include "schema.h"
 
+namespace headend_schema_test {
+
 using namespace zarven::tool;
 using nlohmann::json;
 
@@ -136,3 +138,5 @@ TEST(HeadendSchema, RefusesUnknownAndMissingKeys) {
 }
 
 } // namespace
+
+} // namespace headend_schema_test

@@ -7,7 +7,7 @@
 #include "failure_message.h"
 #include "headend/headend_json.h"
 
-namespace zarven::tool {
+namespace zarven::tool::override_test {
 namespace {
 
 const std::string text = R"({"modules": [
@@ -214,4 +214,4 @@ TEST(ReadModule, NothingElse) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::override_test

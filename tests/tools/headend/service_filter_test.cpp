@@ -6,7 +6,7 @@
 
 #include "failure_message.h"
 
-namespace zarven::tool {
+namespace zarven::tool::service_filter_test {
 namespace {
 
 Service service(const std::string& name = "Canal", std::uint16_t lcn = 12) {
@@ -120,4 +120,4 @@ TEST(ServiceFilter, AllWishesMustBeMet) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::service_filter_test

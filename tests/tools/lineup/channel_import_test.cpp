@@ -8,7 +8,7 @@
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
 
-namespace zarven::tool {
+namespace zarven::tool::channel_import_test {
 namespace {
 
 using Numbers = std::vector<std::uint16_t>;
@@ -341,4 +341,4 @@ TEST(ImportChannels, WhatIsImportedLoadsAsItWasWritten) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::channel_import_test

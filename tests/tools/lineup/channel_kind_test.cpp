@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::channel_kind_test {
 namespace {
 
 Channel channel(const std::string& name, std::uint16_t video_pid, std::uint16_t video_mode,
@@ -83,4 +83,4 @@ TEST(ChannelKind, WhatTheListTellsCountsMost) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::channel_kind_test

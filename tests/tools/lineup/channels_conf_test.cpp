@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::channels_conf_test {
 namespace {
 
 using Pids = std::set<std::uint16_t>;
@@ -253,4 +253,4 @@ TEST(ChannelsConf, AnEmptyFileIsAnEmptyList) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::channels_conf_test

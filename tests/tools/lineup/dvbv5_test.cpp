@@ -6,7 +6,7 @@
 
 #include "base/streams.h"
 
-namespace zarven::tool {
+namespace zarven::tool::dvbv5_test {
 namespace {
 
 using Pids = std::set<std::uint16_t>;
@@ -228,4 +228,4 @@ TEST(Dvbv5, NumbersAtTheirLimits) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::dvbv5_test

@@ -7,7 +7,7 @@
 #include "base/streams.h"
 #include "lineup/text_lines.h"
 
-namespace zarven::tool {
+namespace zarven::tool::lamedb_test {
 namespace {
 
 using Pids = std::set<std::uint16_t>;
@@ -309,4 +309,4 @@ TEST(Lamedb, LineEnds) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::lamedb_test

@@ -6,7 +6,7 @@
 
 #include "lineup/text_lines.h"
 
-namespace zarven::tool {
+namespace zarven::tool::lamedb_transponder_test {
 namespace {
 
 LamedbTransponder read(const std::string& parameters) {
@@ -89,4 +89,4 @@ TEST(LamedbTransponder, FrequencyAndPolarization) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::lamedb_transponder_test

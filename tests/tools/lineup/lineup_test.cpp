@@ -10,7 +10,7 @@
 #include "failure_message.h"
 #include "lineup/channel_import.h"
 
-namespace zarven::tool {
+namespace zarven::tool::lineup_test {
 namespace {
 
 using namespace std::string_literals;
@@ -177,4 +177,4 @@ TEST(Damage, NulInANameIsKept) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::lineup_test

@@ -6,7 +6,7 @@
 
 #include "channel_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::stream_ids_test {
 namespace {
 
 std::vector<std::uint16_t> tsids(const ImportedChannels& imported) {
@@ -115,4 +115,4 @@ TEST(StreamIds, EveryIdIsGivenAndThenNoneIsLeft) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::stream_ids_test

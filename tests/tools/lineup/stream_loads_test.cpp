@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::stream_loads_test {
 namespace {
 
 using Bitrates = std::vector<std::uint32_t>;
@@ -91,4 +91,4 @@ TEST(StreamLoads, WithoutAKnownRateNothingIsChecked) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::stream_loads_test

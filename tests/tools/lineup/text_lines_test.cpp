@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::text_lines_test {
 namespace {
 
 using namespace std::string_literals;
@@ -93,4 +93,4 @@ TEST(TextLines, ANumberWhoseFaultsMayPass) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::text_lines_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::transponder_test {
 namespace {
 
 Transponder satellite(Delivery delivery, std::uint32_t symbol_rate, std::uint32_t bits, CodeRate fec,
@@ -112,4 +112,4 @@ TEST(NetRate, BitsOfConstellations) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::transponder_test

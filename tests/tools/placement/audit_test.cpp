@@ -7,7 +7,7 @@
 #include "headend/headend_json.h"
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::audit_test {
 namespace {
 
 using Findings = std::vector<std::string>;
@@ -398,4 +398,4 @@ TEST(AuditOfARun, ASmallHeadendHasNoFindings) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::audit_test

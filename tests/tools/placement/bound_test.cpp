@@ -12,7 +12,7 @@
 #include "placement/host.h"
 #include "placement/made_services.h"
 
-namespace zarven::tool {
+namespace zarven::tool::bound_test {
 namespace {
 
 Bound bound_of(const Headend& headend) {
@@ -323,4 +323,4 @@ TEST(Bound, OfTheValuePassesOverWhatIsWorthNothing) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::bound_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::comparison_test {
 namespace {
 
 ServiceResult service(std::uint16_t lcn, std::uint16_t tsid, std::vector<std::uint32_t> outputs = {}) {
@@ -249,4 +249,4 @@ TEST(Compare, ALimitOfANewModule) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::comparison_test

@@ -7,7 +7,7 @@
 #include "failure_message.h"
 #include "headend/headend_json.h"
 
-namespace zarven::tool {
+namespace zarven::tool::engine_run_test {
 namespace {
 
 Headend headend_of(const std::string& text) {
@@ -235,4 +235,4 @@ TEST(RunEngine, AMovedEngineRuns) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::engine_run_test

@@ -7,7 +7,7 @@
 
 #include "report/explanation_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::explanation_json_test {
 namespace {
 
 using nlohmann::ordered_json;
@@ -91,4 +91,4 @@ TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::explanation_json_test

@@ -4,7 +4,7 @@
 
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::explanation_test {
 namespace {
 
 class Explain : public EngineByHand {
@@ -98,4 +98,4 @@ TEST_F(Explain, WhatTheAuditFoundAboutTheService) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::explanation_test

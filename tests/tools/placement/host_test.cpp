@@ -18,7 +18,7 @@
 #include "base/interruption.h"
 #include "failure_message.h"
 
-namespace zarven::tool {
+namespace zarven::tool::host_test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -178,4 +178,4 @@ TEST_F(Host, AfterTheLogNothingWaits) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::host_test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::progress_test {
 namespace {
 
 std::string after(const std::vector<std::string_view>& lines) {
@@ -101,4 +101,4 @@ TEST(Progress, CountsTheServicesLeft) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::progress_test

@@ -5,7 +5,7 @@
 #include "Generador.h"
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::reason_test {
 namespace {
 
 class Reason : public EngineByHand {
@@ -324,4 +324,4 @@ TEST(ReasonOverRandomHeadends, OnlyClonesThatTheEngineAttachesNowWouldBeTakenNow
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::reason_test

@@ -7,7 +7,7 @@
 #include "Generador.h"
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::refusal_test {
 namespace {
 
 class Refusal : public EngineByHand {
@@ -347,4 +347,4 @@ TEST(RefusalOverRandomHeadends, OurLimitsAreTheEngines) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::refusal_test

@@ -11,7 +11,7 @@
 #include "placement/result.h"
 #include "placement/result_json.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_invariants_test {
 namespace {
 
 using nlohmann::json;
@@ -149,4 +149,4 @@ TEST(ResultInvariants, ASummaryThatTellsOtherFigures) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_invariants_test

@@ -9,7 +9,7 @@
 #include "report/result_fixture.h"
 #include "report/strategies_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_json_test {
 namespace {
 
 TEST(ResultJson, OneOfEverything) {
@@ -55,4 +55,4 @@ TEST(ResultJson, AnEmptyResult) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_json_test

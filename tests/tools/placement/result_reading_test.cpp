@@ -12,7 +12,7 @@
 #include "placement/result_json.h"
 #include "report/result_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_reading_test {
 namespace {
 
 using nlohmann::json;
@@ -167,4 +167,4 @@ TEST(ResultReading, LabelsAndPlacesComeBack) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_reading_test

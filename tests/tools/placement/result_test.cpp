@@ -8,7 +8,7 @@
 #include "placement/engine_by_hand.h"
 #include "placement/reason.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_test {
 namespace {
 
 using ResultOfHand = EngineByHand;
@@ -219,4 +219,4 @@ TEST_F(ResultOfHand, AttachedClonesAreNoPlacedServices) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_test

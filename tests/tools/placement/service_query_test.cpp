@@ -5,7 +5,7 @@
 #include "failure_message.h"
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::service_query_test {
 namespace {
 
 TEST(ServiceQueryText, AnLcn) {
@@ -155,4 +155,4 @@ TEST_F(ServicesWith, TheStreamDoesNotHaveTheLcn) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::service_query_test

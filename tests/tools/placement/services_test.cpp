@@ -4,7 +4,7 @@
 
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::services_test {
 namespace {
 
 class ServicesOfARun : public EngineByHand {
@@ -58,4 +58,4 @@ TEST_F(ServicesOfARun, OnTheOutputsOfAModule) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::services_test

@@ -14,7 +14,7 @@
 #include "placement/host.h"
 #include "placement/made_services.h"
 
-namespace zarven::tool {
+namespace zarven::tool::sizing_test {
 namespace {
 
 /// A service that leaves room for others on an output of 100 kbit/s.
@@ -326,4 +326,4 @@ TEST(WithModules, TheirMacsFollowAllOthers) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::sizing_test

@@ -15,7 +15,7 @@
 #include "placement/host.h"
 #include "placement/result_json.h"
 
-namespace zarven::tool {
+namespace zarven::tool::strategies_test {
 namespace {
 
 using Verdicts = std::vector<std::pair<Verdict, std::size_t>>;
@@ -301,4 +301,4 @@ TEST_F(StrategiesAndDriver, OnTheExamples) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::strategies_test

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::json_layout_test {
 namespace {
 
 using nlohmann::ordered_json;
@@ -45,4 +45,4 @@ TEST(JsonLayout, AListThatIsNotThereIsNotOpened) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::json_layout_test

@@ -7,7 +7,7 @@
 
 #include "failure_message.h"
 
-namespace zarven::tool {
+namespace zarven::tool::json_text_test {
 namespace {
 
 std::string complaint(const std::string& text) {
@@ -97,4 +97,4 @@ TEST(ParseJson, DeepNestingDoesNotExhaustTheStack) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::json_text_test

@@ -23,7 +23,7 @@
 #include "report/strategies_fixture.h"
 #include "schema.h"
 
-namespace zarven::tool {
+namespace zarven::tool::written_schema_test {
 namespace {
 
 using nlohmann::json;
@@ -358,4 +358,4 @@ TEST(WrittenSchemas, AcceptWhatIsWrittenOfRandomHeadends) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::written_schema_test

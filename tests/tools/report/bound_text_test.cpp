@@ -8,7 +8,7 @@
 #include "placement/documents.h"
 #include "report/fitting.h"
 
-namespace zarven::tool {
+namespace zarven::tool::bound_text_test {
 namespace {
 
 Bound a_bound() {
@@ -121,4 +121,4 @@ TEST(BoundJson, TheSameFacts) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::bound_text_test

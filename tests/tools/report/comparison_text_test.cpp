@@ -9,7 +9,7 @@
 #include "report/comparison_fixture.h"
 #include "report/fitting.h"
 
-namespace zarven::tool {
+namespace zarven::tool::comparison_text_test {
 namespace {
 
 Comparison a_comparison() {
@@ -154,4 +154,4 @@ TEST(ComparisonJson, TheSameFacts) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::comparison_text_test

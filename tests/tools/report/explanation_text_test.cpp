@@ -8,7 +8,7 @@
 #include "report/explanation_fixture.h"
 #include "report/fitting.h"
 
-namespace zarven::tool {
+namespace zarven::tool::explanation_text_test {
 namespace {
 
 TEST(ExplanationText, EveryAnswer) {
@@ -116,4 +116,4 @@ TEST(ExplanationText, EveryAnswerOnAUsualTerminal) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::explanation_text_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::message_digest_test {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -52,4 +52,4 @@ TEST(MessageDigest, AKindIsAComplaintWithoutItsFindings) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::message_digest_test

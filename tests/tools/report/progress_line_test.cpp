@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::progress_line_test {
 namespace {
 
 using std::chrono::milliseconds;
@@ -106,4 +106,4 @@ TEST_F(Line, LeavesTheLastColumnFree) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::progress_line_test

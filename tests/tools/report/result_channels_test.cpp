@@ -11,7 +11,7 @@
 #include "lineup/channels_conf.h"
 #include "placement/engine_run.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_channels_test {
 namespace {
 
 using Numbers = std::vector<std::uint16_t>;
@@ -211,4 +211,4 @@ TEST(ResultChannels, TheLinesOfAList) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_channels_test

@@ -6,7 +6,7 @@
 
 #include "report/result_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_csv_test {
 namespace {
 
 const std::string header =
@@ -80,4 +80,4 @@ TEST(ResultCsv, Radio) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_csv_test

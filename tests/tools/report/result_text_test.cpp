@@ -12,7 +12,7 @@
 #include "report/fitting.h"
 #include "report/result_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_text_test {
 namespace {
 
 TEST(ResultText, OneOfEverything) {
@@ -193,4 +193,4 @@ TEST(ResultText, ABarSurvivesOddFigures) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_text_test

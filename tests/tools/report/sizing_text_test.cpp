@@ -8,7 +8,7 @@
 #include "placement/documents.h"
 #include "report/fitting.h"
 
-namespace zarven::tool {
+namespace zarven::tool::sizing_text_test {
 namespace {
 
 ServiceResult service(std::uint16_t lcn, const std::string& reason) {
@@ -202,4 +202,4 @@ TEST(SizingJson, TheSameFacts) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::sizing_text_test

@@ -10,7 +10,7 @@
 #include "report/fitting.h"
 #include "report/strategies_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::strategies_text_test {
 namespace {
 
 TEST(StrategiesText, OneOfEverything) {
@@ -106,4 +106,4 @@ TEST(StrategiesText, InAsciiTheMarkIsAnAsterisk) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::strategies_text_test

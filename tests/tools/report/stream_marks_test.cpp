@@ -9,7 +9,7 @@
 
 #include "report/result_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::stream_marks_test {
 namespace {
 
 std::string code(std::size_t place) {
@@ -66,4 +66,4 @@ TEST(StreamMarks, AFreeInputReceivesNothing) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::stream_marks_test

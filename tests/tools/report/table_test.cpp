@@ -8,7 +8,7 @@
 
 #include "base/utf8.h"
 
-namespace zarven::tool {
+namespace zarven::tool::table_test {
 namespace {
 
 std::vector<Column> columns() {
@@ -138,4 +138,4 @@ TEST(Table, WithoutHeadingsHasNoLineForThem) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::table_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zarven::tool {
+namespace zarven::tool::terminal_test {
 namespace {
 
 Surroundings terminal() {
@@ -127,4 +127,4 @@ TEST(Heading, OfPartsAndOfAHeadend) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::terminal_test

@@ -7,7 +7,7 @@
 #include "report/comparison_fixture.h"
 #include "report/page/page_text.h"
 
-namespace zarven::tool {
+namespace zarven::tool::comparison_page_test {
 namespace {
 
 std::string body_of(const Comparison& comparison) {
@@ -196,4 +196,4 @@ TEST(ComparisonPage, NeedsNothingFromOutside) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::comparison_page_test

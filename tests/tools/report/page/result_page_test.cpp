@@ -7,7 +7,7 @@
 #include "report/page/page_text.h"
 #include "report/result_fixture.h"
 
-namespace zarven::tool {
+namespace zarven::tool::result_page_test {
 namespace {
 
 std::string body_of(const Result& result) {
@@ -290,4 +290,4 @@ TEST(Page, LabelsOfModulesAndPlacesOfStreams) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::result_page_test
