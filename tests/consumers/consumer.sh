@@ -7,11 +7,11 @@
 #     pkg_config         the compiler and pkg-config, against the installed library
 #     moved              the same, after the installation has been moved
 #     static             the same, against an installed archive; embedded_host with the C library in it, too (-static)
-#     bare               the compiler alone, on the library's sources
+#     bare               the compiler alone, on the library's sources, each for itself, with our own warnings
 #
 # CMakeLists.txt says with which compiler and against what: the environment holds CMAKE, SOURCE, VERSION, STAGE
-# (where the library is installed), LIBDIR (within it), CXX, CXXFLAGS, LDFLAGS, and for a foreign target TOOLCHAIN
-# and EMULATOR.
+# (where the library is installed), LIBDIR (within it), CXX, CXXFLAGS, WARNINGS, LDFLAGS, and for a foreign target
+# TOOLCHAIN and EMULATOR.
 set -euo pipefail
 kind=$1
 work=$(mktemp -d)
@@ -83,7 +83,9 @@ static)
     ;;
 bare)
     programs=(embedded_host)
-    "$CXX" "${flags[@]}" -I"$SOURCE/include" "$SOURCE"/src/*/*.cpp "$SOURCE/examples/embedded_host.cpp" \
+    # shellcheck disable=SC2153 # WARNINGS is the environment's
+    read -ra warnings <<<"$WARNINGS"
+    "$CXX" "${flags[@]}" "${warnings[@]}" -I"$SOURCE/include" "$SOURCE"/src/*/*.cpp "$SOURCE/examples/embedded_host.cpp" \
         "${link_flags[@]}" -o "$work/embedded_host"
     ;;
 esac
