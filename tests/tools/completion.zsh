@@ -10,7 +10,8 @@ cp $file $folder/_recalculo
 cd $folder
 touch 'other.txt'
 
-# What is set up in the other zsh: each match is printed on a line of its own between two marks, and then it ends.
+# What is set up in the other zsh: each match is printed on a line of its own between two marks. (It waits to be ended:
+# of one that has ended the last words are lost.)
 cat >setup <<'END'
 PROMPT=
 fpath=($PWD $fpath)
@@ -22,7 +23,7 @@ bindkey '^I' complete-word
 zstyle ':completion:*' insert-tab false
 mark() { print -r - '<mark>' }
 compprefuncs=(mark)
-comppostfuncs=(mark exit)
+comppostfuncs=(mark)
 compadd() {
     if [[ ${@[1,(i)(-|--)]} == *-(O|A|D)\ * ]]; then
         builtin compadd "$@"
