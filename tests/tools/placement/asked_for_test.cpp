@@ -7,7 +7,7 @@
 #include "placement/engine_by_hand.h"
 #include "placement/result.h"
 
-namespace zarven::tool {
+namespace zarven::tool::asked_for_test {
 namespace {
 
 using Flags = std::vector<bool>;
@@ -126,4 +126,4 @@ TEST(AskedFor, TheEngineIsGivenTheRestAndTheResultCountsThem) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::asked_for_test
