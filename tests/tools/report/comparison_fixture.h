@@ -33,6 +33,13 @@ inline Comparison changed_headend() {
     comparison.inputs_taken = {{"A", 2, false, {}, true, {1, 20}}};
     comparison.inputs_retuned = {{"B", 1, true, {1, 30}, true, {1, 40}}};
     comparison.became_tight = {{TightKind::inputs, "A", 0, 2, 2}, {TightKind::pids, "A", 0, 15, 15}};
+    comparison.renamed = {{change(4, "Cuatro", {}, {}).service, change(5, "Five", {}, {}).service}};
+    comparison.renamed[0].after.output_name = "FIVE";
+    ServiceResult three = change(3, "Tres", {}, {}).service;
+    comparison.order.steps = {{comparison.inputs_taken[0], {}, {}, 0},
+                              {comparison.inputs_retuned[0], {three}, {}, 1},
+                              {comparison.inputs_freed[0], {}, {three}, 0}};
+    comparison.order.most_off_air = 1;
     comparison.relaxed = {{TightKind::bitrate, "B", 1, 0, 38000}};
     return comparison;
 }

@@ -44,19 +44,25 @@ TEST(ComparisonText, WhatWasNotAskedFor) {
 
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
-              R"(1 gained, 1 lost, 1 moved, 4 in the same place, 5 placed in neither
+              R"(1 gained, 1 lost, 1 moved, 4 in the same place (1 renamed), 5 placed in neither
 
 Before old.json (Casa): 3 of 5 services placed; audit: 2 findings
 After  new.json: 1 of 1 service placed, 1 neither placed nor left out; audit: 1 finding
+
+Inputs tuned to another stream: 1
+  B in 1  1/30 → 1/40
+
+Moved: 1
+      3  Tres        1/1001       A in 1 out 1, B no input out 2 → B in 2 out 1
+
+Renamed: 1
+  LCN 4 Cuatro (SID 104)  → LCN 5 Five as FIVE (SID 105)
 
 Gained: 1
       1  Uno         1/1001       left out → A in 1 out 1+2
 
 Lost: 1
       2  Doscientos  1/1001       A in 1 out 1 → not there
-
-Moved: 1
-      3  Tres        1/1001       A in 1 out 1, B no input out 2 → B in 2 out 1
 
 Modules gone: 1
   X
@@ -70,15 +76,17 @@ Inputs freed: 1
 Inputs taken: 1
   A in 2  free → 1/20
 
-Inputs tuned to another stream: 1
-  B in 1  1/30 → 1/40
-
 Became tight: 2
   A  inputs: 2 of 2 in use
   A  PIDs: 15 of 15
 
 No longer tight: 1
   B  output 1: 0 of 38000 kbit/s
+
+Change on air in 3 steps: at most 1 service off the air at a time
+  1  A in 2  free → 1/20
+  2  B in 1  1/30 → 1/40  off the air: LCN 3
+  3  A in 1  1/10 → free  back: LCN 3
 
 Audit before: 2 findings
 Warning: one
@@ -133,7 +141,7 @@ TEST(ComparisonJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(comparison_json(a_comparison()));
     EXPECT_EQ(
         json.dump(),
-        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"never_placed":5},)"
+        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"renamed":1,"never_placed":5},)"
         R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["one","two"]},)"
         R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"]},)"
         R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
@@ -143,6 +151,8 @@ TEST(ComparisonJson, TheSameFacts) {
         R"("moved":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103,)"
         R"("before":[{"mac":"A","input":1,"outputs":[1]},{"mac":"B","input":0,"outputs":[2]}],)"
         R"("after":[{"mac":"B","input":2,"outputs":[1]}]}],)"
+        R"("renamed":[{"before":{"lcn":4,"name":"Cuatro","onid":1,"tsid":1001,"sid":104,"output_name":""},)"
+        R"("after":{"lcn":5,"name":"Five","onid":1,"tsid":1001,"sid":105,"output_name":"FIVE"}}],)"
         R"("modules_gone":["X"],"modules_new":["Y"],)"
         R"("inputs_freed":[{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null}],)"
         R"("inputs_taken":[{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}}],)"
@@ -150,7 +160,14 @@ TEST(ComparisonJson, TheSameFacts) {
         R"("after":{"onid":1,"tsid":40}}],)"
         R"("became_tight":[{"limit":"inputs","mac":"A","used":2,"max":2},)"
         R"({"limit":"pids","mac":"A","used":15,"max":15}],)"
-        R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}]})");
+        R"("relaxed":[{"limit":"bitrate","mac":"B","output":1,"used":0,"max":38000}],)"
+        R"("order":{"steps":[{"input":{"mac":"A","number":2,"before":null,"after":{"onid":1,"tsid":20}},)"
+        R"("goes_off":[],"comes_back":[],"off_air":0},)"
+        R"({"input":{"mac":"B","number":1,"before":{"onid":1,"tsid":30},"after":{"onid":1,"tsid":40}},)"
+        R"("goes_off":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103}],"comes_back":[],"off_air":1},)"
+        R"({"input":{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null},"goes_off":[],)"
+        R"("comes_back":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103}],"off_air":0}],)"
+        R"("most_off_air":1,"is_least":true}})");
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include <tuple>
 #include <utility>
 
+#include "placement/change_order.h"
+
 namespace zarven::tool {
 
 namespace {
@@ -21,12 +23,14 @@ public:
         compare_services();
         compare_modules();
         compare_limits();
+        comparison_.order = change_order(comparison_, before_, after_);
         return std::move(comparison_);
     }
 
 private:
     void compare_services();
     void sort_in(const PlacedService* before, const PlacedService* after);
+    void sort_in_unmoved(const ServiceResult& before, const ServiceResult& after);
     void compare_modules();
     void compare_inputs(const ModuleResult& before, const ModuleResult& after);
     void compare_limits();
@@ -61,9 +65,18 @@ void Comparing::sort_in(const PlacedService* before, const PlacedService* after)
     else if (change.after.empty())
         comparison_.lost.push_back(std::move(change));
     else if (!is_moved(change.before, change.after))
-        ++comparison_.unmoved;
+        sort_in_unmoved(was.service, is.service);
     else
         comparison_.moved.push_back(std::move(change));
+}
+
+void Comparing::sort_in_unmoved(const ServiceResult& before, const ServiceResult& after) {
+    ++comparison_.unmoved;
+    const auto names_of = [](const ServiceResult& service) {
+        return std::tie(service.name, service.output_name, service.lcn, service.sid);
+    };
+    if (names_of(before) != names_of(after))
+        comparison_.renamed.push_back({before, after});
 }
 
 const ModuleResult* find_module(const Result& result, const std::string& mac) {

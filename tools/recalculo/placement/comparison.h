@@ -43,6 +43,31 @@ struct TightLimit {
     std::uint64_t max = 0;
 };
 
+/// A service that stays where it is under another name, output name, LCN or SID.
+struct ServiceRename {
+    ServiceResult before;
+    ServiceResult after;
+};
+
+/// One input is tuned anew, tuned for the first time, or given up.
+struct ChangeStep {
+    InputChange input;
+    /// Placed on both sides, and on the air again by a later step.
+    std::vector<ServiceResult> goes_off;
+    std::vector<ServiceResult> comes_back;
+    /// After this step.
+    std::size_t off_air = 0;
+};
+
+/// How the first placement becomes the second.
+struct ChangeOrder {
+    std::vector<ChangeStep> steps;
+    /// Services off the air at a time.
+    std::size_t most_off_air = 0;
+    /// It is proven that no other order of the steps has fewer.
+    bool is_least = true;
+};
+
 /// What a comparison keeps of each result.
 struct Side {
     std::string name;
@@ -57,6 +82,8 @@ struct Comparison {
     std::vector<ServiceChange> lost;
     std::vector<ServiceChange> moved;
     std::size_t unmoved = 0;
+    /// Some of the unmoved.
+    std::vector<ServiceRename> renamed;
     /// Those that only one result has count, too.
     std::size_t never_placed = 0;
     std::vector<std::string> modules_gone;
@@ -67,6 +94,7 @@ struct Comparison {
     std::vector<TightLimit> became_tight;
     /// Still there in the second result.
     std::vector<TightLimit> relaxed;
+    ChangeOrder order;
 };
 
 /// Compares two results. A service is the same in both if stream, LCN and SID are; of those then left, if the

@@ -31,7 +31,7 @@ inline std::optional<std::vector<Place>> places_if_there(const std::vector<Place
 }
 
 template <> struct Fields<ServiceChange> {
-    static constexpr const char* name = "service";
+    static constexpr const char* name = "service_change";
     static constexpr const char* meaning = "A service, as it is after if it is there";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& change) {
@@ -80,6 +80,57 @@ template <> struct Fields<TightLimit> {
     }
 };
 
+struct ServiceName {
+    ServiceResult service;
+};
+
+template <> struct Fields<ServiceName> {
+    static constexpr const char* name = "service_name";
+    static constexpr const char* meaning = "How a service is called and found";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& named) {
+        visit_identity_of(visit, named.service);
+        visit_output_name(visit, named.service);
+    }
+};
+
+template <> struct Fields<ServiceRename> {
+    static constexpr const char* name = "rename";
+    static constexpr const char* meaning = "A service in the same place under other names or numbers";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& rename) {
+        visit.required("before", ServiceName{rename.before}, "What it was called");
+        visit.required("after", ServiceName{rename.after}, "What it is called");
+    }
+};
+
+template <> struct Fields<ChangeStep> {
+    static constexpr const char* name = "step";
+    static constexpr const char* meaning =
+        "One input that is tuned anew, tuned for the first time, or given up";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& step) {
+        visit.required("input", step.input, "What is done");
+        visit.required("goes_off", told_as<ServiceIdentity>(step.goes_off),
+                       "Services that go off the air until a later step");
+        visit.required("comes_back", told_as<ServiceIdentity>(step.comes_back),
+                       "Services that come on the air again");
+        visit.required("off_air", count(step.off_air), "Services off the air after the step");
+    }
+};
+
+template <> struct Fields<ChangeOrder> {
+    static constexpr const char* name = "order";
+    static constexpr const char* meaning = "How the first placement becomes the second, input by input";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& order) {
+        visit.required("steps", order.steps, "One for each input that changes");
+        visit.required("most_off_air", count(order.most_off_air),
+                       "Services placed on both sides that are off the air at a time, at most");
+        visit.required("is_least", order.is_least, "Whether it is proven that no other order has fewer");
+    }
+};
+
 template <> struct Fields<Side> {
     static constexpr const char* name = "side";
     static constexpr const char* meaning = "One placement";
@@ -101,6 +152,7 @@ struct ComparisonCounts {
     std::size_t lost = 0;
     std::size_t moved = 0;
     std::size_t unmoved = 0;
+    std::size_t renamed = 0;
     std::size_t never_placed = 0;
 };
 
@@ -113,6 +165,8 @@ template <> struct Fields<ComparisonCounts> {
         visit.required("lost", count(counts.lost), meaning_of_lost);
         visit.required("moved", count(counts.moved), meaning_of_moved);
         visit.required("unmoved", count(counts.unmoved), "Placed in both, in the same places");
+        visit.required("renamed", count(counts.renamed),
+                       "Of these with another name, output name, LCN or SID");
         visit.required("never_placed", count(counts.never_placed), "Placed in neither");
     }
 };
@@ -124,13 +178,16 @@ template <> struct Fields<Comparison> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& comparison) {
         visit.required("summary",
                        ComparisonCounts{comparison.gained.size(), comparison.lost.size(),
-                                        comparison.moved.size(), comparison.unmoved, comparison.never_placed},
+                                        comparison.moved.size(), comparison.unmoved,
+                                        comparison.renamed.size(), comparison.never_placed},
                        "The numbers of services");
         visit.required("before", comparison.before, "The first placement");
         visit.required("after", comparison.after, "The second placement");
         visit.required("gained", comparison.gained, meaning_of_gained);
         visit.required("lost", comparison.lost, meaning_of_lost);
         visit.required("moved", comparison.moved, meaning_of_moved);
+        visit.required("renamed", comparison.renamed,
+                       "Placed in both, in the same places, under another name");
         visit.required("modules_gone", comparison.modules_gone, "MACs");
         visit.required("modules_new", comparison.modules_new, "MACs");
         visit.required("inputs_freed", comparison.inputs_freed, "Tuned before and not after");
@@ -138,6 +195,7 @@ template <> struct Fields<Comparison> {
         visit.required("inputs_retuned", comparison.inputs_retuned, "Tuned to another stream");
         visit.required("became_tight", comparison.became_tight, "With little left after and not before");
         visit.required("relaxed", comparison.relaxed, "With little left before and not after");
+        visit.required("order", comparison.order, "In which order the inputs change with least off the air");
     }
 };
 

@@ -52,10 +52,14 @@ template <class Visitor, class Record> void visit_sid(Visitor& visit, Record& se
     visit.required("sid", service.sid, "Service id");
 }
 
+template <class Visitor, class Record> void visit_output_name(Visitor& visit, Record& service) {
+    visit.required("output_name", service.output_name, "Name to transmit");
+}
+
 /// What is known of a service, wherever it stands.
 template <class Visitor, class Record> void visit_service(Visitor& visit, Record& service) {
     visit_lcn_and_name(visit, service);
-    visit.required("output_name", service.output_name, "Name to transmit");
+    visit_output_name(visit, service);
     visit_stream_of(visit, service);
     visit_sid(visit, service);
     visit.required("osid", service.osid, "Service id in the received stream");

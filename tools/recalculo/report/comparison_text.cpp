@@ -37,6 +37,13 @@ std::string change_text(const std::string& before, const std::string& after, con
     return fmt::format("{} {} {}", before, symbols_of(style).arrow, after);
 }
 
+std::string lcns_of(const char* what, const std::vector<ServiceResult>& services) {
+    std::vector<std::uint16_t> lcns;
+    for (const ServiceResult& service : services)
+        lcns.push_back(service.lcn);
+    return fmt::format("{}: LCN {}", what, fmt::join(lcns, ", "));
+}
+
 std::vector<Column> columns_of_services() {
     Column change;
     change.wrapped_at = 30;
@@ -68,16 +75,18 @@ public:
 
     std::string text() && {
         write_summary();
+        write("Inputs tuned to another stream", comparison_.inputs_retuned);
+        write("Moved", comparison_.moved);
+        write("Renamed", comparison_.renamed);
         write("Gained", comparison_.gained);
         write("Lost", comparison_.lost, Paint::red);
-        write("Moved", comparison_.moved);
         write("Modules gone", comparison_.modules_gone);
         write("Modules new", comparison_.modules_new);
         write("Inputs freed", comparison_.inputs_freed);
         write("Inputs taken", comparison_.inputs_taken);
-        write("Inputs tuned to another stream", comparison_.inputs_retuned);
         write("Became tight", comparison_.became_tight);
         write("No longer tight", comparison_.relaxed);
+        write_order();
         text_ += closing_audit_text(comparison_.before.warnings, style_, "Audit before");
         text_ += closing_audit_text(comparison_.after.warnings, style_, "Audit after");
         return std::move(text_);
@@ -85,6 +94,7 @@ public:
 
 private:
     void write_summary();
+    void write_order();
     void write_side(const char* which, const std::string& file, const Side& side);
     void paragraph(const std::string& text, Paint paint = Paint::none) {
         text_ += paragraph_text(text, 0, paint, style_);
@@ -121,6 +131,19 @@ private:
                              style_);
     }
 
+    Row row_of(const ServiceRename& rename) const {
+        return {name_text(rename.before),
+                fmt::format("{} {}", symbols_of(style_).arrow, name_text(rename.after))};
+    }
+
+    std::string name_text(const ServiceResult& service) const {
+        const std::string sent = service.output_name.empty() || service.output_name == service.name
+                                     ? ""
+                                     : fmt::format(" as {}", shown(service.output_name, style_));
+        return fmt::format("LCN {} {}{} (SID {})", service.lcn, shown(service.name, style_), sent,
+                           service.sid);
+    }
+
     Row row_of(const std::string& mac) const { return {shown(mac, style_)}; }
 
     Row row_of(const InputChange& change) const {
@@ -138,6 +161,42 @@ private:
     std::string text_;
 };
 
+/// What a step does to the services; nothing where it interrupts none.
+std::string effects_of(const ChangeStep& step) {
+    std::vector<std::string> effects;
+    if (!step.goes_off.empty())
+        effects.push_back(lcns_of("off the air", step.goes_off));
+    if (!step.comes_back.empty())
+        effects.push_back(lcns_of("back", step.comes_back));
+    return fmt::format("{}", fmt::join(effects, "; "));
+}
+
+void ComparisonText::write_order() {
+    const ChangeOrder& order = comparison_.order;
+    if (order.steps.empty())
+        return;
+    text_ += '\n';
+    paragraph(fmt::format("Change on air in {}: {} off the air at a time{}",
+                          counted(order.steps.size(), "step"),
+                          order.most_off_air == 0 ? "no service"
+                                                  : "at most " + counted(order.most_off_air, "service"),
+                          order.is_least ? "" : ", the fewest that were found"),
+              Paint::bold);
+    Column number;
+    number.align = Align::right;
+    Column effects;
+    effects.wrapped_at = 16;
+    std::vector<Row> rows;
+    for (const ChangeStep& step : order.steps) {
+        Row row{std::to_string(rows.size() + 1)};
+        for (Cell& cell : row_of(step.input))
+            row.push_back(std::move(cell));
+        row.push_back(effects_of(step));
+        rows.push_back(std::move(row));
+    }
+    text_ += table_text({number, Column(), Column(), effects}, rows, body_indent, style_);
+}
+
 void ComparisonText::write_side(const char* which, const std::string& file, const Side& side) {
     const Counts& counts = side.counts;
     paragraph(fmt::format(
@@ -150,9 +209,11 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
 }
 
 void ComparisonText::write_summary() {
-    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place, {} placed in neither",
+    const std::size_t renamed = comparison_.renamed.size();
+    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place{}, {} placed in neither",
                           comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
-                          comparison_.unmoved, comparison_.never_placed));
+                          comparison_.unmoved, renamed == 0 ? "" : fmt::format(" ({} renamed)", renamed),
+                          comparison_.never_placed));
     text_ += '\n';
     write_side("Before", files_.before, comparison_.before);
     write_side("After ", files_.after, comparison_.after);

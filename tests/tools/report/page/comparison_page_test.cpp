@@ -168,6 +168,17 @@ TEST(ComparisonPage, InputsLimitsAndModulesStandInGroups) {
         EXPECT_TRUE(has(page, "<span>" + std::string(title) + R"(</span><span class="note">)")) << title;
 }
 
+TEST(ComparisonPage, TheOrderOfTheChangeIsATable) {
+    const std::string page = body_of(a_comparison());
+    EXPECT_TRUE(has(page,
+                    R"(<td><span class="mac">B</span></td><td class="number">2</td><td class="number">1</td>)"
+                    R"(<td>1/30</td><td>1/40</td><td>3 Tres</td><td></td><td class="number">1</td>)"));
+    EXPECT_TRUE(has(page, "<span>The best order</span>"));
+    Comparison found = a_comparison();
+    found.order.is_least = false;
+    EXPECT_TRUE(has(body_of(found), "<span>The best order that was found</span>"));
+}
+
 TEST(ComparisonPage, WhatIsTheSameHasNoSection) {
     const std::string page = body_of(Comparison());
     EXPECT_EQ(occurrences(page, "<section"), 1u);

@@ -149,6 +149,7 @@ public:
 
 private:
     static const std::string& mac_of(const std::string& mac) { return mac; }
+    static const std::string& mac_of(const ChangeStep& step) { return step.input.mac; }
     template <class Entry> static const std::string& mac_of(const Entry& entry) { return entry.mac; }
 
     const char* anchor_;
@@ -203,6 +204,41 @@ ModuleTable limits_table(const Comparison& comparison) {
     };
     table.add("Became tight", comparison.became_tight, cells_of);
     table.add("No longer tight", comparison.relaxed, cells_of);
+    return table;
+}
+
+/// LCN and name of each.
+std::string names_in(const std::vector<ServiceResult>& services) {
+    std::vector<std::string> names;
+    for (const ServiceResult& service : services)
+        names.push_back(fmt::format("{} {}", service.lcn, printable(service.name)));
+    return fmt::format("{}", fmt::join(names, ", "));
+}
+
+ModuleTable order_table(const Comparison& comparison) {
+    ModuleTable table(
+        "order", "Change on air",
+        "In which order the inputs change with least off the air at a time. A service leaves the air "
+        "when its old input is tuned anew before its new one.",
+        {{"Step", true},
+         {"Input", true},
+         {"Before"},
+         {"After"},
+         {"Off the air"},
+         {"On again"},
+         {"Off, in all", true},
+         {"Too much meanwhile"}});
+    std::size_t number = 0;
+    table.add(comparison.order.is_least ? "The best order" : "The best order that was found",
+              comparison.order.steps, [&number](const ChangeStep& step) -> std::vector<PageCell> {
+                  return {{std::to_string(++number), true},
+                          {std::to_string(step.input.number), true},
+                          {stream_or_free(step.input.was_tuned, step.input.before)},
+                          {stream_or_free(step.input.is_tuned, step.input.after)},
+                          {names_in(step.goes_off)},
+                          {names_in(step.comes_back)},
+                          {grouped(step.off_air), true}};
+              });
     return table;
 }
 
@@ -314,8 +350,8 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
             changes.push_back(changes_entry(one));
     }
     list tables;
-    for (const ModuleTable& table :
-         {inputs_table(comparison), limits_table(comparison), modules_table(comparison)})
+    for (const ModuleTable& table : {order_table(comparison), inputs_table(comparison),
+                                     limits_table(comparison), modules_table(comparison)})
         table.put_into(tables, frame.sections);
     data facts;
     facts["place"] = place_template;
