@@ -1,0 +1,150 @@
+// The state of one pass in a rehearsal, and the phases that change it. Named as the engine's own phases
+// (docs/architecture.md), which tells what each is for.
+
+#ifndef RECALCULO_REHEARSAL_STAGE_H
+#define RECALCULO_REHEARSAL_STAGE_H
+
+#include <cstdint>
+#include <vector>
+
+#include "Reglas.h"
+#include "placement/rehearsal/rehearsal.h"
+
+namespace zarven::tool {
+
+using ServiceNumber = std::uint32_t;
+using ServiceNumbers = std::vector<ServiceNumber>;
+
+class Rehearsal::Stage {
+public:
+    explicit Stage(const RehearsedHeadend& headend) : headend_(headend), waits_(headend.services.size()) {}
+
+    std::optional<Rehearsed> run(const std::vector<RehearsedModule>& modules);
+    const std::vector<ModuleTests>& tests() const { return tests_; }
+
+private:
+    enum class State { fill, check, complete, unify, optimize, end };
+
+    static constexpr std::size_t no_stream = std::numeric_limits<std::size_t>::max();
+
+    struct Input {
+        std::size_t stream = no_stream;
+        ServiceNumbers services;
+    };
+    struct Output {
+        std::uint32_t bitrate = 0;
+        std::uint32_t count = 0;
+        ServiceNumbers services;
+    };
+    struct Module {
+        std::vector<Input> inputs;
+        std::vector<Output> outputs;
+        std::uint16_t pids = 0;
+        std::uint16_t sd = 0;
+        std::uint16_t hd = 0;
+    };
+    /// One of the two modules of a gathering: what it is to carry, and how it would look then.
+    struct Side {
+        std::size_t module = 0;
+        ServiceNumbers services;
+        std::vector<Input> inputs;
+        std::vector<Output> outputs;
+        std::uint32_t pids = 0;
+        std::uint32_t bitrate = 0;
+        std::uint32_t sd = 0;
+        std::uint32_t hd = 0;
+    };
+    /// How many services of each stream count when one is chosen: sorted by number, then by stream.
+    struct Counts {
+        int with_positive_key = 0;
+        int with_transcoding = 0;
+        reglas::Criterio criterion{false, false, false};
+        std::vector<std::uint64_t> sorted;
+    };
+    /// Where services of two modules are exchanged for one in hand.
+    struct Exchange {
+        std::size_t module[2] = {};
+        std::size_t input[2] = {};
+        std::size_t input_in_hand = 0;
+        std::size_t stream = no_stream;
+    };
+
+    void begin();
+    bool pass(char option);
+    bool anything_waits() const { return waiting_ != 0; }
+    const RehearsedService& service(ServiceNumber number) const { return headend_.services[number]; }
+    void put(ServiceNumbers& services, ServiceNumber number) const;
+
+    // Placing (stage.cpp).
+    bool fits(std::size_t module, std::size_t output, const RehearsedService& service);
+    bool takes_transcoder(std::size_t module, const RehearsedService& service);
+    bool place(std::size_t module, std::size_t input, ServiceNumber number);
+
+    // Filling and topping up (stage_fill.cpp).
+    State fill(char option);
+    State check();
+    State complete();
+    bool is_uncomplete(std::size_t module);
+    int counted(std::size_t stream) const;
+    void count_all();
+    void add_to_totals(std::size_t stream, int sign);
+    std::size_t chosen(char mode) const;
+    int fill(std::size_t module, std::size_t input, char mode);
+    int place_waiting(std::size_t module, std::size_t input, std::size_t stream, bool with_transcoding);
+
+    // Gathering (stage_unify.cpp).
+    State unify();
+    void find_receivers();
+    std::size_t next_partner(std::size_t from, std::size_t module) const;
+    bool is_tuned(const Input& input) const;
+    bool unify_within(Module& module);
+    bool unify(std::size_t module, std::size_t other);
+    bool gather(std::size_t module, std::size_t input, std::size_t other);
+    void divide(std::size_t stream);
+    void add(Side& side, ServiceNumber number);
+    bool has_pids(const Side& side);
+    bool has_transcoders(const Side& side);
+    bool has_bitrate(const Side& side);
+    bool book(Side& side);
+    bool retune(std::size_t input, std::size_t stream);
+    bool pass_on(std::size_t stream, std::size_t gathered, ServiceNumbers&& services);
+    bool secure(ServiceNumber number);
+
+    // Exchanging (stage_optimize.cpp).
+    State optimize();
+    bool find_exchange(std::size_t stream, Exchange& exchange) const;
+    void make_room(ServiceNumber in_hand);
+    bool suits(const Exchange& exchange, const int (&free)[2], std::size_t output, std::size_t other_output,
+               ServiceNumber leaves, ServiceNumber comes, ServiceNumber in_hand);
+    bool exchange_for(const Exchange& exchange, ServiceNumber leaves, ServiceNumber comes,
+                      ServiceNumber in_hand);
+    bool is_alone(std::size_t stream, long key) const;
+    bool take_off(std::size_t module, std::size_t input, ServiceNumber number);
+
+    // What came out (stage.cpp).
+    bool is_broken();
+    bool is_broken(std::size_t module);
+    bool is_sound() const;
+
+    const RehearsedHeadend& headend_;
+    const std::vector<RehearsedModule>* limits_ = nullptr;
+    std::vector<ModuleTests> tests_;
+    std::vector<Module> modules_;
+    /// By service: it is not placed yet.
+    std::vector<char> waits_;
+    std::vector<std::size_t> waiting_of_;
+    std::size_t waiting_ = 0;
+    Counts counts_;
+    int placed_by_fill_ = 0;
+    int rounds_ = 0;
+    bool gives_up_ = false;
+    /// By stream, the modules with an input tuned to it, ascending; some that were.
+    std::vector<std::vector<std::uint32_t>> receivers_;
+    Side principal_;
+    Side auxiliary_;
+    std::vector<std::uint16_t> sids_;
+};
+
+} // namespace zarven::tool
+
+#endif
