@@ -41,6 +41,7 @@ FillModel::FillModel(const EngineRun& loaded) : resource(loaded.engine.GetRecurs
         }
     for (const auto& [mac, loaded_module] : loaded.engine.Mapa_ModulosCabecera_Inicial) {
         FillModule module;
+        module.mac = mac;
         module.pids_max = loaded_module.PIDsModuloMax;
         module.sd_max = loaded_module.SD_MAX_Transcoding;
         module.hd_max = loaded_module.HD_MAX_Transcoding;

@@ -8,6 +8,7 @@
 #define RECALCULO_CHOOSING_FILL_MODEL_H
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "placement/engine_run.h"
@@ -46,6 +47,7 @@ struct FillOutput {
 };
 
 struct FillModule {
+    std::string mac;
     std::uint32_t first_output = 0;
     std::uint32_t last_output = 0;
     std::uint32_t first_input = 0;
