@@ -4,9 +4,11 @@
 #ifndef RECALCULO_CHOOSING_ASKED_PARTS_H
 #define RECALCULO_CHOOSING_ASKED_PARTS_H
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
+#include "Reglas.h"
 #include "placement/choosing/fill_model.h"
 
 namespace zarven::tool {
@@ -30,18 +32,33 @@ public:
     const std::vector<PartIndex>& lists() const { return lists_; }
     const std::vector<std::uint32_t>& counts() const { return counts_; }
 
+    /// How many of a stream count when a stream is chosen.
+    std::uint32_t counting(std::uint32_t stream, const reglas::Criterio& criterion) const {
+        return counting_[stream][place_of(criterion)];
+    }
+
     /// Parts asked for whose key is positive, and that are of the kind with transcoding.
     std::uint32_t with_positive_key() const { return with_positive_key_; }
     std::uint32_t with_transcoding() const { return with_transcoding_; }
 
 private:
+    /// Every criterion of a fill without transcoding.
+    static constexpr std::size_t criteria = 4;
+    static constexpr std::size_t place_of(const reglas::Criterio& criterion) {
+        return (criterion.soloClavesPositivas ? 2U : 0U) + (criterion.soloDeSuClase ? 1U : 0U);
+    }
+
     void list(std::uint32_t stream);
     void note(PartIndex part, std::uint32_t one);
+    void count(PartIndex part, std::uint32_t one);
 
     const FillModel* model_;
     std::vector<std::uint8_t> asked_;
     std::vector<PartIndex> lists_;
     std::vector<std::uint32_t> counts_;
+    /// Of each part whether it counts, and of each stream how many do, by each criterion.
+    std::vector<std::array<std::uint8_t, criteria>> counts_by_;
+    std::vector<std::array<std::uint32_t, criteria>> counting_;
     std::uint32_t count_ = 0;
     std::uint32_t with_positive_key_ = 0;
     std::uint32_t with_transcoding_ = 0;

@@ -21,6 +21,12 @@ struct TrialOutcome {
     std::vector<bool> placed;
 };
 
+/// What is asked for, and what came of it.
+struct TriedChoice {
+    std::vector<bool> asked;
+    TrialOutcome outcome;
+};
+
 class EngineTrial {
 public:
     /// `stays` must outlive this.

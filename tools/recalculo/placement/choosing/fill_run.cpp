@@ -31,7 +31,9 @@ void FillRun::run(const AskedParts& asked, const Estrategia& strategy) {
     const char modes[] = {strategy.primera, strategy.segunda, strategy.otras};
     ranks_most_ = std::count(std::begin(modes), std::end(modes), reglas::MODO_MAX) != 0;
     ranks_fewest_ = std::count(std::begin(modes), std::end(modes), reglas::MODO_MIN) != 0;
-    choose_anew();
+    criterion_.soloClavesPositivas = with_positive_key_ != 0;
+    criterion_.soloDeSuClase = with_transcoding_ != 0;
+    rank_all([&](std::uint32_t stream) { return asked.counting(stream, criterion_); });
     Estado state = reglas::estadoDeRelleno(model_.resource);
     for (;;) {
         switch (state) {
@@ -54,23 +56,36 @@ bool FillRun::counts(const FillPart& part) const {
     return reglas::cuentaParaElegir(part.key, part.transcoding, criterion_);
 }
 
-void FillRun::rank(std::uint32_t stream) {
+template <class Count> void FillRun::rank_all(const Count& count) {
+    if (ranks_most_)
+        most_.assign(counts_.size(), count);
+    if (ranks_fewest_)
+        fewest_.assign(counts_.size(), count);
+}
+
+/// Of what is left of the stream.
+std::uint32_t FillRun::counting(std::uint32_t stream) const {
     const PartIndex* part = lists_.data() + model_.streams[stream].first;
     std::uint32_t number = 0;
     for (const PartIndex* end = part + counts_[stream]; part != end; ++part)
         number += counts(model_.parts[*part]);
-    if (ranks_most_)
-        most_.set(stream, number);
-    if (ranks_fewest_)
-        fewest_.set(stream, number);
+    return number;
 }
 
 /// What counts depends on what is left: with the last service of its kind a rule falls away.
-void FillRun::choose_anew() {
-    criterion_.soloClavesPositivas = with_positive_key_ != 0;
-    criterion_.soloDeSuClase = with_transcoding_ != 0;
-    for (std::uint32_t stream = 0; stream < counts_.size(); ++stream)
-        rank(stream);
+void FillRun::rank(std::uint32_t changed) {
+    const reglas::Criterio criterion{with_positive_key_ != 0, with_transcoding_ != 0, false};
+    if (criterion.soloClavesPositivas != criterion_.soloClavesPositivas ||
+        criterion.soloDeSuClase != criterion_.soloDeSuClase) {
+        criterion_ = criterion;
+        rank_all([this](std::uint32_t stream) { return counting(stream); });
+        return;
+    }
+    const std::uint32_t number = counting(changed);
+    if (ranks_most_)
+        most_.set(changed, number);
+    if (ranks_fewest_)
+        fewest_.set(changed, number);
 }
 
 std::uint32_t FillRun::chosen(char mode) const {
@@ -97,11 +112,7 @@ std::uint32_t FillRun::fill(std::uint32_t module, std::uint32_t input, std::uint
     if (number == 0)
         return 0;
     streams_[input] = stream;
-    if (criterion_.soloClavesPositivas != (with_positive_key_ != 0) ||
-        criterion_.soloDeSuClase != (with_transcoding_ != 0))
-        choose_anew();
-    else
-        rank(stream);
+    rank(stream);
     return number;
 }
 

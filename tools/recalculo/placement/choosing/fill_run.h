@@ -52,9 +52,10 @@ private:
     reglas::Estado top_up();
     reglas::Estado top_up(std::uint32_t module, reglas::Estado next);
 
-    void choose_anew();
     std::uint32_t chosen(char mode) const;
-    void rank(std::uint32_t stream);
+    template <class Count> void rank_all(const Count& count);
+    void rank(std::uint32_t changed);
+    std::uint32_t counting(std::uint32_t stream) const;
     bool counts(const FillPart& part) const;
     std::uint32_t fill(std::uint32_t module, std::uint32_t input, std::uint32_t stream);
     std::uint32_t offer(std::uint32_t module, std::uint32_t input, std::uint32_t stream, bool all);

@@ -11,12 +11,6 @@
 
 namespace zarven::tool {
 
-/// What is asked for, and what came of it.
-struct TriedChoice {
-    std::vector<bool> asked;
-    TrialOutcome outcome;
-};
-
 class GivingBack {
 public:
     /// `trial` must outlive this; `best` is sound.

@@ -11,8 +11,6 @@ namespace {
 /// Of one unit of value. A service that moves costs less than that.
 constexpr std::int64_t height_of_value = 64;
 constexpr std::int64_t height_of_move = 6;
-/// A must weighs as much as so many services of the mean value: a chain has to get across the loss of some.
-constexpr std::int64_t must_in_services = 30;
 
 } // namespace
 

@@ -12,6 +12,10 @@
 
 namespace zarven::tool {
 
+/// A must weighs as much to a chain as so many services of the mean value: it has to get across the loss of
+/// some.
+inline constexpr std::int64_t must_in_services = 30;
+
 /// What a fill is worth.
 struct FillWorth {
     std::size_t musts = 0;

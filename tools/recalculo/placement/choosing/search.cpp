@@ -66,10 +66,11 @@ ChoosingSearch::Clock::duration ChoosingSearch::time_of_giving_back() const {
 void ChoosingSearch::search() {
     Numbers seeds(limits_.seed);
     for (unsigned job = 0; job < std::max(1U, limits_.jobs); ++job)
-        jobs_.push_back(std::unique_ptr<Job>(new Job{{model_, goal_, seeds.next()}, {}, 0}));
+        jobs_.push_back(
+            std::unique_ptr<Job>(new Job{{model_, goal_, seeds.next()}, {trial_, seeds.next()}, {}, 0}));
     const std::uint64_t states = states_of_round(model_.parts.size());
     for (std::uint64_t tried = 0; limits_.runs == 0 || tried < limits_.runs;) {
-        if (!may_go_on(time_of_giving_back()))
+        if (!may_go_on(time_of_giving_back()) || is_all_reached())
             break;
         const std::uint64_t now = limits_.runs == 0 ? states : std::min(states, limits_.runs - tried);
         round(now);
@@ -77,11 +78,19 @@ void ChoosingSearch::search() {
     }
 }
 
+/// All that can be asked for is placed where it stays put, and nothing is withheld.
+bool ChoosingSearch::is_all_reached() const {
+    const ChoiceWorth& worth = best_.outcome.worth;
+    return best_.outcome.is_sound && worth.withheld == 0 && worth.moved == 0 &&
+           best_.outcome.placed == trial_.askable();
+}
+
 void ChoosingSearch::round(std::uint64_t states) {
     in_parallel(jobs_.size(), limits_.jobs, [&](std::size_t index) {
         Job& job = *jobs_[index];
         job.pool.run(states, best_parts_);
         confirm(job);
+        climb(job);
     });
     for (const auto& job : jobs_) {
         states_ += states;
@@ -106,6 +115,18 @@ void ChoosingSearch::confirm(Job& job) const {
         return;
     consider(job, services_of(found.asked));
     consider(job, services_of(found.placed));
+}
+
+/// The engine takes its share of the time where it is quick.
+void ChoosingSearch::climb(Job& job) const {
+    const std::uint64_t parts = model_.parts.size();
+    const std::uint64_t runs = std::min<std::uint64_t>(400000 / (parts * parts), 200);
+    if (runs == 0)
+        return;
+    job.engine_runs += runs;
+    TriedChoice found = job.engine.run(runs, job.found ? *job.found : best_);
+    if (found.outcome.is_sound)
+        job.found = std::move(found);
 }
 
 void ChoosingSearch::consider(Job& job, const std::vector<bool>& asked) const {

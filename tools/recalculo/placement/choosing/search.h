@@ -13,6 +13,7 @@
 
 #include "placement/choosing/chain_pool.h"
 #include "placement/choosing/choosing.h"
+#include "placement/choosing/engine_chain.h"
 #include "placement/choosing/engine_trial.h"
 #include "placement/choosing/fill_model.h"
 #include "placement/choosing/giving_back.h"
@@ -34,6 +35,7 @@ private:
     /// One thread's share.
     struct Job {
         ChainPool pool;
+        EngineChain engine;
         /// Better than the best before the round, and confirmed.
         std::optional<TriedChoice> found;
         std::uint64_t engine_runs = 0;
@@ -45,6 +47,8 @@ private:
     void search();
     void round(std::uint64_t states);
     void confirm(Job& job) const;
+    void climb(Job& job) const;
+    bool is_all_reached() const;
     void consider(Job& job, const std::vector<bool>& asked) const;
     void take(TriedChoice tried);
     std::vector<bool> services_of(const PartFlags& parts) const;

@@ -34,6 +34,14 @@ public:
         }
     }
 
+    /// All anew; `count` gives that of a stream.
+    template <class Count> void assign(std::size_t streams, const Count& count) {
+        for (std::uint32_t stream = 0; stream < streams; ++stream)
+            nodes_[leaves_ + stream] = rank_of(stream, count(stream));
+        for (std::size_t node = leaves_ - 1; node != 0; --node)
+            nodes_[node] = std::max(nodes_[2 * node], nodes_[2 * node + 1]);
+    }
+
     /// None if no stream has any.
     std::uint32_t first() const {
         return nodes_[1] == 0 ? no_index : no_index - static_cast<std::uint32_t>(nodes_[1] & 0xFFFFFFFF);
