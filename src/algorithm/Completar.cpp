@@ -29,10 +29,8 @@ bool Pasada::hayModuloConEntradaVacia() const {
 
 Estado Pasada::comprobarEntradasVacias() {
     marcos::linea(" RecalculationAlgorithm ---> STATUS_CHECK_EMPTY_INPUT");
-    if (!quedanServicios() || !hayModuloIncompleto())
-        return Estado::STATUS_UNIFY_INPUTS;
-    // Any module will do here, not only the uncomplete ones.
-    return hayModuloConEntradaVacia() ? estadoDeRelleno() : Estado::STATUS_UNCOMPLETE_MODULES;
+    return reglas::trasComprobar(quedanServicios(), hayModuloIncompleto(), hayModuloConEntradaVacia(),
+                                 recurso_);
 }
 
 Estado Pasada::completarModulos() {
@@ -54,8 +52,7 @@ Estado Pasada::completarEntradas(tRec_Modulo& modulo, Estado propuesto) {
         if (reglas::conAlgunNumero(entrada.ONID, entrada.TSID))
             motor_.Fill_Services_in_Module_Input(modulo, entrada);
         else
-            // A free input is worth another fill, if the last one got anywhere.
-            propuesto = colocados_ != 0 ? estadoDeRelleno() : Estado::STATUS_OPTIMIZE;
+            propuesto = reglas::trasEntradaLibre(colocados_, recurso_);
     }
     return propuesto;
 }

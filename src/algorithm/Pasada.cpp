@@ -9,12 +9,6 @@ namespace zarven {
 Pasada::Pasada(tRecalculo& motor, char opcion, int recurso)
     : motor_(motor), opcion_(opcion), recurso_(recurso) {}
 
-Estado Pasada::estadoDeRelleno() const {
-    // A head-end of resource 1 never runs the transcoding fill.
-    return recurso_ == 1 ? Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING
-                         : Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING;
-}
-
 //   state                        goes to
 //   fill, transcoding            fill, no transcoding | unify
 //   fill, no transcoding         check | unify
@@ -27,7 +21,7 @@ Estado Pasada::estadoDeRelleno() const {
 // back only when it has freed an input, and optimize, the one phase that can bring services back, is
 // entered four times at most.
 void Pasada::ejecutar() {
-    Estado estado = estadoDeRelleno();
+    Estado estado = reglas::estadoDeRelleno(recurso_);
     for (;;) {
         switch (estado) {
         case Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING:

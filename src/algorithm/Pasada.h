@@ -9,19 +9,13 @@
 
 #include "tRecalculo.h"
 
+#include "../reglas/Reglas.h"
+
 namespace zarven {
 
 class Receptores;
 
-enum class Estado {
-    STATUS_END = 0,
-    STATUS_FILL_INPUTS_SERVICE_TRANSCODING = 1,
-    STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING = 2,
-    STATUS_CHECK_EMPTY_INPUT = 3,
-    STATUS_UNCOMPLETE_MODULES = 4,
-    STATUS_UNIFY_INPUTS = 5,
-    STATUS_OPTIMIZE = 6
-};
+using reglas::Estado;
 
 class Pasada {
 public:
@@ -39,8 +33,6 @@ private:
     Estado optimizar();
     void corregirPrimerasEntradas();
 
-    // Where every return to filling goes.
-    Estado estadoDeRelleno() const;
     bool quedanServicios() const { return !motor_.Mapa_ONIDs.empty(); }
 
     Estado barrer(bool transcoding, Estado siguiente);

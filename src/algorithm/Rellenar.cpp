@@ -42,7 +42,7 @@ Estado Pasada::barrer(bool transcoding, Estado siguiente) {
     if (colocados_ == 0)
         marcos::linea(textos::NO_SE_PUEDEN_ANADIR);
     marcos::linea(" RecalculationAlgorithm ---> FIN STATUS_INPUT_RECALCULATION");
-    return colocados_ == 0 ? Estado::STATUS_UNIFY_INPUTS : siguiente;
+    return reglas::trasRellenar(colocados_, siguiente);
 }
 
 } // namespace zarven

@@ -230,11 +230,14 @@ constexpr Limite primerLimite(bool cabeOtro, bool cabeSuBitrate, bool cabenSusPI
 }
 
 // Placing a service, but for its transcoder.
+constexpr bool cabe(bool cabeOtro, bool cabeSuBitrate, bool cabenSusPIDs) {
+    return primerLimite(cabeOtro, cabeSuBitrate, cabenSusPIDs, true) == Limite::ninguno;
+}
+
 inline bool cabe(const tRec_Modulo& modulo, const tRec_Salida& salida, const tRec_Servicio& servicio) {
-    return primerLimite(cabeOtroServicio(salida),
-                        cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax),
-                        cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax),
-                        true) == Limite::ninguno;
+    return cabe(cabeOtroServicio(salida),
+                cabeBitrate(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax),
+                cabenPIDs(modulo.PIDsModulo, servicio.number_PIDs_CA, modulo.PIDsModuloMax));
 }
 
 // Booking a service on a copy: the module is not asked.
@@ -243,8 +246,13 @@ inline bool cabePorResto(const tRec_Salida& salida, const tRec_Servicio& servici
            cabeBitratePorResto(salida.BitRateActual, servicio.peakBitRate, salida.BitRateMax);
 }
 
+constexpr bool tieneSitio(std::uint32_t servicios, std::uint32_t maximoServicios, std::uint32_t actual,
+                          std::uint32_t maximo) {
+    return cabeOtroServicio(servicios, maximoServicios) && sobraBitrate(actual, maximo);
+}
+
 inline bool tieneSitio(const tRec_Salida& salida) {
-    return cabeOtroServicio(salida) && sobraBitrate(salida.BitRateActual, salida.BitRateMax);
+    return tieneSitio(salida.NumServicios, salida.NumServiciosMax, salida.BitRateActual, salida.BitRateMax);
 }
 
 // ---- An input -----------------------------------------------------------------------------------------
@@ -387,6 +395,44 @@ template <class Motor> void guardarPasada(Motor& motor) {
 inline bool colocaTodo(const tMapaONIDs& indice) {
     return indice.empty();
 }
+
+// ---- The states of a pass ------------------------------------------------------------------------------
+
+enum class Estado {
+    STATUS_END = 0,
+    STATUS_FILL_INPUTS_SERVICE_TRANSCODING = 1,
+    STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING = 2,
+    STATUS_CHECK_EMPTY_INPUT = 3,
+    STATUS_UNCOMPLETE_MODULES = 4,
+    STATUS_UNIFY_INPUTS = 5,
+    STATUS_OPTIMIZE = 6
+};
+
+// Where a pass begins, and where every return to filling goes: a head-end of resource 1 never runs the
+// transcoding fill.
+constexpr Estado estadoDeRelleno(int recurso) {
+    return recurso == 1 ? Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING
+                        : Estado::STATUS_FILL_INPUTS_SERVICE_TRANSCODING;
+}
+
+// After a fill that placed so many services.
+constexpr Estado trasRellenar(int colocados, Estado siguiente) {
+    return colocados == 0 ? Estado::STATUS_UNIFY_INPUTS : siguiente;
+}
+
+// After looking for empty inputs. Any module will do for those, not only the uncomplete ones.
+constexpr Estado trasComprobar(bool quedanServicios, bool hayIncompleto, bool hayEntradaVacia, int recurso) {
+    return !quedanServicios || !hayIncompleto ? Estado::STATUS_UNIFY_INPUTS
+           : hayEntradaVacia                  ? estadoDeRelleno(recurso)
+                                              : Estado::STATUS_UNCOMPLETE_MODULES;
+}
+
+// After topping up a module with a free input, which is worth another fill if the last one got anywhere.
+constexpr Estado trasEntradaLibre(int colocados, int recurso) {
+    return colocados != 0 ? estadoDeRelleno(recurso) : Estado::STATUS_OPTIMIZE;
+}
+
+// ---- The driver's choice --------------------------------------------------------------------------------
 
 // An option against the best so far.
 enum class Comparacion {

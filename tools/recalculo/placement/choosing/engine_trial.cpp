@@ -1,5 +1,8 @@
 #include "placement/choosing/engine_trial.h"
 
+#include <map>
+#include <utility>
+
 #include "placement/audit.h"
 #include "placement/services.h"
 
@@ -26,6 +29,8 @@ constexpr std::uint16_t is_of_clones = 0;
 void number_services(Headend& headend) {
     for (std::size_t index = 0; index < headend.services.size(); ++index) {
         Service& service = headend.services[index];
+        service.name.clear();
+        service.output_name.clear();
         service.reserved1 = low_half(index);
         service.reserved2 = high_half(index);
         service.reserved3 = is_of_services;
@@ -49,16 +54,35 @@ EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays) : headen
         askable_.push_back(service.ask && (service.must || service.value != 0));
 }
 
-TrialOutcome EngineTrial::run(const std::vector<bool>& asked) const {
+EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
     Headend part = headend_;
     for (std::size_t index = 0; index < asked.size(); ++index)
         part.services[index].ask = asked[index];
-    EngineRun run = load_engine(part, headend_.name);
+    return load_engine(part, headend_.name);
+}
+
+TrialOutcome EngineTrial::run(const std::vector<bool>& asked, const ChoiceWorth* bar) const {
+    EngineRun run = load(asked);
     run_engine(run, headend_.name);
     TrialOutcome outcome;
-    outcome.is_sound = is_sound(run);
     read(run, asked, outcome);
+    outcome.is_sound = (bar == nullptr || is_better(outcome.worth, *bar)) && is_sound(run);
     return outcome;
+}
+
+std::vector<std::vector<std::size_t>>
+EngineTrial::numbers_of(const std::vector<const tRec_Servicio*>& services, const EngineRun& loaded) const {
+    std::map<std::pair<Stream, long>, std::vector<std::size_t>> further;
+    for (const auto& clone : loaded.clones)
+        if (clone->Reservado3 == is_of_services)
+            further[{stream_of(*clone), clone->idService}].push_back(number_of(*clone));
+    std::vector<std::vector<std::size_t>> numbers;
+    for (const tRec_Servicio* service : services) {
+        numbers.push_back({number_of(*service)});
+        const std::vector<std::size_t>& others = further[{stream_of(*service), service->idService}];
+        numbers.back().insert(numbers.back().end(), others.begin(), others.end());
+    }
+    return numbers;
 }
 
 bool EngineTrial::is_moved(std::size_t service, const std::string& mac, std::uint32_t output) const {

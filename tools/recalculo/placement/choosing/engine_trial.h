@@ -21,6 +21,12 @@ struct TrialOutcome {
     std::vector<bool> placed;
 };
 
+/// What is asked for, and what came of it.
+struct TriedChoice {
+    std::vector<bool> asked;
+    TrialOutcome outcome;
+};
+
 class EngineTrial {
 public:
     /// `stays` must outlive this.
@@ -29,8 +35,18 @@ public:
     /// Those that may be asked for.
     const std::vector<bool>& askable() const { return askable_; }
 
-    /// From several threads at once, if the log is masked.
-    TrialOutcome run(const std::vector<bool>& asked) const;
+    const Headend& headend() const { return headend_; }
+
+    /// From several threads at once, if the log is masked. What is no better than `bar` is not looked at
+    /// further, and counts as not sound.
+    TrialOutcome run(const std::vector<bool>& asked, const ChoiceWorth* bar = nullptr) const;
+
+    /// The engine before it runs.
+    EngineRun load(const std::vector<bool>& asked) const;
+    /// The places in `Headend::services` of each of these services of a loaded engine: its own, and those of
+    /// further services of its key, which are clones to the engine.
+    std::vector<std::vector<std::size_t>> numbers_of(const std::vector<const tRec_Servicio*>& services,
+                                                     const EngineRun& loaded) const;
 
 private:
     void read(const EngineRun& run, const std::vector<bool>& asked, TrialOutcome& outcome) const;

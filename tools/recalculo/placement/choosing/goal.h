@@ -1,0 +1,69 @@
+// What a placement is worth, part by part of a model, in whole numbers that a chain adds up while it fills.
+
+#ifndef RECALCULO_CHOOSING_GOAL_H
+#define RECALCULO_CHOOSING_GOAL_H
+
+#include <cstdint>
+#include <vector>
+
+#include "placement/choosing/choosing.h"
+#include "placement/choosing/fill_model.h"
+#include "placement/choosing/fill_run.h"
+
+namespace zarven::tool {
+
+/// A must weighs as much to a chain as so many services of the mean value: it has to get across the loss of
+/// some.
+inline constexpr std::int64_t must_in_services = 30;
+
+/// What a fill is worth.
+struct FillWorth {
+    std::size_t musts = 0;
+    std::uint64_t value = 0;
+    std::size_t moved = 0;
+    /// One number for all of it, in which a chain climbs.
+    std::int64_t height = 0;
+};
+
+bool is_better(const FillWorth& one, const FillWorth& other);
+
+class Goal {
+public:
+    /// `services`: of each part, the places in `Headend::services` that it stands for.
+    Goal(const Headend& headend, const StaysPut& stays, const FillModel& model,
+         std::vector<std::vector<std::size_t>> services);
+
+    FillWorth worth_of(const FillRun& fill) const;
+
+    /// The height of a service of the mean value.
+    double unit() const { return unit_; }
+
+    const std::vector<std::size_t>& services_of(PartIndex part) const { return services_[part]; }
+
+    /// The parts of each stream, from the place of its first on, those first that give most for what they
+    /// take.
+    const std::vector<PartIndex>& cheapest_first() const { return cheapest_first_; }
+
+private:
+    struct Part {
+        std::uint32_t musts = 0;
+        std::uint32_t value = 0;
+        /// The outputs on which it has not moved: from the first up to the one before the last.
+        std::uint32_t first_output = 0;
+        std::uint32_t last_output = 0;
+        std::int64_t height = 0;
+    };
+
+    void find_heights();
+    void find_outputs(const StaysPut& stays, const FillModel& model);
+    void sort_by_cost(const FillModel& model);
+
+    std::vector<Part> parts_;
+    std::vector<std::vector<std::size_t>> services_;
+    std::vector<PartIndex> cheapest_first_;
+    double unit_ = 1;
+};
+
+} // namespace zarven::tool
+
+#endif

@@ -1,0 +1,175 @@
+#include "placement/choosing/search.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/workers.h"
+
+namespace zarven::tool {
+
+namespace {
+
+/// Of one job in one round, so that a round takes some tens of milliseconds.
+std::uint64_t states_of_round(std::size_t parts) {
+    return std::clamp<std::uint64_t>(2500000 / (parts + 1), 200, 10000);
+}
+
+/// How often the placed alone are asked for, and those of them that are placed then.
+constexpr int most_purifications = 3;
+
+} // namespace
+
+ChoosingSearch::ChoosingSearch(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays,
+                               const ChoosingWatch& watch)
+    : limits_(limits), watch_(watch), trial_(headend, stays), loaded_(trial_.load(trial_.askable())),
+      model_(loaded_), goal_(trial_.headend(), stays, model_, trial_.numbers_of(model_.services, loaded_)) {}
+
+Choice ChoosingSearch::choice() {
+    const Clock::time_point before = Clock::now();
+    best_.asked = trial_.askable();
+    best_.outcome = trial_.run(best_.asked);
+    time_of_trial_ = Clock::now() - before;
+    best_parts_ = parts_of(best_.asked);
+    ++engine_runs_;
+    Choice choice;
+    choice.asked_for_all = best_.outcome.worth;
+    if (!model_.parts.empty() && !model_.inputs.empty()) {
+        search();
+        give_back();
+    }
+    choice.asked = best_.asked;
+    choice.worth = best_.outcome.worth;
+    choice.is_sound = best_.outcome.is_sound;
+    choice.states = states_;
+    choice.engine_runs = engine_runs_;
+    return choice;
+}
+
+std::chrono::milliseconds ChoosingSearch::elapsed() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start_);
+}
+
+/// Also tells the watch.
+bool ChoosingSearch::may_go_on(Clock::duration reserve) {
+    if (!is_stopped_)
+        is_stopped_ = !watch_({best_.outcome.worth, states_, engine_runs_, elapsed()});
+    return !is_stopped_ && elapsed() + reserve < limits_.time;
+}
+
+/// Every service withheld is tried about twice; at most a quarter of the time.
+ChoosingSearch::Clock::duration ChoosingSearch::time_of_giving_back() const {
+    const auto trials =
+        2 * static_cast<std::int64_t>(best_.outcome.worth.withheld) / std::max(1U, limits_.jobs) + 1;
+    return std::min<Clock::duration>(time_of_trial_ * trials, limits_.time / 4);
+}
+
+void ChoosingSearch::search() {
+    Numbers seeds(limits_.seed);
+    for (unsigned job = 0; job < std::max(1U, limits_.jobs); ++job)
+        jobs_.push_back(
+            std::unique_ptr<Job>(new Job{{model_, goal_, seeds.next()}, {trial_, seeds.next()}, {}, 0}));
+    const std::uint64_t states = states_of_round(model_.parts.size());
+    for (std::uint64_t tried = 0; limits_.runs == 0 || tried < limits_.runs;) {
+        if (!may_go_on(time_of_giving_back()) || is_all_reached())
+            break;
+        const std::uint64_t now = limits_.runs == 0 ? states : std::min(states, limits_.runs - tried);
+        round(now);
+        tried += now;
+    }
+}
+
+/// All that can be asked for is placed where it stays put, and nothing is withheld.
+bool ChoosingSearch::is_all_reached() const {
+    const ChoiceWorth& worth = best_.outcome.worth;
+    return best_.outcome.is_sound && worth.withheld == 0 && worth.moved == 0 &&
+           best_.outcome.placed == trial_.askable();
+}
+
+void ChoosingSearch::round(std::uint64_t states) {
+    in_parallel(jobs_.size(), limits_.jobs, [&](std::size_t index) {
+        Job& job = *jobs_[index];
+        job.pool.run(states, best_parts_);
+        confirm(job);
+        climb(job);
+    });
+    for (const auto& job : jobs_) {
+        states_ += states;
+        engine_runs_ += std::exchange(job->engine_runs, 0);
+        if (job->found)
+            take(std::move(*std::exchange(job->found, {})));
+    }
+}
+
+void ChoosingSearch::take(TriedChoice tried) {
+    if (best_.outcome.is_sound && !is_better(tried.outcome.worth, best_.outcome.worth))
+        return;
+    best_ = std::move(tried);
+    best_parts_ = parts_of(best_.asked);
+}
+
+/// What the model promises is kept by the engine as a rule, and sometimes surpassed.
+void ChoosingSearch::confirm(Job& job) const {
+    const ChainState& found = job.pool.found();
+    const ChoiceWorth& best = best_.outcome.worth;
+    if (best_.outcome.is_sound && !is_better(found.worth, FillWorth{best.musts, best.value, best.moved, 0}))
+        return;
+    consider(job, services_of(found.asked));
+    consider(job, services_of(found.placed));
+}
+
+/// The engine takes its share of the time where it is quick.
+void ChoosingSearch::climb(Job& job) const {
+    const std::uint64_t parts = model_.parts.size();
+    const std::uint64_t runs = std::min<std::uint64_t>(400000 / (parts * parts), 200);
+    if (runs == 0)
+        return;
+    job.engine_runs += runs;
+    TriedChoice found = job.engine.run(runs, job.found ? *job.found : best_);
+    if (found.outcome.is_sound)
+        job.found = std::move(found);
+}
+
+void ChoosingSearch::consider(Job& job, const std::vector<bool>& asked) const {
+    TriedChoice tried{asked, {}};
+    for (int round = 0; round <= most_purifications; ++round) {
+        const ChoiceWorth& bar = job.found ? job.found->outcome.worth : best_.outcome.worth;
+        tried.outcome = trial_.run(tried.asked, job.found || best_.outcome.is_sound ? &bar : nullptr);
+        ++job.engine_runs;
+        std::vector<bool> placed = tried.outcome.placed;
+        if (tried.outcome.is_sound)
+            job.found = tried;
+        if (placed == tried.asked)
+            return;
+        tried.asked = std::move(placed);
+    }
+}
+
+std::vector<bool> ChoosingSearch::services_of(const PartFlags& parts) const {
+    std::vector<bool> services(trial_.askable().size(), false);
+    for (PartIndex part = 0; part < parts.size(); ++part)
+        if (parts[part] != 0)
+            for (const std::size_t service : goal_.services_of(part))
+                services[service] = true;
+    return services;
+}
+
+PartFlags ChoosingSearch::parts_of(const std::vector<bool>& services) const {
+    PartFlags parts(model_.parts.size(), 0);
+    for (PartIndex part = 0; part < parts.size(); ++part)
+        for (const std::size_t service : goal_.services_of(part))
+            if (services[service])
+                parts[part] = 1;
+    return parts;
+}
+
+void ChoosingSearch::give_back() {
+    if (!best_.outcome.is_sound)
+        return;
+    GivingBack giving(trial_, limits_.jobs, best_);
+    while (!giving.has_ended() && may_go_on({})) {
+        engine_runs_ += giving.step();
+        best_ = giving.best();
+    }
+}
+
+} // namespace zarven::tool
