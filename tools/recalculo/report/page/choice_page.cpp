@@ -182,8 +182,8 @@ std::string choice_page(const ChoiceReport& report, const std::string& kept) {
         table.put_into(lists, frame.sections);
     data facts;
     facts["figures"] = figures_of(report);
-    facts["searched"] = fmt::format("{} states were tried, and {} runs of the engine made.",
-                                    grouped(report.states), grouped(report.engine_runs));
+    facts["searched"] = fmt::format("{} tried, {} of the engine.", counted(report.states, "state", "states"),
+                                    counted(report.engine_runs, "run", "runs"));
     facts["lists"] = lists;
     return framed(frame, choice_page_template, std::move(facts));
 }
