@@ -110,6 +110,23 @@ json whole_sizing() {
     return json::parse(sizing_json(sizing));
 }
 
+json whole_choice() {
+    ChoiceReport report;
+    report.name = "Casa";
+    report.all.warnings = report.chosen.warnings = {"what the audit found"};
+    report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
+    const ValuedService service{a_service(), 3, true};
+    report.withheld = {service};
+    report.gained = report.lost = {{service, {{"A", 1, {1}}}, true}};
+    report.missed = {{a_service(), true, true}};
+    report.is_interrupted = true;
+    ServiceChange change;
+    change.service = a_service();
+    change.before = change.after = {{"A", 1, {1}}};
+    report.moves = Moves{{change}, 1, 2};
+    return json::parse(choice_json(report));
+}
+
 json whole_bound() {
     Bound bound;
     bound.impossible = {a_service()};
@@ -211,6 +228,7 @@ INSTANTIATE_TEST_SUITE_P(
         Kind{"explanation.schema.json", whole_explanation(), {"/name", "label", "radio", "output"}},
         Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
         Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
+        Kind{"choice.schema.json", whole_choice(), {"/name", "/moves", "/interrupted", "not_asked_for"}},
         Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
     [](const auto& tested) {
         const std::string file = tested.param.schema;

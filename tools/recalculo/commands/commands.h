@@ -67,6 +67,30 @@ struct SizeOptions {
 /// What to change so that everything fits. Progress is told on a terminal.
 void size_command(const SizeOptions& options);
 
+struct ChooseOptions {
+    HeadendInput headend;
+    std::vector<std::string> musts;
+    std::vector<std::string> values;
+    /// 0: `usual_seconds`, or with runs as long as these take.
+    std::uint32_t seconds = 0;
+    /// 0 for no limit.
+    std::uint32_t runs = 0;
+    std::uint32_t seed = 1;
+    std::uint32_t jobs = cores();
+    /// A result, from which as few services as possible are to move; empty for none.
+    std::string keep;
+    /// Where the head-end goes with the services marked that are not to be asked for; empty for nowhere.
+    std::string chosen;
+    ReportOutput output;
+    StyleInput style;
+
+    static constexpr std::uint32_t usual_seconds = 20;
+};
+
+/// Which services to ask for, so that the engine places the most that matters. Progress is told on a
+/// terminal, and an interruption ends the search, not the command.
+void choose_command(const ChooseOptions& options);
+
 struct BoundOptions {
     HeadendInput headend;
     StyleInput style;

@@ -2,6 +2,7 @@
 
 #include "commands/program.h"
 
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -170,6 +171,44 @@ Command describe_size() {
         [options] { size_command(*options); });
 }
 
+Command describe_choose() {
+    const auto options = std::make_shared<ChooseOptions>();
+    const int most_seconds = 86400;
+    const int most = std::numeric_limits<std::int32_t>::max();
+    return command(
+        "choose", "Find which services to ask for, so that the most that matters is placed",
+        {headend_argument(options->headend), set_option(options->headend),
+         with_value(
+             {"--must"}, "KEY", &options->musts,
+             "A service that must be placed, by its LCN or its name; with @ONID/TSID for one stream only. "
+             "May be given several times"),
+         with_value({"--value"}, "SELECTION=N", &options->values,
+                    "What services are worth, from 0 (leave it out) to 1000; 1 by default. The selection is "
+                    "as for --only of run; of several values for one service the last counts"),
+         within(1, most_seconds,
+                with_value({"--seconds"}, "N", &options->seconds,
+                           "How long to search; 20 by default, with --runs as long as these take")),
+         within(
+             1, most,
+             with_value({"--runs"}, "N", &options->runs,
+                        "How many states to try on each core. The same number, seed and jobs give the same "
+                        "answer")),
+         within(0, most,
+                with_fallback(with_value({"--seed"}, "N", &options->seed, "Where the search begins"))),
+         within(1, 256,
+                with_value({"--jobs"}, "N", &options->jobs,
+                           "How many searches at once; as many as there are cores by default")),
+         named_file(with_value({"--keep"}, "RESULT", &options->keep,
+                               "A result of run --json: of what is worth the same, move the fewest services "
+                               "that it places; - for standard input")),
+         named_file(with_value({"-o", "--output"}, "FILE", &options->chosen,
+                               "Write the head-end with the services marked that are not asked for; - for "
+                               "standard output in the place of the report")),
+         json_flag(options->output.json), html_option(options->output, "choice"),
+         color_option(options->style)},
+        [options] { choose_command(*options); });
+}
+
 Command describe_bound() {
     const auto options = std::make_shared<BoundOptions>();
     return command("bound", "Tell how many services any arrangement of a head-end could place",
@@ -227,8 +266,8 @@ bool takes_several(const Option& option) {
 
 Program describe_program() {
     return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
-            {describe_run(), describe_explain(), describe_compare(), describe_size(), describe_bound(),
-             describe_import(), describe_export()},
+            {describe_run(), describe_explain(), describe_compare(), describe_size(), describe_choose(),
+             describe_bound(), describe_import(), describe_export()},
             "recalculo " RECALCULO_VERSION};
 }
 

@@ -36,6 +36,7 @@ std::vector<Kind> kinds() {
         {"result", "A result, as recalculo run --json writes it", result_description()},
         {"explanation", "Explanations, as recalculo explain --json writes them", explanations_description()},
         {"comparison", "A comparison, as recalculo compare --json writes it", comparison_description()},
+        {"choice", "A choice, as recalculo choose --json writes it", choice_description()},
         {"sizing", "A sizing, as recalculo size --json writes it", sizing_description()},
         {"bound", "A bound, as recalculo bound --json writes it", bound_description()}};
 }

@@ -1,6 +1,7 @@
 #include "placement/documents.h"
 
 #include "placement/bound_fields.h"
+#include "placement/choice_fields.h"
 #include "placement/comparison_fields.h"
 #include "placement/sizing_fields.h"
 #include "records/describe.h"
@@ -14,6 +15,14 @@ std::string bound_json(const Bound& bound, const Result& result) {
 
 const RecordDescription& bound_description() {
     return description_of<ToldBound>();
+}
+
+std::string choice_json(const ChoiceReport& report) {
+    return document_text(report);
+}
+
+const RecordDescription& choice_description() {
+    return description_of<ChoiceReport>();
 }
 
 std::string comparison_json(const Comparison& comparison) {

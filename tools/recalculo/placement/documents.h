@@ -7,6 +7,7 @@
 #include <string>
 
 #include "placement/bound.h"
+#include "placement/choice.h"
 #include "placement/comparison.h"
 #include "placement/sizing.h"
 #include "records/description.h"
@@ -17,6 +18,10 @@ namespace zarven::tool {
 std::string bound_json(const Bound& bound, const Result& result);
 
 const RecordDescription& bound_description();
+
+std::string choice_json(const ChoiceReport& report);
+
+const RecordDescription& choice_description();
 
 std::string comparison_json(const Comparison& comparison);
 

@@ -111,12 +111,12 @@ Services all_of(const EngineRun& run) {
     for (const auto& service : all_of(run)) {
         lcns.insert(service->LCN);
         names.insert({service->NombreEntrada, service->NombreSalida});
-        if (matches(*service, {query.text, query.lcn, query.name, std::nullopt}))
+        if (matches(*service, {query.text, query.lcn, query.name, std::nullopt, query.option}))
             streams.insert(stream_of(*service));
     }
     const std::string has_it =
         query.lcn ? fmt::format("has the LCN {}", *query.lcn) : fmt::format("is called \"{}\"", query.name);
-    const std::string asked = fmt::format("{}: --service {}: no service ", file, query.text);
+    const std::string asked = fmt::format("{}: {} {}: no service ", file, query.option, query.text);
     if (!streams.empty()) {
         std::vector<std::string> others;
         for (const Stream stream : streams)
@@ -151,9 +151,10 @@ Services matching(const ServiceQuery& query, const EngineRun& run) {
 
 } // namespace
 
-ServiceQuery parse_service_query(const std::string& text) {
+ServiceQuery parse_service_query(const std::string& text, const std::string& option) {
     ServiceQuery query;
     query.text = text;
+    query.option = option;
     std::string_view rest = text;
     query.stream = take_stream_off_the_end(rest);
     query.name = rest;
@@ -161,16 +162,15 @@ ServiceQuery parse_service_query(const std::string& text) {
     if (take_number(rest, lcn) && rest.empty())
         query.lcn = lcn;
     if (query.name.empty())
-        throw Failure(
-            fmt::format("--service {}: found no LCN and no name, expected one, as in 25 or 25@1/1007",
-                        text.empty() ? "\"\"" : text));
+        throw Failure(fmt::format("{} {}: found no LCN and no name, expected one, as in 25 or 25@1/1007",
+                                  option, text.empty() ? "\"\"" : text));
     return query;
 }
 
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file) {
     // A name may look like a number, or end like one with a stream.
-    const ServiceQuery by_name{query.text, std::nullopt, query.name, query.stream};
-    const ServiceQuery by_text{query.text, std::nullopt, query.text, std::nullopt};
+    const ServiceQuery by_name{query.text, std::nullopt, query.name, query.stream, query.option};
+    const ServiceQuery by_text{query.text, std::nullopt, query.text, std::nullopt, query.option};
     for (const ServiceQuery& reading : {query, by_name, by_text}) {
         Services found = matching(reading, run);
         if (!found.empty())

@@ -19,10 +19,12 @@ struct ServiceQuery {
     std::optional<std::uint16_t> lcn;
     std::string name;
     std::optional<Stream> stream;
+    /// The option that asks, for messages.
+    std::string option = "--service";
 };
 
 /// Reads an LCN or a name, and @ONID/TSID if that stands behind it. Throws `Failure` for an empty text.
-ServiceQuery parse_service_query(const std::string& text);
+ServiceQuery parse_service_query(const std::string& text, const std::string& option = "--service");
 
 /// The loaded services that are asked for, in the order of loading, each followed by its clones; of a name
 /// also a clone that alone has it. A number that is no LCN is read as a name, and so is in the end the whole

@@ -21,12 +21,7 @@ std::string place_text(const Place& place, const TextStyle& style) {
 }
 
 std::string places_text(const std::vector<Place>& places, Absence absence, const TextStyle& style) {
-    if (places.empty())
-        return to_string(absence);
-    std::vector<std::string> texts;
-    for (const Place& place : places)
-        texts.push_back(place_text(place, style));
-    return fmt::format("{}", fmt::join(texts, ", "));
+    return places.empty() ? to_string(absence) : places_text(places, style);
 }
 
 std::string stream_text(bool is_tuned, Stream stream) {
@@ -220,6 +215,13 @@ void ComparisonText::write_summary() {
 }
 
 } // namespace
+
+std::string places_text(const std::vector<Place>& places, const TextStyle& style) {
+    std::vector<std::string> texts;
+    for (const Place& place : places)
+        texts.push_back(place_text(place, style));
+    return fmt::format("{}", fmt::join(texts, ", "));
+}
 
 std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,
                             const TextStyle& style) {

@@ -5,6 +5,7 @@
 #define RECALCULO_COMPARISON_TEXT_H
 
 #include <string>
+#include <vector>
 
 #include "placement/comparison.h"
 #include "report/terminal.h"
@@ -16,6 +17,9 @@ struct ComparedFiles {
     std::string before;
     std::string after;
 };
+
+/// "A in 1 out 2", and several with commas between them.
+std::string places_text(const std::vector<Place>& places, const TextStyle& style);
 
 /// By default as for a file, in UTF-8.
 std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,

@@ -16,6 +16,15 @@ _recalculo() {
     'size --most') return ;;
     'size --jobs') return ;;
     'size --color') words='auto always never' ;;
+    'choose --set') return ;;
+    'choose --must') return ;;
+    'choose --value') return ;;
+    'choose --seconds') return ;;
+    'choose --runs') return ;;
+    'choose --seed') return ;;
+    'choose --jobs') return ;;
+    'choose --keep') return ;;
+    'choose --color') words='auto always never' ;;
     'bound --set') return ;;
     'bound --color') words='auto always never' ;;
     'import --format') words='channels.conf dvbv5 lamedb' ;;
@@ -28,13 +37,14 @@ _recalculo() {
     'export --format') words='channels.conf csv' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
-        words='run explain compare size bound import export --help --version'
+        words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
         run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
         compare) words='-h --help --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
+        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;

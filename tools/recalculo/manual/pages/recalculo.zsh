@@ -6,6 +6,7 @@ _recalculo() {
         'explain:Tell why services are left out, and what each module answers'
         'compare:Show two placements side by side'
         'size:Tell what to change so that all services are placed'
+        'choose:Find which services to ask for, so that the most that matters is placed'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
         'export:Write the result of a run as a channel list or a table'
@@ -70,6 +71,26 @@ _recalculo() {
             '--most[The most modules to add]:N: ' \
             '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
             '--json[Report as JSON]' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
+    choose)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*--must[A service that must be placed, by its LCN or its name; with @ONID/TSID for one stream only. May be given several times]:KEY: ' \
+            '*--value[What services are worth, from 0 (leave it out) to 1000; 1 by default. The selection is as for --only of run; of several values for one service the last counts]:SELECTION=N: ' \
+            '--seconds[How long to search; 20 by default, with --runs as long as these take]:N: ' \
+            '--runs[How many states to try on each core. The same number, seed and jobs give the same answer]:N: ' \
+            '--seed[Where the search begins]:N: ' \
+            '--jobs[How many searches at once; as many as there are cores by default]:N: ' \
+            '--keep[A result of run --json\: of what is worth the same, move the fewest services that it places; - for standard input]:RESULT: ' \
+            '-o[Write the head-end with the services marked that are not asked for; - for standard output in the place of the report]:FILE:_files' \
+            '--output[Write the head-end with the services marked that are not asked for; - for standard output in the place of the report]:FILE:_files' \
+            '--json[Report as JSON]' \
+            '--html[Write the choice as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;

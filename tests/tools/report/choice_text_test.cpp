@@ -1,0 +1,104 @@
+// The text of a choice.
+
+#include "report/choice_text.h"
+
+#include <gtest/gtest.h>
+
+#include "report/choice_fixture.h"
+#include "report/fitting.h"
+
+namespace zarven::tool {
+namespace {
+
+TEST(ChoiceText, OneOfEverything) {
+    EXPECT_EQ(choice_text(choice_with_everything(), "today.json"), R"(Casa
+
+3 of 1234 services withheld: 841 placed in the place of 754, 1 gained, 2 lost
+
+                        all   chosen  at most   wanted
+  Musts placed            1        3        4        5
+  Value                1000     2000     2500     3000
+  Services placed       754      841
+
+Must be placed and is not: 1 service
+      6  Seis  1/1001       No input is free.
+It is not proven that they cannot be placed: the bound would allow 4 of the 5.
+
+Against today.json: 1 service in another place, 700 where they were, 2 no longer placed
+      7  Siete  1/1001       A in 1 out 1 → B in 2 out 1
+
+Withheld: 3 services
+      1  Uno   1/1001       value 1
+      2  Dos�  1/1001       must, value 0
+      3  Tres  1/1001       value 7
+
+Gained: 1 service
+      4  Cuatro  1/1001       must, value 3; A in 1 out 1+2
+
+Lost: 2 services
+      1  Uno    1/1001       value 1; A in 1 out 1, B no input out 2 → withheld
+      5  Cinco  1/1001       value 1; B in 2 out 1 → left out
+
+123456 states tried, 1 run of the engine
+)");
+}
+
+TEST(ChoiceText, NothingBetterWasFound) {
+    ChoiceReport report;
+    report.all.counts.loaded = report.chosen.counts.loaded = 1;
+    report.all.counts.placed = report.chosen.counts.placed = 1;
+    report.value = {1, 1};
+    EXPECT_EQ(choice_text(report, ""), R"(Nothing better than asking for all 1 service was found: 1 placed
+
+                        all   chosen  at most   wanted
+  Services placed         1        1        1        1
+
+0 states tried, 0 runs of the engine
+)");
+}
+
+TEST(ChoiceText, SaysThatItWasInterrupted) {
+    ChoiceReport report = choice_with_everything();
+    report.is_interrupted = true;
+    EXPECT_EQ(verdict_of(report),
+              "3 of 1234 services withheld, when it was interrupted: 841 placed in the place "
+              "of 754, 1 gained, 2 lost");
+    report.withheld.clear();
+    EXPECT_EQ(
+        verdict_of(report),
+        "Nothing better than asking for all 1234 services was found, when it was interrupted: 754 placed");
+}
+
+TEST(ChoiceText, SaysWhatIsProvenOfTheMusts) {
+    ChoiceReport report = choice_with_everything();
+    EXPECT_EQ(proof_of_musts(report),
+              "It is not proven that they cannot be placed: the bound would allow 4 of the 5.");
+    report.musts.most = 3;
+    EXPECT_EQ(proof_of_musts(report),
+              "It is proven that no arrangement places more than 3 of the 5 that must be placed.");
+    report.missed.clear();
+    EXPECT_EQ(proof_of_musts(report), "");
+}
+
+TEST(ChoiceText, FindingsComeLast) {
+    ChoiceReport report = choice_with_everything();
+    report.all.warnings = {"one"};
+    report.chosen.warnings = {"two", "three"};
+    const std::string text = choice_text(report, "");
+    EXPECT_NE(text.find("1 gained, 2 lost; audit: 2 findings\n"), std::string::npos);
+    EXPECT_NE(text.find("1 run of the engine\n\nAudit with everything asked for: 1 finding\nWarning: one\n\n"
+                        "Audit: 2 findings\nWarning: two\nWarning: three\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST(ChoiceText, FitsTheTerminal) {
+    const auto report = [](const TextStyle& style) {
+        return choice_text(choice_with_everything(), "today.json", style);
+    };
+    expect_to_fit(report);
+    expect_plain_characters(report);
+}
+
+} // namespace
+} // namespace zarven::tool

@@ -1,0 +1,128 @@
+// The wishes are read, the search is watched, and what it finds is confirmed and told.
+
+#include "commands/commands.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "base/counted.h"
+#include "base/failure.h"
+#include "base/interruption.h"
+#include "base/streams.h"
+#include "headend/headend_json.h"
+#include "placement/choice.h"
+#include "placement/choice_wishes.h"
+#include "placement/documents.h"
+#include "placement/host.h"
+#include "placement/result_json.h"
+#include "report/choice_text.h"
+#include "report/page/choice_page.h"
+#include "report/progress_line.h"
+#include "report/terminal.h"
+
+namespace zarven::tool {
+
+namespace {
+
+void check(const ChooseOptions& options) {
+    check(options.output);
+    if (options.headend.path == standard_stream && options.keep == standard_stream)
+        throw Failure("standard input: found \"-\" for the head-end and for --keep, expected it once");
+    if (options.chosen == standard_stream && (options.output.json || options.output.html == standard_stream))
+        throw Failure(fmt::format("{} and -o - both write to standard output; expected a file for -o",
+                                  options.output.json ? "--json" : "--html -"));
+    if (!options.chosen.empty() && options.chosen != standard_stream && options.chosen == options.output.html)
+        throw Failure("--html and -o both write to " + options.chosen + "; expected two files");
+}
+
+ChoosingLimits limits_of(const ChooseOptions& options) {
+    const std::uint32_t day = 86400;
+    ChoosingLimits limits;
+    limits.time = std::chrono::seconds(options.seconds != 0 ? options.seconds
+                                       : options.runs != 0  ? day
+                                                            : ChooseOptions::usual_seconds);
+    limits.runs = options.runs;
+    limits.seed = options.seed;
+    limits.jobs = options.jobs;
+    return limits;
+}
+
+/// The head-end with what the command line says of its services.
+Headend with_wishes(const ChooseOptions& options, const std::string& file, Headend headend) {
+    demand_services(options.musts, file, headend);
+    for (const std::string& value : value_services(options.values, headend))
+        write_message(fmt::format("--value '{}': no service of {} is meant", value, file));
+    return headend;
+}
+
+Result read_kept(const std::string& path) {
+    return read_result(input_name(path), read_text(path));
+}
+
+/// What a person who waits is told.
+std::vector<std::string> parts_of(const ChoosingProgress& progress, const Headend& headend) {
+    std::size_t musts = 0;
+    bool has_values = false;
+    for (const Service& service : headend.services) {
+        musts += service.must ? 1 : 0;
+        has_values = has_values || service.value != 1;
+    }
+    std::vector<std::string> parts;
+    if (musts != 0)
+        parts.push_back(fmt::format("{} of {} musts", progress.best.musts, musts));
+    if (has_values)
+        parts.push_back(fmt::format("value {}", progress.best.value));
+    parts.push_back(fmt::format("{} placed", progress.best.placed));
+    parts.push_back(counted(progress.states, "state"));
+    return parts;
+}
+
+Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays) {
+    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
+    std::optional<DrawnLine> line;
+    if (can_redraw(surroundings))
+        line.emplace(means_of_standard_error(surroundings));
+    return choose_services(headend, limits, stays, [&](const ChoosingProgress& progress) {
+        if (line)
+            line->draw([&] { return parts_of(progress, headend); });
+        return !interruption::is_pending();
+    });
+}
+
+} // namespace
+
+void choose_command(const ChooseOptions& options) {
+    check(options);
+    const std::string file = input_name(options.headend.path);
+    const Headend written = read_input(options.headend);
+    std::optional<Result> kept;
+    if (!options.keep.empty())
+        kept = read_kept(options.keep);
+    const host::Log no_log("");
+    const Headend headend = with_wishes(options, file, written);
+
+    // Up to the end: what has been found is told, and only then the interruption.
+    const interruption::Deferred deferred;
+    const Choice choice = search(headend, limits_of(options), kept ? stays_put(headend, *kept) : StaysPut());
+    ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file);
+    report.is_interrupted = interruption::is_pending();
+
+    if (!options.chosen.empty())
+        write_text(options.chosen, write_headend(with_choice(written, choice)));
+    const std::string kept_name = input_name(options.keep);
+    const bool is_told = options.chosen != standard_stream;
+    write_reports(
+        options.output, [&] { return choice_page(report, kept_name); },
+        [&]() -> std::string {
+            if (!is_told)
+                return "";
+            return options.output.json ? choice_json(report)
+                                       : choice_text(report, kept_name, style_of(options.style));
+        });
+}
+
+} // namespace zarven::tool

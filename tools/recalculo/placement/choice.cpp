@@ -1,0 +1,220 @@
+// Services are told apart by their place in the head-end, so that two with the same numbers stay two.
+
+#include "placement/choice.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "placement/audit.h"
+#include "placement/capacity.h"
+#include "placement/reason.h"
+#include "placement/refusal.h"
+#include "placement/services.h"
+
+namespace zarven::tool {
+
+namespace {
+
+/// A run of a head-end, and where its services stand.
+class ChosenRun {
+public:
+    ChosenRun(const Headend& headend, const std::string& file)
+        : headend_(headend), run_(load_engine(headend, file)), capacities_(capacities_of(run_)) {
+        run_engine(run_, file);
+        for (const auto& [mac, module] : run_.engine.Mapa_ModulosCabecera_Final)
+            note_places(mac, module);
+    }
+
+    const EngineRun& run() const { return run_; }
+    const tRec_Servicio* record(std::size_t service) const { return run_.services[service]; }
+    bool is_placed(std::size_t service) const { return places_.count(record(service)) != 0; }
+    const std::vector<Place>& places(std::size_t service) const { return places_.at(record(service)); }
+    bool is_impossible(std::size_t service) const {
+        return !why_none_could_take(capacities_, *record(service)).empty();
+    }
+
+    ChoiceSide side() const {
+        const Result result = result_of(run_, headend_.name, Reasons::omitted);
+        ChoiceSide side{result.counts, result.warnings};
+        for (std::size_t service = 0; service < headend_.services.size(); ++service)
+            if (is_placed(service)) {
+                side.musts += headend_.services[service].must ? 1 : 0;
+                side.value += headend_.services[service].value;
+            }
+        return side;
+    }
+
+    /// Of a service that is not placed.
+    std::string reason(std::size_t service) {
+        if (!state_) {
+            state_.emplace(run_);
+            left_out_ = set_of(left_out_of(run_));
+        }
+        return left_out_.count(record(service)) != 0 ? reason_left_out(*state_, *record(service))
+                                                     : reason_neither();
+    }
+
+private:
+    void note_places(const std::string& mac, const tRec_Modulo& module) {
+        std::map<const tRec_Servicio*, Place> here;
+        for (const auto& [number, output] : module.mapSalidas)
+            for (const auto& [key, service] : output.MapaServicios) {
+                here[service.get()].mac = mac;
+                here[service.get()].outputs.push_back(output.NumSalida);
+            }
+        for (const auto& [number, input] : module.mapEntradas)
+            for (const auto& [key, service] : input.MapaServicios) {
+                const auto found = here.find(service.get());
+                if (found != here.end() && found->second.input == 0)
+                    found->second.input = input.NumEntrada;
+            }
+        for (auto& [service, place] : here)
+            places_[service].push_back(std::move(place));
+    }
+
+    const Headend& headend_;
+    EngineRun run_;
+    std::vector<ModuleCapacity> capacities_;
+    std::map<const tRec_Servicio*, std::vector<Place>> places_;
+    std::optional<FinalState> state_;
+    ServiceSet left_out_;
+};
+
+class Reporting {
+public:
+    Reporting(const Headend& headend, const Choice& choice, const std::string& file)
+        : headend_(headend), file_(file), chosen_headend_(with_choice(headend, choice)), all_(headend, file),
+          chosen_(chosen_headend_, file) {}
+
+    ChoiceReport report(const Choice& choice, const Result* kept) && {
+        report_.name = headend_.name;
+        report_.all = all_.side();
+        report_.chosen = chosen_.side();
+        report_.musts = reach_of_musts(headend_, file_);
+        report_.value = reach_of_value(headend_, file_);
+        report_.states = choice.states;
+        report_.engine_runs = choice.engine_runs;
+        for (std::size_t service = 0; service < headend_.services.size(); ++service)
+            if (headend_.services[service].ask)
+                sort_in(service);
+        add_missed();
+        if (kept != nullptr)
+            add_moves(*kept);
+        return std::move(report_);
+    }
+
+private:
+    bool is_withheld(std::size_t service) const { return chosen_.record(service) == nullptr; }
+    bool is_in_choice(std::size_t service) const {
+        return !is_withheld(service) && chosen_.is_placed(service);
+    }
+
+    ServiceResult described(std::size_t service) const {
+        const auto& clones = all_.run().clones;
+        const tRec_Servicio* record = all_.record(service);
+        return describe(*record, std::any_of(clones.begin(), clones.end(),
+                                             [record](const auto& clone) { return clone.get() == record; }));
+    }
+
+    ValuedService valued(std::size_t service) const {
+        return {described(service), headend_.services[service].value, headend_.services[service].must};
+    }
+
+    void sort_in(std::size_t service) {
+        report_.has_values = report_.has_values || headend_.services[service].value != 1;
+        const bool was = all_.is_placed(service);
+        const bool is = is_in_choice(service);
+        if (is_withheld(service))
+            report_.withheld.push_back(valued(service));
+        if (is && !was)
+            report_.gained.push_back({valued(service), chosen_.places(service), false});
+        if (was && !is)
+            report_.lost.push_back({valued(service), all_.places(service), is_withheld(service)});
+        if (headend_.services[service].must && !is)
+            missed_.push_back(service);
+    }
+
+    /// A must that is withheld is asked for once more: the engine then tells why, or places it at a price.
+    void add_missed() {
+        Headend with_musts = chosen_headend_;
+        bool are_withheld = false;
+        for (const std::size_t service : missed_) {
+            are_withheld = are_withheld || is_withheld(service);
+            with_musts.services[service].ask = true;
+        }
+        std::optional<ChosenRun> asked;
+        if (are_withheld)
+            asked.emplace(with_musts, file_);
+        for (const std::size_t service : missed_) {
+            MissedMust missed{described(service), is_withheld(service), all_.is_impossible(service)};
+            if (!missed.is_withheld)
+                missed.service.reason = chosen_.reason(service);
+            else
+                missed.service.reason = asked->is_placed(service) ? price_of(*asked) : asked->reason(service);
+            report_.missed.push_back(std::move(missed));
+        }
+    }
+
+    std::string price_of(const ChosenRun& asked) const {
+        const ChoiceSide side = asked.side();
+        if (!side.warnings.empty())
+            return "It is withheld: asked for, it is placed, and the placement does not add up.";
+        return fmt::format(
+            "It is withheld: asked for, it is placed, and with it {} of {} musts and a value of {}.",
+            side.musts, report_.musts.wanted, side.value);
+    }
+
+    void add_moves(const Result& kept) {
+        Comparison comparison = compare(kept, result_of(chosen_.run(), headend_.name, Reasons::omitted));
+        report_.moves = Moves{std::move(comparison.moved), comparison.unmoved, comparison.lost.size()};
+    }
+
+    const Headend& headend_;
+    const std::string& file_;
+    const Headend chosen_headend_;
+    ChosenRun all_;
+    ChosenRun chosen_;
+    std::vector<std::size_t> missed_;
+    ChoiceReport report_;
+};
+
+} // namespace
+
+StaysPut stays_put(const Headend& headend, const Result& kept) {
+    std::vector<PlacedService> wanted;
+    for (const Service& service : headend.services) {
+        PlacedService made;
+        made.service.stream = {service.onid, service.tsid};
+        made.service.lcn = service.lcn;
+        made.service.sid = service.sid;
+        made.service.name = service.name;
+        wanted.push_back(std::move(made));
+    }
+    const std::vector<PlacedService> placed = placed_services(kept);
+    StaysPut stays;
+    stays.module.resize(wanted.size());
+    stays.output.resize(wanted.size());
+    for (const auto& [from, to] : match(placed, wanted).pairs)
+        if (!placed[from].places.empty()) {
+            stays.module[to] = placed[from].places.front().mac;
+            stays.output[to] = placed[from].places.front().outputs.front();
+        }
+    return stays;
+}
+
+Headend with_choice(Headend headend, const Choice& choice) {
+    for (std::size_t service = 0; service < headend.services.size(); ++service)
+        headend.services[service].ask = choice.asked[service];
+    return headend;
+}
+
+ChoiceReport report_of(const Headend& headend, const Choice& choice, const Result* kept,
+                       const std::string& file) {
+    return Reporting(headend, choice, file).report(choice, kept);
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,187 @@
+// Lists without entries are left out. Values are told only where services differ in them.
+
+#include "report/choice_text.h"
+
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "base/counted.h"
+#include "report/comparison_text.h"
+#include "report/service_list.h"
+#include "report/summary_text.h"
+#include "report/table.h"
+
+namespace zarven::tool {
+
+namespace {
+
+Column figures(const char* heading) {
+    Column column;
+    column.heading = heading;
+    column.align = Align::right;
+    column.least = 7;
+    return column;
+}
+
+class ChoiceText {
+public:
+    ChoiceText(const ChoiceReport& report, const std::string& kept, const TextStyle& style)
+        : report_(report), kept_(kept), style_(style) {}
+
+    std::string text() && {
+        text_ = title_text(report_.name, style_);
+        paragraph(verdict_of(report_) + audit_in_figures(report_.chosen.warnings.size()));
+        text_ += '\n' + table_of_figures();
+        write_missed();
+        write_moves();
+        write_withheld();
+        write_changes("Gained", report_.gained);
+        write_changes("Lost", report_.lost);
+        text_ += '\n';
+        paragraph(fmt::format("{} tried, {} of the engine", counted(report_.states, "state"),
+                              counted(report_.engine_runs, "run")));
+        text_ += closing_audit_text(report_.all.warnings, style_, "Audit with everything asked for");
+        text_ += closing_audit_text(report_.chosen.warnings, style_);
+        return std::move(text_);
+    }
+
+private:
+    void paragraph(const std::string& text, Paint paint = Paint::none) {
+        text_ += paragraph_text(text, 0, paint, style_);
+    }
+
+    void heading(const char* title, std::size_t number, Paint paint = Paint::bold) {
+        text_ += '\n';
+        paragraph(fmt::format("{}: {}", title, counted(number, "service")), paint);
+    }
+
+    std::string table_of_figures() const {
+        Column name;
+        name.least = 16;
+        std::vector<Row> rows;
+        const auto row = [&rows](const char* what, std::uint64_t all, std::uint64_t chosen,
+                                 const Reach* reach) {
+            rows.push_back({what, std::to_string(all), std::to_string(chosen),
+                            reach == nullptr ? "" : std::to_string(reach->most),
+                            reach == nullptr ? "" : std::to_string(reach->wanted)});
+        };
+        if (report_.musts.wanted != 0)
+            row("Musts placed", report_.all.musts, report_.chosen.musts, &report_.musts);
+        if (report_.has_values)
+            row("Value", report_.all.value, report_.chosen.value, &report_.value);
+        row("Services placed", report_.all.counts.placed, report_.chosen.counts.placed,
+            report_.has_values ? nullptr : &report_.value);
+        return table_text({name, figures("all"), figures("chosen"), figures("at most"), figures("wanted")},
+                          rows, 2, style_);
+    }
+
+    void write_missed() {
+        if (report_.missed.empty())
+            return;
+        std::vector<ServiceResult> services;
+        for (const MissedMust& missed : report_.missed)
+            services.push_back(missed.service);
+        text_ += '\n' + services_with_reasons("Must be placed and is not", services, style_);
+        paragraph(proof_of_musts(report_));
+    }
+
+    void write_moves() {
+        if (!report_.moves)
+            return;
+        text_ += '\n';
+        paragraph(moves_in_figures(*report_.moves, shown(kept_, style_)));
+        std::vector<Row> rows;
+        for (const ServiceChange& change : report_.moves->moved)
+            rows.push_back(with_identity(
+                change.service,
+                {arrow(places_text(change.before, style_), places_text(change.after, style_))}, style_));
+        write_rows(rows);
+    }
+
+    void write_withheld() {
+        if (report_.withheld.empty())
+            return;
+        heading("Withheld", report_.withheld.size());
+        std::vector<Row> rows;
+        for (const ValuedService& service : report_.withheld)
+            rows.push_back(row_of(service, ""));
+        write_rows(rows);
+    }
+
+    void write_changes(const char* title, const std::vector<ValuedChange>& changes) {
+        if (changes.empty())
+            return;
+        const bool is_gain = &changes == &report_.gained;
+        heading(title, changes.size(), is_gain ? Paint::bold : Paint::red);
+        std::vector<Row> rows;
+        for (const ValuedChange& change : changes) {
+            const std::string places = places_text(change.places, style_);
+            rows.push_back(
+                row_of(change.service,
+                       is_gain ? places : arrow(places, change.is_withheld ? "withheld" : "left out")));
+        }
+        write_rows(rows);
+    }
+
+    std::string arrow(const std::string& before, const std::string& after) const {
+        return fmt::format("{} {} {}", before, symbols_of(style_).arrow, after);
+    }
+
+    Row row_of(const ValuedService& service, const std::string& text) const {
+        std::string worth = service.must ? "must" : "";
+        if (report_.has_values)
+            worth += fmt::format("{}value {}", worth.empty() ? "" : ", ", service.value);
+        if (!worth.empty() && !text.empty())
+            worth += "; ";
+        return with_identity(service.service, {worth + text}, style_);
+    }
+
+    void write_rows(const std::vector<Row>& rows) {
+        if (rows.empty())
+            return;
+        Column last;
+        last.wrapped_at = 30;
+        text_ += table_text(with_identity({last}), rows, body_indent, style_);
+    }
+
+    const ChoiceReport& report_;
+    const std::string& kept_;
+    const TextStyle style_;
+    std::string text_;
+};
+
+} // namespace
+
+std::string verdict_of(const ChoiceReport& report) {
+    const std::string until = report.is_interrupted ? ", when it was interrupted" : "";
+    if (report.withheld.empty())
+        return fmt::format("Nothing better than asking for all {} was found{}: {} placed",
+                           counted(report.all.counts.loaded, "service"), until, report.all.counts.placed);
+    return fmt::format(
+        "{} of {} withheld{}: {} placed in the place of {}, {} gained, {} lost", report.withheld.size(),
+        counted(report.chosen.counts.loaded + report.withheld.size(), "service"), until,
+        report.chosen.counts.placed, report.all.counts.placed, report.gained.size(), report.lost.size());
+}
+
+std::string proof_of_musts(const ChoiceReport& report) {
+    if (report.missed.empty())
+        return "";
+    if (report.chosen.musts >= report.musts.most)
+        return fmt::format(
+            "It is proven that no arrangement places more than {} of the {} that must be placed.",
+            report.musts.most, report.musts.wanted);
+    return fmt::format("It is not proven that they cannot be placed: the bound would allow {} of the {}.",
+                       report.musts.most, report.musts.wanted);
+}
+
+std::string moves_in_figures(const Moves& moves, const std::string& kept) {
+    return fmt::format("Against {}: {} in another place, {} where they were, {} no longer placed", kept,
+                       counted(moves.moved.size(), "service"), moves.unmoved, moves.gone);
+}
+
+std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style) {
+    return ChoiceText(report, kept, style).text();
+}
+
+} // namespace zarven::tool

@@ -1,0 +1,27 @@
+// A choice of services for a person: what it brings in figures, then the services, by what becomes of them.
+
+#ifndef RECALCULO_CHOICE_TEXT_H
+#define RECALCULO_CHOICE_TEXT_H
+
+#include <string>
+
+#include "placement/choice.h"
+#include "report/terminal.h"
+
+namespace zarven::tool {
+
+/// In one sentence.
+std::string verdict_of(const ChoiceReport& report);
+
+/// What the bound says of the services that must be placed and are not; empty where all are.
+std::string proof_of_musts(const ChoiceReport& report);
+
+/// "3 services move against FILE, 5 stay, 1 is no longer placed".
+std::string moves_in_figures(const Moves& moves, const std::string& kept);
+
+/// `kept` is how the placement is called that is to be kept. By default as for a file, in UTF-8.
+std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style = {});
+
+} // namespace zarven::tool
+
+#endif
