@@ -47,7 +47,7 @@ struct TightLimit {
 struct Side {
     std::string name;
     Counts counts;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
 };
 
 struct Comparison {
