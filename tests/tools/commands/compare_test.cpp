@@ -48,6 +48,18 @@ TEST_F(CommandLine, CompareWritesAPageBesideTheReport) {
                    file("none/page.html") + ": cannot be written: No such file or directory");
 }
 
+TEST_F(CommandLine, CompareFailsOnTheSecondPlacementWhenAsked) {
+    const std::string over_budget = RECALCULO_TOOL_TESTS "/placement/lagging_pids.json";
+    const std::string sides = "compare --fail-on broken " + over_budget + " ";
+    EXPECT_EQ(run(sides + small).code, 0);
+    const Outcome broken = run(sides + over_budget);
+    EXPECT_EQ(broken.code, 3);
+    EXPECT_NE(broken.out.find("\nAfter  "), std::string::npos);
+    EXPECT_EQ(broken.err, "recalculo: " + over_budget + ": 1 limit broken\n");
+    EXPECT_EQ(run("compare --fail-on left-out " + over_budget + " " + small).code, 4);
+    EXPECT_EQ(run("compare --fail-on left-out " + small + " " + over_budget).code, 0);
+}
+
 TEST_F(CommandLine, CompareRefuses) {
     expect_refused(run("compare - -"), "standard input: found \"-\" for both, expected it once");
     expect_refused(run("compare " + small + " -", "[]"),

@@ -89,16 +89,19 @@ TEST_F(CommandLine, ExplainListsWhatIsNeitherPlacedNorLeftOut) {
         outcome.out.find("\n  It is neither placed nor left out: the engine's exchanges have lost it.\n"),
         std::string::npos)
         << outcome.out;
-    EXPECT_NE(outcome.out.find("\n  Warning: neither placed nor left out\n"), std::string::npos)
+    EXPECT_NE(outcome.out.find("\n  Broken: neither placed nor left out\n"), std::string::npos)
         << outcome.out;
 }
 
 TEST_F(CommandLine, ExplainTellsTheAudit) {
     const Outcome all = run("explain " + medium);
-    EXPECT_NE(all.out.find("\n\nAudit: 2 findings\nWarning: module 02:48:4D:00:00:06: "), std::string::npos)
+    EXPECT_NE(all.out.find("\n\nNotes: 2 findings\n  module 02:48:4D:00:00:06: "), std::string::npos)
         << all.out;
-    const Outcome one = run("explain --service 203 " + medium);
-    EXPECT_NE(one.out.find("\n\nAudit: 2 findings in the whole head-end; recalculo run lists them\n"),
+    EXPECT_EQ(run("explain --service 203 " + medium).out.find("broken"), std::string::npos);
+    const std::string lost = RECALCULO_TOOL_TESTS "/placement/failed_exchange.json";
+    EXPECT_EQ(run("explain " + lost).out.find("Broken: 3 findings\n  LCN 5 \"S5\""), 0u);
+    const Outcome one = run("explain --service 2 " + lost);
+    EXPECT_NE(one.out.find("\n\n2 services broken in the whole head-end; recalculo run lists them\n"),
               std::string::npos)
         << one.out;
     EXPECT_EQ(json::parse(run("explain --json " + medium).out).at("warnings").size(), 2u);

@@ -64,9 +64,9 @@ TEST_F(CommandLine, RunShowsTheStrategiesFirst) {
     ASSERT_GT(outcome.out.size(), report.size());
     EXPECT_EQ(outcome.out.substr(outcome.out.size() - report.size()), report);
     EXPECT_EQ(outcome.out.find("Strategies, "), 0u);
-    EXPECT_NE(
-        outcome.out.find("\n  MAX           11         1       5 of 5      0  kept: leaves the fewest out\n"),
-        std::string::npos);
+    EXPECT_NE(outcome.out.find(
+                  "\n  MAX           11         1       5 of 5       0  kept: leaves the fewest out\n"),
+              std::string::npos);
 }
 
 TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
@@ -84,6 +84,45 @@ TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
                                 R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
+}
+
+const std::string lost = RECALCULO_TOOL_TESTS "/placement/failed_exchange.json";
+const std::string over_budget = RECALCULO_TOOL_TESTS "/placement/lagging_pids.json";
+
+TEST_F(CommandLine, RunFailsOnWhatIsBrokenWhenAsked) {
+    const Outcome unasked = run("run " + over_budget);
+    EXPECT_EQ(unasked.code, 0);
+    const Outcome asked = run("run --fail-on broken " + over_budget);
+    EXPECT_EQ(asked.code, 3);
+    EXPECT_EQ(asked.out, unasked.out);
+    EXPECT_EQ(asked.err, "recalculo: " + over_budget + ": 1 limit broken\n");
+    EXPECT_EQ(run("run --fail-on broken " + small).code, 0); // one is left out
+    EXPECT_EQ(run("run --fail-on left-out " + over_budget).code, 0);
+    // A count that is off is no failure.
+    EXPECT_EQ(run("run --fail-on broken " RECALCULO_TOOL_TESTS "/placement/left_out_elsewhere.json").code, 0);
+}
+
+TEST_F(CommandLine, RunFailsOnServicesWithoutPlaceWhenAsked) {
+    const Outcome asked = run("run --json --fail-on left-out " + small);
+    EXPECT_EQ(asked.code, 4);
+    EXPECT_EQ(asked.out, run("run --json " + small).out);
+    EXPECT_EQ(asked.err, "recalculo: " + small + ": 1 service left out\n");
+    EXPECT_EQ(run("run --fail-on left-out --set 'modules[2].inputs=2' " + small).code, 0);
+    EXPECT_EQ(run("run --fail-on left-out " + lost).err,
+              "recalculo: " + lost + ": 1 service left out, 1 service neither placed nor left out\n");
+    const Outcome clone = run("run --fail-on left-out --set 'clones[0].transcoding=1' "
+                              "--set 'modules[2].inputs=2' " +
+                              small);
+    EXPECT_EQ(clone.code, 4);
+    EXPECT_EQ(clone.err, "recalculo: " + small + ": 1 clone waiting\n");
+}
+
+TEST_F(CommandLine, BrokenComesBeforeLeftOut) {
+    EXPECT_EQ(run("run --fail-on left-out --fail-on broken " + lost).code, 3);
+    EXPECT_EQ(run("run --fail-on left-out --fail-on broken " + small).code, 4);
+    const Outcome unknown = run("run --fail-on brocken " + small);
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_NE(unknown.err.find("did you mean \"broken\""), std::string::npos) << unknown.err;
 }
 
 TEST_F(CommandLine, TheLogIsThatOfTheDriverAlone) {

@@ -12,6 +12,19 @@ namespace {
 
 using Findings = std::vector<std::string>;
 
+/// The findings in their order; those that are only counted with a mark. The quick question is asked each
+/// time, too.
+Findings told(const EngineRun& run) {
+    Findings texts;
+    bool any_broken = false;
+    for (const AuditFinding& finding : audit(run)) {
+        texts.push_back((finding.is_broken ? "" : "note: ") + text_of(finding));
+        any_broken = any_broken || finding.is_broken;
+    }
+    EXPECT_EQ(has_broken(run), any_broken);
+    return texts;
+}
+
 class Audit : public EngineByHand {
 protected:
     /// Two services of one stream, each on an output of module A, and one that is left out.
@@ -27,7 +40,7 @@ protected:
         leave_out(loaded(2));
     }
 
-    Findings findings() const { return texts_of(audit(run)); }
+    Findings findings() const { return told(run); }
 
     /// The findings with a counter set to just below what it was, to what it was, and to just above.
     template <class Counter>
@@ -44,6 +57,7 @@ protected:
 
 const std::string s1 = "LCN 1 \"S1\" of stream 1/10: ";
 const std::string s3 = "LCN 3 \"S3\" of stream 1/20: ";
+const std::string note = "note: ";
 const std::string clone = "clone LCN 1 \"S1\" of stream 1/10: ";
 
 // ---- Services ---------------------------------------------------------------------------------------------
@@ -95,14 +109,15 @@ TEST_F(Audit, OnTwoInputsOfOneModule) {
 
 TEST_F(Audit, PlacedAndLeftOutAtOnce) {
     leave_out(loaded(0));
-    EXPECT_EQ(findings(), (Findings{"2 placed and 2 left out do not make 3 loaded",
-                                    s1 + "placed and left out at once, it is on output 1 of module A"}));
+    EXPECT_EQ(findings(),
+              (Findings{"note: 2 on outputs and 2 left out do not make 3 loaded",
+                        note + s1 + "placed and left out at once, it is on output 1 of module A"}));
 }
 
 TEST_F(Audit, NeitherPlacedNorLeftOut) {
     run.engine.Mapa_ONIDs_Final.clear();
-    EXPECT_EQ(findings(),
-              (Findings{"2 placed and 0 left out do not make 3 loaded", s3 + "neither placed nor left out"}));
+    EXPECT_EQ(findings(), (Findings{s3 + "neither placed nor left out",
+                                    "note: 2 on outputs and 0 left out do not make 3 loaded"}));
 }
 
 TEST_F(Audit, OnAnOutputOfAModuleThatHasItOnNoInput) {
@@ -114,7 +129,7 @@ TEST_F(Audit, OnAnOutputOfAModuleThatHasItOnNoInput) {
 TEST_F(Audit, OnAnInputOfAModuleThatHasItOnNoOutput) {
     input("B", 2).confEntrada(20, 1);
     input("B", 2).addServicioALaEntrada(loaded(2));
-    EXPECT_EQ(findings(), Findings{s3 + "on input 2 of module B, which has it on no output"});
+    EXPECT_EQ(findings(), Findings{note + s3 + "on input 2 of module B, which has it on no output"});
 }
 
 TEST_F(Audit, InputAndOutputOfDifferentModulesAreTwoFindings) {
@@ -123,7 +138,7 @@ TEST_F(Audit, InputAndOutputOfDifferentModulesAreTwoFindings) {
     input("B", 1).confEntrada(20, 1);
     input("B", 1).addServicioALaEntrada(loaded(2));
     EXPECT_EQ(findings(), (Findings{s3 + "on output 1 of module A, which has it on no input",
-                                    s3 + "on input 1 of module B, which has it on no output"}));
+                                    note + s3 + "on input 1 of module B, which has it on no output"}));
 }
 
 TEST_F(Audit, OnAnInputOfAnotherStream) {
@@ -137,18 +152,19 @@ TEST_F(Audit, OnAnInputOfAnotherStream) {
 
 TEST_F(Audit, LeftOutTwice) {
     leave_out(loaded(2));
-    EXPECT_EQ(findings(), Findings{s3 + "left out 2 times"});
+    EXPECT_EQ(findings(), Findings{note + s3 + "left out 2 times"});
 }
 
 TEST_F(Audit, LeftOutUnderAnotherStream) {
     run.engine.Mapa_ONIDs_Final.clear();
     leave_out(loaded(2), 30);
-    EXPECT_EQ(findings(), Findings{s3 + "left out under stream 1/30"});
+    EXPECT_EQ(findings(), Findings{note + s3 + "left out under stream 1/30"});
 }
 
 TEST_F(Audit, LeftOutUnderTwoStreams) {
     leave_out(loaded(2), 30);
-    EXPECT_EQ(findings(), (Findings{s3 + "left out 2 times", s3 + "left out under stream 1/30"}));
+    EXPECT_EQ(findings(),
+              (Findings{note + s3 + "left out 2 times", note + s3 + "left out under stream 1/30"}));
 }
 
 TEST_F(Audit, ServicesWithTheSameNumbersAreToldApart) {
@@ -156,8 +172,75 @@ TEST_F(Audit, ServicesWithTheSameNumbersAreToldApart) {
     headend.services = {service(1, 10), service(1, 20)};
     load(headend);
     place("A", loaded(0), 1, 1);
+    loaded(1)->SID = 7;
     place("A", loaded(1), 2, 1);
     EXPECT_EQ(findings(), Findings{});
+}
+
+TEST_F(Audit, ServicesOfOneOutputWithOneSid) {
+    loaded(1)->SID = loaded(0)->SID;
+    EXPECT_EQ(findings(), Findings{}); // on two outputs
+    place("A", loaded(2), 2, 1);
+    run.engine.Mapa_ONIDs_Final.clear();
+    EXPECT_EQ(findings(), Findings{});
+    loaded(2)->SID = loaded(0)->SID;
+    EXPECT_EQ(findings(),
+              (Findings{s1 + "on output 1 of module A with the SID 101, as LCN 3 \"S3\" of stream 1/20",
+                        s3 + "on output 1 of module A with the SID 101, as LCN 1 \"S1\" of stream 1/10"}));
+    const Broken broken = broken_among(findings_of(run));
+    EXPECT_EQ(broken.services, 2u);
+    EXPECT_EQ(broken.limits, 0u);
+}
+
+TEST_F(Audit, OfManyServicesWithOneSidOneIsNamed) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10), service(2, 10), service(3, 10), service(4, 10)};
+    load(headend);
+    for (std::size_t index = 0; index < 4; ++index) {
+        loaded(index)->peakBitRate = 1;
+        loaded(index)->SID = 7;
+        place("A", loaded(index), 1, 1);
+    }
+    const Findings found = findings();
+    ASSERT_EQ(found.size(), 4u);
+    EXPECT_EQ(found[1],
+              "LCN 2 \"S2\" of stream 1/10: on output 1 of module A with the SID 7, as LCN 1 \"S1\" "
+              "of stream 1/10 and 2 others");
+}
+
+TEST_F(Audit, AServiceTwiceOnAnOutputDoesNotShareItsSid) {
+    put_on_output("A", loaded(0), 1);
+    EXPECT_EQ(findings().size(), 1u);
+}
+
+TEST_F(Audit, ACloneMayShareTheSidOfItsParent) {
+    attach("A", 0, 1, 1);
+    EXPECT_EQ(run.clones.at(0)->SID, loaded(0)->SID);
+    EXPECT_EQ(findings(), Findings{});
+}
+
+TEST_F(Audit, ModulesAreCalledByTheirLabelToo) {
+    run.labels["A"] = "Rack 1";
+    put_on_output("A", loaded(0), 2);
+    module("A").PIDsModuloMax = 2;
+    EXPECT_EQ(findings(),
+              (Findings{s1 + "on 2 outputs of one module: output 1, output 2 of module A (Rack 1)",
+                        "module A (Rack 1): its services need 3 PIDs, it may use 2"}));
+    EXPECT_EQ(findings_of(run).at(0).macs, std::vector<std::string>{"A"});
+    EXPECT_EQ(findings_of(run).at(1).macs, std::vector<std::string>{"A"});
+}
+
+TEST_F(Audit, WhatIsBrokenIsCountedByLimitsAndServices) {
+    module("A").PIDsModuloMax = 2;
+    output("A", 1).BitRateMax = 4000;
+    put_on_output("A", loaded(0), 1);
+    put_on_output("A", loaded(0), 2);
+    ++module("A").PIDsModulo;
+    const std::vector<Finding> found = findings_of(run);
+    EXPECT_EQ(found.size(), 5u);
+    EXPECT_EQ(broken_among(found).limits, 2u);
+    EXPECT_EQ(broken_among(found).services, 1u);
+    EXPECT_FALSE(found.back().is_broken);
 }
 
 // ---- Clones -----------------------------------------------------------------------------------------------
@@ -176,7 +259,8 @@ TEST_F(Audit, ACloneAttachedTwice) {
 TEST_F(Audit, ACloneAttachedAndWaiting) {
     attach("A", 0, 1, 1);
     run.engine.listaServiciosClonados = run.clones;
-    EXPECT_EQ(findings(), Findings{clone + "attached and waiting at once, it is on output 1 of module A"});
+    EXPECT_EQ(findings(),
+              Findings{note + clone + "attached and waiting at once, it is on output 1 of module A"});
 }
 
 TEST_F(Audit, ACloneThatIsNowhere) {
@@ -224,23 +308,25 @@ TEST_F(Audit, AServiceOfAnotherStreamWithTheSidOfTheParentIsNotTheParent) {
 // ---- Counters ---------------------------------------------------------------------------------------------
 
 TEST_F(Audit, TheBitrateOfAnOutput) {
-    expect_exact(output("A", 1).BitRateActual,
-                 {"module A: the engine counts 3999 kbit/s on output 1, its services need 4000 of 10000"},
-                 {"module A: the engine counts 4001 kbit/s on output 1, its services need 4000 of 10000"});
+    expect_exact(
+        output("A", 1).BitRateActual,
+        {"note: module A: the engine counts 3999 kbit/s on output 1, its services need 4000 of 10000"},
+        {"note: module A: the engine counts 4001 kbit/s on output 1, its services need 4000 of 10000"});
 }
 
 TEST_F(Audit, TheNumberOfServicesOfAnOutput) {
     expect_exact(output("A", 2).NumServicios,
-                 {"module A: the engine counts 0 services on output 2, it carries 1 of 512"},
-                 {"module A: the engine counts 2 services on output 2, it carries 1 of 512"});
+                 {"note: module A: the engine counts 0 services on output 2, it carries 1 of 512"},
+                 {"note: module A: the engine counts 2 services on output 2, it carries 1 of 512"});
 }
 
 TEST_F(Audit, ThePidsOfAModule) {
     expect_exact(module("A").PIDsModulo,
-                 {"module A: the engine counts 2 PIDs in use, its services need 3 of 8"},
-                 {"module A: the engine counts 4 PIDs in use, its services need 3 of 8"});
+                 {"note: module A: the engine counts 2 PIDs in use, its services need 3 of 8"},
+                 {"note: module A: the engine counts 4 PIDs in use, its services need 3 of 8"});
     module("A").PIDsModulo = 1;
-    EXPECT_EQ(findings(), Findings{"module A: the engine counts 1 PID in use, its services need 3 of 8"});
+    EXPECT_EQ(findings(),
+              Findings{"note: module A: the engine counts 1 PID in use, its services need 3 of 8"});
 }
 
 TEST_F(Audit, AServiceOnTwoOutputsOfAModuleNeedsItsPidsOnce) {
@@ -255,15 +341,15 @@ TEST_F(Audit, TheTranscodersOfAModule) {
     EXPECT_EQ(findings(), Findings{});
     module("A").SD_Transcoding = 0;
     EXPECT_EQ(findings(),
-              Findings{"module A: the engine counts 0 SD transcoders in use, its services need 1"});
+              Findings{"note: module A: the engine counts 0 SD transcoders in use, its services need 1"});
     loaded(0)->VideoFormatE = tRec_Servicio::VIDEO_HD;
     module("A").HD_Transcoding = 1;
     EXPECT_EQ(findings(), Findings{});
     module("A").SD_Transcoding = 1;
     module("A").HD_Transcoding = 0;
     EXPECT_EQ(findings(),
-              (Findings{"module A: the engine counts 1 SD transcoder in use, its services need 0",
-                        "module A: the engine counts 0 HD transcoders in use, its services need 1"}));
+              (Findings{"note: module A: the engine counts 1 SD transcoder in use, its services need 0",
+                        "note: module A: the engine counts 0 HD transcoders in use, its services need 1"}));
 }
 
 TEST_F(Audit, AnyOtherTranscodingTakesNoTranscoder) {
@@ -278,7 +364,7 @@ TEST_F(Audit, TheTranscodersOfClones) {
     EXPECT_EQ(findings(), Findings{});
     module("A").AUX_Transcoding = 0;
     EXPECT_EQ(findings(),
-              Findings{"module A: the engine counts 0 AUX transcoders in use, its clones need 1"});
+              Findings{"note: module A: the engine counts 0 AUX transcoders in use, its clones need 1"});
 }
 
 // ---- Limits -----------------------------------------------------------------------------------------------
@@ -305,8 +391,9 @@ TEST_F(Audit, BitratesAreAddedUpBeyondTheWidthOfTheCounter) {
     place("A", loaded(1), 1, 1);
     EXPECT_EQ(
         findings(),
-        (Findings{"module A: the engine counts 1 kbit/s on output 1, its services need 4294967297 of 10000",
-                  "module A: the services on output 1 need 4294967297 kbit/s, they must stay below "
+        (Findings{"module A: the services on output 1 need 4294967297 kbit/s, they must stay below "
+                  "10000",
+                  "note: module A: the engine counts 1 kbit/s on output 1, its services need 4294967297 of "
                   "10000"}));
 }
 
@@ -364,7 +451,7 @@ TEST_F(Audit, AuxTranscodersUpToTheirLimit) {
 Findings findings_of(const std::string& path) {
     EngineRun run = load_engine(read_headend(path, read_text(path)), path);
     run_engine(run, path);
-    return texts_of(audit(run));
+    return told(run);
 }
 
 const std::string headends = RECALCULO_TOOL_TESTS "/placement/";
@@ -372,25 +459,26 @@ const std::string headends = RECALCULO_TOOL_TESTS "/placement/";
 TEST(AuditOfARun, AFailedExchange) {
     EXPECT_EQ(
         findings_of(headends + "failed_exchange.json"),
-        (Findings{"5 placed and 1 left out do not make 7 loaded",
-                  "LCN 5 \"S5\" of stream 1/2: neither placed nor left out",
-                  "LCN 5 \"S5\" of stream 1/2: on input 1 of module A, which has it on no output",
-                  "LCN 5 \"S9\" of stream 1/3: on 2 outputs of different modules: output 2 of module A, "
-                  "output 1 of module C",
-                  "LCN 5 \"S9\" of stream 1/3: on output 2 of module A, which has it on no input",
-                  "module A: the engine counts 5000 kbit/s on output 1, its services need 8000 of 9000"}));
+        (Findings{
+            "LCN 5 \"S5\" of stream 1/2: neither placed nor left out",
+            "LCN 5 \"S9\" of stream 1/3: on 2 outputs of different modules: output 2 of module A, "
+            "output 1 of module C",
+            "LCN 5 \"S9\" of stream 1/3: on output 2 of module A, which has it on no input",
+            "note: 5 on outputs and 1 left out do not make 7 loaded",
+            "note: LCN 5 \"S5\" of stream 1/2: on input 1 of module A, which has it on no output",
+            "note: module A: the engine counts 5000 kbit/s on output 1, its services need 8000 of 9000"}));
 }
 
 TEST(AuditOfARun, AServiceLeftOutUnderAnotherStream) {
     EXPECT_EQ(findings_of(headends + "left_out_elsewhere.json"),
-              Findings{"LCN 6 \"S6\" of stream 1/2: left out under stream 1/1"});
+              Findings{"note: LCN 6 \"S6\" of stream 1/2: left out under stream 1/1"});
 }
 
 TEST(AuditOfARun, PidsThatLagBehind) {
     EXPECT_EQ(findings_of(headends + "lagging_pids.json"),
-              (Findings{"module A: the engine counts 4 PIDs in use, its services need 0 of 7",
-                        "module C: the engine counts 1 PID in use, its services need 5 of 4",
-                        "module C: its services need 5 PIDs, it may use 4"}));
+              (Findings{"module C: its services need 5 PIDs, it may use 4",
+                        "note: module A: the engine counts 4 PIDs in use, its services need 0 of 7",
+                        "note: module C: the engine counts 1 PID in use, its services need 5 of 4"}));
 }
 
 TEST(AuditOfARun, ASmallHeadendHasNoFindings) {

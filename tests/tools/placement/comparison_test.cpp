@@ -1,5 +1,6 @@
 // Two results made by hand, and what is told of each difference.
 
+#include "made_findings.h"
 #include "placement/comparison.h"
 
 #include <gtest/gtest.h>
@@ -97,14 +98,14 @@ TEST(Compare, EachSideKeepsItsFiguresAndFindings) {
     Result before = result({});
     before.name = "Casa";
     before.counts.loaded = 5;
-    before.warnings = {"one"};
+    before.findings = {broken("one")};
     Result after = result({});
-    after.warnings = {"two", "three"};
+    after.findings = {broken("two"), note("three")};
     const Comparison comparison = compare(before, after);
     EXPECT_EQ(comparison.before.name, "Casa");
     EXPECT_EQ(comparison.before.counts.loaded, 5u);
-    EXPECT_EQ(comparison.before.warnings, before.warnings);
-    EXPECT_EQ(comparison.after.warnings, after.warnings);
+    EXPECT_EQ(texts_of(comparison.before.findings), texts_of(before.findings));
+    EXPECT_EQ(texts_of(comparison.after.findings), texts_of(after.findings));
 }
 
 /// The service moves from module A, input 1, output 1.
@@ -122,9 +123,20 @@ TEST(Compare, ADifferentModuleInputOrOutputIsAMove) {
     ModuleResult other_input = module("A", 0, {});
     other_input.inputs[1] = {2, true, {1, 10}, {service(1, 10, {1})}};
     EXPECT_TRUE(is_moved(other_input));
+    ModuleResult a_second_time = module("A", 10, {service(1, 10, {1})});
+    a_second_time.without_input = {service(1, 10, {1})};
+    EXPECT_TRUE(is_moved(a_second_time));
+}
+
+TEST(Compare, OnNoInputThatReceivesItIsNotPlaced) {
+    const Result before = result({module("A", 10, {service(1, 10, {1})})});
     ModuleResult no_input = module("A", 0, {});
     no_input.without_input = {service(1, 10, {1})};
-    EXPECT_TRUE(is_moved(no_input));
+    for (const ModuleResult& after : {no_input, module("A", 20, {service(1, 10, {1})})}) {
+        const Comparison comparison = compare(before, result({after}));
+        ASSERT_EQ(comparison.lost.size(), 1u);
+        EXPECT_EQ(comparison.lost[0].absence_after, Absence::neither);
+    }
 }
 
 TEST(Compare, OnAnInputAndOnNoOutputIsNotPlaced) {

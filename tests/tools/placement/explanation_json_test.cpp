@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "made_findings.h"
 #include "report/explanation_fixture.h"
 
 namespace zarven::tool::explanation_json_test {
@@ -13,11 +14,11 @@ namespace {
 using nlohmann::ordered_json;
 
 std::string document(const std::string& name, const std::vector<Explanation>& explanations,
-                     const std::vector<std::string>& warnings = {}) {
+                     const std::vector<Finding>& findings = {}) {
     std::string text = explanations_json_begin(name);
     for (std::size_t index = 0; index < explanations.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(explanations[index]);
-    return text + explanations_json_end(warnings);
+    return text + explanations_json_end(findings);
 }
 
 TEST(ExplanationJson, AnAnswerOfAModule) {
@@ -37,7 +38,7 @@ TEST(ExplanationJson, AService) {
     Explanation explanation;
     explanation.service.name = "two\nlines";
     explanation.sentence = "Why.";
-    explanation.warnings = {"on \"two\" outputs"};
+    explanation.findings = {broken("on \"two\" outputs")};
     explanation.transcoding = 7;
     explanation.unlisted = 4;
     EXPECT_EQ(ordered_json::parse(explanation_json(explanation)).dump(),
@@ -45,6 +46,7 @@ TEST(ExplanationJson, AService) {
         "sid": 0, "osid": 0, "bitrate": 0, "hd": false, "scrambled": false, "ca_pids": 0,
         "transcoded": false, "clone": false, "transcoding": 7, "standing": "neither", "sentence": "Why.",
         "warnings": ["on \"two\" outputs"],
+        "findings": [{"broken": true, "problem": "on \"two\" outputs"}],
         "modules": [], "modules_not_listed": 4})")
                   .dump());
 }
@@ -83,11 +85,13 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
     for (const Explanation& explanation : two)
         expected["services"].push_back(ordered_json::parse(explanation_json(explanation)));
     expected["warnings"] = {"one", "two\nlines"};
-    EXPECT_EQ(document("Casa \"Uno\"", two, {"one", "two\nlines"}), expected.dump(2) + "\n");
+    expected["findings"] = ordered_json::parse(
+        R"([{"broken": true, "problem": "one"}, {"broken": false, "problem": "two\nlines"}])");
+    EXPECT_EQ(document("Casa \"Uno\"", two, {broken("one"), note("two\nlines")}), expected.dump(2) + "\n");
 }
 
 TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
-    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ],\n  \"warnings\": []\n}\n");
+    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ],\n  \"warnings\": [],\n  \"findings\": []\n}\n");
 }
 
 } // namespace

@@ -32,7 +32,7 @@ TEST_F(Explain, AServiceThatIsLeftOut) {
 
 TEST_F(Explain, AServiceThatIsPlaced) {
     load({1}, {transcoded(service(1, 10), 2)});
-    module("A").addService(loaded(0), 1, 1);
+    place("A", loaded(0), 1, 1);
     const Explanation explanation = explain(loaded(0));
     EXPECT_EQ(explanation.standing, Standing::placed);
     EXPECT_EQ(explanation.transcoding, 2);
@@ -51,6 +51,19 @@ TEST_F(Explain, AServiceThatIsBothAndOneThatIsNeither) {
               "It is neither placed nor left out: the engine's exchanges have lost it.");
 }
 
+TEST_F(Explain, AServiceThatNoInputReceives) {
+    load({1, 1}, {service(1, 10)});
+    run.labels["A"] = "Rack 1";
+    put_on_output("A", loaded(0), 1);
+    EXPECT_EQ(explain(loaded(0)).standing, Standing::neither);
+    EXPECT_EQ(explain(loaded(0)).sentence,
+              "It is on output 1 of module A (Rack 1) after the engine's exchanges, "
+              "and on no input there that receives stream 1/10.");
+    put_on_output("B", loaded(0), 1);
+    EXPECT_NE(explain(loaded(0)).sentence.find("output 1 of module A (Rack 1) and output 1 of module B"),
+              std::string::npos);
+}
+
 TEST_F(Explain, Clones) {
     load({1}, {service(1, 10)}, {clone_of(service(1, 10))});
     leave_out(loaded(0));
@@ -58,6 +71,7 @@ TEST_F(Explain, Clones) {
     EXPECT_EQ(explain(run.clones[0]).sentence, "Its parent, LCN 1 \"S1\", is left out.");
     EXPECT_TRUE(explain(run.clones[0]).service.is_clone);
     EXPECT_TRUE(explain(run.clones[0]).modules.empty());
+    tune("A", 1, 10);
     module("A").addService(run.clones[0], 1, 1);
     run.engine.listaServiciosClonados.clear();
     EXPECT_EQ(explain(run.clones[0]).standing, Standing::attached);
@@ -86,14 +100,21 @@ TEST_F(Explain, TheEngineHasRoomWhateverTheInputsReceive) {
     EXPECT_FALSE(answer.engine_has_room());
 }
 
+std::vector<std::string> problems_of(const Explanation& explanation) {
+    std::vector<std::string> problems;
+    for (const Finding& finding : explanation.findings)
+        problems.push_back(finding.problem);
+    return problems;
+}
+
 TEST_F(Explain, WhatTheAuditFoundAboutTheService) {
     load({1}, {service(1, 10), service(2, 10)});
     module("A").addService(loaded(0), 1, 1);
     tune("A", 1, 10);
     leave_out(loaded(0));
-    EXPECT_EQ(explain(loaded(0)).warnings,
+    EXPECT_EQ(problems_of(explain(loaded(0))),
               std::vector<std::string>{"placed and left out at once, it is on output 1 of module A"});
-    EXPECT_EQ(explain(loaded(1)).warnings, std::vector<std::string>{"neither placed nor left out"});
+    EXPECT_EQ(problems_of(explain(loaded(1))), std::vector<std::string>{"neither placed nor left out"});
     EXPECT_EQ(texts_of(Explainer(run, Listing::all_modules).findings()), texts_of(audit(run)));
 }
 

@@ -21,13 +21,13 @@ TEST(ResultJson, WithStrategies) {
     const Strategies strategies = strategies_with_everything();
     auto expected = nlohmann::ordered_json::parse(R"({"name": "Casa", "strategies": [
         {"name": "MAX", "placed": 7, "left_out": 3, "neither": 0, "left_out_counted": 4, "inputs_used": 4, "inputs": 5,
-         "warnings": 2, "verdict": "surpassed", "rival": "MIN"},
+         "warnings": 3, "broken": 2, "verdict": "surpassed", "rival": "MIN"},
         {"name": "MAX MIN", "placed": 6, "left_out": 4, "neither": 0, "left_out_counted": 4, "inputs_used": 5, "inputs": 5,
-         "warnings": 0, "verdict": "tie", "rival": "MAX"},
+         "warnings": 0, "broken": 0, "verdict": "tie", "rival": "MAX"},
         {"name": "MIN", "placed": 8, "left_out": 2, "neither": 0, "left_out_counted": 2, "inputs_used": 5, "inputs": 5,
-         "warnings": 0, "verdict": "kept"},
+         "warnings": 0, "broken": 0, "verdict": "kept"},
         {"name": "MIN MAX", "placed": 5, "left_out": 5, "neither": 0, "left_out_counted": 5, "inputs_used": 3, "inputs": 123,
-         "warnings": 1, "verdict": "worse", "rival": "MIN"}],
+         "warnings": 1, "broken": 1, "verdict": "worse", "rival": "MIN"}],
         "contested": [
         {"lcn": 5, "name": "海景 Música\u001b", "onid": 1, "tsid": 1001, "placed_by": ["MAX", "MIN MAX"]},
         {"lcn": 65535, "name": "Dos", "onid": 65535, "tsid": 65535, "placed_by": ["MAX MIN", "MIN"]}]})");
@@ -50,7 +50,7 @@ TEST(ResultJson, AStrategyThatWasNotTried) {
 TEST(ResultJson, AnEmptyResult) {
     const auto expected =
         nlohmann::ordered_json::parse(R"({"modules": [], "left_out": [], "clones_waiting": [],
-        "neither": [], "warnings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "neither": 0,
+        "neither": [], "warnings": [], "findings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "neither": 0,
         "clones_attached": 0, "clones_waiting": 0}})");
     EXPECT_EQ(result_json(Result()), expected.dump(2) + "\n");
 }

@@ -74,7 +74,13 @@ TEST(ResultReading, EveryMemberIsReadIntoItsPlace) {
     EXPECT_EQ(result.counts.placed, 4u);
     EXPECT_EQ(result.counts.neither, 1u);
     EXPECT_EQ(result.neither.at(0).lcn, 11);
-    EXPECT_EQ(result.warnings, std::vector<std::string>{"something does not add up"});
+    ASSERT_EQ(result.findings.size(), 3u);
+    EXPECT_EQ(text_of(result.findings[0]), "LCN 9: on no input");
+    EXPECT_TRUE(result.findings[0].is_broken);
+    EXPECT_FALSE(result.findings[0].is_limit);
+    EXPECT_TRUE(result.findings[1].is_limit);
+    EXPECT_EQ(result.findings[1].macs, std::vector<std::string>{"M1"});
+    EXPECT_FALSE(result.findings[2].is_broken);
 }
 
 TEST(ResultReading, AResultOfTheFirstVersionIsRead) {
@@ -84,6 +90,15 @@ TEST(ResultReading, AResultOfTheFirstVersionIsRead) {
     const Result result = read(document);
     EXPECT_TRUE(result.neither.empty());
     EXPECT_EQ(result.counts.neither, 0u);
+}
+
+TEST(ResultReading, WhatAnEarlierVersionDidNotTellApartMayBeBroken) {
+    json document = report();
+    document.erase("findings");
+    const Result result = read(document);
+    ASSERT_EQ(result.findings.size(), 3u);
+    EXPECT_EQ(texts_of(result.findings), document["warnings"].get<std::vector<std::string>>());
+    EXPECT_EQ(broken_in(result).all(), 3u);
 }
 
 TEST(ResultReading, AReasonMayStandThere) {
@@ -132,6 +147,7 @@ TEST(ResultReading, EveryRequiredMemberIsMissed) {
         const json::json_pointer place(member.key());
         const bool may_be_absent = place.back() == "parent_sid" || place.back() == "reason" ||
                                    place == json::json_pointer("/name") || place.back() == "neither" ||
+                                   place.back() == "limit" || place.back() == "subject" ||
                                    place.back().find_first_not_of("0123456789") == std::string::npos;
         json document = report();
         if (may_be_absent)

@@ -27,7 +27,7 @@ TEST(ResultOf, ARealRun) {
     EXPECT_EQ(result.counts.left_out, 1u);
     EXPECT_EQ(result.counts.clones_attached, 1u);
     EXPECT_EQ(result.counts.clones_waiting, 1u);
-    EXPECT_TRUE(result.warnings.empty()) << result.warnings[0];
+    EXPECT_EQ(texts_of(result.findings), std::vector<std::string>{});
 
     ASSERT_EQ(result.modules.size(), 2u);
     const ModuleResult& first = result.modules[0];
@@ -107,7 +107,8 @@ TEST_F(ResultOfHand, AServiceThatIsNowhereIsNeither) {
     const Result result = result_of(run, "");
     ASSERT_EQ(result.neither.size(), 2u);
     EXPECT_EQ(result.neither[0].lcn, 1);
-    EXPECT_EQ(result.neither[0].reason, reason_neither());
+    EXPECT_EQ(result.neither[0].reason,
+              "It is neither placed nor left out: the engine's exchanges have lost it.");
     EXPECT_TRUE(result.neither[1].is_clone);
     EXPECT_EQ(result.counts.neither, 1u);
     EXPECT_EQ(result.counts.clones_attached, 0u);
@@ -154,7 +155,7 @@ TEST_F(ResultOfHand, TheWarningsAreWhatTheAuditFinds) {
     headend.services = {service(1, 10)};
     load(headend);
     EXPECT_EQ(audit(run).size(), 2u);
-    EXPECT_EQ(result_of(run, "").warnings, texts_of(audit(run)));
+    EXPECT_EQ(texts_of(result_of(run, "").findings), texts_of(audit(run)));
 }
 
 TEST_F(ResultOfHand, AServiceOnTwoModulesCountsOnce) {
@@ -172,9 +173,41 @@ TEST_F(ResultOfHand, AServiceOnAnOutputButOnNoInput) {
     load(headend);
     put_on_output("A", loaded(0), 2);
     const Result result = result_of(run, "");
-    EXPECT_EQ(result.counts.placed, 1u);
+    EXPECT_EQ(result.counts.placed, 0u);
+    EXPECT_EQ(result.counts.neither, 1u);
+    ASSERT_EQ(result.neither.size(), 1u);
+    EXPECT_EQ(result.neither[0].reason,
+              "It is on output 2 of module A after the engine's exchanges, and on no "
+              "input there that receives stream 1/10.");
     ASSERT_EQ(result.modules.at(0).without_input.size(), 1u);
     EXPECT_EQ(result.modules[0].without_input[0].outputs, std::vector<std::uint32_t>{2});
+}
+
+TEST_F(ResultOfHand, AServiceOnAnInputOfAnotherStreamIsNotPlaced) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10)};
+    load(headend);
+    place("A", loaded(0), 1, 1);
+    EXPECT_EQ(result_of(run, "").counts.placed, 1u);
+    tune("A", 1, 20);
+    EXPECT_EQ(result_of(run, "").counts.placed, 0u);
+    EXPECT_EQ(result_of(run, "").counts.neither, 1u);
+    // On another module it is received.
+    place("B", loaded(0), 2, 1);
+    EXPECT_EQ(result_of(run, "").counts.placed, 1u);
+    EXPECT_EQ(result_of(run, "").counts.neither, 0u);
+}
+
+TEST_F(ResultOfHand, ALeftOutServiceThatNoInputReceivesIsLeftOutAlone) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10)};
+    load(headend);
+    put_on_output("A", loaded(0), 2);
+    leave_out(loaded(0));
+    const Result result = result_of(run, "");
+    EXPECT_EQ(result.counts.placed, 0u);
+    EXPECT_EQ(result.counts.neither, 0u);
+    EXPECT_EQ(result.counts.left_out, 1u);
 }
 
 TEST_F(ResultOfHand, AServiceOnAnInputAloneIsNotPlaced) {
@@ -213,7 +246,7 @@ TEST_F(ResultOfHand, AttachedClonesAreNoPlacedServices) {
     EXPECT_EQ(result.counts.placed, 1u);
     EXPECT_EQ(result.counts.clones_attached, 1u);
     EXPECT_EQ(result.counts.clones_waiting, 0u);
-    EXPECT_TRUE(result.warnings.empty());
+    EXPECT_TRUE(result.findings.empty());
     EXPECT_FALSE(result.modules.at(0).outputs.at(0).services.at(0).is_clone);
     EXPECT_TRUE(result.modules[0].outputs[0].services.at(1).is_clone);
 }

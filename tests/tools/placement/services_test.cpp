@@ -11,7 +11,7 @@ class ServicesOfARun : public EngineByHand {
 protected:
     /// Two streams, the later one loaded first, and a clone.
     ServicesOfARun() {
-        load({1}, {service(1, 20), service(2, 10), service(3, 10)}, {clone_of(service(1, 20))});
+        load({2}, {service(1, 20), service(2, 10), service(3, 10)}, {clone_of(service(1, 20))});
     }
 };
 
@@ -27,13 +27,20 @@ TEST_F(ServicesOfARun, LeftOutByStreamAndOnce) {
 
 TEST_F(ServicesOfARun, NeitherPlacedNorLeftOut) {
     leave_out(loaded(0));
+    tune("A", 1, 10);
+    tune("A", 2, 20);
     module("A").addService(loaded(1), 1, 1);
     EXPECT_EQ(neither_of(run), Services{loaded(2)});
     run.engine.listaServiciosClonados.clear();
     EXPECT_EQ(neither_of(run), (Services{loaded(2), run.clones[0]}));
-    module("A").addService(run.clones[0], 1, 1);
+    module("A").addService(run.clones[0], 2, 1);
     module("A").addService(loaded(2), 1, 1);
     EXPECT_EQ(neither_of(run), Services());
+    EXPECT_EQ(placed_of(run), (ServiceSet{loaded(1).get(), loaded(2).get(), run.clones[0].get()}));
+    // None of the module's inputs receives it.
+    tune("A", 2, 30);
+    EXPECT_EQ(neither_of(run), Services{run.clones[0]});
+    EXPECT_EQ(placed_of(run), (ServiceSet{loaded(1).get(), loaded(2).get()}));
 }
 
 TEST_F(ServicesOfARun, OnAnInputAloneIsNeither) {

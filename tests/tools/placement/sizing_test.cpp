@@ -248,16 +248,18 @@ TEST(Sizing, Transcoders) {
 TEST(Sizing, TheAuditOfEachRun) {
     const std::string path = RECALCULO_TOOL_TESTS "/placement/left_out_elsewhere.json";
     const Sizing sizing = size(read_headend(path, read_text(path)), plain, 1);
-    EXPECT_EQ(sizing.warnings.size(), 1u);
+    EXPECT_EQ(sizing.findings.size(), 1u);
     ASSERT_EQ(sizing.addition.attempts.size(), 2u);
     EXPECT_EQ(sizing.addition.attempts[0].findings, 1u);
+    EXPECT_EQ(sizing.addition.attempts[0].broken, 0u);
     // The first HD transcoding is let in under the limit for SD.
     Headend headend = one_module({light(1, 10), light(2, 10, 1, 0, 1)});
     headend.services[1].video_format = 4;
     const Sizing with_raise = size(headend, plain);
-    EXPECT_TRUE(with_raise.warnings.empty());
+    EXPECT_TRUE(with_raise.findings.empty());
     EXPECT_EQ(only_raise(with_raise), "modules[0].sd_transcoders=1");
     EXPECT_EQ(with_raise.raises[0].findings, 1u);
+    EXPECT_EQ(with_raise.raises[0].broken, 1u);
 }
 
 TEST(Sizing, TheModuleOnWhichItHelpsMost) {

@@ -189,6 +189,7 @@ TEST_F(StrategiesOf, TheFindingsOfTheAuditAreCounted) {
     const std::string path = RECALCULO_TOOL_TESTS "/placement/lagging_pids.json";
     const Strategies strategies = strategies_of(read_headend(path, read_text(path)), path);
     EXPECT_EQ(strategies.list[index_of_kept(strategies.list)].findings, 3u);
+    EXPECT_EQ(strategies.list[index_of_kept(strategies.list)].broken, 1u);
 }
 
 TEST_F(StrategiesOf, ARefusalIsTold) {
@@ -272,7 +273,8 @@ protected:
         EXPECT_EQ(strategies.list[kept].placed, result.counts.placed);
         EXPECT_EQ(strategies.list[kept].left_out, result.counts.left_out);
         EXPECT_EQ(strategies.list[kept].left_out_counted, entries_left_out(driven));
-        EXPECT_EQ(strategies.list[kept].findings, result.warnings.size());
+        EXPECT_EQ(strategies.list[kept].findings, result.findings.size());
+        EXPECT_EQ(strategies.list[kept].broken, broken_in(result).all());
         return strategies;
     }
 

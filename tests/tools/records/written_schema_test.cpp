@@ -9,6 +9,7 @@
 
 #include "Generador.h"
 #include "headend/headend_json.h"
+#include "made_findings.h"
 #include "placement/bound.h"
 #include "placement/comparison.h"
 #include "placement/documents.h"
@@ -33,7 +34,7 @@ json explanations(const std::vector<Explanation>& list, const std::string& name)
     std::string text = explanations_json_begin(name);
     for (std::size_t index = 0; index < list.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(list[index]);
-    return json::parse(text + explanations_json_end({"what the audit found"}));
+    return json::parse(text + explanations_json_end({broken_limit("what the audit found", "A")}));
 }
 
 ServiceResult a_service() {
@@ -87,7 +88,7 @@ json whole_comparison() {
     comparison.lost[0].absence_after = Absence::not_there;
     comparison.before.counts.not_asked_for = 2;
     comparison.after.counts.not_asked_for = 2;
-    comparison.after.warnings = {"what the audit found"};
+    comparison.after.findings = {broken_limit("what the audit found", "A"), note("what is counted")};
     return json::parse(comparison_json(comparison));
 }
 
@@ -95,16 +96,16 @@ json whole_sizing() {
     Sizing sizing;
     sizing.name = "Casa";
     sizing.now.not_asked_for = 2;
-    sizing.warnings = {"what the audit found"};
+    sizing.findings = {broken_limit("what the audit found", "A")};
     sizing.addition.kind = {"", 3, false, 2, {38000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
-    sizing.addition.attempts = {{2, 14, 6, 1}};
+    sizing.addition.attempts = {{2, 14, 6, 1, 1}};
     sizing.addition.impossible = sizing.addition.remaining = {a_service()};
     for (const LimitKind kind :
          {LimitKind::pids, LimitKind::bitrate, LimitKind::inputs, LimitKind::sd_transcoders,
           LimitKind::hd_transcoders, LimitKind::one_more_output}) {
         const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
-        sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, "modules[0].inputs=2"});
+        sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, 1, "modules[0].inputs=2"});
     }
     sizing.raises[0].label = "Rack 1";
     return json::parse(sizing_json(sizing));
@@ -157,7 +158,14 @@ protected:
         const auto is = [&optional](const std::string& name) {
             return std::find(optional.begin(), optional.end(), name) != optional.end();
         };
-        return is(place.to_string()) || is(place.back());
+        return is(place.to_string()) || is(place.back()) || may_be_absent_of_finding(place);
+    }
+
+    static bool may_be_absent_of_finding(const Pointer& place) {
+        const Pointer list = place.parent_pointer().parent_pointer();
+        const std::string key = place.back();
+        return !list.empty() && list.back() == "findings" &&
+               (key == "limit" || key == "subject" || key == "modules");
     }
 
     const DocumentSchema schema{GetParam().schema};

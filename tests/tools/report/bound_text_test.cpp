@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "made_findings.h"
 #include "placement/documents.h"
 #include "report/fitting.h"
 
@@ -77,17 +78,17 @@ TEST(BoundText, UnderAtAndAboveTheBound) {
 
 TEST(BoundText, TheAuditOfThePlacement) {
     Result result = placed(11);
-    result.warnings = {"one", "another \x1B"};
+    result.findings = {broken("one"), note("another \x1B")};
     const std::string text = bound_text(a_bound(), result);
-    EXPECT_NE(text.find("its result breaks a limit; audit: 2 findings\n"), std::string::npos) << text;
-    EXPECT_EQ(text.substr(text.find("\n\nAudit")),
-              "\n\nAudit: 2 findings\nWarning: one\nWarning: another \uFFFD\n");
+    EXPECT_NE(text.find("its result breaks a limit; 1 service broken\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("Broken: 1 finding\n  one\n\n"), 0u) << text;
+    EXPECT_EQ(text.substr(text.find("\n\nNotes")), "\n\nNotes: 1 finding\n  another \uFFFD\n");
     EXPECT_EQ(nlohmann::json::parse(bound_json(a_bound(), result)).at("warnings").size(), 2u);
 }
 
 std::string everything(const TextStyle& style) {
     Result result = placed(8, "Casa\xC3\xB1");
-    result.warnings = {"módulo: something does not add up"};
+    result.findings = {broken_limit("something does not add up", "módulo"), note("so it is")};
     return bound_text(a_bound(), result, style);
 }
 
@@ -116,7 +117,7 @@ TEST(BoundJson, TheSameFacts) {
               R"({"limit":"transcoders","capacity":0,"wanted":0,"allows":11},)"
               R"({"limit":"places","capacity":2048,"wanted":11,"allows":11}],)"
               R"("impossible":[{"lcn":7,"name":"Música\u001b","onid":1,"tsid":1001,"sid":107,)"
-              R"("reason":"it is too large"}],"warnings":[]})");
+              R"("reason":"it is too large"}],"warnings":[],"findings":[]})");
     EXPECT_EQ(nlohmann::json::parse(bound_json(Bound(), placed(0))).count("name"), 0u);
 }
 

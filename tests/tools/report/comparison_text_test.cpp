@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "made_findings.h"
 #include "report/comparison_fixture.h"
 #include "report/fitting.h"
 
@@ -21,8 +22,8 @@ Comparison a_comparison() {
     comparison.after.counts.loaded = 1;
     comparison.after.counts.placed = 1;
     comparison.after.counts.neither = 1;
-    comparison.before.warnings = {"one", "two"};
-    comparison.after.warnings = {"one"};
+    comparison.before.findings = {broken_limit("one", "A"), note("two")};
+    comparison.after.findings = {broken("one")};
     comparison.gained = {change(1, "Uno", {}, {{"A", 1, {1, 2}}})};
     comparison.lost = {change(2, "Doscientos", {{"A", 1, {1}}}, {})};
     comparison.lost[0].absence_after = Absence::not_there;
@@ -38,16 +39,22 @@ TEST(ComparisonText, WhatWasNotAskedFor) {
     EXPECT_NE(
         comparison_text(comparison, {"old.json", "new.json"})
             .find("After  new.json: 1 of 1 service placed, 1 neither placed nor left out, 3 not asked for; "
-                  "audit: 1 finding\n"),
+                  "1 service broken\n"),
         std::string::npos);
 }
 
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
-              R"(1 gained, 1 lost, 1 moved, 4 in the same place (1 renamed), 5 placed in neither
+              R"(Broken before: 1 finding
+  module A: one
 
-Before old.json (Casa): 3 of 5 services placed; audit: 2 findings
-After  new.json: 1 of 1 service placed, 1 neither placed nor left out; audit: 1 finding
+Broken after: 1 finding
+  one
+
+1 gained, 1 lost, 1 moved, 4 in the same place (1 renamed), 5 placed in neither
+
+Before old.json (Casa): 3 of 5 services placed; 1 limit broken
+After  new.json: 1 of 1 service placed, 1 neither placed nor left out; 1 service broken
 
 Inputs tuned to another stream: 1
   B in 1  1/30 → 1/40
@@ -88,12 +95,8 @@ Change on air in 3 steps: at most 1 service off the air at a time
   2  B in 1  1/30 → 1/40  off the air: LCN 3
   3  A in 1  1/10 → free  back: LCN 3
 
-Audit before: 2 findings
-Warning: one
-Warning: two
-
-Audit after: 1 finding
-Warning: one
+Notes before: 1 finding
+  two
 )");
 }
 
@@ -142,8 +145,9 @@ TEST(ComparisonJson, TheSameFacts) {
     EXPECT_EQ(
         json.dump(),
         R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"renamed":1,"never_placed":5},)"
-        R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["one","two"]},)"
-        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"]},)"
+        R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A",)"
+        R"("problem":"one","modules":["A"]},{"broken":false,"problem":"two"}]},)"
+        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"],"findings":[{"broken":true,"problem":"one"}]},)"
         R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
         R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
         R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"

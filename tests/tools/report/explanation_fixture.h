@@ -3,6 +3,7 @@
 #ifndef RECALCULO_EXPLANATION_FIXTURE_H
 #define RECALCULO_EXPLANATION_FIXTURE_H
 
+#include "made_findings.h"
 #include "placement/explanation.h"
 
 namespace zarven::tool {
@@ -41,7 +42,7 @@ inline Explanation explanation_with_everything() {
     explanation.transcoding = 1;
     explanation.standing = Standing::placed_and_left_out;
     explanation.sentence = "It is \x1B here.";
-    explanation.warnings = {"placed \x1B and left out"};
+    explanation.findings = {broken("placed \x1B twice"), note("and left out")};
 
     auto& modules = explanation.modules;
     modules.push_back(answer_with_room("carries"));

@@ -70,9 +70,9 @@ TEST(ExplanationText, ACloneAndAnOddTranscoding) {
 TEST(ExplanationText, WhatStandsAfterTheLastOne) {
     EXPECT_EQ(explanations_caveat_text({}), "\nThese are the figures of the placement as it is. With a limit "
                                             "changed the engine places all anew: try it with --set.\n");
-    EXPECT_EQ(findings_elsewhere_text(0, {}), "");
-    EXPECT_EQ(findings_elsewhere_text(1, {}),
-              "\nAudit: 1 finding in the whole head-end; recalculo run lists them\n");
+    EXPECT_EQ(broken_elsewhere_text({}, {}), "");
+    EXPECT_EQ(broken_elsewhere_text({1, 2}, {}),
+              "\n1 limit and 2 services broken in the whole head-end; recalculo run lists them\n");
 }
 
 std::string everything(const TextStyle& style) {

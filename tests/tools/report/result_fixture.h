@@ -3,6 +3,7 @@
 #ifndef RECALCULO_RESULT_FIXTURE_H
 #define RECALCULO_RESULT_FIXTURE_H
 
+#include "made_findings.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -98,7 +99,9 @@ inline Result result_with_everything() {
     result.clones_waiting = {waiting};
     result.neither = {lost};
     result.counts = {6, 4, 1, 1, 1, 1};
-    result.warnings = {"something does not add up"};
+    result.findings = {broken("on no input", "LCN 9"),
+                       broken_limit("the services on output 10 need 40000 kbit/s", "M1"),
+                       note("a counter lags")};
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "made_findings.h"
 #include "placement/documents.h"
 #include "report/fitting.h"
 
@@ -30,29 +31,32 @@ Sizing a_sizing() {
     sizing.now.loaded = 20;
     sizing.now.placed = 10;
     sizing.now.left_out = 10;
-    sizing.warnings = {"one", "two"};
+    sizing.findings = {broken_limit("one", "A"), note("two")};
     sizing.addition.kind = {"", 3, false, 2, {38000, 20000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
     sizing.addition.at_least = 2;
-    sizing.addition.attempts = {{2, 14, 6, 0}, {3, 14, 6, 0}, {4, 14, 6, 2}, {5, 19, 1, 0}};
+    sizing.addition.attempts = {{2, 14, 6, 0, 0}, {3, 14, 6, 0, 0}, {4, 14, 6, 3, 2}, {5, 19, 1, 0, 0}};
     sizing.addition.impossible = {service(7, "it is too large")};
     sizing.raises = {
-        {LimitKind::pids, "A", 0, 15, 22, 13, 0, "modules[0].pids_max=22"},
-        {LimitKind::bitrate, "B", 2, 38000, 40001, 12, 1, "modules[1].outputs[1]=40001"},
-        {LimitKind::one_more_output, "B", 3, 0, 38000, 11, 0, "modules[1].outputs=[38000, 38000, 38000]"}};
+        {LimitKind::pids, "A", 0, 15, 22, 13, 0, 0, "modules[0].pids_max=22"},
+        {LimitKind::bitrate, "B", 2, 38000, 40001, 12, 2, 1, "modules[1].outputs[1]=40001"},
+        {LimitKind::one_more_output, "B", 3, 0, 38000, 11, 0, 0, "modules[1].outputs=[38000, 38000, 38000]"}};
     return sizing;
 }
 
 TEST(SizingText, OneOfEverything) {
     EXPECT_EQ(sizing_text(a_sizing()), R"(Casa
 
-20 services loaded: 10 placed, 10 left out; audit: 2 findings
+Broken in the head-end as it is: 1 finding
+  module A: one
+
+20 services loaded: 10 placed, 10 left out; 1 limit broken
 
 Further modules (2 inputs, outputs 38000 + 20000 kbit/s, 15 PIDs, transcoders SD 1 HD 2)
   5 more modules: the engine then places everything that can be placed.
   With fewer than 2 no arrangement could; from there on each number was tried.
 
-        more    placed  left out   audit
+        more    placed  left out  broken
       2 to 3        14         6       0
            4        14         6       2
            5        19         1       0
@@ -61,14 +65,13 @@ Placed by no number of modules: 1 service
       7  S7  1/1001       it is too large
 
 One limit of one module raised, with no further module
-     3 more  PID budget from 15 to 22                                   A  --set 'modules[0].pids_max=22'
-     2 more  bitrate of output 2 from 38000 to 40001; audit: 1 finding  B  --set 'modules[1].outputs[1]=40001'
-     1 more  one more output of 38000 kbit/s                            B  --set 'modules[1].outputs=[38000, 38000, 38000]'
+     3 more  PID budget from 15 to 22                           A  --set 'modules[0].pids_max=22'
+     2 more  bitrate of output 2 from 38000 to 40001; 1 broken  B  --set 'modules[1].outputs[1]=40001'
+     1 more  one more output of 38000 kbit/s                    B  --set 'modules[1].outputs=[38000, 38000, 38000]'
   Each value was run, and so was one less, which places fewer.
 
-Audit of the head-end as it is: 2 findings
-Warning: one
-Warning: two
+Notes on the head-end as it is: 1 finding
+  two
 )");
 }
 
@@ -172,9 +175,9 @@ TEST(SizingText, PlainCharactersWhereThereAreNoOthers) {
 
 TEST(SizingText, ASettingStaysInOnePiece) {
     const std::string text = sizing_text(a_sizing(), {false, true, 80});
-    EXPECT_NE(text.find("  2 more  bitrate of output 2 from 38000 to 40001; audit: 1 finding  B\n"
+    EXPECT_NE(text.find("  2 more  bitrate of output 2 from 38000 to 40001; 1 broken  B\n"
                         "          --set 'modules[1].outputs[1]=40001'\n"
-                        "  1 more  one more output of 38000 kbit/s                            B\n"
+                        "  1 more  one more output of 38000 kbit/s                    B\n"
                         "          --set 'modules[1].outputs=[38000, 38000, 38000]'\n"),
               std::string::npos)
         << text;
@@ -186,16 +189,17 @@ TEST(SizingJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(sizing_json(sizing));
     EXPECT_EQ(
         json.dump(),
-        R"({"name":"Casa","loaded":20,"placed":10,"left_out":10,"neither":0,"warnings":["one","two"],"most":32,"add":{"module":{"model":3,)"
+        R"({"name":"Casa","loaded":20,"placed":10,"left_out":10,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A","problem":"one",)"
+        R"("modules":["A"]},{"broken":false,"problem":"two"}],"most":32,"add":{"module":{"model":3,)"
         R"("inputs":2,"outputs":[38000,20000],"pids_max":15,"sd_transcoders":1,"hd_transcoders":2,)"
-        R"("aux_transcoders":3},"number":5,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"warnings":0},)"
-        R"({"number":3,"placed":14,"left_out":6,"warnings":0},{"number":4,"placed":14,"left_out":6,"warnings":2},)"
-        R"({"number":5,"placed":19,"left_out":1,"warnings":0}],"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
+        R"("aux_transcoders":3},"number":5,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"warnings":0,"broken":0},)"
+        R"({"number":3,"placed":14,"left_out":6,"warnings":0,"broken":0},{"number":4,"placed":14,"left_out":6,"warnings":3,"broken":2},)"
+        R"({"number":5,"placed":19,"left_out":1,"warnings":0,"broken":0}],"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
         R"("sid":107,"reason":"it is too large"}],"remaining":[{"lcn":9,"name":"S9","onid":1,"tsid":1001,)"
-        R"("sid":109}]},"raise":[{"limit":"pids_max","mac":"A","from":15,"to":22,"placed":13,"warnings":0,)"
+        R"("sid":109}]},"raise":[{"limit":"pids_max","mac":"A","from":15,"to":22,"placed":13,"warnings":0,"broken":0,)"
         R"("set":"modules[0].pids_max=22"},{"limit":"output_bitrate","mac":"B","output":2,"from":38000,)"
-        R"("to":40001,"placed":12,"warnings":1,"set":"modules[1].outputs[1]=40001"},{"limit":"one_more_output",)"
-        R"("mac":"B","output":3,"from":0,"to":38000,"placed":11,"warnings":0,)"
+        R"("to":40001,"placed":12,"warnings":2,"broken":1,"set":"modules[1].outputs[1]=40001"},{"limit":"one_more_output",)"
+        R"("mac":"B","output":3,"from":0,"to":38000,"placed":11,"warnings":0,"broken":0,)"
         R"("set":"modules[1].outputs=[38000, 38000, 38000]"}]})");
     sizing.addition.number.reset();
     EXPECT_TRUE(nlohmann::json::parse(sizing_json(sizing)).at("add").at("number").is_null());

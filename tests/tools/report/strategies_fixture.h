@@ -9,10 +9,10 @@ namespace zarven::tool {
 
 inline Strategies strategies_with_everything() {
     Strategies strategies;
-    strategies.list = {{{"MAX", 7, 3, 0, 4, 2, 4, 5, Verdict::kept, 0},
-                        {"MAX MIN", 6, 4, 0, 4, 0, 5, 5, Verdict::kept, 0},
-                        {"MIN", 8, 2, 0, 2, 0, 5, 5, Verdict::kept, 0},
-                        {"MIN MAX", 5, 5, 0, 5, 1, 3, 123, Verdict::kept, 0}}};
+    strategies.list = {{{"MAX", 7, 3, 0, 4, 3, 2, 4, 5, Verdict::kept, 0},
+                        {"MAX MIN", 6, 4, 0, 4, 0, 0, 5, 5, Verdict::kept, 0},
+                        {"MIN", 8, 2, 0, 2, 0, 0, 5, 5, Verdict::kept, 0},
+                        {"MIN MAX", 5, 5, 0, 5, 1, 1, 3, 123, Verdict::kept, 0}}};
     judge(strategies.list);
     Contested missed;
     missed.service.stream = {1, 1001};

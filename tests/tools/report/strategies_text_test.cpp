@@ -17,13 +17,13 @@ TEST(StrategiesText, OneOfEverything) {
     EXPECT_EQ(
         strategies_text(strategies_with_everything()),
         "Strategies, each alone on the head-end, without clones\n"
-        "  Strategy  Placed                     Left out  Inputs used  Audit  Verdict\n"
-        "  MAX            7  3 (4 by the engine's count)       4 of 5      2  the fewest so far, but MIN "
+        "  Strategy  Placed                     Left out  Inputs used  Broken  Verdict\n"
+        "  MAX            7  3 (4 by the engine's count)       4 of 5       2  the fewest so far, but MIN "
         "leaves fewer out\n"
-        "  MAX MIN        6                            4       5 of 5      0  tie with MAX, which came "
+        "  MAX MIN        6                            4       5 of 5       0  tie with MAX, which came "
         "first\n"
-        "  MIN            8                            2       5 of 5      0  kept: leaves the fewest out\n"
-        "  MIN MAX        5                            5     3 of 123      1  worse than MIN\n"
+        "  MIN            8                            2       5 of 5       0  kept: leaves the fewest out\n"
+        "  MIN MAX        5                            5     3 of 123       1  worse than MIN\n"
         "\n"
         "  Placed by some of them only: 2 services, 1 of them not by MIN:\n"
         "    LCN  Service                Stream  MAX  MAX MIN  MIN  MIN MAX\n"
@@ -37,8 +37,8 @@ TEST(StrategiesText, WhatIsNeitherPlacedNorLeftOutHasAColumnWhereThereIsAny) {
     strategies.list[2].neither = 1;
     EXPECT_EQ(strategies_text(strategies)
                   .find("Strategies, each alone on the head-end, without clones\n"
-                        "  Strategy  Placed  Left out  Neither  Inputs used  Audit  Verdict\n"
-                        "  MAX            7         3        0       4 of 5      2  the"),
+                        "  Strategy  Placed  Left out  Neither  Inputs used  Broken  Verdict\n"
+                        "  MAX            7         3        0       4 of 5       2  the"),
               0u)
         << strategies_text(strategies);
 }
@@ -60,11 +60,11 @@ TEST(StrategiesText, WhenOnePlacesEverything) {
     judge(strategies.list);
     EXPECT_EQ(strategies_text(strategies),
               "Strategies, each alone on the head-end, without clones\n"
-              "  Strategy  Placed  Left out  Inputs used  Audit  Verdict\n"
-              "  MAX            7         0       4 of 5      2  kept: places everything\n"
-              "  MAX MIN        6         1       5 of 5      0  not tried: MAX placed everything\n"
-              "  MIN            8         0       5 of 5      0  not tried: MAX placed everything\n"
-              "  MIN MAX        5         2     3 of 123      1  not tried: MAX placed everything\n"
+              "  Strategy  Placed  Left out  Inputs used  Broken  Verdict\n"
+              "  MAX            7         0       4 of 5       2  kept: places everything\n"
+              "  MAX MIN        6         1       5 of 5       0  not tried: MAX placed everything\n"
+              "  MIN            8         0       5 of 5       0  not tried: MAX placed everything\n"
+              "  MIN MAX        5         2     3 of 123       1  not tried: MAX placed everything\n"
               "\n"
               "  Placed by some of them only: none\n");
 }

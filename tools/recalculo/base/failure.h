@@ -17,6 +17,10 @@ enum class ExitCode : int {
     engine_did_not_run = 1,
     /// The command line, a file or its contents are at fault.
     bad_input = 2,
+    /// `--fail-on broken`: the work is done, and something in the placement is broken.
+    broken = 3,
+    /// `--fail-on left-out`: the work is done, and services or clones have no place.
+    left_out = 4,
 };
 
 struct Failure : std::runtime_error {

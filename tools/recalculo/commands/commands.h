@@ -29,6 +29,8 @@ struct RunOptions {
     bool strategies = false;
     /// Empty for no log.
     std::string log;
+    /// Outcomes that are to be a failure.
+    std::vector<std::string> fail_on;
 };
 
 /// A head-end in, its placement out.
@@ -49,6 +51,8 @@ struct CompareOptions {
     std::string before;
     std::string after;
     ReportOutput output;
+    /// Outcomes of the second placement that are to be a failure.
+    std::vector<std::string> fail_on;
     StyleInput style;
 };
 

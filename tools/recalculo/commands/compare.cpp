@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/fail_on.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "placement/comparison.h"
@@ -45,6 +46,7 @@ void compare_command(const CompareOptions& options) {
             return options.output.json ? comparison_json(comparison)
                                        : comparison_text(comparison, files, style_of(options.style));
         });
+    fail_on(options.fail_on, after.counts, after.findings, files.after);
 }
 
 } // namespace zarven::tool

@@ -60,7 +60,7 @@ void tell_as_json(Explainer& explainer, const Services& services, const std::str
         write(before + explanation_json(explainer.explain(service)));
         before = ",";
     }
-    write(explanations_json_end(texts_of(explainer.findings())));
+    write(explanations_json_end(explainer.findings()));
 }
 
 } // namespace
@@ -83,10 +83,12 @@ void explain_command(const ExplainOptions& options) {
     if (options.json)
         return tell_as_json(explainer, services, headend.name);
     const TextStyle style = style_of(options.style);
+    const std::vector<Finding> findings = explainer.findings();
+    if (queries.empty())
+        write(broken_text(findings, style));
     tell_as_text(explainer, services, style);
-    const std::vector<std::string> warnings = texts_of(explainer.findings());
-    write(queries.empty() ? closing_audit_text(warnings, style)
-                          : findings_elsewhere_text(warnings.size(), style));
+    write(queries.empty() ? closing_notes_text(findings, style)
+                          : broken_elsewhere_text(broken_among(findings), style));
 }
 
 } // namespace zarven::tool

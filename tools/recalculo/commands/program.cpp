@@ -10,6 +10,7 @@
 #include <tRec_Version.h>
 
 #include "commands/commands.h"
+#include "commands/fail_on.h"
 #include "lineup/lineup.h"
 #include "report/terminal.h"
 
@@ -82,6 +83,16 @@ Option html_option(ReportOutput& output, const std::string& what) {
                                      "report"));
 }
 
+/// `which` is the placement that is looked at.
+Option fail_on_option(std::vector<std::string>& outcomes, const std::string& which) {
+    return one_of(
+        {fail_on_broken, fail_on_left_out},
+        with_value({"--fail-on"}, "", &outcomes,
+                   "End with exit code 3 if something in " + which +
+                       " is broken, with 4 if services or clones are without a place. The report is "
+                       "written all the same; may be given several times"));
+}
+
 Option color_option(StyleInput& style) {
     return one_of(colour_choices(),
                   with_value({"--color"}, "", &style.colour, "Colour the report; auto is on a terminal"));
@@ -127,7 +138,7 @@ Command describe_run() {
          flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
          named_file(with_value({"--log"}, "FILE", &options->log,
                                "Write the engine's log to a file; - for standard error")),
-         color_option(options->style)},
+         fail_on_option(options->fail_on, "the placement"), color_option(options->style)},
         [options] { run_command(*options); });
 }
 
@@ -150,7 +161,7 @@ Command describe_compare() {
         {argument("BEFORE", &options->before, "A head-end, or a result of run --json; - for standard input"),
          argument("AFTER", &options->after, "What to compare it with, of either kind"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
-         color_option(options->style)},
+         fail_on_option(options->fail_on, "the second placement"), color_option(options->style)},
         [options] { compare_command(*options); });
 }
 

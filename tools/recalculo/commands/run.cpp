@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/fail_on.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
@@ -67,6 +68,7 @@ void run_command(const RunOptions& options) {
             return options.output.json ? result_json(result, strategies)
                                        : text_of(result, strategies, style_of(options.style));
         });
+    fail_on(options.fail_on, result.counts, result.findings, file);
 }
 
 } // namespace zarven::tool

@@ -5,29 +5,31 @@
 #define RECALCULO_AUDIT_H
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "placement/engine_run.h"
+#include "placement/finding.h"
 
 namespace zarven::tool {
 
 /// The CA PIDs that the services on the outputs of a module need, each service once.
 std::uint32_t pids_needed(const tRec_Modulo& module);
 
-struct Finding {
-    /// What it is about: a service, a module, or all together, which has no name.
-    std::string subject;
-    std::string problem;
-    /// Null unless it is about a service.
+struct AuditFinding : Finding {
+    /// Null unless it is about a service. Lives with the run.
     const tRec_Servicio* service = nullptr;
 };
 
-/// The findings as sentences.
-std::vector<std::string> texts_of(const std::vector<Finding>& findings);
+/// First what is broken, then what is only counted. Each in this order: the total, services and clones as
+/// they were loaded, modules by MAC. Empty as a rule.
+std::vector<AuditFinding> audit(const EngineRun& run);
 
-/// In this order: the total, services and clones as they were loaded, modules by MAC. Empty as a rule.
-std::vector<Finding> audit(const EngineRun& run);
+/// The same for a result, which may outlive the run.
+std::vector<Finding> findings_of(const EngineRun& run);
+
+/// Whether the audit would find something broken. For whoever runs the engine again and again: it makes no
+/// sentences and stops at the first thing broken.
+bool has_broken(const EngineRun& run);
 
 } // namespace zarven::tool
 

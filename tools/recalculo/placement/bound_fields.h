@@ -46,7 +46,7 @@ struct ToldBound {
     std::string name;
     Bound bound;
     Counts counts;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
 };
 
 inline std::array<ToldLimit, std::size(bound_kinds)> limits_of(const Bound& bound) {
@@ -70,8 +70,7 @@ template <> struct Fields<ToldBound> {
         visit.required("limits", limits_of(told.bound), "What each limit alone allows");
         visit.required("impossible", told_as<ServiceWithReason>(told.bound.impossible),
                        "What no module can take");
-        visit.required("warnings", told.warnings,
-                       "What does not add up in the engine's placement, one sentence each; empty as a rule");
+        visit_findings(visit, told.findings);
     }
 };
 

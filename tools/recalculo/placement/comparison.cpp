@@ -18,8 +18,8 @@ public:
     Comparing(const Result& before, const Result& after) : before_(before), after_(after) {}
 
     Comparison comparison() && {
-        comparison_.before = {before_.name, before_.counts, before_.warnings};
-        comparison_.after = {after_.name, after_.counts, after_.warnings};
+        comparison_.before = {before_.name, before_.counts, before_.findings};
+        comparison_.after = {after_.name, after_.counts, after_.findings};
         compare_services();
         compare_modules();
         compare_limits();

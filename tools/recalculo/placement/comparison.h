@@ -72,7 +72,7 @@ struct ChangeOrder {
 struct Side {
     std::string name;
     Counts counts;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
 };
 
 struct Comparison {

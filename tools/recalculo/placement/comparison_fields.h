@@ -138,7 +138,7 @@ template <> struct Fields<Side> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& side) {
         visit.required("name", side.name, "Name of the head-end; may be empty");
         visit_counts(visit, side.counts);
-        visit.required("warnings", side.warnings, meaning_of_warnings);
+        visit_findings(visit, side.findings);
     }
 };
 

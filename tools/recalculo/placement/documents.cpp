@@ -10,7 +10,7 @@
 namespace zarven::tool {
 
 std::string bound_json(const Bound& bound, const Result& result) {
-    return document_text(ToldBound{result.name, bound, result.counts, result.warnings});
+    return document_text(ToldBound{result.name, bound, result.counts, result.findings});
 }
 
 const RecordDescription& bound_description() {

@@ -135,6 +135,11 @@ void Loader::load(const HomeChannel& channel, std::size_t index) {
 
 } // namespace
 
+std::string name_in(const EngineRun& run, const std::string& mac) {
+    const auto label = run.labels.find(mac);
+    return module_name(mac, label == run.labels.end() ? "" : label->second);
+}
+
 std::string meaning_of_refusal(int code) {
     switch (code) {
     case 0:

@@ -29,6 +29,9 @@ struct EngineRun {
     std::size_t not_asked_for = 0;
 };
 
+/// A module as reports call it.
+std::string name_in(const EngineRun& run, const std::string& mac);
+
 /// What a return code of the loading operations means, in words.
 std::string meaning_of_refusal(int code);
 

@@ -17,15 +17,18 @@ static ServiceSet not_placed_by(const EngineRun& run) {
 
 Explainer::Explainer(const EngineRun& run, Listing listing)
     : run_(run), listing_(listing), state_(run), clones_(set_of(run.clones)), not_placed_(not_placed_by(run)),
-      findings_(audit(run)) {}
+      findings_(audit(run)), placed_(placed_of(run)) {}
 
 Standing Explainer::standing_of(const tRec_Servicio& service, bool is_carried) const {
+    const bool is_clone = clones_.count(&service) != 0;
     const bool is_left = not_placed_.count(&service) != 0;
-    if (clones_.count(&service) != 0 && is_left != is_carried)
-        return is_left ? Standing::waiting : Standing::attached;
+    if (is_left && is_carried)
+        return Standing::placed_and_left_out;
     if (is_left)
-        return is_carried ? Standing::placed_and_left_out : Standing::left_out;
-    return is_carried ? Standing::placed : Standing::neither;
+        return is_clone ? Standing::waiting : Standing::left_out;
+    if (placed_.count(&service) == 0)
+        return Standing::neither;
+    return is_clone ? Standing::attached : Standing::placed;
 }
 
 std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standing,
@@ -38,7 +41,7 @@ std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standi
     case Standing::waiting:
         return reason_waiting(run_.engine, service);
     case Standing::neither:
-        return reason_neither();
+        return reason_neither(run_, service);
     default:
         return reason_left_out(state_, service);
     }
@@ -54,9 +57,9 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
     explanation.transcoding = service->Transcoding;
     explanation.standing = standing_of(*service, !places.empty());
     explanation.sentence = sentence_on(*service, explanation.standing, places);
-    for (const Finding& finding : findings_)
+    for (const AuditFinding& finding : findings_)
         if (finding.service == service.get())
-            explanation.warnings.push_back(finding.problem);
+            explanation.findings.push_back(finding);
     if (is_clone)
         return explanation;
     for (ModuleRefusal& refusal : refusals)

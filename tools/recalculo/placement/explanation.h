@@ -32,7 +32,7 @@ struct Explanation {
     Standing standing = Standing::neither;
     std::string sentence;
     /// What the audit found about the service.
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
     /// In the order of the modules; none for a clone, which goes by its parent alone.
     std::vector<ModuleRefusal> modules;
     /// Modules without an input for the service that are not listed.
@@ -55,7 +55,7 @@ public:
     Explanation explain(const std::shared_ptr<tRec_Servicio>& service);
 
     /// All that the audit found.
-    const std::vector<Finding>& findings() const { return findings_; }
+    std::vector<Finding> findings() const { return {findings_.begin(), findings_.end()}; }
 
 private:
     Standing standing_of(const tRec_Servicio& service, bool is_carried) const;
@@ -68,7 +68,8 @@ private:
     const ServiceSet clones_;
     /// Services left out and clones that wait.
     const ServiceSet not_placed_;
-    const std::vector<Finding> findings_;
+    const std::vector<AuditFinding> findings_;
+    const ServiceSet placed_;
 };
 
 } // namespace zarven::tool

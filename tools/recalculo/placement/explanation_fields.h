@@ -119,7 +119,7 @@ template <> struct Fields<Explanation> {
                        "As in the head-end; 1: the service needs a transcoder");
         visit.required("standing", explanation.standing, "What became of it; the last two are for clones");
         visit.required("sentence", explanation.sentence, "The same and the reason, in words");
-        visit.required("warnings", explanation.warnings, "What the audit found about it; empty as a rule");
+        visit_findings(visit, explanation.findings);
         visit.required("modules", explanation.modules, "What each module answers, by MAC; none for a clone");
         visit.required("modules_not_listed", count(explanation.unlisted),
                        "Modules without an input for it that are not listed");
@@ -131,7 +131,7 @@ template <> struct Fields<Explanation> {
 struct Explanations {
     std::string name;
     std::vector<Explanation> services;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
 };
 
 template <> struct Fields<Explanations> {
@@ -141,7 +141,7 @@ template <> struct Fields<Explanations> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& explanations) {
         visit_name(visit, explanations.name);
         visit.required("services", explanations.services, "Those asked for, or all that are on no output");
-        visit.required("warnings", explanations.warnings, meaning_of_warnings);
+        visit_findings(visit, explanations.findings);
     }
 };
 

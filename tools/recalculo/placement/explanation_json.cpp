@@ -8,8 +8,8 @@
 namespace zarven::tool {
 
 /// The document around the services.
-static OpenedList opened_services(const std::string& name, const std::vector<std::string>& warnings) {
-    return opened_at("services", json_of(Explanations{name, {}, warnings}));
+static OpenedList opened_services(const std::string& name, const std::vector<Finding>& findings) {
+    return opened_at("services", json_of(Explanations{name, {}, findings}));
 }
 
 std::string explanations_json_begin(const std::string& name) {
@@ -20,8 +20,8 @@ std::string explanation_json(const Explanation& explanation) {
     return entry_of_opened(json_of(explanation));
 }
 
-std::string explanations_json_end(const std::vector<std::string>& warnings) {
-    return opened_services("", warnings).end;
+std::string explanations_json_end(const std::vector<Finding>& findings) {
+    return opened_services("", findings).end;
 }
 
 const RecordDescription& explanations_description() {

@@ -20,7 +20,7 @@ std::string explanations_json_begin(const std::string& name);
 std::string explanation_json(const Explanation& explanation);
 
 /// What stands after the last, with all that the audit found.
-std::string explanations_json_end(const std::vector<std::string>& warnings);
+std::string explanations_json_end(const std::vector<Finding>& findings);
 
 const RecordDescription& explanations_description();
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
-#include <optional>
 #include <tuple>
 
 namespace zarven::tool {
@@ -26,42 +25,57 @@ public:
         for (const ModuleResult& module : result.modules) {
             for (const InputResult& input : module.inputs)
                 for (const ServiceResult& service : input.services)
-                    add(service, Place{module.mac, input.number, service.outputs});
+                    add(service, {module.mac, input.number, service.outputs}, service.stream == input.stream);
             for (const ServiceResult& service : module.without_input)
-                add(service, Place{module.mac, 0, service.outputs});
+                add(service, {module.mac, 0, service.outputs}, false);
         }
         for (const StreamResult& stream : result.left_out)
             for (const ServiceResult& service : stream.services)
-                add(service, {}, Absence::left_out);
+                if (Found* found = find(service))
+                    found->service.absence = Absence::left_out;
         for (const ServiceResult& service : result.neither)
-            add(service, {});
+            find(service);
     }
 
     std::vector<PlacedService> services() && {
         std::vector<PlacedService> all;
-        for (auto& [identity, placed] : found_) {
-            std::sort(placed.places.begin(), placed.places.end(),
+        for (auto& [identity, found] : found_) {
+            auto& places = found.service.places;
+            if (!found.is_received)
+                places.clear();
+            std::sort(places.begin(), places.end(),
                       [](const Place& one, const Place& other) { return key_of(one) < key_of(other); });
-            all.push_back(std::move(placed));
+            all.push_back(std::move(found.service));
         }
         return all;
     }
 
 private:
-    /// A place without output is none: the service is received and not sent.
-    void add(const ServiceResult& service, const std::optional<Place>& place,
-             Absence absence = Absence::neither) {
+    struct Found {
+        PlacedService service;
+        /// In one of its places at least.
+        bool is_received = false;
+    };
+
+    /// Null for a clone.
+    Found* find(const ServiceResult& service) {
         if (service.is_clone)
-            return;
-        PlacedService& placed = found_[full_identity_of(service)];
-        placed.service = service;
-        if (place && !place->outputs.empty())
-            placed.places.push_back(*place);
-        if (absence == Absence::left_out)
-            placed.absence = absence;
+            return nullptr;
+        Found& found = found_[full_identity_of(service)];
+        found.service.service = service;
+        return &found;
     }
 
-    std::map<FullIdentity, PlacedService> found_;
+    /// A place without output is none: the service is received and not sent.
+    void add(const ServiceResult& service, Place place, bool is_received) {
+        Found* found = find(service);
+        if (found == nullptr || place.outputs.empty())
+            return;
+        found->service.places.push_back(std::move(place));
+        found->is_received = found->is_received || is_received;
+    }
+
+    std::map<FullIdentity, Found> found_;
 };
 
 class Matching {

@@ -192,10 +192,23 @@ const tRec_Servicio* parent_in(const tMapaONIDs& index, const tRec_Servicio& clo
     return nullptr;
 }
 
+bool has_on(const tRec_Salida& output, const tRec_Servicio& service) {
+    return std::any_of(output.MapaServicios.begin(), output.MapaServicios.end(),
+                       [&service](const auto& entry) { return entry.second.get() == &service; });
+}
+
 } // namespace
 
-std::string reason_neither() {
-    return "It is neither placed nor left out: the engine's exchanges have lost it.";
+std::string reason_neither(const EngineRun& run, const tRec_Servicio& service) {
+    std::vector<std::string> places;
+    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+        for (const auto& [number, output] : module.mapSalidas)
+            if (has_on(output, service))
+                places.push_back(fmt::format("output {} of module {}", number, name_in(run, mac)));
+    if (places.empty())
+        return "It is neither placed nor left out: the engine's exchanges have lost it.";
+    return fmt::format("It is on {} after the engine's exchanges, and on no input there that receives {}.",
+                       fmt::join(places, " and "), stream_text(service));
 }
 
 std::string places_of(const std::vector<ModuleRefusal>& refusals) {

@@ -17,8 +17,8 @@ std::string reason_left_out(const FinalState& state, const tRec_Servicio& servic
 /// Why a clone waits.
 std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone);
 
-/// Why a service is neither placed nor left out.
-std::string reason_neither();
+/// Why a service is neither placed nor left out, and where it is all the same.
+std::string reason_neither(const EngineRun& run, const tRec_Servicio& service);
 
 /// Where a service is carried: "module X, output 1"; empty if on no output.
 std::string places_of(const std::vector<ModuleRefusal>& refusals);

@@ -37,14 +37,15 @@ namespace {
 /// Walks the engine once and gathers the result.
 class Gathering {
 public:
-    Gathering(const EngineRun& run, Reasons reasons) : run_(run), clones_(set_of(run.clones)) {
+    Gathering(const EngineRun& run, Reasons reasons)
+        : run_(run), clones_(set_of(run.clones)), placed_(placed_of(run)) {
         for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
             result_.modules.push_back(gather(module));
         gather_left_out(reasons);
         gather_clones_waiting(reasons);
         gather_neither();
         count();
-        result_.warnings = texts_of(audit(run));
+        result_.findings = findings_of(run);
     }
 
     Result result() && { return std::move(result_); }
@@ -66,8 +67,8 @@ private:
     const EngineRun& run_;
     Result result_;
     const ServiceSet clones_;
-    /// On some output, clones too.
-    ServiceSet on_outputs_;
+    /// Clones too.
+    const ServiceSet placed_;
 };
 
 ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {
@@ -95,10 +96,8 @@ OutputResult Gathering::gather(const tRec_Salida& output, const OutputsOf& outpu
     result.bitrate_max = output.BitRateMax;
     result.service_count = output.NumServicios;
     result.service_max = output.NumServiciosMax;
-    for (const auto& [key, service] : output.MapaServicios) {
+    for (const auto& [key, service] : output.MapaServicios)
         result.services.push_back(describe_placed(*service, outputs_of));
-        on_outputs_.insert(service.get());
-    }
     return result;
 }
 
@@ -165,7 +164,7 @@ void Gathering::gather_clones_waiting(Reasons reasons) {
 void Gathering::gather_neither() {
     for (const auto& service : neither_of(run_)) {
         result_.neither.push_back(describe(*service, clones_.count(service.get()) != 0));
-        result_.neither.back().reason = reason_neither();
+        result_.neither.back().reason = reason_neither(run_, *service);
     }
 }
 
@@ -180,11 +179,11 @@ void Gathering::count() {
     Counts& counts = result_.counts;
     counts.loaded = run_.engine.listaServicios.size();
     counts.left_out = left_out_of(run_).size();
-    counts.placed = number_of(on_outputs_, false);
+    counts.placed = number_of(placed_, false);
     counts.neither = static_cast<std::size_t>(
         std::count_if(result_.neither.begin(), result_.neither.end(),
                       [](const ServiceResult& service) { return !service.is_clone; }));
-    counts.clones_attached = number_of(on_outputs_, true);
+    counts.clones_attached = number_of(placed_, true);
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
     counts.not_asked_for = run_.not_asked_for;
 }
@@ -202,6 +201,15 @@ std::string reception_of(Stream stream, const Result& result) {
 std::string described(Stream stream, const Result& result) {
     const std::string reception = reception_of(stream, result);
     return reception.empty() ? to_string(stream) : fmt::format("{} ({})", to_string(stream), reception);
+}
+
+Broken broken_in(const Result& result) {
+    return broken_among(result.findings);
+}
+
+bool has_broken(const Result& result) {
+    return std::any_of(result.findings.begin(), result.findings.end(),
+                       [](const Finding& finding) { return finding.is_broken; });
 }
 
 InputCounts inputs_of(const ModuleResult& module) {

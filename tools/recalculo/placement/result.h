@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "placement/finding.h"
 #include "placement/services.h"
 
 namespace zarven::tool {
@@ -109,8 +110,8 @@ struct Result {
     Counts counts;
     /// Each stream once.
     std::vector<Reception> streams;
-    /// What the audit found.
-    std::vector<std::string> warnings;
+    /// What the audit found; first what is broken.
+    std::vector<Finding> findings;
 };
 
 /// Inputs of a module, or of all.
@@ -127,6 +128,10 @@ std::string described(Stream stream, const Result& result);
 
 InputCounts inputs_of(const ModuleResult& module);
 InputCounts inputs_of(const Result& result);
+
+/// What is broken; for sizing and the like, which look for placements that work.
+Broken broken_in(const Result& result);
+bool has_broken(const Result& result);
 
 /// What is known of a service wherever it stands.
 ServiceResult describe(const tRec_Servicio& service, bool is_clone);

@@ -10,7 +10,40 @@
 namespace zarven::tool {
 
 inline constexpr const char* meaning_of_label = "Where it stands or what it is called, if the head-end tells";
-inline constexpr const char* meaning_of_warnings = "What does not add up, one sentence each; empty as a rule";
+/// Not told apart by results of earlier versions.
+inline constexpr const char* meaning_of_warnings =
+    "What the audit found, one sentence each, first what is broken; empty as a rule";
+
+template <> struct Fields<Finding> {
+    static constexpr const char* name = "finding";
+    static constexpr const char* meaning = "What the audit found";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& finding) {
+        visit.required("broken", finding.is_broken,
+                       "The head-end would not work so; if not, only a count of the engine is off");
+        visit.if_true("limit", finding.is_limit, "What is broken is a limit of a module");
+        visit.unless_empty("subject", finding.subject, "The service or the module that it is about");
+        visit.required("problem", finding.problem, "What there is to say of it");
+        visit.unless_empty("modules", finding.macs, "MACs of the modules that the problem names");
+    }
+};
+
+/// What the audit found. What an earlier version did not tell apart may be broken.
+template <class Visitor, class Findings> void visit_findings(Visitor& visit, Findings& findings) {
+    std::vector<std::string> warnings = texts_of(findings);
+    visit.required("warnings", warnings, meaning_of_warnings);
+    visit.required("findings", findings, "The same in its parts", Since::a_later_version);
+    if constexpr (!std::is_const_v<Findings>)
+        if (findings.empty())
+            for (const std::string& warning : warnings)
+                findings.push_back({{}, warning, true, false, {}});
+}
+
+/// How much of it there is in a run.
+template <class Visitor, class Record> void visit_number_of_findings(Visitor& visit, Record& run) {
+    visit.required("warnings", count(run.findings), "Number of findings of the audit");
+    visit.required("broken", count(run.broken), "Limits of it that are broken, and services, each once");
+}
 
 template <class Visitor, class Record> void visit_mac(Visitor& visit, Record& record) {
     visit.required("mac", record.mac, "Identity of the module");
@@ -187,8 +220,9 @@ template <> struct Fields<ModuleResult> {
         visit.required("aux_transcoders", module.aux_transcoders, "Transcoders for clones");
         visit.required("inputs", module.inputs, "By number");
         visit.required("outputs", module.outputs, "By number");
-        visit.required("without_input", module.without_input,
-                       "On an output of the module and on none of its inputs; empty as a rule");
+        visit.required(
+            "without_input", module.without_input,
+            "On an output of the module and on none of its inputs, so not placed; empty as a rule");
     }
 };
 
@@ -207,7 +241,8 @@ template <class Visitor, class Record> void visit_loaded(Visitor& visit, Record&
 }
 
 template <class Visitor, class Record> void visit_placed_and_left_out(Visitor& visit, Record& counts) {
-    visit.required("placed", count(counts.placed), "Services on one output at least");
+    visit.required("placed", count(counts.placed),
+                   "Services on an output of a module that receives them on an input");
     visit.required("left_out", count(counts.left_out), "Services left out");
 }
 
@@ -256,7 +291,7 @@ template <class Visitor, class Record> void visit_placement(Visitor& visit, Reco
         "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
         Since::a_later_version);
     visit.unless_empty("streams", result.streams, "Where streams are received, if the head-end tells");
-    visit.required("warnings", result.warnings, meaning_of_warnings);
+    visit_findings(visit, result.findings);
     visit.required("summary", result.counts, "The numbers of services");
 }
 

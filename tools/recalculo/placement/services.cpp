@@ -1,5 +1,7 @@
 #include "placement/services.h"
 
+#include "Reglas.h"
+
 namespace zarven::tool {
 
 ServiceSet set_of(const Services& services) {
@@ -21,6 +23,27 @@ ServiceSet services_on_outputs(const tRec_Modulo& module) {
     return set;
 }
 
+bool is_received(const tRec_Servicio& service, const tRec_Entrada& input) {
+    return reglas::recibe(input, service.ONID, service.TSID);
+}
+
+ServiceSet placed_on(const tRec_Modulo& module) {
+    const ServiceSet sent = services_on_outputs(module);
+    ServiceSet placed;
+    for (const auto& [number, input] : module.mapEntradas)
+        for (const auto& [key, service] : input.MapaServicios)
+            if (is_received(*service, input) && sent.count(service.get()) != 0)
+                placed.insert(service.get());
+    return placed;
+}
+
+ServiceSet placed_of(const EngineRun& run) {
+    ServiceSet placed;
+    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
+        placed.merge(placed_on(module));
+    return placed;
+}
+
 Services left_out_of(const EngineRun& run) {
     Services services;
     ServiceSet seen;
@@ -35,8 +58,7 @@ Services left_out_of(const EngineRun& run) {
 Services neither_of(const EngineRun& run) {
     ServiceSet known = set_of(left_out_of(run));
     known.merge(set_of(run.engine.listaServiciosClonados));
-    for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
-        known.merge(services_on_outputs(module));
+    known.merge(placed_of(run));
     Services services;
     for (const auto* loaded : {&run.engine.listaServicios, &run.clones})
         for (const auto& service : *loaded)

@@ -24,11 +24,18 @@ Stream stream_of(const tRec_Servicio& service);
 /// Services and clones on the outputs of a module.
 ServiceSet services_on_outputs(const tRec_Modulo& module);
 
+/// The input is tuned to the stream of the service.
+bool is_received(const tRec_Servicio& service, const tRec_Entrada& input);
+
+/// Services and clones on an output of a module that has them on an input tuned to their stream.
+ServiceSet placed_on(const tRec_Modulo& module);
+ServiceSet placed_of(const EngineRun& run);
+
 /// The services that a run has left out, by stream and each once.
 Services left_out_of(const EngineRun& run);
 
-/// Those that the engine's exchanges have lost: neither on an output nor left out, and clones neither
-/// attached nor waiting. In the order of loading.
+/// Those that the engine's exchanges have lost: neither placed nor left out, and clones neither attached nor
+/// waiting. They are on no output, or on one of a module that does not receive them. In the order of loading.
 Services neither_of(const EngineRun& run);
 
 /// The services left out, then the clones that wait, then those that are neither.

@@ -14,7 +14,7 @@ Sizing size_headend(const Headend& headend, const std::string& file, const Modul
     sizing.name = headend.name;
     sizing.most = options.most;
     sizing.now = now.counts;
-    sizing.warnings = now.warnings;
+    sizing.findings = now.findings;
     sizing.addition = Adding(headend, file, kind, options).addition(runner, now);
     if (now.counts.placed < now.counts.loaded)
         sizing.raises = Raising(headend, runner).raises(now.counts.placed);

@@ -29,6 +29,8 @@ struct Attempt {
     std::size_t placed = 0;
     std::size_t left_out = 0;
     std::size_t findings = 0;
+    /// Limits and services that are broken.
+    std::size_t broken = 0;
 };
 
 /// A limit of which there is not enough, and which modules of the kind do not raise.
@@ -64,6 +66,8 @@ struct Raise {
     std::uint32_t to = 0;
     std::size_t placed = 0;
     std::size_t findings = 0;
+    /// Limits and services that are broken.
+    std::size_t broken = 0;
     std::string setting;
     /// Of the module; empty where it has none.
     std::string label = {};
@@ -73,7 +77,7 @@ struct Sizing {
     std::string name;
     std::size_t most = 0;
     Counts now;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
     Addition addition;
     /// For each kind of limit that helps, the module on which it helps most; the best first.
     std::vector<Raise> raises;

@@ -51,7 +51,7 @@ template <> struct Fields<Attempt> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& attempt) {
         visit.required("number", count(attempt.number), "Further modules");
         visit_placed_and_left_out(visit, attempt);
-        visit.required("warnings", count(attempt.findings), "Number of findings");
+        visit_number_of_findings(visit, attempt);
     }
 };
 
@@ -98,7 +98,7 @@ template <> struct Fields<Raise> {
         visit.required("from", raise.from, "What it is; 0 for one more output");
         visit.required("to", raise.to, "What it is raised to; the bitrate of one more output");
         visit.required("placed", count(raise.placed), "Services then placed");
-        visit.required("warnings", count(raise.findings), "Number of findings then");
+        visit_number_of_findings(visit, raise);
         visit.required("set", raise.setting, "The change as `--set` takes it");
     }
 };
@@ -106,13 +106,13 @@ template <> struct Fields<Raise> {
 template <> struct Fields<Sizing> {
     static constexpr const char* name = "sizing";
     static constexpr const char* meaning =
-        "What to change so that everything is placed; the members up to `warnings` are about the head-end "
+        "What to change so that everything is placed; the members up to `findings` are about the head-end "
         "as it is";
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& sizing) {
         visit_name(visit, sizing.name);
         visit_counts(visit, sizing.now);
-        visit.required("warnings", sizing.warnings, meaning_of_warnings);
+        visit_findings(visit, sizing.findings);
         visit.required("most", count(sizing.most), "The most modules to add");
         visit.required("add", sizing.addition, "What further modules of one kind bring");
         visit.required("raise", sizing.raises,

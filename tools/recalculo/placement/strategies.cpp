@@ -46,7 +46,8 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     strategy.placed = result.counts.placed;
     strategy.left_out = result.counts.left_out;
     strategy.neither = result.counts.neither;
-    strategy.findings = result.warnings.size();
+    strategy.findings = result.findings.size();
+    strategy.broken = broken_in(result).all();
     strategy.inputs_used = inputs_of(result).tuned;
     strategy.inputs = inputs_of(result).all;
     return trial;

@@ -41,6 +41,7 @@ struct Strategy {
     std::size_t left_out_counted = 0;
     /// What the audit found.
     std::size_t findings = 0;
+    std::size_t broken = 0;
     std::size_t inputs_used = 0;
     std::size_t inputs = 0;
     Verdict verdict = Verdict::kept;

@@ -49,7 +49,7 @@ template <> struct Fields<ToldStrategy> {
                        "The engine's count, which it compares");
         visit.required("inputs_used", count(strategy.inputs_used), "Inputs in use");
         visit.required("inputs", count(strategy.inputs), "All inputs");
-        visit.required("warnings", count(strategy.findings), "Number of findings");
+        visit_number_of_findings(visit, strategy);
         visit.required("verdict", strategy.verdict, "What the engine makes of it");
         visit.where(if_one_of("verdict", strategy.verdict, Verdict::surpassed, Verdict::tie, Verdict::worse,
                               Verdict::not_tried),

@@ -53,12 +53,12 @@ std::string bound_text(const Bound& bound, const Result& result, const TextStyle
     const std::string sentence =
         fmt::format("{}: no arrangement places more than {}, the engine placed {}: {}{}",
                     services_loaded(bound.loaded, result.counts.not_asked_for), bound.most, placed,
-                    verdict(bound, placed), audit_in_figures(result.warnings.size()));
-    std::string text = title_text(result.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
-                       "\n" + table_of_limits(bound, style);
+                    verdict(bound, placed), broken_in_figures(broken_in(result)));
+    std::string text = title_text(result.name, style) + broken_text(result.findings, style) +
+                       paragraph_text(sentence, 0, Paint::none, style) + "\n" + table_of_limits(bound, style);
     if (!bound.impossible.empty())
         text += "\n" + services_with_reasons("No module can take", bound.impossible, style);
-    return text + closing_audit_text(result.warnings, style);
+    return text + closing_notes_text(result.findings, style);
 }
 
 } // namespace zarven::tool

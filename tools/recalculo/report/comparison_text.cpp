@@ -69,6 +69,8 @@ public:
     }
 
     std::string text() && {
+        text_ = broken_text(comparison_.before.findings, style_, " before") +
+                broken_text(comparison_.after.findings, style_, " after");
         write_summary();
         write("Inputs tuned to another stream", comparison_.inputs_retuned);
         write("Moved", comparison_.moved);
@@ -82,8 +84,8 @@ public:
         write("Became tight", comparison_.became_tight);
         write("No longer tight", comparison_.relaxed);
         write_order();
-        text_ += closing_audit_text(comparison_.before.warnings, style_, "Audit before");
-        text_ += closing_audit_text(comparison_.after.warnings, style_, "Audit after");
+        text_ += closing_notes_text(comparison_.before.findings, style_, " before");
+        text_ += closing_notes_text(comparison_.after.findings, style_, " after");
         return std::move(text_);
     }
 
@@ -200,7 +202,7 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
         counted(counts.loaded, "service"),
         counts.neither == 0 ? "" : fmt::format(", {} neither placed nor left out", counts.neither),
         counts.not_asked_for == 0 ? "" : fmt::format(", {} not asked for", counts.not_asked_for),
-        audit_in_figures(side.warnings.size())));
+        broken_in_figures(broken_among(side.findings))));
 }
 
 void ComparisonText::write_summary() {

@@ -204,8 +204,8 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
         text += table(explanation, style);
     if (explanation.unlisted != 0)
         text += unlisted_text(explanation, style);
-    for (const std::string& warning : explanation.warnings)
-        text += warning_text(warning, body_indent, style);
+    for (const Finding& finding : explanation.findings)
+        text += problem_text(finding, style);
     return text;
 }
 
@@ -216,11 +216,11 @@ std::string explanations_caveat_text(const TextStyle& style) {
                           0, Paint::none, style);
 }
 
-std::string findings_elsewhere_text(std::size_t findings, const TextStyle& style) {
-    if (findings == 0)
+std::string broken_elsewhere_text(const Broken& broken, const TextStyle& style) {
+    if (broken.all() == 0)
         return "";
-    return "\n" + paragraph_text(audit_heading(findings) + " in the whole head-end; recalculo run lists them",
-                                 0, Paint::none, style);
+    return "\n" + paragraph_text(to_string(broken) + " in the whole head-end; recalculo run lists them", 0,
+                                 Paint::red, style);
 }
 
 } // namespace zarven::tool

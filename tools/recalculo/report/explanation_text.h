@@ -17,9 +17,9 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
 /// What stands after explanations of services that are on no output: what the figures hold for.
 std::string explanations_caveat_text(const TextStyle& style);
 
-/// What stands after explanations of single services: how much the audit finds in the whole head-end; empty
+/// What stands after explanations of single services: what is broken in the whole head-end, in numbers; empty
 /// if nothing.
-std::string findings_elsewhere_text(std::size_t findings, const TextStyle& style);
+std::string broken_elsewhere_text(const Broken& broken, const TextStyle& style);
 
 } // namespace zarven::tool
 

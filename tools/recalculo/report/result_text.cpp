@@ -147,13 +147,13 @@ public:
     }
 
     std::string text() && {
-        text_ = title_text(result_.name, style_);
+        text_ = title_text(result_.name, style_) + broken_text(result_.findings, style_);
         for (const ModuleResult& module : result_.modules)
             write(module);
         write_left_out();
         write_without_place("Clones that found no place", result_.clones_waiting);
         write_without_place("Neither placed nor left out", result_.neither);
-        write_warnings();
+        write_notes();
         write_summary();
         return std::move(text_);
     }
@@ -168,7 +168,7 @@ private:
     void write(const ServiceResult& service, const Cell& place, const Stream* listed_under);
     void write_left_out();
     void write_without_place(const std::string& title, const std::vector<ServiceResult>& services);
-    void write_warnings();
+    void write_notes();
     void write_summary();
 
     void paragraph(int indent, const std::string& text, Paint paint = Paint::none);
@@ -315,10 +315,10 @@ void Report::write_without_place(const std::string& title, const std::vector<Ser
     text_ += '\n';
 }
 
-void Report::write_warnings() {
-    text_ += audit_text(result_.warnings, style_);
-    if (!result_.warnings.empty())
-        text_ += '\n';
+void Report::write_notes() {
+    const std::string notes = notes_text(result_.findings, style_);
+    if (!notes.empty())
+        text_ += notes + '\n';
 }
 
 void Report::write_summary() {
@@ -331,7 +331,7 @@ void Report::write_summary() {
     paragraph(0,
               fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.tuned,
                           counted(inputs.all, "input"), counted(result_.modules.size(), "module"),
-                          audit_in_figures(result_.warnings.size())));
+                          broken_in_figures(broken_in(result_))));
 }
 
 } // namespace

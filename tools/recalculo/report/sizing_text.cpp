@@ -80,17 +80,17 @@ Column figure_column(const char* heading, int least) {
 }
 
 bool is_same_outcome(const Attempt& one, const Attempt& other) {
-    return one.placed == other.placed && one.left_out == other.left_out && one.findings == other.findings;
+    return one.placed == other.placed && one.left_out == other.left_out && one.broken == other.broken;
 }
 
 /// One line for a row of numbers with the same outcome.
 std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
     std::vector<Column> columns = {figure_column("more", 10), figure_column("placed", 8),
                                    figure_column("left out", 8)};
-    const bool any_findings = std::any_of(attempts.begin(), attempts.end(),
-                                          [](const Attempt& attempt) { return attempt.findings != 0; });
-    if (any_findings)
-        columns.push_back(figure_column("audit", 6));
+    const bool any_broken = std::any_of(attempts.begin(), attempts.end(),
+                                        [](const Attempt& attempt) { return attempt.broken != 0; });
+    if (any_broken)
+        columns.push_back(figure_column("broken", 6));
     std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
         const Attempt& attempt = attempts[first];
@@ -101,8 +101,8 @@ std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle&
         rows.push_back(
             {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
              std::to_string(attempt.placed), std::to_string(attempt.left_out)});
-        if (any_findings)
-            rows.back().emplace_back(std::to_string(attempt.findings));
+        if (any_broken)
+            rows.back().emplace_back(std::to_string(attempt.broken));
         first = next;
     }
     return table_text(std::move(columns), rows, body_indent, style);
@@ -155,10 +155,10 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
     setting.wrapped_at = 1000;
     std::vector<Row> rows;
     for (const Raise& raise : sizing.raises)
-        rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed),
-                        change_of(raise) + audit_in_figures(raise.findings),
-                        shown(module_name(raise.mac, raise.label), style),
-                        fmt::format("--set '{}'", raise.setting)});
+        rows.push_back(
+            {fmt::format("{} more", raise.placed - sizing.now.placed),
+             change_of(raise) + (raise.broken == 0 ? "" : fmt::format("; {} broken", raise.broken)),
+             shown(module_name(raise.mac, raise.label), style), fmt::format("--set '{}'", raise.setting)});
     return table_text({figure_column("", 9), change, mac, setting}, rows, body_indent, style);
 }
 
@@ -187,15 +187,18 @@ std::string remaining_text(const Addition& addition, const TextStyle& style) {
 } // namespace
 
 std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
-    const std::string sentence = services_in_figures(sizing.now) + audit_in_figures(sizing.warnings.size());
-    std::string text = title_text(sizing.name, style) + paragraph_text(sentence, 0, Paint::none, style) +
-                       "\n" + addition_text(sizing.addition, sizing.most, style);
+    const std::string sentence =
+        services_in_figures(sizing.now) + broken_in_figures(broken_among(sizing.findings));
+    std::string text = title_text(sizing.name, style) +
+                       broken_text(sizing.findings, style, " in the head-end as it is") +
+                       paragraph_text(sentence, 0, Paint::none, style) + "\n" +
+                       addition_text(sizing.addition, sizing.most, style);
     text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
     text += raises_text(sizing, style);
-    return text + closing_audit_text(sizing.warnings, style, "Audit of the head-end as it is");
+    return text + closing_notes_text(sizing.findings, style, " on the head-end as it is");
 }
 
 } // namespace zarven::tool

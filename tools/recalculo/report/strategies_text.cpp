@@ -62,14 +62,14 @@ std::string table_of(const Strategies& strategies, const TextStyle& style) {
     verdict.wrapped_at = 20;
     const bool any_neither = std::any_of(strategies.list.begin(), strategies.list.end(),
                                          [](const Strategy& strategy) { return strategy.neither != 0; });
-    std::vector<Column> columns = {name, numbers("Placed"), left_out, inputs, numbers("Audit"), verdict};
+    std::vector<Column> columns = {name, numbers("Placed"), left_out, inputs, numbers("Broken"), verdict};
     if (any_neither)
         columns.insert(columns.begin() + neither_column, numbers("Neither"));
     std::vector<Row> rows;
     for (const Strategy& strategy : strategies.list) {
         rows.push_back({strategy.name, std::to_string(strategy.placed), left_out_of(strategy),
                         fmt::format("{} of {}", strategy.inputs_used, strategy.inputs),
-                        std::to_string(strategy.findings), verdict_of(strategies, strategy)});
+                        std::to_string(strategy.broken), verdict_of(strategies, strategy)});
         if (any_neither)
             rows.back().insert(rows.back().begin() + neither_column, std::to_string(strategy.neither));
     }

@@ -17,31 +17,51 @@ std::string services_in_figures(const Counts& counts) {
                        counts.neither == 0 ? "" : fmt::format(", {} neither", counts.neither));
 }
 
-std::string audit_in_figures(std::size_t findings) {
-    return findings == 0 ? "" : "; audit: " + counted(findings, "finding");
+std::string to_string(const Broken& broken) {
+    std::vector<std::string> kinds;
+    if (broken.limits != 0)
+        kinds.push_back(counted(broken.limits, "limit"));
+    if (broken.services != 0)
+        kinds.push_back(counted(broken.services, "service"));
+    return kinds.empty() ? "" : fmt::format("{} broken", fmt::join(kinds, " and "));
 }
 
-std::string warning_text(const std::string& warning, int indent, const TextStyle& style) {
-    return paragraph_text("Warning: " + shown(warning, style), indent, Paint::yellow, style);
+std::string broken_in_figures(const Broken& broken) {
+    return broken.all() == 0 ? "" : "; " + to_string(broken);
 }
 
-std::string audit_heading(std::size_t findings, const std::string& title) {
-    return title + ": " + counted(findings, "finding");
+std::string problem_text(const Finding& finding, const TextStyle& style) {
+    const char* kind = finding.is_broken ? "Broken: " : "Note: ";
+    return paragraph_text(kind + shown(finding.problem, style), body_indent,
+                          finding.is_broken ? Paint::red : Paint::none, style);
 }
 
-std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                       const std::string& title) {
-    if (warnings.empty())
+static std::string findings_text(const char* title, const std::string& where,
+                                 const std::vector<Finding>& findings, Paint paint, const TextStyle& style) {
+    if (findings.empty())
         return "";
-    std::string text = paragraph_text(audit_heading(warnings.size(), title), 0, Paint::none, style);
-    for (const std::string& warning : warnings)
-        text += warning_text(warning, 0, style);
+    std::string text = paragraph_text(
+        fmt::format("{}{}: {}", title, where, counted(findings.size(), "finding")), 0, paint, style);
+    for (const Finding& finding : findings)
+        text += paragraph_text(shown(text_of(finding), style), body_indent, paint, style);
     return text;
 }
 
-std::string closing_audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                               const std::string& title) {
-    return warnings.empty() ? "" : "\n" + audit_text(warnings, style, title);
+std::string broken_text(const std::vector<Finding>& findings, const TextStyle& style,
+                        const std::string& where) {
+    const std::string text = findings_text("Broken", where, only(true, findings), Paint::red, style);
+    return text.empty() ? "" : text + "\n";
+}
+
+std::string notes_text(const std::vector<Finding>& findings, const TextStyle& style,
+                       const std::string& where) {
+    return findings_text("Notes", where, only(false, findings), Paint::none, style);
+}
+
+std::string closing_notes_text(const std::vector<Finding>& findings, const TextStyle& style,
+                               const std::string& where) {
+    const std::string text = notes_text(findings, style, where);
+    return text.empty() ? "" : "\n" + text;
 }
 
 } // namespace zarven::tool

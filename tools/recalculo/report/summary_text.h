@@ -18,24 +18,27 @@ std::string services_loaded(std::size_t loaded, std::size_t not_asked_for);
 /// "12 services loaded: 10 placed, 1 left out, 1 neither"; without the last as a rule.
 std::string services_in_figures(const Counts& counts);
 
-/// For the end of a summary: "; audit: 2 findings", or nothing without findings.
-std::string audit_in_figures(std::size_t findings);
+/// "2 limits and 1 service broken"; empty where nothing is.
+std::string to_string(const Broken& broken);
 
-/// One finding, after `indent` blanks.
-std::string warning_text(const std::string& warning, int indent, const TextStyle& style);
+/// For the end of a summary: the same after a semicolon.
+std::string broken_in_figures(const Broken& broken);
 
-inline constexpr const char* audit_title = "Audit";
+/// A finding below what it is about.
+std::string problem_text(const Finding& finding, const TextStyle& style);
 
-/// "Audit: 2 findings".
-std::string audit_heading(std::size_t findings, const std::string& title = audit_title);
+/// What is broken, in red: a heading, a line for each, and an empty line; empty where nothing is. `where`
+/// ends the heading.
+std::string broken_text(const std::vector<Finding>& findings, const TextStyle& style,
+                        const std::string& where = "");
 
-/// The heading, and a line for each finding; empty without findings.
-std::string audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                       const std::string& title = audit_title);
+/// What is only counted: a heading, and a line for each; empty if nothing is.
+std::string notes_text(const std::vector<Finding>& findings, const TextStyle& style,
+                       const std::string& where = "");
 
 /// The same for the end of a report, after an empty line.
-std::string closing_audit_text(const std::vector<std::string>& warnings, const TextStyle& style,
-                               const std::string& title = audit_title);
+std::string closing_notes_text(const std::vector<Finding>& findings, const TextStyle& style,
+                               const std::string& where = "");
 
 } // namespace zarven::tool
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "made_findings.h"
 #include "report/comparison_fixture.h"
 #include "report/page/page_text.h"
 
@@ -101,22 +102,30 @@ TEST(ComparisonPage, NothingLostIsGood) {
     EXPECT_TRUE(has(body_of(comparison), R"(<p class="verdict good">1 gained, 0 lost, 1 moved</p>)"));
 }
 
-TEST(ComparisonPage, WhatDoesNotAddUpOnEitherSide) {
+TEST(ComparisonPage, WhatIsBrokenAndWhatIsCountedOnEitherSide) {
     Comparison comparison = a_comparison();
-    EXPECT_FALSE(has(body_of(comparison), "add up"));
-    EXPECT_FALSE(has(body_of(comparison), "Findings"));
-    comparison.after.warnings = {"<one>", "two"};
+    comparison.lost.clear();
+    EXPECT_FALSE(has(body_of(comparison), "Broken"));
+    EXPECT_FALSE(has(body_of(comparison), "Notes"));
+    comparison.after.findings = {broken("<one>"), broken_limit("two", "A"), note("four")};
     std::string page = body_of(comparison);
-    EXPECT_FALSE(has(page, "add up before"));
-    EXPECT_TRUE(
-        has(page, R"(<a href="#audit-after">What does not add up after <span class="note">2</span></a>)"));
-    EXPECT_TRUE(has(page, R"(<h2 id="audit-after-title">What does not add up after</h2>)"));
+    EXPECT_FALSE(has(page, "Broken before"));
+    EXPECT_FALSE(has(page, "Notes before"));
+    EXPECT_TRUE(has(page, R"(<a href="#broken-after">Broken after <span class="note">2</span></a>)"));
+    EXPECT_TRUE(has(page, R"(<h2 id="broken-after-title">Broken after</h2>)"));
     EXPECT_TRUE(has(page, "<li><bdi>&lt;one&gt;</bdi></li>"));
-    EXPECT_TRUE(has(page, R"(Findings of the audit</th><td class="number">0</td><td class="number">2</td>)"
+    EXPECT_TRUE(has(page, "<li><bdi>module A: two</bdi></li>"));
+    EXPECT_TRUE(has(page, R"(Broken</th><td class="number">0</td><td class="number">2</td>)"
                           R"(<td class="number lacking">+2</td>)"));
-    comparison.before.warnings = {"three"};
+    EXPECT_TRUE(has(page, R"(<p class="verdict short">)"));
+    EXPECT_TRUE(has(page, R"(<h2 id="notes-after-title">Notes after</h2>)"));
+    EXPECT_LT(page.find("two</bdi>"), page.find("id=\"sides\""));
+    EXPECT_LT(page.find("id=\"sides\""), page.find("four</bdi>"));
+    comparison.before.findings = {broken("three")};
     page = body_of(comparison);
     EXPECT_LT(page.find("three"), page.find("two"));
+    comparison.after.findings = {note("four")};
+    EXPECT_TRUE(has(body_of(comparison), R"(<p class="verdict good">)"));
 }
 
 TEST(ComparisonPage, ServicesThatTheEngineHasLost) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "made_findings.h"
 #include "report/page/page_text.h"
 #include "report/result_fixture.h"
 
@@ -76,7 +77,9 @@ TEST(Page, TheSummaryHasTheFigures) {
         return "<dt>" + label + "</dt><dd><span class=\"big\">" + figure + "</span> <span class=\"note\">" +
                note + "</span>";
     };
-    EXPECT_TRUE(has(page, ">1 of 6 services left out, 1 neither placed nor left out, 1 clone waiting</p>"));
+    EXPECT_TRUE(has(
+        page,
+        ">1 of 6 services left out, 1 neither placed nor left out, 1 clone waiting, 1 limit and 1 service broken</p>"));
     EXPECT_TRUE(has(page, tile("Placed", "4", "of 6 loaded")));
     EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
     EXPECT_TRUE(has(page, tile("Neither", "1", "placed nor left out")));
@@ -97,9 +100,12 @@ TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
     Result result;
     result.counts = {3, 3, 0, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict good">3 of 3 services placed</p>)"));
-    result.warnings = {"a limit is broken"};
-    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">3 of 3 services placed</p>)"));
-    result.warnings.clear();
+    result.findings = {broken_limit("too much", "A")};
+    EXPECT_TRUE(
+        has(body_of(result), R"(<p class="verdict short">3 of 3 services placed, 1 limit broken</p>)"));
+    result.findings = {note("a counter lags")};
+    EXPECT_TRUE(has(body_of(result), R"(<p class="verdict good">3 of 3 services placed</p>)"));
+    result.findings.clear();
     result.counts = {3, 2, 1, 0, 1, 0};
     EXPECT_TRUE(has(body_of(result), R"(<p class="verdict short">1 of 3 services left out</p>)"));
     result.counts = {3, 3, 0, 0, 1, 2};
@@ -208,18 +214,43 @@ TEST(Page, ReasonsHaveAColumnIfThereAreAny) {
               1u);
 }
 
-TEST(Page, WarningsComeBeforeThePlan) {
+TEST(Page, WhatIsBrokenComesBeforeThePlanAndNotesBehindIt) {
     const std::string page = everything();
-    EXPECT_TRUE(has(page, "<li><bdi>something does not add up</bdi></li>"));
-    EXPECT_LT(page.find("something does not add up"), page.find("Modules at a glance"));
-    EXPECT_FALSE(has(body_of(Result()), "does not add up"));
+    EXPECT_TRUE(has(page, R"(<section class="panel audit broken unsearched" id="broken")"));
+    EXPECT_TRUE(has(page, R"(<a href="#broken">Broken <span class="note">2</span></a>)"));
+    EXPECT_TRUE(has(page, R"(<a href="#notes">Notes <span class="note">1</span></a>)"));
+    EXPECT_TRUE(has(page, "<li><bdi>LCN 9: on no input</bdi></li>"));
+    EXPECT_LT(page.find("on no input</bdi>"), page.find("Modules at a glance"));
+    EXPECT_TRUE(has(page, R"(<section class="panel audit unsearched" id="notes")"));
+    EXPECT_LT(page.find("id=\"streams\""), page.find("<li><bdi>a counter lags</bdi></li>"));
+    EXPECT_FALSE(has(body_of(Result()), "id=\"broken\""));
+    EXPECT_FALSE(has(body_of(Result()), "id=\"notes\""));
+}
+
+TEST(Page, AFindingLeadsToItsModules) {
+    EXPECT_TRUE(has(
+        everything(),
+        R"(<li><bdi><a href="#module-1">module M1</a>: the services on output 10 need 40000 kbit/s</bdi></li>)"));
+    Result result;
+    for (const char* mac : {"A", "AB", "C"}) {
+        result.modules.emplace_back();
+        result.modules.back().mac = mac;
+    }
+    result.findings = {{"LCN 5",
+                        "output 1 of module AB, output 2 of module A, not of module C",
+                        true,
+                        false,
+                        {"A", "AB", "gone"}}};
+    EXPECT_TRUE(has(body_of(result),
+                    R"(<li><bdi>LCN 5: output 1 of <a href="#module-2">module AB</a>, )"
+                    R"(output 2 of <a href="#module-1">module A</a>, not of module C</bdi>)"));
 }
 
 /// A result with this text in every place that takes one.
 Result result_full_of(const std::string& text) {
     Result result = result_with_everything();
     result.name = text;
-    result.warnings = {text};
+    result.findings = {broken(text)};
     for (ModuleResult& module : result.modules) {
         module.mac = text;
         for (InputResult& input : module.inputs)

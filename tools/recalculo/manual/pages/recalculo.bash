@@ -7,10 +7,12 @@ _recalculo() {
     'run --set') return ;;
     'run --only') return ;;
     'run --exclude') return ;;
+    'run --fail-on') words='broken left-out' ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
     'explain --color') words='auto always never' ;;
+    'compare --fail-on') words='broken left-out' ;;
     'compare --color') words='auto always never' ;;
     'size --set') return ;;
     'size --most') return ;;
@@ -40,9 +42,9 @@ _recalculo() {
         words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
-        compare) words='-h --help --json --html --color --version' ;;
+        compare) words='-h --help --json --html --fail-on --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;

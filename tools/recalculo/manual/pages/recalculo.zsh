@@ -36,6 +36,7 @@ _recalculo() {
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
+            '*--fail-on[End with exit code 3 if something in the placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;
@@ -58,6 +59,7 @@ _recalculo() {
             '*:AFTER:_files' \
             '--json[Report as JSON]' \
             '--html[Write the comparison as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '*--fail-on[End with exit code 3 if something in the second placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;

@@ -98,8 +98,8 @@ bool Adding::suffices(const Result& result) const {
 
 /// Notes an attempt. True if it suffices.
 bool Adding::take(std::size_t number, const Result& result) {
-    addition_.attempts.push_back(
-        {number, result.counts.placed, result.counts.left_out, result.warnings.size()});
+    addition_.attempts.push_back({number, result.counts.placed, result.counts.left_out,
+                                  result.findings.size(), broken_in(result).all()});
     if (suffices(result)) {
         addition_.number = number;
         addition_.remaining.clear();

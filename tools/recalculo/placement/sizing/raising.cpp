@@ -100,7 +100,7 @@ RaiseOutcome Raising::outcome_with(const RaisableLimit& candidate, std::uint32_t
     Headend changed = headend_;
     raise(changed.modules[candidate.module], candidate, value);
     const Result result = runner_.run(changed);
-    return {result.counts.placed, result.warnings.size()};
+    return {result.counts.placed, result.findings.size(), broken_in(result).all()};
 }
 
 /// Bisects between what is and what is generous for the smallest value that places as many.
@@ -127,6 +127,7 @@ Raise Raising::smallest(const RaisableLimit& candidate, RaiseOutcome generous) {
     }
     found.placed = outcome.placed;
     found.findings = outcome.findings;
+    found.broken = outcome.broken;
     Module raised = module;
     raise(raised, candidate, found.to);
     found.setting = setting_of(candidate, raised, found.to);

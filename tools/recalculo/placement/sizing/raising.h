@@ -27,6 +27,7 @@ struct RaisableLimit {
 struct RaiseOutcome {
     std::size_t placed = 0;
     std::size_t findings = 0;
+    std::size_t broken = 0;
 };
 
 /// Tries every limit of every module.

@@ -284,9 +284,10 @@ list figures_of(const Counts& before, const Counts& after) {
 
 list figures_of(const Side& before, const Side& after) {
     list figures = figures_of(before.counts, after.counts);
-    if (!before.warnings.empty() || !after.warnings.empty())
-        figures.push_back(
-            figure("Findings of the audit", before.warnings.size(), after.warnings.size(), false));
+    const std::size_t broken_before = broken_among(before.findings).all();
+    const std::size_t broken_after = broken_among(after.findings).all();
+    if (broken_before + broken_after != 0)
+        figures.push_back(figure("Broken", broken_before, broken_after, false));
     return figures;
 }
 
@@ -328,7 +329,7 @@ PageFrame frame_of(const Comparison& comparison, const ComparedFiles& files) {
     frame.skip = "Skip to the comparison";
     frame.eyebrow = "Two placements compared";
     frame.verdict = verdict_on(comparison);
-    frame.is_good = comparison.lost.empty();
+    frame.is_good = comparison.lost.empty() && broken_among(comparison.after.findings).all() == 0;
     frame.tiles = tiles_of(comparison);
     frame.footer =
         "A stream is written as ONID/TSID. A service is the same in both placements if stream, LCN and SID "
@@ -340,8 +341,8 @@ PageFrame frame_of(const Comparison& comparison, const ComparedFiles& files) {
 
 std::string comparison_page(const Comparison& comparison, const ComparedFiles& files) {
     PageFrame frame = frame_of(comparison, files);
-    add_audit(frame, "audit-before", "What does not add up before", comparison.before.warnings);
-    add_audit(frame, "audit-after", "What does not add up after", comparison.after.warnings);
+    add_broken(frame, "broken-before", "Broken before", comparison.before.findings);
+    add_broken(frame, "broken-after", "Broken after", comparison.after.findings);
     frame.sections.push_back(section_link("sides", "Before and after", false));
     list changes;
     for (const Changes& one : changes_of(comparison)) {
@@ -353,6 +354,8 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
     for (const ModuleTable& table : {order_table(comparison), inputs_table(comparison),
                                      limits_table(comparison), modules_table(comparison)})
         table.put_into(tables, frame.sections);
+    add_notes(frame, "notes-before", "Notes before", comparison.before.findings);
+    add_notes(frame, "notes-after", "Notes after", comparison.after.findings);
     data facts;
     facts["place"] = place_template;
     facts["file_before"] = printable(files.before);

@@ -19,6 +19,15 @@ namespace zarven::tool {
 using kainjow::mustache::data;
 using kainjow::mustache::list;
 
+/// The heading of a list of findings and the list.
+constexpr const char* findings_template =
+    R"(<h2 id="{{anchor}}-title">{{title}}</h2>
+<ul>
+{{#findings}}
+<li><bdi>{{#parts}}{{#link}}<a href="#{{link}}">{{text}}</a>{{/link}}{{^link}}{{text}}{{/link}}{{/parts}}</bdi></li>
+{{/findings}}
+</ul>)";
+
 static list heading(const std::vector<std::string>& names) {
     list entries;
     for (const std::string& name : names) {
@@ -45,6 +54,8 @@ std::string framed(const PageFrame& frame, const char* content, data facts) {
     facts["tiles"] = frame.tiles;
     facts["sections"] = frame.sections;
     facts["audits"] = frame.audits;
+    facts["notes"] = frame.notes;
+    facts["findings_of_audit"] = findings_template;
     facts["footer"] = frame.footer;
     kainjow::mustache::mustache page{page_frame_template};
     std::string text = page.render(facts);
@@ -70,19 +81,69 @@ data section_link(const char* anchor, const char* title, data number) {
     return entry;
 }
 
-void add_audit(PageFrame& frame, const char* anchor, const char* title,
-               const std::vector<std::string>& warnings) {
-    if (warnings.empty())
+static data part_of_finding(const std::string& text, data link) {
+    data part;
+    part["text"] = printable(text);
+    part["link"] = std::move(link);
+    return part;
+}
+
+/// The sentence in parts, of which the names of modules are links.
+static list parts_of(const Finding& finding, const Anchors& anchors) {
+    const std::string text = text_of(finding);
+    list parts;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        std::size_t next = text.npos;
+        const Anchors::value_type* named = nullptr;
+        for (const Anchors::value_type& module : anchors) {
+            const std::size_t found = text.find(module.first, begin);
+            // Of two that begin in one place the longer.
+            if (found < next ||
+                (named != nullptr && found == next && module.first.size() > named->first.size())) {
+                next = found;
+                named = &module;
+            }
+        }
+        parts.push_back(part_of_finding(text.substr(begin, next - begin), false));
+        if (named == nullptr)
+            break;
+        parts.push_back(part_of_finding(named->first, data(named->second)));
+        begin = next + named->first.size();
+    }
+    return parts;
+}
+
+static void add_findings(list& place, PageFrame& frame, const char* anchor, const char* title,
+                         const std::vector<Finding>& findings, const Anchors& anchors) {
+    if (findings.empty())
         return;
     list entries;
-    for (const std::string& warning : warnings)
-        entries.emplace_back(printable(warning));
+    for (const Finding& finding : findings) {
+        Anchors named;
+        for (const auto& module : anchors)
+            if (std::find(finding.macs.begin(), finding.macs.end(), module.first) != finding.macs.end())
+                named.emplace("module " + module.first, module.second);
+        data entry;
+        entry["parts"] = parts_of(finding, named);
+        entries.push_back(entry);
+    }
     data audit;
     audit["anchor"] = anchor;
     audit["title"] = title;
-    audit["warnings"] = entries;
-    frame.audits.push_back(audit);
-    link_section(frame.sections, anchor, title, warnings.size());
+    audit["findings"] = entries;
+    place.push_back(audit);
+    link_section(frame.sections, anchor, title, findings.size());
+}
+
+void add_broken(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
+                const Anchors& anchors) {
+    add_findings(frame.audits, frame, anchor, title, only(true, findings), anchors);
+}
+
+void add_notes(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
+               const Anchors& anchors) {
+    add_findings(frame.notes, frame, anchor, title, only(false, findings), anchors);
 }
 
 void link_section(list& sections, const char* anchor, const char* title, std::size_t number) {

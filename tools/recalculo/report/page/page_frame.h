@@ -5,6 +5,7 @@
 #define RECALCULO_PAGE_FRAME_H
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,8 @@ struct PageFrame {
     kainjow::mustache::list sections{};
     /// Stand before the content.
     kainjow::mustache::list audits{};
+    /// Stand behind the content.
+    kainjow::mustache::list notes{};
     std::string footer;
 };
 
@@ -43,9 +46,13 @@ kainjow::mustache::data tile(const std::string& label, const std::string& figure
 /// A link to a section; `number` is of its entries, or `false`.
 kainjow::mustache::data section_link(const char* anchor, const char* title, kainjow::mustache::data number);
 
-/// Adds a section of what an audit has found, and a link to it; nothing without findings.
-void add_audit(PageFrame& frame, const char* anchor, const char* title,
-               const std::vector<std::string>& warnings);
+/// Adds a section of what is broken, before the content, or of what is only counted, behind it, and a link
+/// to it; nothing without findings. `anchors` leads from the names of modules in a finding to theirs.
+using Anchors = std::map<std::string, std::string>;
+void add_broken(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
+                const Anchors& anchors = {});
+void add_notes(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
+               const Anchors& anchors = {});
 
 /// Adds a link to a section that has entries.
 void link_section(kainjow::mustache::list& sections, const char* anchor, const char* title,

@@ -15,6 +15,7 @@
 #include "report/page/result_streams.h"
 #include "report/page/result_unplaced.h"
 #include "report/stream_marks.h"
+#include "report/summary_text.h"
 
 namespace zarven::tool {
 
@@ -78,7 +79,8 @@ void add_links(list& sections, const Result& result, const StreamMarks& marks) {
     link_section(sections, "streams", "Streams", marks.in_order().size());
 }
 
-std::string verdict(const Counts& counts) {
+std::string verdict(const Result& result) {
+    const Counts& counts = result.counts;
     std::string text =
         counts.left_out != 0
             ? fmt::format("{} of {} left out", grouped(counts.left_out), services_counted(counts.loaded))
@@ -87,6 +89,8 @@ std::string verdict(const Counts& counts) {
         text += fmt::format(", {} neither placed nor left out", grouped(counts.neither));
     if (counts.clones_waiting != 0)
         text += fmt::format(", {} waiting", counted(counts.clones_waiting, "clone", "clones"));
+    if (has_broken(result))
+        text += ", " + to_string(broken_in(result));
     return text;
 }
 
@@ -98,12 +102,16 @@ PageFrame frame_of(const Result& result, const StreamMarks& marks) {
     frame.eyebrow = "Head-end placement";
     if (!result.name.empty())
         frame.names = {result.name};
-    frame.verdict = verdict(counts);
+    frame.verdict = verdict(result);
     frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0 &&
-                    result.warnings.empty();
+                    !has_broken(result);
     frame.tiles = tiles_of(result);
-    add_audit(frame, "audit", "What does not add up", result.warnings);
+    Anchors anchors;
+    for (std::size_t index = 0; index < result.modules.size(); ++index)
+        anchors.emplace(result.modules[index].mac, module_anchor(index));
+    add_broken(frame, "broken", "Broken", result.findings, anchors);
     add_links(frame.sections, result, marks);
+    add_notes(frame, "notes", "Notes", result.findings, anchors);
     frame.footer =
         "A stream is written as ONID/TSID. Its letters, colour and pattern are the same in all of the "
         "page. A clone stands where its parent stands and costs neither bitrate nor a place on the "
