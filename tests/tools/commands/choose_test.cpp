@@ -8,7 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zarven::tool {
+namespace zarven::tool::choose_test {
 namespace {
 
 using nlohmann::json;
@@ -226,4 +226,4 @@ TEST_F(OnATerminal, ChooseTellsTheBestAndEndsWithIt) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choose_test

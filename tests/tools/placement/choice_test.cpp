@@ -7,7 +7,7 @@
 
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::choice_test {
 namespace {
 
 /// One input: the engine takes the stream with two services, and leaves out LCN 1.
@@ -240,4 +240,4 @@ TEST(Reach, CeilingsOfPidsCountWhereThereAreClones) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choice_test

@@ -7,7 +7,7 @@
 #include "failure_message.h"
 #include "placement/engine_by_hand.h"
 
-namespace zarven::tool {
+namespace zarven::tool::choice_wishes_test {
 namespace {
 
 Headend headend_of(std::vector<Service> services) {
@@ -108,4 +108,4 @@ TEST(ValueServices, Complaints) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choice_wishes_test

@@ -114,7 +114,7 @@ json whole_sizing() {
 json whole_choice() {
     ChoiceReport report;
     report.name = "Casa";
-    report.all.warnings = report.chosen.warnings = {"what the audit found"};
+    report.all.findings = report.chosen.findings = {broken_limit("what the audit found", "A")};
     report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
     const ValuedService service{a_service(), 3, true};
     report.withheld = {service};

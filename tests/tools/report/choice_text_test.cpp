@@ -7,7 +7,7 @@
 #include "report/choice_fixture.h"
 #include "report/fitting.h"
 
-namespace zarven::tool {
+namespace zarven::tool::choice_text_test {
 namespace {
 
 TEST(ChoiceText, OneOfEverything) {
@@ -80,14 +80,14 @@ TEST(ChoiceText, SaysWhatIsProvenOfTheMusts) {
     EXPECT_EQ(proof_of_musts(report), "");
 }
 
-TEST(ChoiceText, FindingsComeLast) {
+TEST(ChoiceText, WhatIsBrokenComesFirstAndNotesComeLast) {
     ChoiceReport report = choice_with_everything();
-    report.all.warnings = {"one"};
-    report.chosen.warnings = {"two", "three"};
+    report.all.findings = {{{}, "one", true, false, {}}, {{}, "two", false, false, {}}};
+    report.chosen.findings = {{{}, "three", false, false, {}}};
     const std::string text = choice_text(report, "");
-    EXPECT_NE(text.find("1 gained, 2 lost; audit: 2 findings\n"), std::string::npos);
-    EXPECT_NE(text.find("1 run of the engine\n\nAudit with everything asked for: 1 finding\nWarning: one\n\n"
-                        "Audit: 2 findings\nWarning: two\nWarning: three\n"),
+    EXPECT_EQ(text.find("Broken with everything asked for: 1 finding\n  one\n\n3 of 1234"), 6u) << text;
+    EXPECT_NE(text.find("1 run of the engine\n\nNotes with everything asked for: 1 finding\n  two\n\n"
+                        "Notes: 1 finding\n  three\n"),
               std::string::npos)
         << text;
 }
@@ -101,4 +101,4 @@ TEST(ChoiceText, FitsTheTerminal) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choice_text_test

@@ -39,7 +39,7 @@ public:
 
     ChoiceSide side() const {
         const Result result = result_of(run_, headend_.name, Reasons::omitted);
-        ChoiceSide side{result.counts, result.warnings};
+        ChoiceSide side{result.counts, result.findings};
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
             if (is_placed(service)) {
                 side.musts += headend_.services[service].must ? 1 : 0;
@@ -55,7 +55,7 @@ public:
             left_out_ = set_of(left_out_of(run_));
         }
         return left_out_.count(record(service)) != 0 ? reason_left_out(*state_, *record(service))
-                                                     : reason_neither();
+                                                     : reason_neither(run_, *record(service));
     }
 
 private:
@@ -161,8 +161,8 @@ private:
 
     std::string price_of(const ChosenRun& asked) const {
         const ChoiceSide side = asked.side();
-        if (!side.warnings.empty())
-            return "It is withheld: asked for, it is placed, and the placement does not add up.";
+        if (broken_among(side.findings).all() != 0)
+            return "It is withheld: asked for, it is placed, and something else is broken.";
         return fmt::format(
             "It is withheld: asked for, it is placed, and with it {} of {} musts and a value of {}.",
             side.musts, report_.musts.wanted, side.value);

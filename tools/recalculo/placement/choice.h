@@ -21,7 +21,7 @@ namespace zarven::tool {
 /// What one run of the engine comes to.
 struct ChoiceSide {
     Counts counts;
-    std::vector<std::string> warnings;
+    std::vector<Finding> findings;
     /// Services that must be placed, and are.
     std::size_t musts = 0;
     /// The sum of the values of the services that are placed.

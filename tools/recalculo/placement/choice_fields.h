@@ -20,7 +20,7 @@ template <> struct Fields<ChoiceSide> {
         visit_counts(visit, side.counts);
         visit.required("musts", count(side.musts), "Services that must be placed, and are");
         visit.required("value", count(side.value), "Sum of the values of the services that are placed");
-        visit.required("warnings", side.warnings, meaning_of_warnings);
+        visit_findings(visit, side.findings);
     }
 };
 

@@ -31,7 +31,9 @@ public:
 
     std::string text() && {
         text_ = title_text(report_.name, style_);
-        paragraph(verdict_of(report_) + audit_in_figures(report_.chosen.warnings.size()));
+        text_ += broken_text(report_.all.findings, style_, " with everything asked for");
+        text_ += broken_text(report_.chosen.findings, style_);
+        paragraph(verdict_of(report_) + broken_in_figures(broken_among(report_.chosen.findings)));
         text_ += '\n' + table_of_figures();
         write_missed();
         write_moves();
@@ -41,8 +43,8 @@ public:
         text_ += '\n';
         paragraph(fmt::format("{} tried, {} of the engine", counted(report_.states, "state"),
                               counted(report_.engine_runs, "run")));
-        text_ += closing_audit_text(report_.all.warnings, style_, "Audit with everything asked for");
-        text_ += closing_audit_text(report_.chosen.warnings, style_);
+        text_ += closing_notes_text(report_.all.findings, style_, " with everything asked for");
+        text_ += closing_notes_text(report_.chosen.findings, style_);
         return std::move(text_);
     }
 

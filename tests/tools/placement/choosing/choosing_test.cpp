@@ -10,7 +10,7 @@
 #include "placement/engine_by_hand.h"
 #include "placement/host.h"
 
-namespace zarven::tool {
+namespace zarven::tool::choosing_test {
 namespace {
 
 bool go_on(const ChoosingProgress&) {
@@ -217,4 +217,4 @@ TEST(ChoiceWorth, IsOrderedByMustsThenValueThenMovedThenWithheld) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choosing_test

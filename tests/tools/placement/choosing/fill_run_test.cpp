@@ -16,7 +16,7 @@
 #include "placement/host.h"
 #include "placement/strategies.h"
 
-namespace zarven::tool {
+namespace zarven::tool::fill_run_test {
 namespace {
 
 /// Of each service the module, the input and the output.
@@ -164,4 +164,4 @@ TEST(FillRun, WhatCountsChangesWithTheLastServiceOfItsKind) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::fill_run_test

@@ -7,7 +7,7 @@
 #include "report/choice_fixture.h"
 #include "report/page/page_text.h"
 
-namespace zarven::tool {
+namespace zarven::tool::choice_page_test {
 namespace {
 
 std::string body_of(const ChoiceReport& report) {
@@ -62,12 +62,12 @@ TEST(ChoicePage, WithoutMustsAndValuesTheyAreNotTold) {
     EXPECT_TRUE(has(page, R"(<p class="verdict good)")) << page.substr(0, 2000);
 }
 
-TEST(ChoicePage, FindingsComeFirst) {
+TEST(ChoicePage, WhatIsBrokenComesFirst) {
     ChoiceReport report = choice_with_everything();
-    report.all.warnings = {"one"};
-    report.chosen.warnings = {"two"};
+    report.all.findings = {{{}, "one", true, false, {}}};
+    report.chosen.findings = {{{}, "two", true, false, {}}};
     const std::string page = body_of(report);
-    EXPECT_TRUE(has(page, "What does not add up with everything asked for"));
+    EXPECT_TRUE(has(page, "Broken with everything asked for"));
     EXPECT_LT(page.find("two"), page.find("In figures</h2>"));
 }
 
@@ -76,4 +76,4 @@ TEST(ChoicePage, HasNothingFromOutside) {
 }
 
 } // namespace
-} // namespace zarven::tool
+} // namespace zarven::tool::choice_page_test

@@ -169,18 +169,20 @@ std::string choice_page(const ChoiceReport& report, const std::string& kept) {
     if (!report.name.empty())
         frame.names = {report.name};
     frame.verdict = verdict_of(report);
-    frame.is_good = report.missed.empty() && report.chosen.warnings.empty();
+    frame.is_good = report.missed.empty() && broken_among(report.chosen.findings).all() == 0;
     frame.tiles = tiles_of(report);
     frame.footer =
         "A stream is written as ONID/TSID. A service that is withheld stays in the head-end, and the "
         "engine is not asked for it; its clones go with it.";
-    add_audit(frame, "audit-all", "What does not add up with everything asked for", report.all.warnings);
-    add_audit(frame, "audit", "What does not add up", report.chosen.warnings);
+    add_broken(frame, "broken-all", "Broken with everything asked for", report.all.findings);
+    add_broken(frame, "broken", "Broken", report.chosen.findings);
     frame.sections.push_back(section_link("figures", "In figures", false));
     list lists;
     for (const ServiceTable& table : tables_of(report, kept))
         table.put_into(lists, frame.sections);
     data facts;
+    add_notes(frame, "notes-all", "Notes with everything asked for", report.all.findings);
+    add_notes(frame, "notes", "Notes", report.chosen.findings);
     facts["figures"] = figures_of(report);
     facts["searched"] = fmt::format("{} tried, {} of the engine.", counted(report.states, "state", "states"),
                                     counted(report.engine_runs, "run", "runs"));
