@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "report/explanation_fixture.h"
+#include "report/result_fixture.h"
 
 namespace zarven::tool::explanation_json_test {
 namespace {
@@ -14,7 +15,7 @@ using nlohmann::ordered_json;
 
 std::string document(const std::string& name, const std::vector<Explanation>& explanations,
                      const std::vector<std::string>& warnings = {}) {
-    std::string text = explanations_json_begin(name);
+    std::string text = explanations_json_begin(result_called(name));
     for (std::size_t index = 0; index < explanations.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(explanations[index]);
     return text + explanations_json_end(warnings);
@@ -80,6 +81,7 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
     const std::vector<Explanation> two = {explanation_with_everything(), explanation_with_everything()};
     ordered_json expected;
     expected["name"] = "Casa \"Uno\"";
+    expected["causes"] = ordered_json::array();
     for (const Explanation& explanation : two)
         expected["services"].push_back(ordered_json::parse(explanation_json(explanation)));
     expected["warnings"] = {"one", "two\nlines"};
@@ -87,7 +89,7 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
 }
 
 TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
-    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ],\n  \"warnings\": []\n}\n");
+    EXPECT_EQ(document("", {}), "{\n  \"causes\": [],\n  \"services\": [\n  ],\n  \"warnings\": []\n}\n");
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 #include "placement/explanation_json.h"
 #include "placement/host.h"
 #include "placement/service_query.h"
+#include "placement/sizing/advising.h"
+#include "report/causes_text.h"
 #include "report/explanation_text.h"
 #include "report/summary_text.h"
 
@@ -53,8 +55,8 @@ void tell_as_text(Explainer& explainer, const Services& services, const TextStyl
         write(explanations_caveat_text(style));
 }
 
-void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {
-    write(explanations_json_begin(name));
+void tell_as_json(Explainer& explainer, const Services& services, const Result& result) {
+    write(explanations_json_begin(result));
     const char* before = "";
     for (const auto& service : services) {
         write(before + explanation_json(explainer.explain(service)));
@@ -78,11 +80,16 @@ void explain_command(const ExplainOptions& options) {
     Services services = services_with(queries, run, file);
     run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
-    if (queries.empty())
+    Result result = result_of(run, headend.name);
+    if (queries.empty()) {
         services = unplaced_of(run);
+        result.advice = advice_for(headend, file, result, options.trials);
+    }
     if (options.json)
-        return tell_as_json(explainer, services, headend.name);
+        return tell_as_json(explainer, services, result);
     const TextStyle style = style_of(options.style);
+    if (queries.empty())
+        write(causes_text(result, style));
     tell_as_text(explainer, services, style);
     const std::vector<std::string> warnings = texts_of(explainer.findings());
     write(queries.empty() ? closing_audit_text(warnings, style)

@@ -40,7 +40,7 @@ std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standi
     case Standing::neither:
         return reason_neither();
     default:
-        return reason_left_out(state_, service);
+        return reason_left_out(state_, service).text;
     }
 }
 

@@ -130,6 +130,8 @@ template <> struct Fields<Explanation> {
 /// memory.
 struct Explanations {
     std::string name;
+    std::vector<CauseCount> causes;
+    Advice advice;
     std::vector<Explanation> services;
     std::vector<std::string> warnings;
 };
@@ -140,6 +142,8 @@ template <> struct Fields<Explanations> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& explanations) {
         visit_name(visit, explanations.name);
+        visit.required("causes", explanations.causes, meaning_of_causes);
+        visit_advice(visit, explanations.advice);
         visit.required("services", explanations.services, "Those asked for, or all that are on no output");
         visit.required("warnings", explanations.warnings, meaning_of_warnings);
     }

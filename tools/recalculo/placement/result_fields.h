@@ -4,17 +4,14 @@
 #define RECALCULO_RESULT_FIELDS_H
 
 #include "headend/reception_fields.h"
+#include "placement/module_fields.h"
+#include "placement/raise_fields.h"
 #include "placement/result.h"
 #include "records/fields.h"
 
 namespace zarven::tool {
 
-inline constexpr const char* meaning_of_label = "Where it stands or what it is called, if the head-end tells";
 inline constexpr const char* meaning_of_warnings = "What does not add up, one sentence each; empty as a rule";
-
-template <class Visitor, class Record> void visit_mac(Visitor& visit, Record& record) {
-    visit.required("mac", record.mac, "Identity of the module");
-}
 
 template <class Visitor, class Record> void visit_input_number(Visitor& visit, Record& input) {
     visit.required("number", input.number, "Number of the input, from 1");
@@ -74,6 +71,34 @@ template <class Visitor, class Record> void visit_service(Visitor& visit, Record
                 "Of a clone: the `osid` of its parent", Since::a_later_version);
 }
 
+inline constexpr Word<Cause> cause_words[] = {{Cause::impossible, "impossible"},
+                                              {Cause::no_input, "no_input"},
+                                              {Cause::stream_not_chosen, "stream_not_chosen"},
+                                              {Cause::places, "places"},
+                                              {Cause::bitrate, "bitrate"},
+                                              {Cause::pids, "pids"},
+                                              {Cause::transcoders, "transcoders"},
+                                              {Cause::unused_input, "unused_input"},
+                                              {Cause::unused_room, "unused_room"},
+                                              {Cause::contradictory, "contradictory"},
+                                              {Cause::lost, "lost"}};
+
+template <> struct Words<Cause> : WordTable<Cause, cause_words> {
+    static constexpr const char* name = "cause";
+};
+
+template <> struct Fields<CauseCount> {
+    static constexpr const char* name = "cause_count";
+    static constexpr const char* meaning = "A cause, and what it keeps out; clones do not count";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& cause) {
+        visit.required("kind", cause.cause, "Which it is");
+        visit.required("services", count(cause.services), "Services that it keeps out");
+        visit.required("streams", count(cause.streams), "The streams of these services");
+        visit.required("sentence", cause.sentence, "The same in words, with figures");
+    }
+};
+
 template <> struct Fields<ServiceResult> {
     static constexpr const char* name = "service";
     static constexpr const char* meaning = "A service or a clone";
@@ -83,6 +108,11 @@ template <> struct Fields<ServiceResult> {
         visit.required("outputs", service.outputs, "Numbers of the outputs of its module that carry it");
         visit.unless_empty("reason", service.reason,
                            "Of a service on no output and of a clone that waits: why, in one sentence");
+        visit.where(Condition{service.cause != Cause::none}, "cause", service.cause,
+                    "Of a service that is not placed: what keeps it out", Since::a_later_version);
+        visit.unless_empty("nearest", service.nearest,
+                           "Of a service that is not placed: MAC of the module that is nearest to taking it, "
+                           "where one is");
     }
 };
 
@@ -246,6 +276,15 @@ template <class Visitor, class Record> void visit_name(Visitor& visit, Record& n
     visit.unless_empty("name", name, "Name of the head-end, if it has one");
 }
 
+inline constexpr const char* meaning_of_causes =
+    "Why services are not placed, the cause of most of them first";
+
+template <class Visitor, class Record> void visit_advice(Visitor& visit, Record& advice) {
+    visit.where(Condition{advice.limits != 0}, "advice", advice,
+                "If services are left out and it was looked for: which limit to raise",
+                Since::a_later_version);
+}
+
 /// All but the name.
 template <class Visitor, class Record> void visit_placement(Visitor& visit, Record& result) {
     visit.required("modules", result.modules, "By MAC");
@@ -255,6 +294,7 @@ template <class Visitor, class Record> void visit_placement(Visitor& visit, Reco
         "neither", result.neither,
         "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
         Since::a_later_version);
+    visit_advice(visit, result.advice);
     visit.unless_empty("streams", result.streams, "Where streams are received, if the head-end tells");
     visit.required("warnings", result.warnings, meaning_of_warnings);
     visit.required("summary", result.counts, "The numbers of services");

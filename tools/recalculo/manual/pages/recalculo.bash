@@ -7,9 +7,11 @@ _recalculo() {
     'run --set') return ;;
     'run --only') return ;;
     'run --exclude') return ;;
+    'run --trials') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
+    'explain --trials') return ;;
     'explain --color') words='auto always never' ;;
     'compare --color') words='auto always never' ;;
     'size --set') return ;;
@@ -31,8 +33,8 @@ _recalculo() {
         words='run explain compare size bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
-        explain) words='-h --help --set --service --json --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --trials --color --version' ;;
+        explain) words='-h --help --set --service --trials --json --color --version' ;;
         compare) words='-h --help --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;

@@ -35,6 +35,7 @@ _recalculo() {
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;
@@ -45,6 +46,7 @@ _recalculo() {
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '*--service[A service by its LCN or its name; with @ONID/TSID for one stream only. May be given several times. Without it, all that are on no output]:KEY: ' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--json[Answer as JSON]' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'

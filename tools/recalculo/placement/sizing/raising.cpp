@@ -54,6 +54,20 @@ void Raising::list(std::size_t index, std::uint64_t bitrate, std::uint64_t pids,
     }
 }
 
+std::size_t Raising::limits_of(std::size_t module) const {
+    return static_cast<std::size_t>(
+        std::count_if(candidates_.begin(), candidates_.end(),
+                      [module](const RaisableLimit& candidate) { return candidate.module == module; }));
+}
+
+void Raising::keep_modules(const std::set<std::size_t>& modules) {
+    const auto is_kept = [&modules](const RaisableLimit& candidate) {
+        return modules.count(candidate.module) != 0;
+    };
+    candidates_.erase(std::stable_partition(candidates_.begin(), candidates_.end(), is_kept),
+                      candidates_.end());
+}
+
 static void raise(Module& module, const RaisableLimit& candidate, std::uint32_t value) {
     switch (candidate.kind) {
     case LimitKind::pids:
