@@ -43,6 +43,24 @@ std::vector<Raise> every_raise() {
     return raises;
 }
 
+Remedies every_remedy() {
+    Remedies remedies;
+    for (const RemedyKind kind :
+         {RemedyKind::raised_limit, RemedyKind::withheld_service, RemedyKind::further_module}) {
+        Remedy remedy;
+        remedy.kind = kind;
+        remedy.raise = every_raise()[0];
+        remedy.like = "A";
+        if (kind == RemedyKind::further_module)
+            remedy.label = "Rack 1";
+        else
+            remedy.setting = "modules[0].inputs=2";
+        remedy.lost = {ServiceResult()};
+        remedies.found.push_back(remedy);
+    }
+    return remedies;
+}
+
 /// A service for each cause, and a raise of each kind.
 Result result_with_every_cause() {
     Result result = with_labels(result_with_everything());
@@ -97,6 +115,7 @@ json whole_explanation() {
         list.back().service.is_radio = standing == Standing::placed;
         list.back().service.is_clone = standing == Standing::attached;
     }
+    list.back().remedies = every_remedy();
     Result result = result_with_every_cause();
     result.advice.raises.resize(1);
     return explanations(list, result);
@@ -230,7 +249,8 @@ INSTANTIATE_TEST_SUITE_P(
                          result_with_strategies_not_tried()},
                     Kind{"explanation.schema.json",
                          whole_explanation(),
-                         {"/name", "/advice", "label", "radio", "output"},
+                         {"/name", "/advice", "label", "radio", "output", "remedies",
+                          "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
                          explanations({}, result_with_every_cause())},
                     Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
                     Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},

@@ -40,6 +40,7 @@ struct ExplainOptions {
     HeadendInput headend;
     /// Empty for all that are left out.
     std::vector<std::string> services;
+    bool remedy = false;
     std::uint32_t trials = automatic_trials;
     bool json = false;
     StyleInput style;

@@ -4,9 +4,12 @@
 #include "commands/commands.h"
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/streams.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
@@ -38,14 +41,35 @@ void write(const std::string& text) {
     write_text(standard_stream, text);
 }
 
+/// Of each kind of change.
+constexpr std::size_t most_remedies_tried = 400;
+
+/// Explains, and looks for remedies if that is wanted.
+class Answering {
+public:
+    /// All must outlive this; without a search no remedies are looked for.
+    Answering(Explainer& explainer, const RemedySearch* search) : explainer_(explainer), search_(search) {}
+
+    Explanation answer(const std::shared_ptr<tRec_Servicio>& service) const {
+        Explanation explanation = explainer_.explain(service);
+        if (search_ != nullptr && may_have_remedies(explanation))
+            explanation.remedies = search_->remedies_for(*service, most_remedies_tried);
+        return explanation;
+    }
+
+private:
+    Explainer& explainer_;
+    const RemedySearch* search_;
+};
+
 /// Writes explanations one at a time, because all together may not fit into memory.
-void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
+void tell_as_text(const Answering& answering, const Services& services, const TextStyle& style) {
     if (services.empty())
         write(paragraph_text("No service is left out.", 0, Paint::none, style));
     bool any_unplaced = false;
     const char* before = "";
     for (const auto& service : services) {
-        const Explanation explanation = explainer.explain(service);
+        const Explanation explanation = answering.answer(service);
         any_unplaced = any_unplaced || (explanation.standing != Standing::placed &&
                                         explanation.standing != Standing::attached);
         write(before + explanation_text(explanation, style));
@@ -55,14 +79,15 @@ void tell_as_text(Explainer& explainer, const Services& services, const TextStyl
         write(explanations_caveat_text(style));
 }
 
-void tell_as_json(Explainer& explainer, const Services& services, const Result& result) {
+void tell_as_json(const Answering& answering, const Services& services, const Result& result,
+                  const std::vector<Finding>& findings) {
     write(explanations_json_begin(result));
     const char* before = "";
     for (const auto& service : services) {
-        write(before + explanation_json(explainer.explain(service)));
+        write(before + explanation_json(answering.answer(service)));
         before = ",";
     }
-    write(explanations_json_end(texts_of(explainer.findings())));
+    write(explanations_json_end(texts_of(findings)));
 }
 
 } // namespace
@@ -71,6 +96,8 @@ void explain_command(const ExplainOptions& options) {
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));
+    if (options.remedy && queries.empty())
+        throw Failure("--remedy looks for what would place single services; expected --service for each");
     const std::string file = input_name(options.headend.path);
     const Headend headend = read_input(options.headend);
 
@@ -85,12 +112,16 @@ void explain_command(const ExplainOptions& options) {
         services = unplaced_of(run);
         result.advice = advice_for(headend, file, result, options.trials);
     }
+    std::optional<RemedySearch> search;
+    if (options.remedy)
+        search.emplace(headend, file, run, result);
+    const Answering answering(explainer, search ? &*search : nullptr);
     if (options.json)
-        return tell_as_json(explainer, services, result);
+        return tell_as_json(answering, services, result, explainer.findings());
     const TextStyle style = style_of(options.style);
     if (queries.empty())
         write(causes_text(result, style));
-    tell_as_text(explainer, services, style);
+    tell_as_text(answering, services, style);
     const std::vector<std::string> warnings = texts_of(explainer.findings());
     write(queries.empty() ? closing_audit_text(warnings, style)
                           : findings_elsewhere_text(warnings.size(), style));

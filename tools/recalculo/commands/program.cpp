@@ -146,6 +146,9 @@ Command describe_explain() {
          with_value({"--service"}, "KEY", &options->services,
                     "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
                     "several times. Without it, all that are on no output"),
+         flag(
+             "--remedy", options->remedy,
+             "Look for the smallest change with which the engine places each service asked for, by running it"),
          trials_option(options->trials), flag("--json", options->json, "Answer as JSON"),
          color_option(options->style)},
         [options] { explain_command(*options); });

@@ -67,6 +67,10 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
     return explanation;
 }
 
+bool may_have_remedies(const Explanation& explanation) {
+    return !explanation.service.is_clone && explanation.standing != Standing::placed;
+}
+
 bool Explainer::is_listed(const ModuleRefusal& refusal) const {
     return listing_ == Listing::all_modules || refusal.has_input() || !refusal.carried_on.empty();
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "placement/explanation.h"
+#include "placement/remedy/remedy_fields.h"
 #include "placement/result_fields.h"
 
 namespace zarven::tool {
@@ -123,6 +124,9 @@ template <> struct Fields<Explanation> {
         visit.required("modules", explanation.modules, "What each module answers, by MAC; none for a clone");
         visit.required("modules_not_listed", count(explanation.unlisted),
                        "Modules without an input for it that are not listed");
+        visit.where(Condition{explanation.remedies.has_value()}, "remedies",
+                    explanation.remedies ? *explanation.remedies : Remedies(),
+                    "With `--remedy`: what would place the service; not there for one that is placed");
     }
 };
 

@@ -34,7 +34,7 @@ _recalculo() {
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
         run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --trials --color --version' ;;
-        explain) words='-h --help --set --service --trials --json --color --version' ;;
+        explain) words='-h --help --set --service --remedy --trials --json --color --version' ;;
         compare) words='-h --help --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;

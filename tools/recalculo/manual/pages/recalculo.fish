@@ -26,6 +26,7 @@ complete -c recalculo -n '__fish_seen_subcommand_from run' -l version -d 'Displa
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -s h -l help -d 'Print this help message and exit'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l set -x -d 'Change a value for this run, as in modules[2].pids_max=64, counted from 0, or modules[MAC].pids_max=64; [*] for all of a list; may be given several times'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l service -x -d 'A service by its LCN or its name; with @ONID/TSID for one stream only. May be given several times. Without it, all that are on no output'
+complete -c recalculo -n '__fish_seen_subcommand_from explain' -l remedy -d 'Look for the smallest change with which the engine places each service asked for, by running it'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l trials -x -d 'Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l json -d 'Answer as JSON'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l color -x -a 'auto always never' -d 'Colour the report; auto is on a terminal'

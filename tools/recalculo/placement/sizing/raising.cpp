@@ -68,7 +68,7 @@ void Raising::keep_modules(const std::set<std::size_t>& modules) {
                       candidates_.end());
 }
 
-static void raise(Module& module, const RaisableLimit& candidate, std::uint32_t value) {
+void raise(Module& module, const RaisableLimit& candidate, std::uint32_t value) {
     switch (candidate.kind) {
     case LimitKind::pids:
         module.pids_max = static_cast<std::uint16_t>(value);
@@ -91,7 +91,7 @@ static void raise(Module& module, const RaisableLimit& candidate, std::uint32_t 
     }
 }
 
-static std::string setting_of(const RaisableLimit& candidate, const Module& raised, std::uint32_t value) {
+std::string setting_of(const RaisableLimit& candidate, const Module& raised, std::uint32_t value) {
     const std::string path = fmt::format("modules[{}]", candidate.module);
     switch (candidate.kind) {
     case LimitKind::pids:

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "headend/headend.h"
@@ -24,6 +25,11 @@ struct RaisableLimit {
     std::uint32_t from;
     std::uint32_t generous;
 };
+
+void raise(Module& module, const RaisableLimit& limit, std::uint32_t value);
+
+/// The change as `--set` takes it; `raised` is the module with the value.
+std::string setting_of(const RaisableLimit& limit, const Module& raised, std::uint32_t value);
 
 /// What a raised limit leads to.
 struct RaiseOutcome {
