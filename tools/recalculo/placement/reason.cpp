@@ -136,9 +136,10 @@ Reason Sentence::unused_room(const ModuleRefusal& refusal) const {
 std::string Sentence::not_chosen() const {
     const bool needs_transcoding = reglas::necesitaTranscoding(service_.Transcoding);
     if (needs_transcoding && state_.lcn_0_waits_in_stream_of(service_))
-        return fmt::format("It needs transcoding: the engine tunes no input to {} for that, nor for LCN 0 while "
-                           "services with other LCNs are left; no other service asks for the stream.",
-                           stream_text(service_));
+        return fmt::format(
+            "It needs transcoding: the engine tunes no input to {} for that, nor for LCN 0 while "
+            "services with other LCNs are left; no other service asks for the stream.",
+            stream_text(service_));
     if (needs_transcoding)
         return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
                            "without transcoding asks for the stream.",
