@@ -80,6 +80,16 @@ TEST_F(Advising, OfTheModulesTheOneNearestToMostServices) {
         EXPECT_NE(raise.mac, nearest);
 }
 
+TEST_F(Advising, NoneIsGivenWhereARunFails) {
+    headend.modules[0].pids_max = 3;
+    const Result now = result_of(headend);
+    headend.modules[0].controller = false;
+    const Advice none = advice_for(headend, "f", now, automatic_trials);
+    EXPECT_EQ(none.limits, 8u);
+    EXPECT_EQ(none.limits_tried, 0u);
+    EXPECT_TRUE(none.raises.empty());
+}
+
 TEST(AutomaticTrials, AreFewerForManyServices) {
     EXPECT_EQ(automatic_trials_for(0), 200u);
     EXPECT_EQ(automatic_trials_for(1000), 200u);

@@ -112,6 +112,18 @@ TEST_F(Remedying, NoneOfThoseTried) {
     EXPECT_EQ(remedies(3, 0).tried, 0u);
 }
 
+TEST_F(Remedying, AChangeWithWhichTheEngineFailsIsNone) {
+    headend = short_of_pids();
+    EngineRun run = load_engine(headend, "f");
+    run_engine(run, "f");
+    const Result now = result_of(run, headend.name);
+    headend.modules[0].controller = false;
+    const Remedies none =
+        RemedySearch(headend, "f", run, now).remedies_for(*run.engine.listaServicios.at(2), 400);
+    EXPECT_TRUE(none.found.empty());
+    EXPECT_GT(none.tried, 0u);
+}
+
 /// Of random head-ends every remedy is what it says it is.
 TEST_F(Remedying, HoldsWhenItIsRunAgain) {
     std::size_t raises = 0;

@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include "Reglas.h"
+#include "base/failure.h"
 #include "base/workers.h"
 #include "placement/sizing/further_modules.h"
 #include "placement/sizing/raising.h"
@@ -76,10 +77,13 @@ bool is_same_kind(const Module& one, const Module& other) {
     return limits(one) == limits(other);
 }
 
-Result run_of(const Headend& headend, const std::string& file) {
+/// Without any service where the engine fails: such a change is no remedy.
+Result run_of(const Headend& headend, const std::string& file) try {
     EngineRun run = load_engine(headend, file);
     run_engine(run, file);
     return result_of(run, headend.name, Reasons::omitted);
+} catch (const Failure&) {
+    return {};
 }
 
 } // namespace

@@ -53,7 +53,7 @@ public:
     RemedySearch(const Headend& headend, const std::string& file, const EngineRun& run, const Result& now)
         : headend_(headend), file_(file), state_(run), now_(now) {}
 
-    /// Tries at most so many changes of each kind. Throws `Failure`.
+    /// Tries at most so many changes of each kind.
     Remedies remedies_for(const tRec_Servicio& service, std::size_t most) const;
 
 private:

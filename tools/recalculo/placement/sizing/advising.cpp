@@ -6,6 +6,7 @@
 #include <set>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/workers.h"
 #include "placement/sizing/raising.h"
 #include "placement/sizing/runner.h"
@@ -60,7 +61,12 @@ Advice advice_for(const Headend& headend, const std::string& file, const Result&
     }
     raising.keep_modules(modules);
     advice.limits_tried = raising.limits();
-    advice.raises = raising.raises(now.counts.placed);
+    // A report is not to fail for the sake of its advice.
+    try {
+        advice.raises = raising.raises(now.counts.placed);
+    } catch (const Failure&) {
+        advice.limits_tried = 0;
+    }
     return advice;
 }
 

@@ -22,7 +22,7 @@ inline constexpr std::uint32_t automatic_trials = UINT32_MAX;
 std::size_t automatic_trials_for(std::size_t services);
 
 /// Advice for a head-end whose result, with reasons, is `now`; empty if everything is placed. Makes about
-/// `trials` runs at the most. The log must be masked. Throws `Failure`.
+/// `trials` runs at the most; none is given where one of them fails. The log must be masked.
 Advice advice_for(const Headend& headend, const std::string& file, const Result& now, std::uint32_t trials);
 
 } // namespace zarven::tool
