@@ -47,7 +47,8 @@ for modules in modules-16 modules-8-tight; do
         comm -13 "$folder/before" "$folder/after"
         exit 1
     fi
-    placed=$(grep -o '"placed": [0-9]*' "$folder/$modules.result.json" | grep -o '[0-9]*$')
+    # In the summary, which stands last.
+    placed=$(grep -o '"placed": [0-9]*' "$folder/$modules.result.json" | tail -n 1 | grep -o '[0-9]*$')
     [ "$(grep -c '"lcn"' "$folder/again.json")" -eq "$placed" ]
 done
 

@@ -33,7 +33,11 @@ TEST_F(CommandLine, ExplainTellsWhyAServiceIsLeftOut) {
 
 TEST_F(CommandLine, ExplainWithoutAServiceExplainsAllThatAreLeftOut) {
     EXPECT_EQ(run("explain -", read(small)).out,
-              lejano_explained + "    3 modules have no input free\n" + what_if);
+              "Why 1 of 12 services is not placed\n"
+              "     1  no input is free: all 5 inputs on 3 modules carry other streams\n"
+              "  Of the limits, this one raised alone helps most: number of inputs from 2 to 3 on module "
+              "02:00:00:00:00:01, 1 more placed; --set 'modules[0].inputs=3' (13 limits tried).\n\n" +
+                  lejano_explained + "    3 modules have no input free\n" + what_if);
     EXPECT_EQ(run("explain -", modules_text).out, "No service is left out.\n");
 }
 
@@ -113,6 +117,28 @@ TEST_F(CommandLine, ExplainTakesChanges) {
     EXPECT_NE(outcome.out.find("\n  It is placed on module 02:00:00:00:00:03, output 1.\n"),
               std::string::npos)
         << outcome.out;
+}
+
+TEST_F(CommandLine, ExplainLooksForRemedies) {
+    const Outcome outcome = run("explain --service 41 --service 11 --remedy " + small);
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("\n  Remedies, the smallest first ("), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find(
+                  "number of inputs from 2 to 3 on module 02:00:00:00:00:01: it is placed, 12 services in "
+                  "all; no other service is lost; --set 'modules[0].inputs=3'.\n"),
+              std::string::npos)
+        << outcome.out;
+    EXPECT_EQ(outcome.out.find("Remed"), outcome.out.rfind("Remed")) << "none for what is placed";
+    const json services =
+        json::parse(run("explain --service 41 --service 11 --remedy --json " + small).out).at("services");
+    EXPECT_EQ(services.at(0).at("remedies").at("found").at(0).at("raise").at("limit"), "inputs");
+    EXPECT_FALSE(services.at(1).contains("remedies"));
+    EXPECT_FALSE(json::parse(run("explain --service 41 --json " + small).out)
+                     .at("services")
+                     .at(0)
+                     .contains("remedies"));
+    expect_refused(run("explain --remedy " + small),
+                   "--remedy looks for what would place single services; expected --service for each");
 }
 
 TEST_F(CommandLine, ExplainWithoutController) {

@@ -170,6 +170,26 @@ for (const { name, url, result } of pages) {
                 });
         });
 
+        test("begins with the causes, each with links to the services that it keeps out", async () => {
+            for (const javaScriptEnabled of [false, true])
+                await visit(url, { javaScriptEnabled }, async (page) => {
+                    const rows = await page.$$eval("#causes tbody tr", (all) => all.map((row) => ({
+                        number: Number(row.cells[0].textContent.replaceAll(",", "")),
+                        sentence: row.cells[1].firstChild.textContent,
+                        // The LCN of the row that each link leads to, and that of the link.
+                        links: [...row.querySelectorAll("a")].map((link) => [link.textContent.split(" ")[0],
+                            document.getElementById(link.hash.slice(1))?.cells[0].textContent]),
+                    })));
+                    assert.deepEqual(rows.map(({ number, sentence }) => [number, sentence]),
+                        result.causes.map(({ services, sentence }) => [services, sentence]));
+                    for (const { number, links } of rows) {
+                        assert.equal(links.length, number);
+                        for (const [from, to] of links)
+                            assert.equal(from, to);
+                    }
+                });
+        });
+
         looksWell(url);
     });
 }
@@ -259,7 +279,8 @@ test("the sections are reached by their links, and not hidden under the search",
     await visit(urlOf("medium"), {}, async (page) => {
         const links = page.locator("nav a");
         assert.deepEqual(await links.allTextContents(),
-            ["At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14", "Notes 2"]);
+            ["Why services are not placed", "At a glance 8", "Modules 8", "Left out 1", "Clones waiting 1", "Streams 14",
+                "Notes 2"]);
         for (const link of await links.all()) {
             await link.click();
             const section = new URL(page.url()).hash;
@@ -397,7 +418,8 @@ describe("the keyboard", () => {
 
     test("reaches everything in the order of the page, and shows where it is", async () => {
         await visit(urlOf("small"), {}, async (page) => {
-            const expected = await page.$$eval("a[href], button, input", (all) => all.map((element, index) => {
+            // What a closed box holds is not to be reached.
+            const expected = await page.$$eval("a[href]:not(details:not([open]) a), button, input, summary", (all) => all.map((element, index) => {
                 element.dataset.place = index;
                 return String(index);
             }));

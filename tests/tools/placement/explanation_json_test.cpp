@@ -7,6 +7,7 @@
 
 #include "made_findings.h"
 #include "report/explanation_fixture.h"
+#include "report/result_fixture.h"
 
 namespace zarven::tool::explanation_json_test {
 namespace {
@@ -15,7 +16,7 @@ using nlohmann::ordered_json;
 
 std::string document(const std::string& name, const std::vector<Explanation>& explanations,
                      const std::vector<Finding>& findings = {}) {
-    std::string text = explanations_json_begin(name);
+    std::string text = explanations_json_begin(result_called(name));
     for (std::size_t index = 0; index < explanations.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(explanations[index]);
     return text + explanations_json_end(findings);
@@ -82,6 +83,7 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
     const std::vector<Explanation> two = {explanation_with_everything(), explanation_with_everything()};
     ordered_json expected;
     expected["name"] = "Casa \"Uno\"";
+    expected["causes"] = ordered_json::array();
     for (const Explanation& explanation : two)
         expected["services"].push_back(ordered_json::parse(explanation_json(explanation)));
     expected["warnings"] = {"one", "two\nlines"};
@@ -91,7 +93,8 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
 }
 
 TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
-    EXPECT_EQ(document("", {}), "{\n  \"services\": [\n  ],\n  \"warnings\": [],\n  \"findings\": []\n}\n");
+    EXPECT_EQ(document("", {}),
+              "{\n  \"causes\": [],\n  \"services\": [\n  ],\n  \"warnings\": [],\n  \"findings\": []\n}\n");
 }
 
 } // namespace

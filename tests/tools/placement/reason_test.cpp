@@ -8,13 +8,14 @@
 namespace zarven::tool::reason_test {
 namespace {
 
-class Reason : public EngineByHand {
+class ReasonLeftOut : public EngineByHand {
 protected:
-    std::string reason(std::size_t index = 0) { return reason_left_out(FinalState(run), *loaded(index)); }
+    std::string reason(std::size_t index = 0) { return whole(index).text; }
+    Reason whole(std::size_t index = 0) { return reason_left_out(FinalState(run), *loaded(index)); }
     std::string reason_of_clone() { return reason_waiting(run.engine, *run.clones.at(0)); }
 };
 
-TEST_F(Reason, NoInputIsFree) {
+TEST_F(ReasonLeftOut, NoInputIsFree) {
     load({1}, {service(1, 10)});
     occupy("A");
     EXPECT_EQ(reason(), "No input is free for stream 1/10: the only input receives another stream.");
@@ -32,7 +33,7 @@ TEST_F(Reason, NoInputIsFree) {
     EXPECT_EQ(reason(), "No input is free for stream 1/10: all 2 inputs on 1 module receive other streams.");
 }
 
-TEST_F(Reason, OneModuleReceivesTheStream) {
+TEST_F(ReasonLeftOut, OneModuleReceivesTheStream) {
     load({2, 1}, {with_pids(service(1, 10), 4)});
     occupy("A");
     occupy("B");
@@ -59,14 +60,14 @@ TEST_F(Reason, OneModuleReceivesTheStream) {
     EXPECT_EQ(reason(), "Module B alone receives stream 1/10, and it has no output.");
 }
 
-TEST_F(Reason, NoTranscoderIsLeft) {
+TEST_F(ReasonLeftOut, NoTranscoderIsLeft) {
     load({1}, {transcoded(service(1, 10))});
     tune("A", 1, 10);
     module("A").SD_Transcoding = 1;
     EXPECT_EQ(reason(), "Module A alone receives stream 1/10, and no transcoder is left (1 of 1 in use).");
 }
 
-TEST_F(Reason, OneModuleHasAFreeInput) {
+TEST_F(ReasonLeftOut, OneModuleHasAFreeInput) {
     load({2, 1}, {service(1, 10)});
     occupy("A");
     output("B").BitRateActual = 6000;
@@ -75,7 +76,7 @@ TEST_F(Reason, OneModuleHasAFreeInput) {
               "(6000 + 4000 must stay below 10000).");
 }
 
-TEST_F(Reason, OfSeveralModulesTheNearest) {
+TEST_F(ReasonLeftOut, OfSeveralModulesTheNearest) {
     load({1, 1, 1}, {with_pids(service(1, 10), 4)});
     for (const char* mac : {"A", "B", "C"}) {
         tune(mac, 1, 10);
@@ -98,7 +99,7 @@ TEST_F(Reason, OfSeveralModulesTheNearest) {
     EXPECT_EQ(reason().substr(0, 60), "3 modules have a free input for stream 1/10, none with room;");
 }
 
-TEST_F(Reason, AModuleWithoutInputIsNeverTheNearest) {
+TEST_F(ReasonLeftOut, AModuleWithoutInputIsNeverTheNearest) {
     load({1, 1, 1}, {with_pids(service(1, 10), 4)});
     for (const char* mac : {"A", "B"}) {
         tune(mac, 1, 10);
@@ -111,7 +112,7 @@ TEST_F(Reason, AModuleWithoutInputIsNeverTheNearest) {
               "of 8 in use, 4 needed).");
 }
 
-TEST_F(Reason, AModuleThatCouldNeverTakeItIsNotTheNearest) {
+TEST_F(ReasonLeftOut, AModuleThatCouldNeverTakeItIsNotTheNearest) {
     load({1, 1}, {with_pids(service(1, 10), 4)});
     for (const char* mac : {"A", "B"})
         tune(mac, 1, 10);
@@ -127,7 +128,7 @@ TEST_F(Reason, AModuleThatCouldNeverTakeItIsNotTheNearest) {
               "kbit/s (9000 + 4000 must stay below 10000).");
 }
 
-TEST_F(Reason, RoomThatWasNotUsed) {
+TEST_F(ReasonLeftOut, RoomThatWasNotUsed) {
     load({1, 1}, {service(1, 10)});
     occupy("A");
     EXPECT_EQ(reason(), "Module B has a free input and room: the engine's strategies did not use it.");
@@ -136,7 +137,7 @@ TEST_F(Reason, RoomThatWasNotUsed) {
               "Module B receives stream 1/10 and has room: the engine's strategies did not use it.");
 }
 
-TEST_F(Reason, AStreamThatIsNotChosen) {
+TEST_F(ReasonLeftOut, AStreamThatIsNotChosen) {
     load({1}, {transcoded(service(1, 10)), service(5, 20), service(0, 30)});
     leave_out(loaded(0));
     leave_out(loaded(1));
@@ -151,7 +152,19 @@ TEST_F(Reason, AStreamThatIsNotChosen) {
     EXPECT_EQ(reason(0).substr(0, 21), "It needs transcoding:");
 }
 
-TEST_F(Reason, WhereTheStreamIsReceivedFreeInputsDoNotCountForTranscoding) {
+TEST_F(ReasonLeftOut, AStreamThatOnlyLcn0AsksForWithoutTranscoding) {
+    load({1}, {transcoded(service(1, 10)), service(0, 10)});
+    leave_out(loaded(0));
+    EXPECT_EQ(reason(),
+              "It needs transcoding: the engine tunes no input to stream 1/10 for that, and no service "
+              "without transcoding asks for the stream.");
+    leave_out(loaded(1));
+    EXPECT_EQ(reason(),
+              "It needs transcoding: the engine tunes no input to stream 1/10 for that, nor for LCN 0 "
+              "while services with other LCNs are left; no other service asks for the stream.");
+}
+
+TEST_F(ReasonLeftOut, WhereTheStreamIsReceivedFreeInputsDoNotCountForTranscoding) {
     load({1, 1}, {transcoded(service(1, 10))});
     leave_out(loaded(0));
     tune("A", 1, 10);
@@ -159,7 +172,7 @@ TEST_F(Reason, WhereTheStreamIsReceivedFreeInputsDoNotCountForTranscoding) {
     EXPECT_EQ(reason(), "Module A alone receives stream 1/10, and no transcoder is left (1 of 1 in use).");
 }
 
-TEST_F(Reason, ServicesWithTranscodingWaitForTheToppingUp) {
+TEST_F(ReasonLeftOut, ServicesWithTranscodingWaitForTheToppingUp) {
     Headend headend;
     headend.modules = {{"A", 3, true, 2, {38000}, 8, 1, 1, 0}};
     headend.services = {service(1, 10), transcoded(service(2, 10))};
@@ -182,7 +195,7 @@ TEST_F(Reason, ServicesWithTranscodingWaitForTheToppingUp) {
               "Module A (Rack 1) receives stream 1/10 and has room: the engine's strategies did not use it.");
 }
 
-TEST_F(Reason, NoModuleCouldEverTakeIt) {
+TEST_F(ReasonLeftOut, NoModuleCouldEverTakeIt) {
     load({1, 1}, {with_pids(service(1, 10), 9), service(2, 10, 10000), transcoded(service(3, 10)),
                   transcoded(with_pids(service(4, 10), 9))});
     EXPECT_EQ(reason(0), "No module could ever take it: it needs 9 PIDs and the largest budget is 8.");
@@ -215,7 +228,7 @@ TEST_F(Reason, NoModuleCouldEverTakeIt) {
     EXPECT_EQ(reason(), "No module could ever take it: none has an input and an output.");
 }
 
-TEST_F(Reason, ModulesThatCouldTakeNothingDoNotCountForTheLargest) {
+TEST_F(ReasonLeftOut, ModulesThatCouldTakeNothingDoNotCountForTheLargest) {
     load({1, 0, 1}, {service(1, 10, 30000), with_pids(service(2, 10), 9)});
     output("B").BitRateMax = 38000;
     module("B").PIDsModuloMax = 40;
@@ -227,13 +240,13 @@ TEST_F(Reason, ModulesThatCouldTakeNothingDoNotCountForTheLargest) {
     EXPECT_EQ(reason(1), "No module could ever take it: it needs 9 PIDs and the largest budget is 8.");
 }
 
-TEST_F(Reason, OnePidIsSingular) {
+TEST_F(ReasonLeftOut, OnePidIsSingular) {
     load({1}, {with_pids(service(1, 10), 1)});
     module("A").PIDsModuloMax = 0;
     EXPECT_EQ(reason(), "No module could ever take it: it needs 1 PID and the largest budget is 0.");
 }
 
-TEST_F(Reason, PlacedAndLeftOutAtOnce) {
+TEST_F(ReasonLeftOut, PlacedAndLeftOutAtOnce) {
     load({1, 1}, {service(1, 10)});
     leave_out(loaded(0));
     module("B").addService(loaded(0), 1, 1);
@@ -241,7 +254,38 @@ TEST_F(Reason, PlacedAndLeftOutAtOnce) {
               "It is on module B, output 1 all the same: the engine has placed it and left it out.");
 }
 
-TEST_F(Reason, PlacesInWords) {
+void expect_cause(const Reason& reason, Cause cause, const std::string& nearest) {
+    EXPECT_EQ(reason.cause, cause) << reason.text;
+    EXPECT_EQ(reason.nearest, nearest) << reason.text;
+}
+
+TEST_F(ReasonLeftOut, TheCauseIsTheFirstThingInTheWayOnTheNearestModule) {
+    load({1, 1}, {with_pids(service(1, 10), 4), transcoded(service(2, 10)), with_pids(service(3, 10), 9)});
+    expect_cause(whole(), Cause::unused_input, "A");
+    expect_cause(whole(2), Cause::impossible, "");
+    occupy("A");
+    tune("B", 1, 10);
+    expect_cause(whole(), Cause::unused_room, "B");
+    module("B").PIDsModulo = 5;
+    expect_cause(whole(), Cause::pids, "B");
+    output("B").BitRateActual = 6000;
+    expect_cause(whole(), Cause::bitrate, "B");
+    output("B").NumServicios = 512;
+    expect_cause(whole(), Cause::places, "B");
+    output("B").NumServicios = 0;
+    output("B").BitRateActual = 0;
+    module("B").SD_Transcoding = 1;
+    expect_cause(whole(1), Cause::transcoders, "B");
+    input("B", 1).confEntrada(0, 0);
+    leave_out(loaded(1));
+    expect_cause(whole(1), Cause::stream_not_chosen, "");
+    occupy("B");
+    expect_cause(whole(), Cause::no_input, "");
+    module("B").addService(loaded(0), 1, 1);
+    expect_cause(whole(), Cause::contradictory, "");
+}
+
+TEST_F(ReasonLeftOut, PlacesInWords) {
     load({1, 1}, {service(1, 10)});
     module("A").mapSalidas.emplace(2, tRec_Salida(2, 512));
     for (const std::uint16_t number : {std::uint16_t{1}, std::uint16_t{2}})
@@ -254,13 +298,13 @@ TEST_F(Reason, PlacesInWords) {
 
 // ---- Clones -------------------------------------------------------------------------------------------
 
-TEST_F(Reason, ACloneWhoseParentIsLeftOut) {
+TEST_F(ReasonLeftOut, ACloneWhoseParentIsLeftOut) {
     load({1}, {service(1, 10)}, {clone_of(service(1, 10))});
     leave_out(loaded(0));
     EXPECT_EQ(reason_of_clone(), "Its parent, LCN 1 \"S1\", is left out.");
 }
 
-TEST_F(Reason, ACloneWithoutAuxTranscoder) {
+TEST_F(ReasonLeftOut, ACloneWithoutAuxTranscoder) {
     load({1}, {service(1, 10)}, {clone_of(service(1, 10), 1)});
     tune("A", 1, 10);
     module("A").addService(loaded(0), 1, 1);
@@ -273,7 +317,7 @@ TEST_F(Reason, ACloneWithoutAuxTranscoder) {
     EXPECT_EQ(reason_of_clone(), "Module A, which carries its parent, has no AUX transcoder.");
 }
 
-TEST_F(Reason, ACloneWhoseParentIsNotOnBothSides) {
+TEST_F(ReasonLeftOut, ACloneWhoseParentIsNotOnBothSides) {
     load({1}, {service(1, 10)}, {clone_of(service(1, 10))});
     const std::string expected =
         "No module carries its parent, LCN 1 \"S1\", both on an input tuned to stream 1/10 "
@@ -287,7 +331,7 @@ TEST_F(Reason, ACloneWhoseParentIsNotOnBothSides) {
     EXPECT_EQ(reason_of_clone(), expected);
 }
 
-TEST_F(Reason, ACloneWhoseParentHasAnotherOsid) {
+TEST_F(ReasonLeftOut, ACloneWhoseParentHasAnotherOsid) {
     Service renumbered = service(1, 10);
     renumbered.osid = 7;
     load({1}, {renumbered}, {clone_of(renumbered)});

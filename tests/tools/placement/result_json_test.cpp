@@ -19,7 +19,7 @@ TEST(ResultJson, OneOfEverything) {
 
 TEST(ResultJson, WithStrategies) {
     const Strategies strategies = strategies_with_everything();
-    auto expected = nlohmann::ordered_json::parse(R"({"name": "Casa", "strategies": [
+    auto expected = nlohmann::ordered_json::parse(R"({"name": "Casa", "causes": [], "strategies": [
         {"name": "MAX", "placed": 7, "left_out": 3, "neither": 0, "left_out_counted": 4, "inputs_used": 4, "inputs": 5,
          "warnings": 3, "broken": 2, "verdict": "surpassed", "rival": "MIN"},
         {"name": "MAX MIN", "placed": 6, "left_out": 4, "neither": 0, "left_out_counted": 4, "inputs_used": 5, "inputs": 5,
@@ -49,7 +49,7 @@ TEST(ResultJson, AStrategyThatWasNotTried) {
 
 TEST(ResultJson, AnEmptyResult) {
     const auto expected =
-        nlohmann::ordered_json::parse(R"({"modules": [], "left_out": [], "clones_waiting": [],
+        nlohmann::ordered_json::parse(R"({"causes": [], "modules": [], "left_out": [], "clones_waiting": [],
         "neither": [], "warnings": [], "findings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "neither": 0,
         "clones_attached": 0, "clones_waiting": 0}})");
     EXPECT_EQ(result_json(Result()), expected.dump(2) + "\n");

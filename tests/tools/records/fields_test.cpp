@@ -199,6 +199,33 @@ TEST(RecordReader, WhatIsWrittenComesBack) {
     EXPECT_EQ(json_of(read(whole_tree)).dump(), whole_tree);
 }
 
+struct Painted {
+    Colour colour = Colour::red;
+};
+
+} // namespace
+
+template <> struct Fields<Painted> {
+    static constexpr const char* name = "painted";
+    static constexpr const char* meaning = "Something painted";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& painted) {
+        visit.required("colour", painted.colour, "Its colour");
+    }
+};
+
+namespace {
+
+TEST(RecordReader, AWordIsOneOfThoseKnown) {
+    const auto read = [](const std::string& text) {
+        return read_record<Painted, UnknownKeys::refused>(Document("f", text)).colour;
+    };
+    EXPECT_EQ(read(R"({"colour": "green"})"), Colour::green);
+    EXPECT_EQ(failure_message([&] { read(R"({"colour": "grene"})"); }),
+              "f: /colour: found \"grene\", expected a known word, such as \"green\"");
+    EXPECT_EQ(failure_message([&] { read(R"({"colour": 1})"); }), "f: /colour: found 1, expected text");
+}
+
 TEST(RecordReader, WhatIsAbsentHasItsDefault) {
     const Tree tree = read(R"({"name": "Oak", "branches": []})");
     EXPECT_EQ(tree.nickname, "Oak");

@@ -16,6 +16,7 @@
 #include "placement/explanation.h"
 #include "placement/explanation_json.h"
 #include "placement/host.h"
+#include "placement/result_fields.h"
 #include "placement/result_json.h"
 #include "placement/sizing.h"
 #include "report/comparison_fixture.h"
@@ -30,8 +31,51 @@ namespace {
 using nlohmann::json;
 using Pointer = json::json_pointer;
 
-json explanations(const std::vector<Explanation>& list, const std::string& name) {
-    std::string text = explanations_json_begin(name);
+/// A raise of each kind.
+std::vector<Raise> every_raise() {
+    std::vector<Raise> raises;
+    for (const LimitKind kind :
+         {LimitKind::pids, LimitKind::bitrate, LimitKind::inputs, LimitKind::sd_transcoders,
+          LimitKind::hd_transcoders, LimitKind::one_more_output}) {
+        const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
+        raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, 1, "modules[0].inputs=2"});
+    }
+    raises[0].label = "Rack 1";
+    return raises;
+}
+
+Remedies every_remedy() {
+    Remedies remedies;
+    for (const RemedyKind kind :
+         {RemedyKind::raised_limit, RemedyKind::withheld_service, RemedyKind::further_module}) {
+        Remedy remedy;
+        remedy.kind = kind;
+        remedy.raise = every_raise()[0];
+        remedy.like = "A";
+        if (kind == RemedyKind::further_module)
+            remedy.label = "Rack 1";
+        else
+            remedy.setting = "modules[0].inputs=2";
+        remedy.lost = {ServiceResult()};
+        remedies.found.push_back(remedy);
+    }
+    return remedies;
+}
+
+/// A service for each cause, and a raise of each kind.
+Result result_with_every_cause() {
+    Result result = with_labels(result_with_everything());
+    std::vector<ServiceResult>& services = result.left_out[0].services;
+    for (const Word<Cause>& cause : cause_words) {
+        services.push_back(services.front());
+        services.back().cause = cause.value;
+    }
+    result.advice.raises = every_raise();
+    return result;
+}
+
+json explanations(const std::vector<Explanation>& list, const Result& result) {
+    std::string text = explanations_json_begin(result);
     for (std::size_t index = 0; index < list.size(); ++index)
         text += (index == 0 ? "" : ",") + explanation_json(list[index]);
     return json::parse(text + explanations_json_end({broken_limit("what the audit found", "A")}));
@@ -44,7 +88,7 @@ ServiceResult a_service() {
 // ---- One document of each kind with everything that there can be --------------------------------------
 
 json whole_result() {
-    Result result = with_labels(result_with_everything());
+    Result result = result_with_every_cause();
     result.left_out[0].services[0].is_radio = true;
     result.counts.not_asked_for = 2;
     const Strategies strategies = strategies_with_everything();
@@ -73,7 +117,10 @@ json whole_explanation() {
         list.back().service.is_radio = standing == Standing::placed;
         list.back().service.is_clone = standing == Standing::attached;
     }
-    return explanations(list, "Casa");
+    list.back().remedies = every_remedy();
+    Result result = result_with_every_cause();
+    result.advice.raises.resize(1);
+    return explanations(list, result);
 }
 
 json whole_comparison() {
@@ -101,13 +148,7 @@ json whole_sizing() {
     sizing.addition.number = 5;
     sizing.addition.attempts = {{2, 14, 6, 1, 1}};
     sizing.addition.impossible = sizing.addition.remaining = {a_service()};
-    for (const LimitKind kind :
-         {LimitKind::pids, LimitKind::bitrate, LimitKind::inputs, LimitKind::sd_transcoders,
-          LimitKind::hd_transcoders, LimitKind::one_more_output}) {
-        const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
-        sizing.raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, 1, "modules[0].inputs=2"});
-    }
-    sizing.raises[0].label = "Rack 1";
+    sizing.raises = every_raise();
     return json::parse(sizing_json(sizing));
 }
 
@@ -231,9 +272,13 @@ INSTANTIATE_TEST_SUITE_P(
         Kind{"result.schema.json",
              whole_result(),
              {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio", "reason",
-              "not_asked_for"},
+              "cause", "nearest", "/advice", "not_asked_for"},
              result_with_strategies_not_tried()},
-        Kind{"explanation.schema.json", whole_explanation(), {"/name", "label", "radio", "output"}},
+        Kind{"explanation.schema.json",
+             whole_explanation(),
+             {"/name", "/advice", "label", "radio", "output", "remedies", "/services/5/remedies/found/0/set",
+              "/services/5/remedies/found/1/set"},
+             explanations({}, result_with_every_cause())},
         Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
         Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
         Kind{"choice.schema.json", whole_choice(), {"/name", "/moves", "/interrupted", "not_asked_for"}},
@@ -325,7 +370,7 @@ Result expect_valid(const Schemas& schemas, EngineRun& run, const std::string& n
     run.engine.Main_Recalculo();
     const Result result = result_of(run, name);
     EXPECT_EQ(schemas.result.errors(json::parse(result_json(result))), "");
-    EXPECT_EQ(schemas.explanation.errors(explanations(all_explanations(run), name)), "");
+    EXPECT_EQ(schemas.explanation.errors(explanations(all_explanations(run), result_called(name))), "");
     EXPECT_EQ(schemas.bound.errors(json::parse(bound_json(bound, result))), "");
     return result;
 }

@@ -3,6 +3,8 @@
 #ifndef RECALCULO_RESULT_FIXTURE_H
 #define RECALCULO_RESULT_FIXTURE_H
 
+#include <string>
+
 #include "made_findings.h"
 #include "placement/result.h"
 
@@ -13,6 +15,27 @@ inline Result with_labels(Result result) {
     result.modules.at(0).label = "Rack 1, slot 3";
     result.streams = {{1, 1001, 12187500, "H", "19.2E"}, {1, 1002, 514000, "", ""}};
     return result;
+}
+
+inline Result result_called(const std::string& name) {
+    Result result;
+    result.name = name;
+    return result;
+}
+
+/// One of three limits tried, and it helps.
+inline Advice some_advice() {
+    Raise raise;
+    raise.kind = LimitKind::bitrate;
+    raise.mac = "M1";
+    raise.label = "Rack 1, slot 3";
+    raise.output = 10;
+    raise.from = 38000;
+    raise.to = 40001;
+    raise.placed = 5;
+    raise.findings = 1;
+    raise.setting = "modules[0].outputs[1]=40001";
+    return {3, 1, {raise}};
 }
 
 inline Result result_with_everything() {
@@ -53,6 +76,8 @@ inline Result result_with_everything() {
     left_out.is_scrambled = true;
     left_out.outputs = {};
     left_out.reason = "No input is free for stream 1/1002.";
+    left_out.cause = Cause::pids;
+    left_out.nearest = "M1";
 
     ServiceResult waiting = attached;
     waiting.lcn = 700;
@@ -71,6 +96,7 @@ inline Result result_with_everything() {
     lost.lcn = 11;
     lost.outputs = {};
     lost.reason = "It is neither placed nor left out.";
+    lost.cause = Cause::lost;
 
     ModuleResult busy;
     busy.mac = "M1";
@@ -102,6 +128,7 @@ inline Result result_with_everything() {
     result.findings = {broken("on no input", "LCN 9"),
                        broken_limit("the services on output 10 need 40000 kbit/s", "M1"),
                        note("a counter lags")};
+    result.advice = some_advice();
     return result;
 }
 

@@ -16,6 +16,7 @@
 #include "commands/style_input.h"
 #include "lineup/channel_import.h"
 #include "placement/sizing.h"
+#include "placement/sizing/advising.h"
 
 namespace zarven::tool {
 
@@ -27,6 +28,7 @@ struct RunOptions {
     StyleInput style;
     bool pauses = false;
     bool strategies = false;
+    std::uint32_t trials = automatic_trials;
     /// Empty for no log.
     std::string log;
     /// Outcomes that are to be a failure.
@@ -40,6 +42,8 @@ struct ExplainOptions {
     HeadendInput headend;
     /// Empty for all that are left out.
     std::vector<std::string> services;
+    bool remedy = false;
+    std::uint32_t trials = automatic_trials;
     bool json = false;
     StyleInput style;
 };

@@ -4,9 +4,12 @@
 #include "commands/commands.h"
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/streams.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
@@ -14,6 +17,8 @@
 #include "placement/explanation_json.h"
 #include "placement/host.h"
 #include "placement/service_query.h"
+#include "placement/sizing/advising.h"
+#include "report/causes_text.h"
 #include "report/explanation_text.h"
 #include "report/summary_text.h"
 
@@ -36,14 +41,35 @@ void write(const std::string& text) {
     write_text(standard_stream, text);
 }
 
+/// Of each kind of change.
+constexpr std::size_t most_remedies_tried = 400;
+
+/// Explains, and looks for remedies if that is wanted.
+class Answering {
+public:
+    /// All must outlive this; without a search no remedies are looked for.
+    Answering(Explainer& explainer, const RemedySearch* search) : explainer_(explainer), search_(search) {}
+
+    Explanation answer(const std::shared_ptr<tRec_Servicio>& service) const {
+        Explanation explanation = explainer_.explain(service);
+        if (search_ != nullptr && may_have_remedies(explanation))
+            explanation.remedies = search_->remedies_for(*service, most_remedies_tried);
+        return explanation;
+    }
+
+private:
+    Explainer& explainer_;
+    const RemedySearch* search_;
+};
+
 /// Writes explanations one at a time, because all together may not fit into memory.
-void tell_as_text(Explainer& explainer, const Services& services, const TextStyle& style) {
+void tell_as_text(const Answering& answering, const Services& services, const TextStyle& style) {
     if (services.empty())
         write(paragraph_text("No service is left out.", 0, Paint::none, style));
     bool any_unplaced = false;
     const char* before = "";
     for (const auto& service : services) {
-        const Explanation explanation = explainer.explain(service);
+        const Explanation explanation = answering.answer(service);
         any_unplaced = any_unplaced || (explanation.standing != Standing::placed &&
                                         explanation.standing != Standing::attached);
         write(before + explanation_text(explanation, style));
@@ -53,14 +79,15 @@ void tell_as_text(Explainer& explainer, const Services& services, const TextStyl
         write(explanations_caveat_text(style));
 }
 
-void tell_as_json(Explainer& explainer, const Services& services, const std::string& name) {
-    write(explanations_json_begin(name));
+void tell_as_json(const Answering& answering, const Services& services, const Result& result,
+                  const std::vector<Finding>& findings) {
+    write(explanations_json_begin(result));
     const char* before = "";
     for (const auto& service : services) {
-        write(before + explanation_json(explainer.explain(service)));
+        write(before + explanation_json(answering.answer(service)));
         before = ",";
     }
-    write(explanations_json_end(explainer.findings()));
+    write(explanations_json_end(findings));
 }
 
 } // namespace
@@ -69,6 +96,8 @@ void explain_command(const ExplainOptions& options) {
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));
+    if (options.remedy && queries.empty())
+        throw Failure("--remedy looks for what would place single services; expected --service for each");
     const std::string file = input_name(options.headend.path);
     const Headend headend = read_input(options.headend);
 
@@ -78,15 +107,22 @@ void explain_command(const ExplainOptions& options) {
     Services services = services_with(queries, run, file);
     run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
-    if (queries.empty())
+    Result result = result_of(run, headend.name);
+    if (queries.empty()) {
         services = unplaced_of(run);
+        result.advice = advice_for(headend, file, result, options.trials);
+    }
+    std::optional<RemedySearch> search;
+    if (options.remedy)
+        search.emplace(headend, file, run, result);
+    const Answering answering(explainer, search ? &*search : nullptr);
     if (options.json)
-        return tell_as_json(explainer, services, headend.name);
+        return tell_as_json(answering, services, result, explainer.findings());
     const TextStyle style = style_of(options.style);
     const std::vector<Finding> findings = explainer.findings();
     if (queries.empty())
-        write(broken_text(findings, style));
-    tell_as_text(explainer, services, style);
+        write(broken_text(findings, style) + causes_text(result, style));
+    tell_as_text(answering, services, style);
     write(queries.empty() ? closing_notes_text(findings, style)
                           : broken_elsewhere_text(broken_among(findings), style));
 }

@@ -93,6 +93,14 @@ Option fail_on_option(std::vector<std::string>& outcomes, const std::string& whi
                        "written all the same; may be given several times"));
 }
 
+Option trials_option(std::uint32_t& trials) {
+    return within(0, 1000000,
+                  with_value({"--trials"}, "N", &trials,
+                             "Look for the limit whose raise helps most by running the engine on about N "
+                             "changed head-ends at the most; 0 for none. By default 200, fewer for more than "
+                             "1000 services"));
+}
+
 Option color_option(StyleInput& style) {
     return one_of(colour_choices(),
                   with_value({"--color"}, "", &style.colour, "Colour the report; auto is on a terminal"));
@@ -138,7 +146,8 @@ Command describe_run() {
          flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
          named_file(with_value({"--log"}, "FILE", &options->log,
                                "Write the engine's log to a file; - for standard error")),
-         fail_on_option(options->fail_on, "the placement"), color_option(options->style)},
+         fail_on_option(options->fail_on, "the placement"), trials_option(options->trials),
+         color_option(options->style)},
         [options] { run_command(*options); });
 }
 
@@ -150,7 +159,11 @@ Command describe_explain() {
          with_value({"--service"}, "KEY", &options->services,
                     "A service by its LCN or its name; with @ONID/TSID for one stream only. May be given "
                     "several times. Without it, all that are on no output"),
-         flag("--json", options->json, "Answer as JSON"), color_option(options->style)},
+         flag(
+             "--remedy", options->remedy,
+             "Look for the smallest change with which the engine places each service asked for, by running it"),
+         trials_option(options->trials), flag("--json", options->json, "Answer as JSON"),
+         color_option(options->style)},
         [options] { explain_command(*options); });
 }
 

@@ -13,6 +13,7 @@
 #include "placement/host.h"
 #include "placement/result.h"
 #include "placement/result_json.h"
+#include "placement/sizing/advising.h"
 #include "placement/strategies.h"
 #include "report/page/result_page.h"
 #include "report/result_text.h"
@@ -32,6 +33,13 @@ Result run_driver(const RunOptions& options, const Headend& headend, const std::
 }
 
 /// The log tells the driver's run alone, and only that pauses.
+Advice look_for_advice(const Headend& headend, const std::string& file, const Result& result,
+                       std::uint32_t trials) {
+    const host::Log no_log("");
+    host::keep_pauses(false);
+    return advice_for(headend, file, result, trials);
+}
+
 Strategies run_strategies(const Headend& headend, const std::string& file) {
     const host::Log no_log("");
     host::keep_pauses(false);
@@ -57,7 +65,8 @@ void run_command(const RunOptions& options) {
     Headend headend = read_input(options.headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
 
-    const Result result = run_driver(options, headend, file);
+    Result result = run_driver(options, headend, file);
+    result.advice = look_for_advice(headend, file, result, options.trials);
     std::optional<Strategies> run_alone;
     if (options.strategies)
         run_alone = run_strategies(headend, file);

@@ -54,7 +54,7 @@ public:
             state_.emplace(run_);
             left_out_ = set_of(left_out_of(run_));
         }
-        return left_out_.count(record(service)) != 0 ? reason_left_out(*state_, *record(service))
+        return left_out_.count(record(service)) != 0 ? reason_left_out(*state_, *record(service)).text
                                                      : reason_neither(run_, *record(service));
     }
 

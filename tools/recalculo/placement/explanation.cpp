@@ -43,7 +43,7 @@ std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standi
     case Standing::neither:
         return reason_neither(run_, service);
     default:
-        return reason_left_out(state_, service);
+        return reason_left_out(state_, service).text;
     }
 }
 
@@ -68,6 +68,10 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
         else
             ++explanation.unlisted;
     return explanation;
+}
+
+bool may_have_remedies(const Explanation& explanation) {
+    return !explanation.service.is_clone && explanation.standing != Standing::placed;
 }
 
 bool Explainer::is_listed(const ModuleRefusal& refusal) const {

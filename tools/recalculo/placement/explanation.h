@@ -6,11 +6,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "placement/audit.h"
 #include "placement/refusal.h"
+#include "placement/remedy/remedy.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -37,7 +39,12 @@ struct Explanation {
     std::vector<ModuleRefusal> modules;
     /// Modules without an input for the service that are not listed.
     std::size_t unlisted = 0;
+    /// None where nobody looked for them.
+    std::optional<Remedies> remedies = {};
 };
+
+/// It is not placed, and so might have remedies.
+bool may_have_remedies(const Explanation& explanation);
 
 /// Which modules an explanation lists.
 enum class Listing {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "placement/explanation.h"
+#include "placement/remedy/remedy_fields.h"
 #include "placement/result_fields.h"
 
 namespace zarven::tool {
@@ -123,6 +124,9 @@ template <> struct Fields<Explanation> {
         visit.required("modules", explanation.modules, "What each module answers, by MAC; none for a clone");
         visit.required("modules_not_listed", count(explanation.unlisted),
                        "Modules without an input for it that are not listed");
+        visit.where(Condition{explanation.remedies.has_value()}, "remedies",
+                    explanation.remedies ? *explanation.remedies : Remedies(),
+                    "With `--remedy`: what would place the service; not there for one that is placed");
     }
 };
 
@@ -130,6 +134,8 @@ template <> struct Fields<Explanation> {
 /// memory.
 struct Explanations {
     std::string name;
+    std::vector<CauseCount> causes;
+    Advice advice;
     std::vector<Explanation> services;
     std::vector<Finding> findings;
 };
@@ -140,6 +146,8 @@ template <> struct Fields<Explanations> {
 
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& explanations) {
         visit_name(visit, explanations.name);
+        visit.required("causes", explanations.causes, meaning_of_causes);
+        visit_advice(visit, explanations.advice);
         visit.required("services", explanations.services, "Those asked for, or all that are on no output");
         visit_findings(visit, explanations.findings);
     }

@@ -8,12 +8,13 @@
 namespace zarven::tool {
 
 /// The document around the services.
-static OpenedList opened_services(const std::string& name, const std::vector<Finding>& findings) {
-    return opened_at("services", json_of(Explanations{name, {}, findings}));
+static OpenedList opened_services(const Result& result, const std::vector<Finding>& findings) {
+    return opened_at("services",
+                     json_of(Explanations{result.name, causes_of(result), result.advice, {}, findings}));
 }
 
-std::string explanations_json_begin(const std::string& name) {
-    return opened_services(name, {}).begin;
+std::string explanations_json_begin(const Result& result) {
+    return opened_services(result, {}).begin;
 }
 
 std::string explanation_json(const Explanation& explanation) {
@@ -21,7 +22,7 @@ std::string explanation_json(const Explanation& explanation) {
 }
 
 std::string explanations_json_end(const std::vector<Finding>& findings) {
-    return opened_services("", findings).end;
+    return opened_services({}, findings).end;
 }
 
 const RecordDescription& explanations_description() {

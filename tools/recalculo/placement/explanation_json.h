@@ -13,8 +13,8 @@
 
 namespace zarven::tool {
 
-/// What stands before the first explanation; `name` is the head-end's.
-std::string explanations_json_begin(const std::string& name);
+/// What stands before the first explanation: name, causes and advice of the result.
+std::string explanations_json_begin(const Result& result);
 
 /// One explanation. Between two of them stands a comma.
 std::string explanation_json(const Explanation& explanation);

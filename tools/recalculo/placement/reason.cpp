@@ -44,6 +44,19 @@ std::string shortage(const ModuleRefusal& refusal, const tRec_Servicio& service)
     }
 }
 
+Cause cause_of(Limit limit) {
+    switch (limit) {
+    case Limit::bitrate:
+        return Cause::bitrate;
+    case Limit::pids:
+        return Cause::pids;
+    case Limit::transcoders:
+        return Cause::transcoders;
+    default:
+        return Cause::places;
+    }
+}
+
 /// The sentence about one service, from what the modules answer.
 class Sentence {
 public:
@@ -59,13 +72,13 @@ public:
         }
     }
 
-    std::string text() const;
+    Reason reason() const;
 
 private:
-    std::string unused_room(const ModuleRefusal& refusal) const;
+    Reason unused_room(const ModuleRefusal& refusal) const;
     std::string not_chosen() const;
     std::string no_input() const;
-    std::string nearest() const;
+    Reason nearest() const;
     /// One that receives the stream, or that the engine would tune to it.
     bool has_input(const ModuleRefusal& refusal) const {
         return !refusal.inputs_receiving.empty() || (is_stream_chosen_ && !refusal.inputs_free.empty());
@@ -84,36 +97,50 @@ private:
     bool some_input_is_free_ = false;
 };
 
-std::string Sentence::text() const {
+Reason Sentence::reason() const {
     const std::string places = places_of(refusals_);
     if (!places.empty())
-        return fmt::format("It is on {} all the same: the engine has placed it and left it out.", places);
+        return {Cause::contradictory,
+                fmt::format("It is on {} all the same: the engine has placed it and left it out.", places)};
     const std::string never = state_.why_never(service_);
     if (!never.empty())
-        return fmt::format("No module could ever take it: {}.", never);
+        return {Cause::impossible, fmt::format("No module could ever take it: {}.", never)};
     const auto unused = std::find_if(refusals_.begin(), refusals_.end(),
                                      [](const auto& refusal) { return refusal.limit == Limit::none; });
     if (unused != refusals_.end())
         return unused_room(*unused);
     if (receiving_ == 0 && !is_stream_chosen_)
-        return not_chosen();
-    return with_input_ == 0 ? no_input() : nearest();
+        return {Cause::stream_not_chosen, not_chosen()};
+    return with_input_ == 0 ? Reason{Cause::no_input, no_input()} : nearest();
 }
 
-std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
+Reason Sentence::unused_room(const ModuleRefusal& refusal) const {
+    const std::string mac(refusal.mac);
     if (refusal.inputs_receiving.empty())
-        return fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
-                           refusal.name());
+        return {Cause::unused_input,
+                fmt::format("Module {} has a free input and room: the engine's strategies did not use it.",
+                            refusal.name()),
+                mac};
     if (reglas::necesitaTranscoding(service_.Transcoding) && some_input_is_free_)
-        return fmt::format("It needs transcoding: the engine fills inputs without such services, and tops up "
-                           "modules with them when no input is free; module {} receives {} and has room.",
-                           refusal.name(), stream_text(service_));
-    return fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
-                       refusal.name(), stream_text(service_));
+        return {Cause::unused_room,
+                fmt::format("It needs transcoding: the engine fills inputs without such services, and tops "
+                            "up modules with them when no input is free; module {} receives {} and has room.",
+                            refusal.name(), stream_text(service_)),
+                mac};
+    return {Cause::unused_room,
+            fmt::format("Module {} receives {} and has room: the engine's strategies did not use it.",
+                        refusal.name(), stream_text(service_)),
+            mac};
 }
 
 std::string Sentence::not_chosen() const {
-    if (reglas::necesitaTranscoding(service_.Transcoding))
+    const bool needs_transcoding = reglas::necesitaTranscoding(service_.Transcoding);
+    if (needs_transcoding && state_.lcn_0_waits_in_stream_of(service_))
+        return fmt::format(
+            "It needs transcoding: the engine tunes no input to {} for that, nor for LCN 0 while "
+            "services with other LCNs are left; no other service asks for the stream.",
+            stream_text(service_));
+    if (needs_transcoding)
         return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
                            "without transcoding asks for the stream.",
                            stream_text(service_));
@@ -141,22 +168,26 @@ bool Sentence::is_nearer(const ModuleRefusal& one, const ModuleRefusal& other) c
     return rank(one) < rank(other);
 }
 
-std::string Sentence::nearest() const {
+Reason Sentence::nearest() const {
     const auto nearest = std::min_element(
         refusals_.begin(), refusals_.end(),
         [this](const ModuleRefusal& one, const ModuleRefusal& other) { return is_nearer(one, other); });
+    Reason reason{cause_of(nearest->room.limit), "", std::string(nearest->mac)};
     const std::string what = shortage(*nearest, service_);
     const std::string stream = stream_text(service_);
     if (with_input_ > 1) {
         const std::string_view how = receiving_ == with_input_ ? "receive"
                                      : receiving_ == 0         ? "have a free input for"
                                                                : "receive or have a free input for";
-        return fmt::format("{} {} {}, none with room; nearest is {}: {}.", counted(with_input_, "module"),
-                           how, stream, nearest->name(), what);
+        reason.text = fmt::format("{} {} {}, none with room; nearest is {}: {}.",
+                                  counted(with_input_, "module"), how, stream, nearest->name(), what);
+    } else if (receiving_ != 0) {
+        reason.text = fmt::format("Module {} alone receives {}, and {}.", nearest->name(), stream, what);
+    } else {
+        reason.text =
+            fmt::format("Module {} alone has a free input for {}, and {}.", nearest->name(), stream, what);
     }
-    if (receiving_ != 0)
-        return fmt::format("Module {} alone receives {}, and {}.", nearest->name(), stream, what);
-    return fmt::format("Module {} alone has a free input for {}, and {}.", nearest->name(), stream, what);
+    return reason;
 }
 
 /// Looks for the parent of a clone the way the engine does when it attaches clones: by `OSID`, on the inputs
@@ -221,8 +252,8 @@ std::string places_of(const std::vector<ModuleRefusal>& refusals) {
     return places;
 }
 
-std::string reason_left_out(const FinalState& state, const tRec_Servicio& service) {
-    return Sentence(state, service).text();
+Reason reason_left_out(const FinalState& state, const tRec_Servicio& service) {
+    return Sentence(state, service).reason();
 }
 
 std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone) {

@@ -7,12 +7,21 @@
 
 #include <string>
 
+#include "placement/cause.h"
 #include "placement/refusal.h"
 
 namespace zarven::tool {
 
+struct Reason {
+    Cause cause = Cause::none;
+    /// A sentence.
+    std::string text;
+    /// MAC of the module that is nearest to taking the service; empty where none is nearer than the others.
+    std::string nearest = {};
+};
+
 /// Why a service is left out, over all modules.
-std::string reason_left_out(const FinalState& state, const tRec_Servicio& service);
+Reason reason_left_out(const FinalState& state, const tRec_Servicio& service);
 
 /// Why a clone waits.
 std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone);

@@ -114,12 +114,18 @@ void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
     for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
         if (tunes_an_input_for(key, service, positive_keys_are_left_))
             chosen_streams_.insert({onid, tsid});
+        else if (!reglas::necesitaTranscoding(service.Transcoding))
+            streams_with_lcn_0_.insert({onid, tsid});
     });
 }
 
 bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {
     return tunes_an_input_for(service.idService, service, positive_keys_are_left_) ||
            chosen_streams_.count(stream_of(service)) != 0;
+}
+
+bool FinalState::lcn_0_waits_in_stream_of(const tRec_Servicio& service) const {
+    return streams_with_lcn_0_.count(stream_of(service)) != 0;
 }
 
 // Finds the output that the engine would take or, failing that, the one with the least lacking.

@@ -111,6 +111,8 @@ public:
     std::string why_never(const tRec_Servicio& service) const;
     /// The engine would tune a free input to the stream of the service, were it left out.
     bool chooses_stream_of(const tRec_Servicio& service) const;
+    /// A service without transcoding that is filed under 0 is left out of its stream.
+    bool lcn_0_waits_in_stream_of(const tRec_Servicio& service) const;
 
 private:
     struct InputState {
@@ -154,6 +156,7 @@ private:
     std::unordered_map<const tRec_Servicio*, std::vector<std::pair<std::size_t, std::uint32_t>>> carried_on_;
     /// The streams with a service that the engine chooses streams for.
     std::set<Stream> chosen_streams_;
+    std::set<Stream> streams_with_lcn_0_;
     bool positive_keys_are_left_ = false;
 };
 

@@ -43,7 +43,7 @@ public:
             result_.modules.push_back(gather(module));
         gather_left_out(reasons);
         gather_clones_waiting(reasons);
-        gather_neither();
+        gather_neither(reasons);
         count();
         result_.findings = findings_of(run);
     }
@@ -60,7 +60,7 @@ private:
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
     void gather_left_out(Reasons reasons);
     void gather_clones_waiting(Reasons reasons);
-    void gather_neither();
+    void gather_neither(Reasons reasons);
     void count();
     std::size_t number_of(const ServiceSet& services, bool are_clones) const;
 
@@ -136,6 +136,12 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
     return result;
 }
 
+void tell(Reason reason, ServiceResult& service) {
+    service.reason = std::move(reason.text);
+    service.cause = reason.cause;
+    service.nearest = std::move(reason.nearest);
+}
+
 void Gathering::gather_left_out(Reasons reasons) {
     std::optional<FinalState> state;
     if (reasons == Reasons::told)
@@ -146,7 +152,7 @@ void Gathering::gather_left_out(Reasons reasons) {
             for (const auto& [key, service] : stream.MapRec_Services) {
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
                 if (state)
-                    result.services.back().reason = reason_left_out(*state, *service);
+                    tell(reason_left_out(*state, *service), result.services.back());
             }
             if (!result.services.empty())
                 result_.left_out.push_back(std::move(result));
@@ -161,10 +167,12 @@ void Gathering::gather_clones_waiting(Reasons reasons) {
     }
 }
 
-void Gathering::gather_neither() {
+void Gathering::gather_neither(Reasons reasons) {
     for (const auto& service : neither_of(run_)) {
         result_.neither.push_back(describe(*service, clones_.count(service.get()) != 0));
         result_.neither.back().reason = reason_neither(run_, *service);
+        if (reasons == Reasons::told)
+            result_.neither.back().cause = Cause::lost;
     }
 }
 

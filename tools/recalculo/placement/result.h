@@ -9,6 +9,8 @@
 #include <tuple>
 #include <vector>
 
+#include "placement/advice.h"
+#include "placement/cause.h"
 #include "placement/finding.h"
 #include "placement/services.h"
 
@@ -33,6 +35,10 @@ struct ServiceResult {
     /// None for a service that is not placed.
     std::vector<std::uint32_t> outputs;
     std::string reason;
+    /// Of a service that is not placed, where reasons are told.
+    Cause cause = Cause::none;
+    /// MAC of the module that is nearest to taking it; empty where none is nearer than the others.
+    std::string nearest = {};
 };
 
 struct InputResult {
@@ -110,6 +116,8 @@ struct Result {
     Counts counts;
     /// Each stream once.
     std::vector<Reception> streams;
+    /// Which limit to raise; a run does not tell it of itself.
+    Advice advice;
     /// What the audit found; first what is broken.
     std::vector<Finding> findings;
 };

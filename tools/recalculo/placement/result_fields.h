@@ -4,50 +4,13 @@
 #define RECALCULO_RESULT_FIELDS_H
 
 #include "headend/reception_fields.h"
+#include "placement/finding_fields.h"
+#include "placement/module_fields.h"
+#include "placement/raise_fields.h"
 #include "placement/result.h"
 #include "records/fields.h"
 
 namespace zarven::tool {
-
-inline constexpr const char* meaning_of_label = "Where it stands or what it is called, if the head-end tells";
-/// Not told apart by results of earlier versions.
-inline constexpr const char* meaning_of_warnings =
-    "What the audit found, one sentence each, first what is broken; empty as a rule";
-
-template <> struct Fields<Finding> {
-    static constexpr const char* name = "finding";
-    static constexpr const char* meaning = "What the audit found";
-
-    template <class Visitor, class Record> static void visit(Visitor& visit, Record& finding) {
-        visit.required("broken", finding.is_broken,
-                       "The head-end would not work so; if not, only a count of the engine is off");
-        visit.if_true("limit", finding.is_limit, "What is broken is a limit of a module");
-        visit.unless_empty("subject", finding.subject, "The service or the module that it is about");
-        visit.required("problem", finding.problem, "What there is to say of it");
-        visit.unless_empty("modules", finding.macs, "MACs of the modules that the problem names");
-    }
-};
-
-/// What the audit found. What an earlier version did not tell apart may be broken.
-template <class Visitor, class Findings> void visit_findings(Visitor& visit, Findings& findings) {
-    std::vector<std::string> warnings = texts_of(findings);
-    visit.required("warnings", warnings, meaning_of_warnings);
-    visit.required("findings", findings, "The same in its parts", Since::a_later_version);
-    if constexpr (!std::is_const_v<Findings>)
-        if (findings.empty())
-            for (const std::string& warning : warnings)
-                findings.push_back({{}, warning, true, false, {}});
-}
-
-/// How much of it there is in a run.
-template <class Visitor, class Record> void visit_number_of_findings(Visitor& visit, Record& run) {
-    visit.required("warnings", count(run.findings), "Number of findings of the audit");
-    visit.required("broken", count(run.broken), "Limits of it that are broken, and services, each once");
-}
-
-template <class Visitor, class Record> void visit_mac(Visitor& visit, Record& record) {
-    visit.required("mac", record.mac, "Identity of the module");
-}
 
 template <class Visitor, class Record> void visit_input_number(Visitor& visit, Record& input) {
     visit.required("number", input.number, "Number of the input, from 1");
@@ -107,6 +70,34 @@ template <class Visitor, class Record> void visit_service(Visitor& visit, Record
                 "Of a clone: the `osid` of its parent", Since::a_later_version);
 }
 
+inline constexpr Word<Cause> cause_words[] = {{Cause::impossible, "impossible"},
+                                              {Cause::no_input, "no_input"},
+                                              {Cause::stream_not_chosen, "stream_not_chosen"},
+                                              {Cause::places, "places"},
+                                              {Cause::bitrate, "bitrate"},
+                                              {Cause::pids, "pids"},
+                                              {Cause::transcoders, "transcoders"},
+                                              {Cause::unused_input, "unused_input"},
+                                              {Cause::unused_room, "unused_room"},
+                                              {Cause::contradictory, "contradictory"},
+                                              {Cause::lost, "lost"}};
+
+template <> struct Words<Cause> : WordTable<Cause, cause_words> {
+    static constexpr const char* name = "cause";
+};
+
+template <> struct Fields<CauseCount> {
+    static constexpr const char* name = "cause_count";
+    static constexpr const char* meaning = "A cause, and what it keeps out; clones do not count";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& cause) {
+        visit.required("kind", cause.cause, "Which it is");
+        visit.required("services", count(cause.services), "Services that it keeps out");
+        visit.required("streams", count(cause.streams), "The streams of these services");
+        visit.required("sentence", cause.sentence, "The same in words, with figures");
+    }
+};
+
 template <> struct Fields<ServiceResult> {
     static constexpr const char* name = "service";
     static constexpr const char* meaning = "A service or a clone";
@@ -116,6 +107,11 @@ template <> struct Fields<ServiceResult> {
         visit.required("outputs", service.outputs, "Numbers of the outputs of its module that carry it");
         visit.unless_empty("reason", service.reason,
                            "Of a service on no output and of a clone that waits: why, in one sentence");
+        visit.where(Condition{service.cause != Cause::none}, "cause", service.cause,
+                    "Of a service that is not placed: what keeps it out", Since::a_later_version);
+        visit.unless_empty("nearest", service.nearest,
+                           "Of a service that is not placed: MAC of the module that is nearest to taking it, "
+                           "where one is");
     }
 };
 
@@ -281,6 +277,15 @@ template <class Visitor, class Record> void visit_name(Visitor& visit, Record& n
     visit.unless_empty("name", name, "Name of the head-end, if it has one");
 }
 
+inline constexpr const char* meaning_of_causes =
+    "Why services are not placed, the cause of most of them first";
+
+template <class Visitor, class Record> void visit_advice(Visitor& visit, Record& advice) {
+    visit.where(Condition{advice.limits != 0}, "advice", advice,
+                "If services are left out and it was looked for: which limit to raise",
+                Since::a_later_version);
+}
+
 /// All but the name.
 template <class Visitor, class Record> void visit_placement(Visitor& visit, Record& result) {
     visit.required("modules", result.modules, "By MAC");
@@ -290,6 +295,7 @@ template <class Visitor, class Record> void visit_placement(Visitor& visit, Reco
         "neither", result.neither,
         "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
         Since::a_later_version);
+    visit_advice(visit, result.advice);
     visit.unless_empty("streams", result.streams, "Where streams are received, if the head-end tells");
     visit_findings(visit, result.findings);
     visit.required("summary", result.counts, "The numbers of services");

@@ -27,9 +27,15 @@ static std::vector<ToldContested> told_contested(const Strategies& strategies) {
 }
 
 std::string result_json(const Result& result, const Strategies* strategies) {
-    if (strategies == nullptr)
-        return document_text(result);
-    return document_text(ToldResult{result, true, told_strategies(*strategies), told_contested(*strategies)});
+    ToldResult told;
+    told.result = result;
+    told.causes = causes_of(result);
+    if (strategies != nullptr) {
+        told.has_strategies = true;
+        told.strategies = told_strategies(*strategies);
+        told.contested = told_contested(*strategies);
+    }
+    return document_text(told);
 }
 
 bool is_result(const Document& document) {

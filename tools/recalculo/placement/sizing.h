@@ -12,6 +12,7 @@
 
 #include "headend/headend.h"
 #include "placement/bound.h"
+#include "placement/raise.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -52,25 +53,6 @@ struct Addition {
     std::vector<Shortage> shortages;
     /// Apart from `impossible`; where there are shortages, each with its reason.
     std::vector<ServiceResult> remaining;
-};
-
-enum class LimitKind { pids, bitrate, inputs, sd_transcoders, hd_transcoders, one_more_output };
-
-struct Raise {
-    LimitKind kind = LimitKind::pids;
-    std::string mac;
-    /// The output, from 1; 0 for a limit of the module.
-    std::size_t output = 0;
-    std::uint32_t from = 0;
-    /// The smallest found that places as many as a value without bounds does.
-    std::uint32_t to = 0;
-    std::size_t placed = 0;
-    std::size_t findings = 0;
-    /// Limits and services that are broken.
-    std::size_t broken = 0;
-    std::string setting;
-    /// Of the module; empty where it has none.
-    std::string label = {};
 };
 
 struct Sizing {

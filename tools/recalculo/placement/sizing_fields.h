@@ -76,33 +76,6 @@ template <> struct Fields<Addition> {
     }
 };
 
-inline constexpr Word<LimitKind> limit_kind_words[] = {{LimitKind::pids, "pids_max"},
-                                                       {LimitKind::bitrate, "output_bitrate"},
-                                                       {LimitKind::inputs, "inputs"},
-                                                       {LimitKind::sd_transcoders, "sd_transcoders"},
-                                                       {LimitKind::hd_transcoders, "hd_transcoders"},
-                                                       {LimitKind::one_more_output, "one_more_output"}};
-
-template <> struct Words<LimitKind> : WordTable<LimitKind, limit_kind_words> {};
-
-template <> struct Fields<Raise> {
-    static constexpr const char* name = "raise";
-    static constexpr const char* meaning = "A limit raised";
-
-    template <class Visitor, class Record> static void visit(Visitor& visit, Record& raise) {
-        visit.required("limit", raise.kind, "Kind of limit");
-        visit_mac(visit, raise);
-        visit.unless_empty("label", raise.label, meaning_of_label);
-        visit.where(if_one_of("limit", raise.kind, LimitKind::bitrate, LimitKind::one_more_output), "output",
-                    count(raise.output), "Number of the output, from 1, where it is about one");
-        visit.required("from", raise.from, "What it is; 0 for one more output");
-        visit.required("to", raise.to, "What it is raised to; the bitrate of one more output");
-        visit.required("placed", count(raise.placed), "Services then placed");
-        visit_number_of_findings(visit, raise);
-        visit.required("set", raise.setting, "The change as `--set` takes it");
-    }
-};
-
 template <> struct Fields<Sizing> {
     static constexpr const char* name = "sizing";
     static constexpr const char* meaning =

@@ -77,6 +77,7 @@ template <> struct Fields<ToldContested> {
 /// A result as it is written.
 struct ToldResult {
     Result result;
+    std::vector<CauseCount> causes;
     bool has_strategies = false;
     std::array<ToldStrategy, strategy_count> strategies;
     std::vector<ToldContested> contested;
@@ -89,6 +90,7 @@ template <> struct Fields<ToldResult> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& told) {
         const Condition with_strategies{told.has_strategies, nullptr, {}, "strategies"};
         visit_name(visit, told.result.name);
+        visit.required("causes", told.causes, meaning_of_causes, Since::a_later_version);
         visit.where(with_strategies, "strategies", told.strategies,
                     "With `--strategies`: what each strategy of the engine alone leaves out, in the order of "
                     "their trial");

@@ -28,8 +28,8 @@
 //
 // Meanings are told in the manual and, without the backquotes, in the schema. A value is a text, a number,
 // true or false, a record, an enumeration with `Words`, a list or optional of such, or one of the wrappers
-// below. No document that is read has an enumeration, an optional or an array so far: RecordReader refuses to
-// compile with these.
+// below. No document that is read has an optional or an array so far: RecordReader refuses to compile with
+// these.
 
 #ifndef RECALCULO_FIELDS_H
 #define RECALCULO_FIELDS_H
@@ -74,6 +74,9 @@ template <class Enum, const auto& table> struct WordTable {
                 return each.word;
         throw std::logic_error("a value that has no word");
     }
+
+    /// The value of the word at this place of `all()`.
+    static Enum at(std::size_t place) { return table[place].value; }
 };
 
 // ---- What a type does not tell of a value --------------------------------------------------------------

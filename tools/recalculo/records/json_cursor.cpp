@@ -78,6 +78,15 @@ std::string JsonCursor::text() const {
     return value_->get<std::string>();
 }
 
+std::size_t JsonCursor::word(const std::vector<std::string>& words) const {
+    const std::string found = text();
+    const auto place = std::find(words.begin(), words.end(), found);
+    if (place == words.end())
+        complain_of(fmt::format("\"{}\"", shortened(found)),
+                    fmt::format("a known word, such as \"{}\"", nearest_word(found, words)));
+    return static_cast<std::size_t>(place - words.begin());
+}
+
 bool JsonCursor::boolean() const {
     if (!present() || !value_->is_boolean())
         complain("true or false");

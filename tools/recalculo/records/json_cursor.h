@@ -37,6 +37,8 @@ public:
 
     std::string text() const;
     bool boolean() const;
+    /// The place of the text among these words.
+    std::size_t word(const std::vector<std::string>& words) const;
     /// A whole number that fits the type.
     template <class Number> Number whole() const {
         static_assert(std::is_integral_v<Number> && sizeof(Number) <= 4, "int64_t holds every limit");

@@ -120,9 +120,11 @@ private:
     template <class Value> static void read(const JsonCursor& place, Value& value) {
         if constexpr (IsRecord<Value>::value) {
             read_record(place, value);
+        } else if constexpr (HasWords<Value>::value) {
+            value = Words<Value>::at(place.word(Words<Value>::all()));
         } else {
             static_assert(std::is_integral_v<Value>,
-                          "only texts, numbers, truths, records and vectors are read");
+                          "only texts, words, numbers, truths, records and vectors are read");
             value = place.whole<Value>();
         }
     }

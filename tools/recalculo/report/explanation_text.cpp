@@ -11,6 +11,7 @@
 
 #include "Reglas.h"
 #include "base/counted.h"
+#include "report/remedy_text.h"
 #include "report/service_marks.h"
 #include "report/summary_text.h"
 #include "report/table.h"
@@ -206,6 +207,8 @@ std::string explanation_text(const Explanation& explanation, const TextStyle& st
         text += unlisted_text(explanation, style);
     for (const Finding& finding : explanation.findings)
         text += problem_text(finding, style);
+    if (explanation.remedies)
+        text += remedies_text(*explanation.remedies, style);
     return text;
 }
 

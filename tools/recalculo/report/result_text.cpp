@@ -12,6 +12,7 @@
 
 #include "base/counted.h"
 #include "base/utf8.h"
+#include "report/causes_text.h"
 #include "report/service_list.h"
 #include "report/service_marks.h"
 #include "report/summary_text.h"
@@ -141,13 +142,15 @@ std::string common_reason(const std::vector<ServiceResult>& services) {
 
 class Report {
 public:
-    Report(const Result& result, const TextStyle& style) : result_(result), style_(style) {
+    Report(const Result& result, const TextStyle& style)
+        : result_(result), style_(style), causes_(causes_of(result)) {
         measure_services();
         measure_outputs();
     }
 
     std::string text() && {
         text_ = title_text(result_.name, style_) + broken_text(result_.findings, style_);
+        text_ += causes_text(result_, style_);
         for (const ModuleResult& module : result_.modules)
             write(module);
         write_left_out();
@@ -179,6 +182,7 @@ private:
 
     const Result& result_;
     const TextStyle style_;
+    const std::vector<CauseCount> causes_;
     Table services_{service_columns(), service_indent, style_};
     /// The same columns without places, which no service left out has.
     Table left_out_{service_columns(), service_indent, style_};
@@ -282,11 +286,14 @@ void Report::write(const StreamResult& stream) {
                       counted(stream.services.size(), "service")}),
               Paint::bold);
     const std::string common = common_reason(stream.services);
-    if (!common.empty())
+    const auto is_told_above = [this](const ServiceResult& service) {
+        return is_told_once(causes_, service.cause);
+    };
+    if (!common.empty() && !is_told_above(stream.services.front()))
         paragraph(service_indent, shown(common, style_));
     for (const ServiceResult& service : stream.services) {
         text_ += left_out_.lines(tool::row_of(service, {}, &stream.stream, style_));
-        if (common.empty() && !service.reason.empty())
+        if (common.empty() && !service.reason.empty() && !is_told_above(service))
             paragraph(left_out_.begin(name_column), shown(service.reason, style_));
     }
 }

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "base/counted.h"
+#include "report/raise_text.h"
 #include "report/service_list.h"
 #include "report/summary_text.h"
 #include "report/table.h"
@@ -115,33 +116,6 @@ std::string addition_text(const Addition& addition, std::size_t most, const Text
     if (!beginning(addition).empty())
         text += paragraph_text(beginning(addition), body_indent, Paint::none, style);
     return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition.attempts, style);
-}
-
-const char* name_of(LimitKind kind) {
-    switch (kind) {
-    case LimitKind::pids:
-        return "PID budget";
-    case LimitKind::bitrate:
-        return "bitrate of output";
-    case LimitKind::inputs:
-        return "number of inputs";
-    case LimitKind::sd_transcoders:
-        return "SD transcoders";
-    case LimitKind::hd_transcoders:
-        return "HD transcoders";
-    case LimitKind::one_more_output:
-        break;
-    }
-    return "one more output";
-}
-
-std::string change_of(const Raise& raise) {
-    if (raise.kind == LimitKind::one_more_output)
-        return fmt::format("one more output of {} kbit/s", raise.to);
-    const std::string name = name_of(raise.kind);
-    return fmt::format("{} from {} to {}",
-                       raise.output == 0 ? name : fmt::format("{} {}", name, raise.output), raise.from,
-                       raise.to);
 }
 
 std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {

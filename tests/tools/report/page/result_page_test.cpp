@@ -34,13 +34,13 @@ ServiceResult service(Stream stream, std::uint32_t bitrate) {
     return one;
 }
 
-std::string row(const std::string& cells) {
-    return "<tr>" + cells + "</tr>\n";
+std::string row(const std::string& cells, const std::string& anchor = "") {
+    return (anchor.empty() ? "<tr>" : "<tr id=\"" + anchor + "\">") + cells + "</tr>\n";
 }
 
 TEST(Page, EveryServiceHasItsRow) {
     const std::string page = everything();
-    EXPECT_EQ(occurrences(page, "<tr><td class=\"number\">"), 8u);
+    EXPECT_EQ(occurrences(page, "<tr><td class=\"number\">"), 5u);
     EXPECT_TRUE(has(page, row(R"(<td class="number">5</td><td><bdi>Canal Uno</bdi></td>)"
                               R"(<td class="number">4,200</td><td class="number">1</td>)")));
     EXPECT_TRUE(has(
@@ -61,14 +61,15 @@ TEST(Page, EveryServiceHasItsRow) {
         row(R"(<td class="number">9</td><td><bdi>Canal Uno</bdi> <span class="tag">stream 1/1001</span></td>)"
             R"(<td class="number">4,200</td><td class="number">10</td>)")));
     EXPECT_TRUE(has(
-        page,
-        row(R"(<td class="number">700</td><td><bdi>A name that is longer than the column is wide</bdi>)"
-            R"( <span class="tag">scrambled</span> <span class="tag">1 CA PID</span></td>)"
-            R"(<td class="number">4,200</td><td class="wide">No input is free for stream 1/1002.</td>)")));
+        page, row(R"(<td class="number">700</td><td><bdi>A name that is longer than the column is wide</bdi>)"
+                  R"( <span class="tag">scrambled</span> <span class="tag">1 CA PID</span></td>)"
+                  R"(<td class="number">4,200</td><td class="wide">No input is free for stream 1/1002.</td>)",
+                  "left-out-1")));
     EXPECT_TRUE(has(
         page,
         row(R"(<td class="number">700</td><td><bdi>Canal Uno</bdi> <span class="tag">clone of SID 105</span>)"
-            "</td><td class=\"number\">0</td><td class=\"wide\">Its parent, \uFFFD, is left out.</td>")));
+            "</td><td class=\"number\">0</td><td class=\"wide\">Its parent, \uFFFD, is left out.</td>",
+            "waiting-1")));
 }
 
 TEST(Page, TheSummaryHasTheFigures) {
@@ -264,6 +265,36 @@ Result result_full_of(const std::string& text) {
     return result;
 }
 
+TEST(Page, BeginsWithTheCauses) {
+    const std::string page = everything();
+    EXPECT_LT(page.find("id=\"causes\""), page.find("id=\"glance\""));
+    EXPECT_TRUE(has(
+        page, "PIDs are short on module M1<details><summary>Which one</summary><p>"
+              "<a href=\"#left-out-1\">700 <bdi>A name that is longer than the column is wide</bdi></a>"));
+    EXPECT_TRUE(has(page, "<a href=\"#neither-1\">11 <bdi>Canal Uno</bdi></a>"));
+    EXPECT_TRUE(has(page, "<p>Of the limits, this one raised alone helps most: "));
+    EXPECT_TRUE(has(page, "<li><a href=\"#causes\">Why services are not placed</a></li>"));
+    Result placed = result_with_everything();
+    placed.left_out.clear();
+    placed.neither.clear();
+    EXPECT_FALSE(has(result_page(placed), "#causes"));
+}
+
+TEST(Page, AFreeInputForManyStreamsIsToldOnce) {
+    Result result = result_with_everything();
+    StreamResult& stream = result.left_out[0];
+    stream.services[0].cause = Cause::unused_input;
+    EXPECT_TRUE(has(result_page(result), ">No input is free for stream 1/1002.</td>"));
+    result.left_out.push_back(stream);
+    result.left_out.back().services[0].stream = {1, 1003};
+    const std::string page = result_page(result);
+    EXPECT_FALSE(has(page, "No input is free for stream 1/1002."));
+    const std::string link =
+        "<td class=\"wide\"><a href=\"#" +
+        page.substr(page.find("cause-"), page.find('"', page.find("cause-")) - page.find("cause-"));
+    EXPECT_EQ(occurrences(page, link + "\">A free input, as told above</a></td>"), 2u);
+}
+
 TEST(Page, NamesAreTextWhateverTheySay) {
     const std::string text = "<script>alert(1)</script>\"&'{{{style}}}";
     const std::string escaped = "&lt;script&gt;alert(1)&lt;/script&gt;&quot;&amp;&apos;{{{style}}}";
@@ -271,8 +302,8 @@ TEST(Page, NamesAreTextWhateverTheySay) {
     EXPECT_FALSE(has(page, "<script>alert"));
     EXPECT_FALSE(has(page, "\"&'"));
     // Title, heading, warning; 4 + 3 in the list left out, 4 on an input; 7 for each of the 2 modules, one of
-    // which appears twice for its stream.
-    EXPECT_EQ(occurrences(page, "<bdi>" + escaped + "</bdi>"), 1 + 1 + 4 + 1u);
+    // which appears twice for its stream; the link of the cause.
+    EXPECT_EQ(occurrences(page, "<bdi>" + escaped + "</bdi>"), 1 + 1 + 4 + 1 + 1u);
     EXPECT_EQ(occurrences(page, "<title>Placement of " + escaped + "</title>"), 1u);
     EXPECT_EQ(occurrences(page, "<bdi>" + escaped + "2</bdi>"), 1u);
     EXPECT_EQ(occurrences(page, "<td class=\"wide\">" + escaped + "</td>"), 1u);

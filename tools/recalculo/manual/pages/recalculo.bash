@@ -8,9 +8,11 @@ _recalculo() {
     'run --only') return ;;
     'run --exclude') return ;;
     'run --fail-on') words='broken left-out' ;;
+    'run --trials') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
+    'explain --trials') return ;;
     'explain --color') words='auto always never' ;;
     'compare --fail-on') words='broken left-out' ;;
     'compare --color') words='auto always never' ;;
@@ -42,8 +44,8 @@ _recalculo() {
         words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --color --version' ;;
-        explain) words='-h --help --set --service --json --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --trials --color --version' ;;
+        explain) words='-h --help --set --service --remedy --trials --json --color --version' ;;
         compare) words='-h --help --json --html --fail-on --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;

@@ -37,6 +37,7 @@ _recalculo() {
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
             '*--fail-on[End with exit code 3 if something in the placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;
@@ -47,6 +48,8 @@ _recalculo() {
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '*--service[A service by its LCN or its name; with @ONID/TSID for one stream only. May be given several times. Without it, all that are on no output]:KEY: ' \
+            '--remedy[Look for the smallest change with which the engine places each service asked for, by running it]' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--json[Answer as JSON]' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'

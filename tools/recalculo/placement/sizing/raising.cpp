@@ -54,7 +54,21 @@ void Raising::list(std::size_t index, std::uint64_t bitrate, std::uint64_t pids,
     }
 }
 
-static void raise(Module& module, const RaisableLimit& candidate, std::uint32_t value) {
+std::size_t Raising::limits_of(std::size_t module) const {
+    return static_cast<std::size_t>(
+        std::count_if(candidates_.begin(), candidates_.end(),
+                      [module](const RaisableLimit& candidate) { return candidate.module == module; }));
+}
+
+void Raising::keep_modules(const std::set<std::size_t>& modules) {
+    const auto is_kept = [&modules](const RaisableLimit& candidate) {
+        return modules.count(candidate.module) != 0;
+    };
+    candidates_.erase(std::stable_partition(candidates_.begin(), candidates_.end(), is_kept),
+                      candidates_.end());
+}
+
+void raise(Module& module, const RaisableLimit& candidate, std::uint32_t value) {
     switch (candidate.kind) {
     case LimitKind::pids:
         module.pids_max = static_cast<std::uint16_t>(value);
@@ -77,7 +91,7 @@ static void raise(Module& module, const RaisableLimit& candidate, std::uint32_t 
     }
 }
 
-static std::string setting_of(const RaisableLimit& candidate, const Module& raised, std::uint32_t value) {
+std::string setting_of(const RaisableLimit& candidate, const Module& raised, std::uint32_t value) {
     const std::string path = fmt::format("modules[{}]", candidate.module);
     switch (candidate.kind) {
     case LimitKind::pids:

@@ -5,7 +5,10 @@
 #ifndef RECALCULO_SIZING_RAISING_H
 #define RECALCULO_SIZING_RAISING_H
 
+#include <cstddef>
 #include <cstdint>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "headend/headend.h"
@@ -23,6 +26,11 @@ struct RaisableLimit {
     std::uint32_t generous;
 };
 
+void raise(Module& module, const RaisableLimit& limit, std::uint32_t value);
+
+/// The change as `--set` takes it; `raised` is the module with the value.
+std::string setting_of(const RaisableLimit& limit, const Module& raised, std::uint32_t value);
+
 /// What a raised limit leads to.
 struct RaiseOutcome {
     std::size_t placed = 0;
@@ -35,6 +43,13 @@ class Raising {
 public:
     /// Both must outlive this.
     Raising(const Headend& headend, Runner& runner) : headend_(headend), runner_(runner) { list(); }
+
+    /// The limits that are to be tried, of all modules or of one.
+    std::size_t limits() const { return candidates_.size(); }
+    std::size_t limits_of(std::size_t module) const;
+
+    /// Only those of these modules are to be tried.
+    void keep_modules(const std::set<std::size_t>& modules);
 
     /// Those that place more than are placed now, the best first.
     std::vector<Raise> raises(std::size_t placed_now);

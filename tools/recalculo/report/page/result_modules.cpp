@@ -75,7 +75,7 @@ data input_group(const InputResult& input, const Result& result, const StreamMar
     group["note"] = input.is_tuned ? fmt::format("{}, {} kbit/s", services_counted(input.services.size()),
                                                  grouped(bitrate_of(input.services)))
                                    : std::string("free");
-    group["services"] = service_rows(input.services, &input.stream);
+    group["services"] = data(service_rows(input.services, &input.stream));
     return group;
 }
 
@@ -90,7 +90,7 @@ data groups_of(const ModuleResult& module, const Result& result, const StreamMar
         group["stream"] = false;
         group["reception"] = false;
         group["note"] = services_counted(module.without_input.size());
-        group["services"] = service_rows(module.without_input, nullptr);
+        group["services"] = data(service_rows(module.without_input, nullptr));
         groups.push_back(group);
     }
     return groups;

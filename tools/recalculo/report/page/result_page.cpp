@@ -8,8 +8,11 @@
 
 #include <fmt/format.h>
 
+#include "base/utf8.h"
+#include "report/causes_text.h"
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
+#include "report/page/result_causes.h"
 #include "report/page/result_modules.h"
 #include "report/page/result_parts.h"
 #include "report/page/result_streams.h"
@@ -71,6 +74,8 @@ list tiles_of(const Result& result) {
 }
 
 void add_links(list& sections, const Result& result, const StreamMarks& marks) {
+    if (!causes_of(result).empty())
+        sections.push_back(section_link("causes", "Why services are not placed", false));
     link_section(sections, "glance", "At a glance", result.modules.size());
     link_section(sections, "modules", "Modules", result.modules.size());
     link_section(sections, "left-out", "Left out", result.counts.left_out);
@@ -123,6 +128,10 @@ data facts_of(const Result& result, const StreamMarks& marks) {
     data facts;
     facts["swatch"] = swatch_template;
     facts["segments_of_bar"] = segments_template;
+    const std::vector<CauseCount> causes = causes_of(result);
+    facts["has_causes"] = !causes.empty();
+    facts["causes"] = data(cause_entries(result, causes));
+    facts["advice"] = text_or_nothing(printable(advice_sentence(result)));
     facts["has_modules"] = !result.modules.empty();
     facts["modules"] = data(module_entries(result, marks));
     facts["has_streams"] = !marks.in_order().empty();

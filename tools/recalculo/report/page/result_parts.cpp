@@ -30,6 +30,8 @@ data result_row(const ServiceResult& service, const Stream* listed_under) {
     row["bitrate"] = grouped(service.bitrate);
     row["outputs"] = text_or_nothing(fmt::format("{}", fmt::join(service.outputs, ", ")));
     row["reason"] = printable(service.reason);
+    row["row_id"] = false;
+    row["told_by"] = false;
     return row;
 }
 
@@ -39,7 +41,7 @@ std::string services_counted(std::size_t number) {
     return counted(number, "service", "services");
 }
 
-data service_rows(const std::vector<ServiceResult>& services, const Stream* listed_under) {
+list service_rows(const std::vector<ServiceResult>& services, const Stream* listed_under) {
     list rows;
     for (const ServiceResult& service : services)
         rows.push_back(result_row(service, listed_under));

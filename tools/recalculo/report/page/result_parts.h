@@ -19,7 +19,7 @@ namespace zarven::tool {
 std::string services_counted(std::size_t number);
 
 /// The rows of services that stand under a stream, or under none. A stream that is not the one above is told.
-kainjow::mustache::data service_rows(const std::vector<ServiceResult>& services, const Stream* listed_under);
+kainjow::mustache::list service_rows(const std::vector<ServiceResult>& services, const Stream* listed_under);
 
 /// Tells letters, colour and pattern of a stream.
 void set_mark(kainjow::mustache::data& object, const StreamMark& mark);

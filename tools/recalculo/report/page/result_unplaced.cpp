@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "report/page/page_frame.h"
+#include "report/page/result_causes.h"
 #include "report/page/result_parts.h"
 
 namespace zarven::tool {
@@ -27,6 +28,8 @@ data list_section(const std::string& anchor, const std::string& title, std::size
                   const std::string& explanation, const std::vector<StreamResult>& streams,
                   const Result& result, const StreamMarks& marks) {
     const bool has_reasons = any_reason(streams);
+    const std::vector<CauseCount> causes = causes_of(result);
+    std::size_t index = 0;
     list groups;
     for (const StreamResult& stream : streams) {
         data group;
@@ -34,7 +37,14 @@ data list_section(const std::string& anchor, const std::string& title, std::size
         set_mark(group, marks.of(stream.stream));
         set_reception(group, stream.stream, result);
         group["note"] = services_counted(stream.services.size());
-        group["services"] = service_rows(stream.services, &stream.stream);
+        list rows = service_rows(stream.services, &stream.stream);
+        for (std::size_t place = 0; place < rows.size(); ++place) {
+            const Cause cause = stream.services[place].cause;
+            rows[place]["row_id"] = unplaced_anchor(anchor, ++index);
+            if (is_told_once(causes, cause))
+                rows[place]["told_by"] = cause_anchor(cause);
+        }
+        group["services"] = rows;
         groups.push_back(group);
     }
     data section;
