@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <syslog.h>
 #include <unistd.h>
-#include <utility>
 
 #include "../log/Marcos.h"
 #include "../reglas/Reglas.h"
@@ -94,16 +93,14 @@ bool Ejecucion::preparar() {
 void Ejecucion::probarOpcion() {
     ::sleep(1);
     marcos::linea("**************** Continue Recalculo Servicios *******************");
-    motor_.Mapa_ModulosCabecera_Proceso = motor_.Mapa_ModulosCabecera_Inicial;
-    motor_.Mapa_ONIDs = motor_.Mapa_ONIDs_Inicial;
+    reglas::prepararPasada(motor_);
     ::sleep(1);
     const reglas::Estrategia& estrategia = ESTRATEGIAS[siguiente_];
     marcos::linea(reglas::rotulo(estrategia));
     motor_.RecalculationAlgorithm(estrategia.opcion, recurso_);
     ++siguiente_;
 
-    if (motor_.Mapa_ONIDs.empty()) {
-        // Everything is placed: no other option can do better.
+    if (reglas::colocaTodo(motor_.Mapa_ONIDs)) {
         marcos::linea("END OPTION  <----------------------------------------------------->");
         ::sleep(5);
         fueraProceso_ = 0;
@@ -150,8 +147,7 @@ void Ejecucion::compararConElMejor() {
 }
 
 void Ejecucion::guardar() {
-    motor_.Mapa_ModulosCabecera_Final = std::exchange(motor_.Mapa_ModulosCabecera_Proceso, {});
-    motor_.Mapa_ONIDs_Final = std::exchange(motor_.Mapa_ONIDs, {});
+    reglas::guardarPasada(motor_);
     // An option that placed everything has gone past the last one, and is shown as the last.
     opcionUtilizada_ = ESTRATEGIAS[siguiente_ - 1].opcion;
     fueraFinal_ = fueraProceso_;

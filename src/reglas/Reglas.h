@@ -1,5 +1,6 @@
 // What fits: every limit that a service meets on a module, on an output and on an input, the order in which
-// services are asked for, and the strategies. Nothing but the numbers: no function here keeps, logs or waits.
+// services are asked for, and the strategies, with what the driver does for each. Nothing but the numbers: no
+// function here logs or waits.
 //
 // The engine tests some limits in more than one way, and its results depend on it; so each way has a name.
 // "strict": the sum must stay under the ceiling. "by the rest": what is left of the ceiling must be more than
@@ -17,6 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "Rec_ONID.h"
 #include "tRec_Entrada.h"
@@ -366,6 +368,24 @@ constexpr char modoDeEntrada(char opcion, std::uint16_t numEntrada) {
         if (estrategia.opcion == opcion)
             return modoDeEntrada(estrategia, numEntrada);
     return NO_SE_OFRECE;
+}
+
+// A pass works on copies of what was loaded. (Of the engine, which not all who read this header know.)
+template <class Motor> void prepararPasada(Motor& motor) {
+    motor.Mapa_ModulosCabecera_Proceso = motor.Mapa_ModulosCabecera_Inicial;
+    motor.Mapa_ONIDs = motor.Mapa_ONIDs_Inicial;
+}
+
+// What it has come to becomes the result.
+template <class Motor> void guardarPasada(Motor& motor) {
+    motor.Mapa_ModulosCabecera_Final = std::exchange(motor.Mapa_ModulosCabecera_Proceso, {});
+    motor.Mapa_ONIDs_Final = std::exchange(motor.Mapa_ONIDs, {});
+}
+
+// By the index that it leaves. No other option can do better then, and none is tried. The count of services
+// left out does not tell: it is 0 for 65,536 as well.
+inline bool colocaTodo(const tMapaONIDs& indice) {
+    return indice.empty();
 }
 
 // An option against the best so far.

@@ -40,6 +40,7 @@ TEST(ResultJson, WithStrategies) {
 TEST(ResultJson, AStrategyThatWasNotTried) {
     Strategies strategies = strategies_with_everything();
     strategies.list[0].left_out_counted = 0;
+    strategies.list[0].places_everything = true;
     judge(strategies.list);
     const auto report = nlohmann::json::parse(result_json(Result(), &strategies));
     EXPECT_EQ(report.at("strategies").at(3).at("verdict"), "not tried");

@@ -23,8 +23,10 @@ using Verdicts = std::vector<std::pair<Verdict, std::size_t>>;
 /// The verdicts, each with its rival, for strategies that leave so many out.
 Verdicts verdicts(const std::array<std::size_t, strategy_count>& left_out) {
     std::array<Strategy, strategy_count> list;
-    for (std::size_t index = 0; index < strategy_count; ++index)
+    for (std::size_t index = 0; index < strategy_count; ++index) {
         list[index].left_out_counted = left_out[index];
+        list[index].places_everything = left_out[index] == 0;
+    }
     judge(list);
     Verdicts judged;
     for (const Strategy& strategy : list)
@@ -71,6 +73,17 @@ TEST(Judge, NoneIsTriedAfterOneThatPlacesEverything) {
         (Verdicts{{Verdict::surpassed, 2}, {Verdict::tie, 0}, {Verdict::kept, 2}, {Verdict::not_tried, 2}}));
     EXPECT_EQ(verdicts({1, 1, 1, 0}),
               (Verdicts{{Verdict::surpassed, 3}, {Verdict::tie, 0}, {Verdict::tie, 0}, {Verdict::kept, 3}}));
+}
+
+TEST(Judge, ACountOfNoneIsNotEverything) {
+    // 65,536 services left out, which the engine counts as none.
+    std::array<Strategy, strategy_count> list;
+    list[2].left_out_counted = 1;
+    judge(list);
+    EXPECT_EQ(list[0].verdict, Verdict::kept);
+    EXPECT_EQ(list[1].verdict, Verdict::tie);
+    EXPECT_EQ(list[2].verdict, Verdict::worse);
+    EXPECT_EQ(list[3].verdict, Verdict::tie);
 }
 
 TEST(Judge, TheKeptOneIsFound) {

@@ -54,6 +54,7 @@ json whole_result() {
 json result_with_strategies_not_tried() {
     Strategies strategies = strategies_with_everything();
     strategies.list[0].left_out_counted = 0;
+    strategies.list[0].places_everything = true;
     judge(strategies.list);
     return json::parse(result_json(result_with_everything(), &strategies));
 }

@@ -53,8 +53,10 @@ TEST(StrategiesText, WhenOnePlacesEverything) {
     Strategies strategies = strategies_with_everything();
     strategies.contested.clear();
     const std::array<std::size_t, strategy_count> left_out = {0, 1, 0, 2};
-    for (std::size_t index = 0; index < strategy_count; ++index)
+    for (std::size_t index = 0; index < strategy_count; ++index) {
         strategies.list[index].left_out = strategies.list[index].left_out_counted = left_out[index];
+        strategies.list[index].places_everything = left_out[index] == 0;
+    }
     judge(strategies.list);
     EXPECT_EQ(strategies_text(strategies),
               "Strategies, each alone on the head-end, without clones\n"

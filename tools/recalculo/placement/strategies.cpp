@@ -38,16 +38,14 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     Trial trial;
     trial.run = load_engine(headend, file);
     const EngineRun& run = trial.run;
-    run_strategy(trial.run, index);
+    trial.strategy = run_strategy(trial.run, index);
 
     const Result result = result_of(run, "", Reasons::omitted);
     trial.is_placed = placement_of(run.engine);
     Strategy& strategy = trial.strategy;
-    strategy.name = strategy_names[index];
     strategy.placed = result.counts.placed;
     strategy.left_out = result.counts.left_out;
     strategy.neither = result.counts.neither;
-    strategy.left_out_counted = run.engine.num_servicios_procesado();
     strategy.findings = result.warnings.size();
     strategy.inputs_used = inputs_of(result).tuned;
     strategy.inputs = inputs_of(result).all;
@@ -85,13 +83,16 @@ std::vector<Contested> contested_by(const std::array<Trial, strategy_count>& tri
 
 } // namespace
 
-void run_strategy(EngineRun& run, std::size_t index) {
+Strategy run_strategy(EngineRun& run, std::size_t index) {
     tRecalculo& engine = run.engine;
-    engine.Mapa_ModulosCabecera_Proceso = engine.Mapa_ModulosCabecera_Inicial;
-    engine.Mapa_ONIDs = engine.Mapa_ONIDs_Inicial;
+    reglas::prepararPasada(engine);
     engine.RecalculationAlgorithm(reglas::ESTRATEGIAS[index].opcion, engine.GetRecursoCabecera());
-    engine.Mapa_ModulosCabecera_Final = std::move(engine.Mapa_ModulosCabecera_Proceso);
-    engine.Mapa_ONIDs_Final = engine.Mapa_ONIDs;
+    Strategy strategy;
+    strategy.name = strategy_names[index];
+    strategy.left_out_counted = engine.num_servicios_procesado();
+    strategy.places_everything = reglas::colocaTodo(engine.Mapa_ONIDs);
+    reglas::guardarPasada(engine);
+    return strategy;
 }
 
 std::size_t index_of_kept(const std::array<Strategy, strategy_count>& list) {
@@ -104,11 +105,15 @@ void judge(std::array<Strategy, strategy_count>& list) {
     std::size_t best = 0;
     for (std::size_t index = 0; index < strategy_count; ++index) {
         Strategy& strategy = list[index];
-        const std::size_t fewest = list[best].left_out_counted;
+        const Strategy& rival = list[best];
         strategy.rival = best;
-        strategy.verdict = index == 0    ? Verdict::kept
-                           : fewest == 0 ? Verdict::not_tried
-                                         : verdict_of(reglas::comparar(strategy.left_out_counted, fewest));
+        if (index == 0)
+            strategy.verdict = Verdict::kept;
+        else if (rival.places_everything)
+            strategy.verdict = Verdict::not_tried;
+        else
+            strategy.verdict =
+                verdict_of(reglas::comparar(strategy.left_out_counted, rival.left_out_counted));
         if (index != 0 && strategy.verdict == Verdict::kept) {
             strategy.rival = index;
             list[best].verdict = Verdict::surpassed;

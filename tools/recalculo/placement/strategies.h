@@ -46,6 +46,9 @@ struct Strategy {
     Verdict verdict = Verdict::kept;
     /// The strategy that the verdict speaks of, by its place in the list; of one that is kept, its own.
     std::size_t rival = 0;
+    /// So that the driver tries no further one. What it counts as left out does not tell: it counts in 16
+    /// bits.
+    bool places_everything = false;
 };
 
 /// A service that only some strategies place.
@@ -62,11 +65,11 @@ struct Strategies {
 };
 
 /// Does with a loaded engine what the driver does for one strategy; the outcome stands where the driver puts
-/// its own.
-void run_strategy(EngineRun& run, std::size_t index);
+/// its own. Of the strategy it tells the name, and what the driver asks for.
+Strategy run_strategy(EngineRun& run, std::size_t index);
 
 /// The driver's choice among strategies whose counts are known: the fewest left out, the earliest on a tie,
-/// none after one that leaves nothing. Fills in every verdict.
+/// none after one that places everything. Fills in every verdict.
 void judge(std::array<Strategy, strategy_count>& list);
 
 /// The place of the driver's choice among strategies that are judged.

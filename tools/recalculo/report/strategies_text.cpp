@@ -24,7 +24,7 @@ std::string verdict_of(const Strategies& strategies, const Strategy& strategy) {
     const std::string& rival = strategies.list[strategy.rival].name;
     switch (strategy.verdict) {
     case Verdict::kept:
-        return strategy.left_out_counted == 0 ? "kept: places everything" : "kept: leaves the fewest out";
+        return strategy.places_everything ? "kept: places everything" : "kept: leaves the fewest out";
     case Verdict::surpassed:
         return fmt::format("the fewest so far, but {} leaves fewer out", rival);
     case Verdict::tie:
