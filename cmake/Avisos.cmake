@@ -1,4 +1,5 @@
 # Our own targets build without a single warning; those who build from a tarball are not held to that.
+option(RECALCULO_WARNINGS "Build with our own choice of warnings" ${RECALCULO_DEVELOPER})
 option(RECALCULO_WERROR "Make warnings errors, as the presets do" OFF)
 
 set(RECALCULO_AVISOS -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
@@ -11,7 +12,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_PROCESSOR MATCHES "^arm
 endif()
 
 function(recalculo_avisos target)
-    if(RECALCULO_DEVELOPER)
+    if(RECALCULO_WARNINGS)
         target_compile_options(${target} PRIVATE ${RECALCULO_AVISOS})
     endif()
 endfunction()
