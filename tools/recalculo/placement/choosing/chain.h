@@ -32,6 +32,9 @@ public:
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
 
+    /// What it is worth to ask for this.
+    FillWorth worth_of(const PartFlags& asked);
+
     /// A new epoch of so many states, from this one on.
     void begin(const PartFlags& asked, std::uint64_t length);
     bool has_ended() const { return tried_ >= length_; }
