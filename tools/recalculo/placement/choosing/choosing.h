@@ -69,6 +69,7 @@ struct Choice {
     ChoiceWorth worth;
     /// Whatever the audit says of that.
     ChoiceWorth asked_for_all;
+    bool is_asked_for_all_sound = true;
     /// Whether the audit finds nothing broken in `worth`. False only if no sound choice was found at all.
     bool is_sound = true;
     std::uint64_t states = 0;

@@ -33,6 +33,7 @@ Choice ChoosingSearch::choice() {
     ++engine_runs_;
     Choice choice;
     choice.asked_for_all = best_.outcome.worth;
+    choice.is_asked_for_all_sound = best_.outcome.is_sound;
     if (!model_.parts.empty() && !model_.inputs.empty()) {
         search();
         give_back();
