@@ -117,7 +117,7 @@ void print(const fs::path& folder, unsigned jobs) {
             for (std::size_t place = 0; place < after.size(); ++place)
                 if (progress.elapsed < seconds[place])
                     after[place] = progress.best.value;
-            return progress.best.value < most;
+            return !progress.is_sound || progress.best.value < most;
         });
         after.back() = choice.worth.value;
         const auto shown = [](std::uint64_t value, bool is_sound) {

@@ -54,6 +54,8 @@ bool is_better(const ChoiceWorth& one, const ChoiceWorth& other);
 
 struct ChoosingProgress {
     ChoiceWorth best;
+    /// The audit finds nothing broken there. False at most until the first sound choice is found.
+    bool is_sound = false;
     std::uint64_t states = 0;
     std::uint64_t engine_runs = 0;
     std::chrono::milliseconds elapsed{0};
