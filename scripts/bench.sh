@@ -29,7 +29,7 @@ if [ -n "$choose" ]; then
     $build/bench/choosing_bench 2>/dev/null
     echo
     $build/bench/choosing_table make $build/choosing
-    for program in $build/choosing/*.lp; do
+    for program in "$build"/choosing/*.lp; do
         [ -f "${program%.lp}.txt" ] || cbc "$program" sec 120 solve >"${program%.lp}.txt"
     done
     $build/bench/choosing_table print $build/choosing 2
