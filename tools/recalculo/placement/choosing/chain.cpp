@@ -20,7 +20,7 @@ constexpr int most_attempts = 16;
 } // namespace
 
 Chain::Chain(const FillModel& model, const Goal& goal, const reglas::Estrategia& strategy, std::uint64_t seed)
-    : goal_(goal), model_(model), strategy_(strategy), numbers_(seed), asked_(model), fill_(model),
+    : goal_(goal), strategy_(strategy), numbers_(seed), asked_(model), fill_(model),
       moves_(model, goal, numbers_) {}
 
 FillWorth Chain::worth_of(const PartFlags& asked) {

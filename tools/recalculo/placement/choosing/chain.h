@@ -50,7 +50,6 @@ private:
     void keep_if_best();
 
     const Goal& goal_;
-    const FillModel& model_;
     const reglas::Estrategia& strategy_;
     Numbers numbers_;
     AskedParts asked_;
