@@ -3,21 +3,38 @@
 # primitives, the memory, and the instructions of one fixed run. With --against, the same benchmark also runs
 # on the library as it was at that commit (the plain reading of the pass, before it knew of masked levels, is
 # 6a4f509). The largest plain runs take minutes; --filter leaves some out.
+# bench.sh --choose: the search of `recalculo choose` alone: the states it tries in a second against loading and
+# running anew, and what it finds on generated head-ends in 1, 5 and 20 seconds against the engine, the optimum
+# and the bound. Half an hour on two cores.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-against='' filter=.
+against='' filter=. choose=
 while [ $# -gt 0 ]; do
     case $1 in
+    --choose) choose=1; shift; continue ;;
     --against) against=$2 ;;
     --filter) filter=$2 ;;
-    *) echo "bench.sh: unknown option $1; expected --against COMMIT or --filter REGEX" >&2; exit 2 ;;
+    *) echo "bench.sh: unknown option $1; expected --against COMMIT, --filter REGEX or --choose" >&2; exit 2 ;;
     esac
     shift 2
 done
 need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" libbenchmark-dev valgrind git g++-i686-linux-gnu
 
 build=build/bench
+if [ -n "$choose" ]; then
+    need coinor-cbc
+    cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
+    cmake --build $build --target choosing_bench choosing_table | tail -n 1
+    $build/bench/choosing_bench 2>/dev/null
+    echo
+    $build/bench/choosing_table make $build/choosing
+    for program in "$build"/choosing/*.lp; do
+        [ -f "${program%.lp}.txt" ] || cbc "$program" sec 120 solve >"${program%.lp}.txt"
+    done
+    $build/bench/choosing_table print $build/choosing 2
+    exit
+fi
 cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
 cmake --build $build --target Recalculo_bench Primitivas_bench memoria tabla | tail -n 1
 measure() { # FILE [LIBRARY]

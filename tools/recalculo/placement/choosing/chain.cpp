@@ -20,15 +20,19 @@ constexpr int most_attempts = 16;
 } // namespace
 
 Chain::Chain(const FillModel& model, const Goal& goal, const reglas::Estrategia& strategy, std::uint64_t seed)
-    : goal_(goal), model_(model), strategy_(strategy), numbers_(seed), asked_(model), fill_(model),
+    : goal_(goal), strategy_(strategy), numbers_(seed), asked_(model), fill_(model),
       moves_(model, goal, numbers_) {}
 
-void Chain::begin(const PartFlags& asked, std::uint64_t length) {
+FillWorth Chain::worth_of(const PartFlags& asked) {
     asked_.assign(asked);
+    fill_.run(asked_, strategy_);
+    return goal_.worth_of(fill_);
+}
+
+void Chain::begin(const PartFlags& asked, std::uint64_t length) {
+    worth_ = worth_of(asked);
     length_ = length;
     tried_ = 0;
-    fill_.run(asked_, strategy_);
-    worth_ = goal_.worth_of(fill_);
     best_of_epoch_.asked.clear();
     keep_if_best();
 }

@@ -32,6 +32,9 @@ public:
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
 
+    /// What it is worth to ask for this.
+    FillWorth worth_of(const PartFlags& asked);
+
     /// A new epoch of so many states, from this one on.
     void begin(const PartFlags& asked, std::uint64_t length);
     bool has_ended() const { return tried_ >= length_; }
@@ -47,7 +50,6 @@ private:
     void keep_if_best();
 
     const Goal& goal_;
-    const FillModel& model_;
     const reglas::Estrategia& strategy_;
     Numbers numbers_;
     AskedParts asked_;

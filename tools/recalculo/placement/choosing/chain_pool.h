@@ -26,10 +26,13 @@ public:
 private:
     void begin_epoch(const PartFlags& best);
     std::size_t drawn();
+    PartFlags start();
 
+    const Goal& goal_;
     Numbers numbers_;
     std::array<std::unique_ptr<Chain>, reglas::ESTRATEGIAS.size()> chains_;
     PartFlags all_;
+    std::uint32_t largest_stream_ = 0;
     std::size_t current_ = 0;
     std::size_t epochs_ = 0;
     std::uint64_t length_;

@@ -54,6 +54,8 @@ bool is_better(const ChoiceWorth& one, const ChoiceWorth& other);
 
 struct ChoosingProgress {
     ChoiceWorth best;
+    /// The audit finds nothing broken there. False at most until the first sound choice is found.
+    bool is_sound = false;
     std::uint64_t states = 0;
     std::uint64_t engine_runs = 0;
     std::chrono::milliseconds elapsed{0};
@@ -69,6 +71,7 @@ struct Choice {
     ChoiceWorth worth;
     /// Whatever the audit says of that.
     ChoiceWorth asked_for_all;
+    bool is_asked_for_all_sound = true;
     /// Whether the audit finds nothing broken in `worth`. False only if no sound choice was found at all.
     bool is_sound = true;
     std::uint64_t states = 0;

@@ -28,7 +28,7 @@ Goal::Goal(const Headend& headend, const StaysPut& stays, const FillModel& model
         }
     find_heights();
     find_outputs(stays, model);
-    sort_by_cost(model);
+    find_costs(model);
 }
 
 void Goal::find_heights() {
@@ -56,25 +56,78 @@ void Goal::find_outputs(const StaysPut& stays, const FillModel& model) {
             }
 }
 
-/// Bitrate and PIDs are added up, each as a share of what the head-end has of it.
-void Goal::sort_by_cost(const FillModel& model) {
+void Goal::find_costs(const FillModel& model) {
+    streams_ = model.streams.size();
     double bitrate = 1;
     double pids = 1;
     for (const FillOutput& output : model.outputs)
         bitrate += output.bitrate_max;
     for (const FillModule& module : model.modules)
         pids += module.pids_max;
-    std::vector<double> gains;
     for (PartIndex part = 0; part < parts_.size(); ++part) {
-        const double least = 1e-9;
-        const double cost = model.parts[part].bitrate / bitrate + model.parts[part].pids / pids + least;
-        gains.push_back(static_cast<double>(parts_[part].height) / cost);
+        parts_[part].bitrate = model.parts[part].bitrate / bitrate;
+        parts_[part].pids = model.parts[part].pids / pids;
+        parts_[part].stream = model.parts[part].stream;
     }
-    cheapest_first_.resize(parts_.size());
-    std::iota(cheapest_first_.begin(), cheapest_first_.end(), PartIndex{0});
-    for (const FillStream& stream : model.streams)
-        std::stable_sort(cheapest_first_.begin() + stream.first, cheapest_first_.begin() + stream.last,
-                         [&](PartIndex one, PartIndex other) { return gains[one] > gains[other]; });
+    // What counts is what there is too little of: the prices with which most could be placed.
+    double best_weight = 0;
+    std::int64_t highest = -1;
+    for (int tenths = 0; tenths <= 10; ++tenths) {
+        sort_by_cost(tenths / 10.0);
+        const std::int64_t height = height_of(best_for(1, no_index));
+        if (height > highest) {
+            highest = height;
+            best_weight = tenths / 10.0;
+        }
+    }
+    sort_by_cost(best_weight);
+    cheapest_first_ = order_;
+    std::stable_sort(cheapest_first_.begin(), cheapest_first_.end(), [&](PartIndex one, PartIndex other) {
+        return model.parts[one].stream < model.parts[other].stream;
+    });
+}
+
+/// Those that give most for what they take first, if a share of the PIDs has such a weight against one of
+/// bitrate.
+void Goal::sort_by_cost(double weight_of_pids) {
+    std::vector<double> gains;
+    for (const Part& part : parts_) {
+        const double least = 1e-9;
+        const double cost = (1 - weight_of_pids) * part.bitrate + weight_of_pids * part.pids + least;
+        gains.push_back(static_cast<double>(part.height) / cost);
+    }
+    order_.resize(parts_.size());
+    std::iota(order_.begin(), order_.end(), PartIndex{0});
+    std::stable_sort(order_.begin(), order_.end(),
+                     [&](PartIndex one, PartIndex other) { return gains[one] > gains[other]; });
+}
+
+std::vector<std::uint8_t> Goal::best_for(double share, std::uint32_t most_of_stream) const {
+    std::vector<std::uint8_t> asked(parts_.size(), 0);
+    std::vector<std::uint32_t> of_stream(streams_, 0);
+    double bitrate = share;
+    double pids = share;
+    for (const bool musts : {true, false})
+        for (const PartIndex index : order_) {
+            const Part& part = parts_[index];
+            if ((part.musts != 0) != musts)
+                continue;
+            if (!musts &&
+                (part.bitrate > bitrate || part.pids > pids || of_stream[part.stream] >= most_of_stream))
+                continue;
+            asked[index] = 1;
+            bitrate -= part.bitrate;
+            pids -= part.pids;
+            ++of_stream[part.stream];
+        }
+    return asked;
+}
+
+std::int64_t Goal::height_of(const std::vector<std::uint8_t>& asked) const {
+    std::int64_t height = 0;
+    for (PartIndex part = 0; part < parts_.size(); ++part)
+        height += asked[part] != 0 ? parts_[part].height : 0;
+    return height;
 }
 
 FillWorth Goal::worth_of(const FillRun& fill) const {

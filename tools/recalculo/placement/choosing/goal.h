@@ -44,6 +44,10 @@ public:
     /// take.
     const std::vector<PartIndex>& cheapest_first() const { return cheapest_first_; }
 
+    /// Whether to ask for each part: of those that give most for what they take, but no more than so many of
+    /// a stream, as many as need such a share of what the modules have. The musts are among them.
+    std::vector<std::uint8_t> best_for(double share, std::uint32_t most_of_stream) const;
+
 private:
     struct Part {
         std::uint32_t musts = 0;
@@ -52,15 +56,25 @@ private:
         std::uint32_t first_output = 0;
         std::uint32_t last_output = 0;
         std::int64_t height = 0;
+        std::uint32_t stream = 0;
+        /// What it takes, as shares of what the modules have.
+        double bitrate = 0;
+        double pids = 0;
     };
 
     void find_heights();
     void find_outputs(const StaysPut& stays, const FillModel& model);
-    void sort_by_cost(const FillModel& model);
+    void find_costs(const FillModel& model);
+    void sort_by_cost(double weight_of_pids);
+    std::vector<std::uint8_t> best_within(double share, std::uint32_t most_of_stream) const;
+    std::int64_t height_of(const std::vector<std::uint8_t>& asked) const;
 
     std::vector<Part> parts_;
     std::vector<std::vector<std::size_t>> services_;
     std::vector<PartIndex> cheapest_first_;
+    /// All of them, whatever their stream.
+    std::vector<PartIndex> order_;
+    std::size_t streams_ = 0;
     double unit_ = 1;
 };
 

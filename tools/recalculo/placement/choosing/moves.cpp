@@ -25,7 +25,7 @@ void Moves::renew_chances() {
     std::array<double, number_of_kinds> rates{};
     for (std::size_t kind = 0; kind < number_of_kinds; ++kind)
         rates[kind] = gains_[kind] / uses_[kind];
-    const double mean = std::accumulate(rates.begin(), rates.end(), 0.0) / number_of_kinds;
+    const double mean = std::accumulate(rates.begin(), rates.end(), 0.0) / static_cast<double>(rates.size());
     double total = 0;
     for (double& rate : rates)
         total += rate = std::max(rate, least_share * mean) + 1e-12;

@@ -33,6 +33,7 @@ Choice ChoosingSearch::choice() {
     ++engine_runs_;
     Choice choice;
     choice.asked_for_all = best_.outcome.worth;
+    choice.is_asked_for_all_sound = best_.outcome.is_sound;
     if (!model_.parts.empty() && !model_.inputs.empty()) {
         search();
         give_back();
@@ -52,7 +53,8 @@ std::chrono::milliseconds ChoosingSearch::elapsed() const {
 /// Also tells the watch.
 bool ChoosingSearch::may_go_on(Clock::duration reserve) {
     if (!is_stopped_)
-        is_stopped_ = !watch_({best_.outcome.worth, states_, engine_runs_, elapsed()});
+        is_stopped_ =
+            !watch_({best_.outcome.worth, best_.outcome.is_sound, states_, engine_runs_, elapsed()});
     return !is_stopped_ && elapsed() + reserve < limits_.time;
 }
 
