@@ -169,8 +169,26 @@ private:
     }
 
     void add_moves(const Result& kept) {
-        Comparison comparison = compare(kept, result_of(chosen_.run(), headend_.name, Reasons::omitted));
-        report_.moves = Moves{std::move(comparison.moved), comparison.unmoved, comparison.lost.size()};
+        const std::vector<PlacedService> before = placed_services(kept);
+        const std::vector<PlacedService> after =
+            placed_services(result_of(chosen_.run(), headend_.name, Reasons::omitted));
+        const Matches matches = match(before, after);
+        Moves moves;
+        for (const auto& [from, to] : matches.pairs) {
+            const PlacedService& was = before[from];
+            const PlacedService& is = after[to];
+            if (was.places.empty())
+                continue;
+            if (is.places.empty())
+                ++moves.gone;
+            else if (is_moved(was.places, is.places))
+                moves.moved.push_back({is.service, was.places, is.places, was.absence, is.absence});
+            else
+                ++moves.unmoved;
+        }
+        for (const std::size_t index : matches.only_before)
+            moves.gone += before[index].places.empty() ? 0 : 1;
+        report_.moves = std::move(moves);
     }
 
     const Headend& headend_;
