@@ -66,6 +66,7 @@ void tell_as_json(Explainer& explainer, const Services& services, const std::str
 } // namespace
 
 void explain_command(const ExplainOptions& options) {
+    apply(options.limits);
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));

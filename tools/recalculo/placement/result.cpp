@@ -140,10 +140,14 @@ void Gathering::gather_left_out(Reasons reasons) {
     std::optional<FinalState> state;
     if (reasons == Reasons::told)
         state.emplace(run_);
+    // Failed exchanges may leave one service out many times.
+    ServiceSet told;
     for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
+                if (!told.insert(service.get()).second)
+                    continue;
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
                 if (state)
                     result.services.back().reason = reason_left_out(*state, *service);
