@@ -136,6 +136,17 @@ TEST_F(Reason, RoomThatWasNotUsed) {
               "Module B receives stream 1/10 and has room: the engine's strategies did not use it.");
 }
 
+TEST_F(Reason, AStreamThatOnlyAServiceWithLcn0AsksFor) {
+    load({1}, {transcoded(service(1, 10)), service(0, 10), service(5, 20)});
+    leave_out(loaded(0));
+    leave_out(loaded(1));
+    leave_out(loaded(2));
+    EXPECT_EQ(reason(0),
+              "It needs transcoding: the engine tunes no input to stream 1/10 for that, and those "
+              "without transcoding that ask for the stream have the LCN 0, for which it tunes none "
+              "while services with other LCNs are left.");
+}
+
 TEST_F(Reason, AStreamThatIsNotChosen) {
     load({1}, {transcoded(service(1, 10)), service(5, 20), service(0, 30)});
     leave_out(loaded(0));

@@ -114,9 +114,12 @@ std::string Sentence::unused_room(const ModuleRefusal& refusal) const {
 
 std::string Sentence::not_chosen() const {
     if (reglas::necesitaTranscoding(service_.Transcoding))
-        return fmt::format("It needs transcoding: the engine tunes no input to {} for that, and no service "
-                           "without transcoding asks for the stream.",
-                           stream_text(service_));
+        return fmt::format(
+            "It needs transcoding: the engine tunes no input to {} for that, and {}.", stream_text(service_),
+            state_.is_asked_for_without_transcoding(stream_of(service_))
+                ? "those without transcoding that ask for the stream have the LCN 0, for which it tunes none "
+                  "while services with other LCNs are left"
+                : "no service without transcoding asks for the stream");
     return fmt::format(
         "Its LCN is 0: the engine tunes no input to {} for that while services with other LCNs "
         "are left.",

@@ -77,8 +77,8 @@ bool Room::can_be_freed(std::uint32_t pids_needed) const {
 FinalState::FinalState(const EngineRun& run) {
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final) {
         for (const auto& [number, output] : module.mapSalidas)
-            for (const auto& [key, service] : output.MapaServicios)
-                carried_on_[service.get()].emplace_back(modules_.size(), number);
+            for (const tRec_Servicio* service : services_on(output))
+                carried_on_[service].emplace_back(modules_.size(), number);
         modules_.push_back(state_of(module));
         const auto label = run.labels.find(mac);
         if (label != run.labels.end())
@@ -114,7 +114,13 @@ void FinalState::note_chosen_streams(const tMapaONIDs& left_out) {
     for_each_service(left_out, [&](auto onid, auto tsid, long key, const tRec_Servicio& service) {
         if (tunes_an_input_for(key, service, positive_keys_are_left_))
             chosen_streams_.insert({onid, tsid});
+        if (!reglas::necesitaTranscoding(service.Transcoding))
+            streams_without_transcoding_.insert({onid, tsid});
     });
+}
+
+bool FinalState::is_asked_for_without_transcoding(Stream stream) const {
+    return streams_without_transcoding_.count(stream) != 0;
 }
 
 bool FinalState::chooses_stream_of(const tRec_Servicio& service) const {

@@ -111,6 +111,9 @@ public:
     std::string why_never(const tRec_Servicio& service) const;
     /// The engine would tune a free input to the stream of the service, were it left out.
     bool chooses_stream_of(const tRec_Servicio& service) const;
+    /// A service left out that needs no transcoding is of the stream; if the engine does not choose the
+    /// stream for it, its LCN is 0.
+    bool is_asked_for_without_transcoding(Stream stream) const;
 
 private:
     struct InputState {
@@ -154,6 +157,8 @@ private:
     std::unordered_map<const tRec_Servicio*, std::vector<std::pair<std::size_t, std::uint32_t>>> carried_on_;
     /// The streams with a service that the engine chooses streams for.
     std::set<Stream> chosen_streams_;
+    /// The streams with a service that needs no transcoding.
+    std::set<Stream> streams_without_transcoding_;
     bool positive_keys_are_left_ = false;
 };
 

@@ -49,7 +49,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     strategy.neither = result.counts.neither;
     strategy.findings = result.findings.size();
     strategy.broken = broken_in(result).all();
-    strategy.inputs_used = inputs_of(result).tuned;
+    strategy.inputs_used = inputs_of(result).used;
     strategy.inputs = inputs_of(result).all;
     return trial;
 }
