@@ -86,6 +86,51 @@ TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
     EXPECT_EQ(outcome.out, "");
 }
 
+/// Two modules share 60 services, and 10 of another stream find no transcoder.
+std::string exploding_headend() {
+    json headend = {{"modules", json::array()}, {"services", json::array()}};
+    for (const char* mac : {"A", "B"})
+        headend["modules"].push_back({{"mac", mac},
+                                      {"controller", *mac == 'A'},
+                                      {"inputs", 2},
+                                      {"outputs", {60000}},
+                                      {"pids_max", 40}});
+    for (int lcn = 1; lcn <= 90; ++lcn)
+        headend["services"].push_back({{"lcn", lcn},
+                                       {"name", "S"},
+                                       {"onid", 1},
+                                       {"tsid", lcn <= 60 ? 1 : 2},
+                                       {"sid", lcn},
+                                       {"bitrate", 100},
+                                       {"ca_pids", lcn <= 60 ? 1 : 0},
+                                       {"transcoding", lcn > 80 ? 1 : 0}});
+    return headend.dump();
+}
+
+TEST_F(CommandLine, ARunWhoseLogExplodesIsStopped) {
+    const Outcome outcome = run("run - --max-log 3 --log '" + file("log") + "'", exploding_headend());
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(
+        outcome.err.find("recalculo: standard input: the engine was stopped: its log is longer than 3 MB "
+                         "(--max-log)"),
+        0u)
+        << outcome.err;
+    const std::string log = read(file("log"));
+    EXPECT_GT(log.size(), 3000000u);
+    EXPECT_LT(log.size(), 3001000u);
+    EXPECT_EQ(log.back(), '\n');
+}
+
+TEST_F(CommandLine, EveryCommandThatRunsTheEngineTakesALimitOfTime) {
+    for (const std::string& command :
+         {"run " + small, "explain " + small, "bound " + small, "compare " + small + " " + small,
+          "size " + small + " --add " + examples + "/module.json"}) {
+        EXPECT_EQ(run(command + " --max-seconds 0").out, run(command).out) << command;
+        EXPECT_EQ(run(command + " --max-seconds one").code, 2);
+    }
+}
+
 const std::string lost = RECALCULO_TOOL_TESTS "/placement/failed_exchange.json";
 const std::string over_budget = RECALCULO_TOOL_TESTS "/placement/lagging_pids.json";
 

@@ -212,9 +212,14 @@ TEST(ReadHeadend, NumbersHaveTheirLimits) {
     };
     EXPECT_EQ(read_service(with_lcn("0")).lcn, 0);
     EXPECT_EQ(read_service(with_lcn("65535")).lcn, 65535);
+    // Whole numbers to the schema, too.
+    EXPECT_EQ(read_service(with_lcn("1.0")).lcn, 1);
+    EXPECT_EQ(read_service(with_lcn("65535.0")).lcn, 65535);
+    EXPECT_EQ(read_service(with_lcn("1e3")).lcn, 1000);
+    EXPECT_EQ(read_service(with_lcn("-0.0")).lcn, 0);
     const std::string expected = ", expected a whole number from 0 to 65535";
     for (const std::string found :
-         {"65536", "-1", "1.5", "1.0", "true", "null", "\"1\"", "18446744073709551615"})
+         {"65536", "-1", "1.5", "65536.0", "-1.0", "1e+300", "true", "null", "\"1\"", "18446744073709551615"})
         EXPECT_EQ(service_complaint(with_lcn(found)),
                   "headend.json: /services/0/lcn: found " + found + expected);
 }

@@ -245,9 +245,11 @@ TEST(Compare, PidsAreTightFrom95Percent) {
 }
 
 TEST(Compare, InputsAreTightWhenNoneIsFree) {
-    ModuleResult used = module("A", 10, {});
+    ModuleResult used = module("A", 10, {service(1, 10, {1})});
     EXPECT_EQ(tight_in(used), 0u);
-    used.inputs[1] = {2, true, {1, 20}, {}};
+    used.inputs[1] = {2, true, {1, 20}, {}}; // tuned, and free all the same
+    EXPECT_EQ(tight_in(used), 0u);
+    used.inputs[1].services = {service(2, 20, {1})};
     EXPECT_EQ(tight_in(used), 1u);
     EXPECT_EQ(compare(result({module("A", 0, {})}), result({used})).became_tight.at(0).kind,
               TightKind::inputs);

@@ -97,6 +97,30 @@ TEST_F(ResultOfHand, PidsInUseAreThoseOfTheServicesWhateverTheEngineCounts) {
     EXPECT_EQ(result.modules.at(0).pids_counted, 7u);
 }
 
+TEST_F(ResultOfHand, AServiceTwiceOnAnOutputTellsTheOutputOnce) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10)};
+    load(headend);
+    place("A", loaded(0), 1, 1);
+    put_on_output("A", loaded(0), 1);
+    put_on_output("A", loaded(0), 2);
+    EXPECT_EQ(result_of(run, "").modules.at(0).inputs.at(0).services.at(0).outputs,
+              (std::vector<std::uint32_t>{1, 2}));
+}
+
+TEST_F(ResultOfHand, AnInputIsInUseIfItCarriesAService) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10)};
+    load(headend);
+    tune("A", 2, 30);
+    EXPECT_EQ(inputs_of(result_of(run, "")).used, 0u);
+    place("A", loaded(0), 1, 1);
+    EXPECT_EQ(inputs_of(result_of(run, "")).used, 1u);
+    EXPECT_EQ(inputs_of(result_of(run, "")).all, 4u);
+    // As explanations have it.
+    EXPECT_EQ(FinalState(run).refusals_of(*loaded(0)).at(0).inputs_free, std::vector<std::uint16_t>{2});
+}
+
 TEST_F(ResultOfHand, AServiceThatIsNowhereIsNeither) {
     Headend headend = two_modules();
     headend.services = {service(1, 10), service(2, 10)};

@@ -267,7 +267,7 @@ protected:
         run_engine(driven, "f");
         detach_clones(driven);
         EngineRun alone = load_engine(headend, "f");
-        run_strategy(alone, kept);
+        run_strategy(alone, kept, "f");
         const Result result = result_of(driven, "");
         EXPECT_EQ(result_json(result), result_json(result_of(alone, "")));
         EXPECT_EQ(strategies.list[kept].placed, result.counts.placed);

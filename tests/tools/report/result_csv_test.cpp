@@ -75,6 +75,7 @@ TEST(ResultCsv, Radio) {
     Result result;
     ServiceResult service;
     service.is_radio = true;
+    service.is_hd = true; // of which a radio has nothing
     result.clones_waiting = {service};
     EXPECT_NE(result_csv(result).find(",no,yes,no,0,no,no,\r\n"), std::string::npos);
 }

@@ -25,7 +25,7 @@ TEST(ResultText, LabelsOfModulesAndPlacesOfStreams) {
     EXPECT_NE(text.find("Module M1 (Rack 1, slot 3) · model 3 · controller\n"), std::string::npos) << text;
     EXPECT_NE(text.find("Module M2 · model 3\n"), std::string::npos);
     EXPECT_NE(text.find("Input 1 · stream 1/1001 (19.2E 12187.5 MHz H) · 4 services\n"), std::string::npos);
-    EXPECT_NE(text.find("Input 1 · stream 2/7 · 0 services\n"), std::string::npos);
+    EXPECT_NE(text.find("Input 1 · free · tuned to stream 2/7\n"), std::string::npos);
     EXPECT_NE(text.find("Stream 1/1002 (514 MHz) · 1 service\n"), std::string::npos);
 }
 

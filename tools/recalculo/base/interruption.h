@@ -1,5 +1,5 @@
-// Ctrl-C and the like. The library of the engine is not written to be left in the middle, so nothing unwinds
-// it: the process ends where it is, after what has been begun is brought to a state that can be left.
+// Ctrl-C and the like. Nothing is to be done after them, so nothing unwinds: the process ends where it is,
+// after what has been begun is brought to a state that can be left.
 
 #ifndef RECALCULO_INTERRUPTION_H
 #define RECALCULO_INTERRUPTION_H

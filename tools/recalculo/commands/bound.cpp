@@ -12,6 +12,7 @@
 namespace zarven::tool {
 
 void bound_command(const BoundOptions& options) {
+    apply(options.limits);
     const Headend headend = read_input(options.headend);
     const std::string file = input_name(options.headend.path);
     const host::Log no_log("");

@@ -10,6 +10,7 @@
 
 #include "base/streams.h"
 #include "base/workers.h"
+#include "commands/engine_limits.h"
 #include "commands/filter_input.h"
 #include "commands/headend_input.h"
 #include "commands/report_output.h"
@@ -33,6 +34,7 @@ struct RunOptions {
     std::string log;
     /// Outcomes that are to be a failure.
     std::vector<std::string> fail_on;
+    EngineLimits limits;
 };
 
 /// A head-end in, its placement out.
@@ -46,6 +48,7 @@ struct ExplainOptions {
     std::uint32_t trials = automatic_trials;
     bool json = false;
     StyleInput style;
+    EngineLimits limits;
 };
 
 /// Why services are left out, and what each module answers.
@@ -58,6 +61,7 @@ struct CompareOptions {
     /// Outcomes of the second placement that are to be a failure.
     std::vector<std::string> fail_on;
     StyleInput style;
+    EngineLimits limits;
 };
 
 /// Two placements side by side.
@@ -70,6 +74,7 @@ struct SizeOptions {
     std::uint32_t jobs = cores();
     bool json = false;
     StyleInput style;
+    EngineLimits limits;
 };
 
 /// What to change so that everything fits. Progress is told on a terminal.
@@ -103,6 +108,7 @@ struct BoundOptions {
     HeadendInput headend;
     StyleInput style;
     bool json = false;
+    EngineLimits limits;
 };
 
 /// How many services any arrangement could place.

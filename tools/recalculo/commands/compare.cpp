@@ -33,6 +33,7 @@ Result result_in(const std::string& path) {
 } // namespace
 
 void compare_command(const CompareOptions& options) {
+    apply(options.limits);
     check(options.output);
     if (options.before == standard_stream && options.after == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");

@@ -93,6 +93,7 @@ void tell_as_json(const Answering& answering, const Services& services, const Re
 } // namespace
 
 void explain_command(const ExplainOptions& options) {
+    apply(options.limits);
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));

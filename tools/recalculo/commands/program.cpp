@@ -101,6 +101,12 @@ Option trials_option(std::uint32_t& trials) {
                              "1000 services"));
 }
 
+Option max_seconds_option(EngineLimits& limits) {
+    return with_fallback(
+        with_value({"--max-seconds"}, "N", &limits.seconds,
+                   "Stop a run of the engine that takes longer, pauses apart; 0 for no limit"));
+}
+
 Option color_option(StyleInput& style) {
     return one_of(colour_choices(),
                   with_value({"--color"}, "", &style.colour, "Colour the report; auto is on a terminal"));
@@ -146,8 +152,10 @@ Command describe_run() {
          flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
          named_file(with_value({"--log"}, "FILE", &options->log,
                                "Write the engine's log to a file; - for standard error")),
+         with_fallback(with_value({"--max-log"}, "MB", &options->limits.log_megabytes,
+                                  "Stop a run whose log is longer, in millions of bytes; 0 for no limit")),
          fail_on_option(options->fail_on, "the placement"), trials_option(options->trials),
-         color_option(options->style)},
+         max_seconds_option(options->limits), color_option(options->style)},
         [options] { run_command(*options); });
 }
 
@@ -163,7 +171,7 @@ Command describe_explain() {
              "--remedy", options->remedy,
              "Look for the smallest change with which the engine places each service asked for, by running it"),
          trials_option(options->trials), flag("--json", options->json, "Answer as JSON"),
-         color_option(options->style)},
+         max_seconds_option(options->limits), color_option(options->style)},
         [options] { explain_command(*options); });
 }
 
@@ -174,7 +182,8 @@ Command describe_compare() {
         {argument("BEFORE", &options->before, "A head-end, or a result of run --json; - for standard input"),
          argument("AFTER", &options->after, "What to compare it with, of either kind"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
-         fail_on_option(options->fail_on, "the second placement"), color_option(options->style)},
+         fail_on_option(options->fail_on, "the second placement"), max_seconds_option(options->limits),
+         color_option(options->style)},
         [options] { compare_command(*options); });
 }
 
@@ -191,7 +200,7 @@ Command describe_size() {
          within(1, 256,
                 with_value({"--jobs"}, "N", &options->jobs,
                            "How many runs at once; as many as there are cores by default")),
-         json_flag(options->json), color_option(options->style)},
+         json_flag(options->json), max_seconds_option(options->limits), color_option(options->style)},
         [options] { size_command(*options); });
 }
 
@@ -237,7 +246,8 @@ Command describe_bound() {
     const auto options = std::make_shared<BoundOptions>();
     return command("bound", "Tell how many services any arrangement of a head-end could place",
                    {headend_argument(options->headend), set_option(options->headend),
-                    json_flag(options->json), color_option(options->style)},
+                    json_flag(options->json), max_seconds_option(options->limits),
+                    color_option(options->style)},
                    [options] { bound_command(*options); });
 }
 

@@ -54,6 +54,7 @@ std::string text_of(const Result& result, const Strategies* strategies, const Te
 } // namespace
 
 void run_command(const RunOptions& options) {
+    apply(options.limits);
     check(options.output);
     if (options.strategies && options.output.html == standard_stream)
         throw Failure(

@@ -48,6 +48,7 @@ Sizing size_input(const SizeOptions& options) {
 } // namespace
 
 void size_command(const SizeOptions& options) {
+    apply(options.limits);
     if (options.headend.path == standard_stream && options.add == standard_stream)
         throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
     const Sizing sizing = size_input(options);

@@ -126,7 +126,8 @@ template <> struct Fields<Service> {
         visit.optional("ca_pids", service.ca_pids, 0, "PIDs that count against `pids_max` of its module");
         visit.optional(
             "ca_pids_max", service.ca_pids_max, same_as("ca_pids", service.ca_pids),
-            "Ceiling of `ca_pids` when those of a clone among `services` are added to its parent's");
+            "Ceiling of `ca_pids` once the service has a clone without `parent_sid`: those of a clone among "
+            "`services` are added to it. Of the clone itself it means nothing");
         visit.optional(
             "kind_unknown", service.kind_unknown, false,
             "It is not known whether this is television or radio, SD or HD: `type`, `video_format` "

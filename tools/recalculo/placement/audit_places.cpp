@@ -47,8 +47,9 @@ struct Whereabouts {
     Ports outputs;
     /// Those of the inputs that are tuned to another stream, each with that stream.
     std::vector<std::pair<Port, Stream>> foreign_inputs;
-    /// The streams under which it is left out.
+    /// The streams under which it is left out, and how often that is altogether.
     std::vector<Stream> left_out;
+    std::size_t times_left_out = 0;
 };
 
 class PlaceAudit {
@@ -62,13 +63,14 @@ public:
         for (const auto& [onid, network] : run.engine.Mapa_ONIDs_Final)
             for (const auto& [tsid, stream] : network.MapRec_TSIDs)
                 for (const auto& [key, service] : stream.MapRec_Services)
-                    whereabouts_[service.get()].left_out.push_back({onid, tsid});
+                    leave_out(*service, {onid, tsid});
     }
 
     void examine();
 
 private:
     void visit(const tRec_Modulo& module);
+    void leave_out(const tRec_Servicio& service, Stream stream);
     void examine_total();
     void examine(const tRec_Servicio& service);
     void examine_completeness(const tRec_Servicio& service, const Whereabouts& where);
@@ -128,6 +130,14 @@ void PlaceAudit::visit(const tRec_Modulo& module) {
     for (const auto& [number, output] : module.mapSalidas)
         for (const auto& [key, service] : output.MapaServicios)
             note(whereabouts_[service.get()].outputs, module, output.NumSalida);
+}
+
+void PlaceAudit::leave_out(const tRec_Servicio& service, Stream stream) {
+    Whereabouts& where = whereabouts_[&service];
+    ++where.times_left_out;
+    // The streams come one after the other.
+    if (where.left_out.empty() || where.left_out.back() != stream)
+        where.left_out.push_back(stream);
 }
 
 void PlaceAudit::examine() {
@@ -213,8 +223,8 @@ void PlaceAudit::examine_inputs_and_outputs(const tRec_Servicio& service, const 
 }
 
 void PlaceAudit::examine_left_out(const tRec_Servicio& service, const Whereabouts& where) {
-    if (where.left_out.size() > 1)
-        find(false, service, {}, [&] { return fmt::format("left out {} times", where.left_out.size()); });
+    if (where.times_left_out > 1)
+        find(false, service, {}, [&] { return fmt::format("left out {} times", where.times_left_out); });
     for (const Stream stream : where.left_out)
         if (stream != stream_of(service))
             find(false, service, {},

@@ -132,7 +132,7 @@ std::vector<TightLimit> limits_of(const Result& result) {
     std::vector<TightLimit> limits;
     for (const ModuleResult& module : result.modules) {
         const InputCounts inputs = inputs_of(module);
-        limits.push_back({TightKind::inputs, module.mac, 0, inputs.tuned, inputs.all});
+        limits.push_back({TightKind::inputs, module.mac, 0, inputs.used, inputs.all});
         limits.push_back({TightKind::pids, module.mac, 0, module.pids, module.pids_max});
         for (const OutputResult& output : module.outputs)
             limits.push_back(

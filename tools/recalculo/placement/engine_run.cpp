@@ -10,6 +10,7 @@
 #include "base/failure.h"
 #include "base/utf8.h"
 #include "placement/asked_for.h"
+#include "placement/bounded_run.h"
 
 namespace zarven::tool {
 
@@ -184,7 +185,9 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
 }
 
 void run_engine(EngineRun& run, const std::string& file) {
-    if (run.engine.Main_Recalculo() != tRecalculo::RETURN_OK)
+    int code = 0;
+    run_bounded(run, file, [&] { code = run.engine.Main_Recalculo(); });
+    if (code != tRecalculo::RETURN_OK)
         throw Failure(fmt::format("{}: the engine could not run: no module is the controller; give one of "
                                   "/modules the member \"controller\": true",
                                   file),

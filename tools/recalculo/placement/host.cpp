@@ -11,25 +11,63 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/failure.h"
 #include "base/interruption.h"
 
 namespace {
 
+using zarven::tool::host::RunLimits;
+using zarven::tool::host::RunStopped;
 using zarven::tool::host::Watcher;
+using Clock = std::chrono::steady_clock;
 namespace interruption = zarven::tool::interruption;
 
 std::FILE* log_destination = nullptr;
 Watcher* watcher = nullptr;
 bool pauses_are_kept = false;
+RunLimits run_limits;
+std::uint64_t bytes_logged = 0;
+
+/// The run of this thread.
+struct BoundedRun {
+    bool is_under_way = false;
+    std::optional<Clock::time_point> end;
+    std::uint32_t calls = 0;
+    const std::function<void()>* look = nullptr;
+};
+thread_local BoundedRun bounded_run;
+
+/// The clock is asked once for so many calls, of which a short run makes some hundreds.
+constexpr std::uint32_t calls_for_the_clock = 16;
+constexpr std::uint32_t calls_for_a_look = 4096;
 
 /// Nobody waits longer for an answer to Ctrl-C, or for a second to go by.
 constexpr std::chrono::milliseconds slice(100);
 
 void write_line(int level, const char* format, va_list arguments) {
-    std::fprintf(log_destination, "%d ", level);
-    std::vfprintf(log_destination, format, arguments);
+    const int prefix = std::fprintf(log_destination, "%d ", level);
+    const int line = std::vfprintf(log_destination, format, arguments);
     std::fputc('\n', log_destination);
+    // Negative where it failed, which is told in the end.
+    bytes_logged +=
+        static_cast<std::uint64_t>(std::max(prefix, 0)) + static_cast<std::uint64_t>(std::max(line, 0)) + 1;
+}
+
+/// Ends the run if it has taken what it may.
+void obey_limits() {
+    if (!bounded_run.is_under_way)
+        return;
+    ++bounded_run.calls;
+    if (log_destination != nullptr && run_limits.log_bytes && bytes_logged > *run_limits.log_bytes)
+        throw RunStopped(
+            fmt::format("its log is longer than {} MB (--max-log)", *run_limits.log_bytes / 1000000));
+    if (bounded_run.calls % calls_for_a_look == 0)
+        (*bounded_run.look)();
+    if (bounded_run.end && bounded_run.calls % calls_for_the_clock == 0 && Clock::now() > *bounded_run.end)
+        throw RunStopped(fmt::format(
+            "it has run for {} (--max-seconds)",
+            zarven::tool::counted(static_cast<std::size_t>(run_limits.time->count() / 1000), "second")));
 }
 
 /// The watcher hears the lines that are constants of the engine whole, and of the others the format, which
@@ -48,8 +86,9 @@ void obey_interruption() {
 }
 
 void pause_for(std::chrono::steady_clock::duration time) {
-    using Clock = std::chrono::steady_clock;
     const Clock::time_point end = Clock::now() + time;
+    if (bounded_run.end)
+        *bounded_run.end += time;
     for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
         std::this_thread::sleep_for(std::min<Clock::duration>(end - now, slice));
         if (watcher != nullptr)
@@ -67,8 +106,10 @@ unsigned int sleep(unsigned int seconds);
 int setlogmask(int mask); // the C library's
 
 void syslog(int level, const char* format, ...) {
-    if (log_destination == nullptr && watcher == nullptr)
+    if (log_destination == nullptr && watcher == nullptr) {
+        obey_limits();
         return;
+    }
     va_list arguments;
     if (log_destination != nullptr) {
         va_start(arguments, format);
@@ -81,6 +122,7 @@ void syslog(int level, const char* format, ...) {
         va_end(arguments);
     }
     obey_interruption();
+    obey_limits();
 }
 
 unsigned int sleep(unsigned int seconds) {
@@ -90,6 +132,7 @@ unsigned int sleep(unsigned int seconds) {
             std::fflush(log_destination);
         pause_for(std::chrono::seconds(seconds));
     }
+    obey_limits();
     return 0;
 }
 
@@ -99,6 +142,20 @@ namespace zarven::tool::host {
 
 void keep_pauses(bool keep) {
     pauses_are_kept = keep;
+}
+
+void limit_runs(const RunLimits& limits) {
+    run_limits = limits;
+}
+
+Bounded::Bounded(const std::function<void()>& look) {
+    bounded_run = {true, {}, 0, &look};
+    if (run_limits.time)
+        bounded_run.end = Clock::now() + *run_limits.time;
+}
+
+Bounded::~Bounded() {
+    bounded_run = {};
 }
 
 Watching::Watching(Watcher* who) {
@@ -118,6 +175,7 @@ Log::Log(const std::string& path) : path_(path), previous_mask_(setlogmask(0)) {
         deferred_.emplace();
     if (!path.empty())
         log_destination = opened_ ? opened_.get() : stderr;
+    bytes_logged = 0;
     setlogmask(path.empty() ? emergencies : all_levels);
 }
 

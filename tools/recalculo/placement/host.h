@@ -5,7 +5,11 @@
 #ifndef RECALCULO_HOST_H
 #define RECALCULO_HOST_H
 
+#include <chrono>
+#include <cstdint>
+#include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -16,6 +20,33 @@ namespace zarven::tool::host {
 
 /// Whether the engine's pauses are kept; at first they are passed over.
 void keep_pauses(bool keep);
+
+/// What a run of the engine may take.
+struct RunLimits {
+    /// Without the pauses that are kept. None: as long as it takes.
+    std::optional<std::chrono::milliseconds> time;
+    /// Of the log. None: as much as there is.
+    std::optional<std::uint64_t> log_bytes;
+};
+
+/// For all runs that begin from now on. At first there are no limits.
+void limit_runs(const RunLimits& limits);
+
+/// Thrown through the engine, which may be left so: what was loaded into it stays whole.
+struct RunStopped : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// For the life of the object what the engine calls in this thread throws `RunStopped` when a limit is
+/// exceeded. One at a time in each thread.
+class Bounded {
+public:
+    /// `look` is called now and then, and may throw `RunStopped`, too.
+    explicit Bounded(const std::function<void()>& look);
+    ~Bounded();
+    Bounded(const Bounded&) = delete;
+    Bounded& operator=(const Bounded&) = delete;
+};
 
 /// Somebody who follows a run from the calls that the engine makes anyway.
 class Watcher {

@@ -77,8 +77,8 @@ bool Room::can_be_freed(std::uint32_t pids_needed) const {
 FinalState::FinalState(const EngineRun& run) {
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final) {
         for (const auto& [number, output] : module.mapSalidas)
-            for (const auto& [key, service] : output.MapaServicios)
-                carried_on_[service.get()].emplace_back(modules_.size(), number);
+            for (const tRec_Servicio* service : services_on(output))
+                carried_on_[service].emplace_back(modules_.size(), number);
         modules_.push_back(state_of(module));
         const auto label = run.labels.find(mac);
         if (label != run.labels.end())

@@ -117,8 +117,8 @@ ModuleResult Gathering::gather(const tRec_Modulo& module) {
 
     OutputsOf outputs_of;
     for (const auto& [number, output] : module.mapSalidas)
-        for (const auto& [key, service] : output.MapaServicios)
-            outputs_of[service.get()].push_back(output.NumSalida);
+        for (const tRec_Servicio* service : services_on(output))
+            outputs_of[service].push_back(output.NumSalida);
     result.pids = pids_needed(module);
     ServiceSet on_inputs;
     for (const auto& [number, input] : module.mapEntradas) {
@@ -146,10 +146,14 @@ void Gathering::gather_left_out(Reasons reasons) {
     std::optional<FinalState> state;
     if (reasons == Reasons::told)
         state.emplace(run_);
+    // Failed exchanges may leave one service out many times.
+    ServiceSet told;
     for (const auto& [onid, network] : run_.engine.Mapa_ONIDs_Final)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             StreamResult result{{onid, tsid}, {}};
             for (const auto& [key, service] : stream.MapRec_Services) {
+                if (!told.insert(service.get()).second)
+                    continue;
                 result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
                 if (state)
                     tell(reason_left_out(*state, *service), result.services.back());
@@ -220,16 +224,20 @@ bool has_broken(const Result& result) {
                        [](const Finding& finding) { return finding.is_broken; });
 }
 
+bool is_free(const InputResult& input) {
+    return input.services.empty();
+}
+
 InputCounts inputs_of(const ModuleResult& module) {
-    const auto tuned = std::count_if(module.inputs.begin(), module.inputs.end(),
-                                     [](const InputResult& input) { return input.is_tuned; });
-    return {static_cast<std::size_t>(tuned), module.inputs.size()};
+    const auto used = std::count_if(module.inputs.begin(), module.inputs.end(),
+                                    [](const InputResult& input) { return !is_free(input); });
+    return {static_cast<std::size_t>(used), module.inputs.size()};
 }
 
 InputCounts inputs_of(const Result& result) {
     InputCounts sum;
     for (const ModuleResult& module : result.modules) {
-        sum.tuned += inputs_of(module).tuned;
+        sum.used += inputs_of(module).used;
         sum.all += inputs_of(module).all;
     }
     return sum;

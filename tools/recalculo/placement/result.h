@@ -122,9 +122,12 @@ struct Result {
     std::vector<Finding> findings;
 };
 
+/// The engine takes an input that carries no service for free, whatever it is tuned to.
+bool is_free(const InputResult& input);
+
 /// Inputs of a module, or of all.
 struct InputCounts {
-    std::size_t tuned = 0;
+    std::size_t used = 0;
     std::size_t all = 0;
 };
 

@@ -15,11 +15,17 @@ Stream stream_of(const tRec_Servicio& service) {
     return {service.ONID, service.TSID};
 }
 
+ServiceSet services_on(const tRec_Salida& output) {
+    ServiceSet set;
+    for (const auto& [key, service] : output.MapaServicios)
+        set.insert(service.get());
+    return set;
+}
+
 ServiceSet services_on_outputs(const tRec_Modulo& module) {
     ServiceSet set;
     for (const auto& [number, output] : module.mapSalidas)
-        for (const auto& [key, service] : output.MapaServicios)
-            set.insert(service.get());
+        set.merge(services_on(output));
     return set;
 }
 

@@ -21,6 +21,9 @@ ServiceSet set_of(const Services& services);
 /// The one that the service is received with.
 Stream stream_of(const tRec_Servicio& service);
 
+/// Services and clones on an output, each once.
+ServiceSet services_on(const tRec_Salida& output);
+
 /// Services and clones on the outputs of a module.
 ServiceSet services_on_outputs(const tRec_Modulo& module);
 

@@ -8,6 +8,7 @@
 
 #include "Reglas.h"
 #include "base/workers.h"
+#include "placement/bounded_run.h"
 
 namespace zarven::tool {
 
@@ -38,7 +39,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     Trial trial;
     trial.run = load_engine(headend, file);
     const EngineRun& run = trial.run;
-    trial.strategy = run_strategy(trial.run, index);
+    trial.strategy = run_strategy(trial.run, index, file);
 
     const Result result = result_of(run, "", Reasons::omitted);
     trial.is_placed = placement_of(run.engine);
@@ -48,7 +49,7 @@ Trial try_strategy(const Headend& headend, const std::string& file, std::size_t 
     strategy.neither = result.counts.neither;
     strategy.findings = result.findings.size();
     strategy.broken = broken_in(result).all();
-    strategy.inputs_used = inputs_of(result).tuned;
+    strategy.inputs_used = inputs_of(result).used;
     strategy.inputs = inputs_of(result).all;
     return trial;
 }
@@ -84,10 +85,12 @@ std::vector<Contested> contested_by(const std::array<Trial, strategy_count>& tri
 
 } // namespace
 
-Strategy run_strategy(EngineRun& run, std::size_t index) {
+Strategy run_strategy(EngineRun& run, std::size_t index, const std::string& file) {
     tRecalculo& engine = run.engine;
     reglas::prepararPasada(engine);
-    engine.RecalculationAlgorithm(reglas::ESTRATEGIAS[index].opcion, engine.GetRecursoCabecera());
+    run_bounded(run, file, [&] {
+        engine.RecalculationAlgorithm(reglas::ESTRATEGIAS[index].opcion, engine.GetRecursoCabecera());
+    });
     Strategy strategy;
     strategy.name = strategy_names[index];
     strategy.left_out_counted = engine.num_servicios_procesado();

@@ -66,8 +66,9 @@ struct Strategies {
 };
 
 /// Does with a loaded engine what the driver does for one strategy; the outcome stands where the driver puts
-/// its own. Of the strategy it tells the name, and what the driver asks for.
-Strategy run_strategy(EngineRun& run, std::size_t index);
+/// its own. Of the strategy it tells the name, and what the driver asks for. Throws `Failure` if it does not
+/// end within the limits; `file` is for that.
+Strategy run_strategy(EngineRun& run, std::size_t index, const std::string& file);
 
 /// The driver's choice among strategies whose counts are known: the fewest left out, the earliest on a tie,
 /// none after one that places everything. Fills in every verdict.

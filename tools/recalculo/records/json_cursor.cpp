@@ -3,6 +3,7 @@
 #include "records/json_cursor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include <fmt/format.h>
@@ -109,6 +110,12 @@ std::int64_t JsonCursor::whole(std::int64_t least, std::int64_t most) const {
 }
 
 bool JsonCursor::is_whole_within(std::int64_t least, std::int64_t most) const {
+    // 1.0 and 1e3 are whole numbers, too, as the schemas see it.
+    if (value_->is_number_float()) {
+        const double number = value_->get<double>();
+        return std::trunc(number) == number && number >= static_cast<double>(least) &&
+               number <= static_cast<double>(most);
+    }
     if (!value_->is_number_integer())
         return false;
     const auto beyond_signed = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());

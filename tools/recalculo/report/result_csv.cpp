@@ -41,9 +41,9 @@ std::string line(const PlaceCells& place, const ServiceResult& service) {
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
-                       yes_or_no(service.is_hd), yes_or_no(service.is_radio), yes_or_no(service.is_scrambled),
-                       service.ca_pids, yes_or_no(service.is_transcoded), yes_or_no(service.is_clone),
-                       quoted(service.reason));
+                       yes_or_no(service.is_hd && !service.is_radio), yes_or_no(service.is_radio),
+                       yes_or_no(service.is_scrambled), service.ca_pids, yes_or_no(service.is_transcoded),
+                       yes_or_no(service.is_clone), quoted(service.reason));
 }
 
 /// The lines of a result.

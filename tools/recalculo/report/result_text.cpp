@@ -268,6 +268,11 @@ void Report::write(const InputResult& input) {
         paragraph(2, joined({number, "free"}));
         return;
     }
+    if (is_free(input)) {
+        paragraph(2, joined({number, "free",
+                             "tuned to stream " + shown(described(input.stream, result_), style_)}));
+        return;
+    }
     paragraph(2,
               joined({number, "stream " + shown(described(input.stream, result_), style_),
                       counted(input.services.size(), "service")}),
@@ -336,7 +341,7 @@ void Report::write_summary() {
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
     paragraph(0,
-              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.tuned,
+              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.used,
                           counted(inputs.all, "input"), counted(result_.modules.size(), "module"),
                           broken_in_figures(broken_in(result_))));
 }

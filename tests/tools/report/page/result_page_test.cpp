@@ -84,7 +84,7 @@ TEST(Page, TheSummaryHasTheFigures) {
     EXPECT_TRUE(has(page, tile("Placed", "4", "of 6 loaded")));
     EXPECT_TRUE(has(page, tile("Left out", "1", "in 1 stream")));
     EXPECT_TRUE(has(page, tile("Neither", "1", "placed nor left out")));
-    EXPECT_TRUE(has(page, tile("Inputs in use", "2", "of 3")));
+    EXPECT_TRUE(has(page, tile("Inputs in use", "1", "of 3")));
     EXPECT_TRUE(has(page, tile("Output bitrate", "52,200", "of 76,000 kbit/s")));
     EXPECT_TRUE(has(page, tile("PIDs in use", "3", "of 8")));
     EXPECT_TRUE(has(page, tile("Clones attached", "1", "1 waiting")));
@@ -175,10 +175,26 @@ TEST(Page, AStreamTellsWhereItIsReceivedAndWhatItLacks) {
         page, R"(B</span></th><td class="number">2/7</td><td class="number">0</td><td class="number">0</td>)"
               R"(<td><a href="#module-2"><span class="mac">M2</span> input 1</a> </td>)"));
     EXPECT_TRUE(
-        has(page, R"(<td class="number">1/1001</td><td class="number">3</td><td class="number">0</td>)"));
+        has(page, R"(<td class="number">1/1001</td><td class="number">2</td><td class="number">0</td>)"));
     EXPECT_TRUE(has(
         page, R"(<td class="number">1/1002</td><td class="number">0</td><td class="number lacking">1</td>)"
               R"(<td><span class="note">none</span></td>)"));
+}
+
+TEST(Page, AServiceOnTwoInputsIsOnePlaced) {
+    ServiceResult one = service({1, 1}, 4000);
+    one.outputs = {1};
+    Result result = result_with({1, 4000, 8000, 1, 512, {one}});
+    result.modules[0].inputs = {{1, true, {1, 1}, {one}}, {2, true, {1, 1}, {one}}};
+    result.left_out = {{{1, 1}, {one}}}; // and left out at once, under two streams
+    result.left_out.push_back({{1, 2}, {one}});
+    EXPECT_TRUE(has(body_of(result), R"(<td class="number">1/1</td><td class="number">1</td>)"
+                                     R"(<td class="number lacking">1</td>)"));
+}
+
+TEST(Page, ATunedInputWithoutServicesIsFree) {
+    const std::string page = everything();
+    EXPECT_TRUE(has(page, "<span>stream 2/7</span><span class=\"note\">free</span>"));
 }
 
 TEST(Page, TheLegendHasWhatCanBeToldApart) {

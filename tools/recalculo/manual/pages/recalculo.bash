@@ -7,18 +7,21 @@ _recalculo() {
     'run --set') return ;;
     'run --only') return ;;
     'run --exclude') return ;;
+    'run --max-log') return ;;
     'run --fail-on') words='broken left-out' ;;
-    'run --trials') return ;;
+    'run --max-seconds') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
-    'explain --trials') return ;;
+    'explain --max-seconds') return ;;
     'explain --color') words='auto always never' ;;
     'compare --fail-on') words='broken left-out' ;;
+    'compare --max-seconds') return ;;
     'compare --color') words='auto always never' ;;
     'size --set') return ;;
     'size --most') return ;;
     'size --jobs') return ;;
+    'size --max-seconds') return ;;
     'size --color') words='auto always never' ;;
     'choose --set') return ;;
     'choose --must') return ;;
@@ -30,6 +33,7 @@ _recalculo() {
     'choose --keep') return ;;
     'choose --color') words='auto always never' ;;
     'bound --set') return ;;
+    'bound --max-seconds') return ;;
     'bound --color') words='auto always never' ;;
     'import --format') words='channels.conf dvbv5 lamedb' ;;
     'import --radio-bitrate') return ;;
@@ -44,8 +48,8 @@ _recalculo() {
         words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --trials --color --version' ;;
-        explain) words='-h --help --set --service --remedy --trials --json --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --color --version' ;;
+        explain) words='-h --help --set --service --json --color --version' ;;
         compare) words='-h --help --json --html --fail-on --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;

@@ -72,9 +72,9 @@ data input_group(const InputResult& input, const Result& result, const StreamMar
         set_mark(group, marks.of(input.stream));
         set_reception(group, input.stream, result);
     }
-    group["note"] = input.is_tuned ? fmt::format("{}, {} kbit/s", services_counted(input.services.size()),
-                                                 grouped(bitrate_of(input.services)))
-                                   : std::string("free");
+    group["note"] = is_free(input) ? std::string("free")
+                                   : fmt::format("{}, {} kbit/s", services_counted(input.services.size()),
+                                                 grouped(bitrate_of(input.services)));
     group["services"] = data(service_rows(input.services, &input.stream));
     return group;
 }
@@ -165,7 +165,7 @@ data module_entry(const Result& result, std::size_t index, const StreamMarks& ma
     entry["module_label"] = text_or_nothing(printable(module.label));
     entry["model"] = std::to_string(module.model);
     entry["controller"] = module.is_controller;
-    entry["inputs_used"] = grouped(inputs_of(module).tuned);
+    entry["inputs_used"] = grouped(inputs_of(module).used);
     entry["input_count"] = grouped(inputs_of(module).all);
     entry["service_total"] = grouped(services_of(module));
     entry["pids"] = grouped(module.pids);

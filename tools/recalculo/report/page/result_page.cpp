@@ -60,8 +60,8 @@ list tiles_of(const Result& result) {
              share_text(counts.left_out, counts.loaded)));
     if (counts.neither != 0)
         tiles.push_back(tile("Neither", grouped(counts.neither), "placed nor left out", false));
-    tiles.push_back(tile("Inputs in use", grouped(inputs.tuned), of(inputs.all, ""),
-                         share_text(inputs.tuned, inputs.all)));
+    tiles.push_back(
+        tile("Inputs in use", grouped(inputs.used), of(inputs.all, ""), share_text(inputs.used, inputs.all)));
     tiles.push_back(
         tile("Output bitrate", grouped(load.used), of(load.max, " kbit/s"), share_text(load.used, load.max)));
     tiles.push_back(tile("PIDs in use", grouped(pids), of(pids_max, ""), share_text(pids, pids_max)));

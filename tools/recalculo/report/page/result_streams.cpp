@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/utf8.h"
+#include "placement/places.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_parts.h"
 
@@ -25,15 +26,14 @@ using FactsByStream = std::map<Stream, StreamFacts>;
 
 FactsByStream stream_facts(const Result& result) {
     FactsByStream facts;
-    const auto count = [&facts](const std::vector<ServiceResult>& services) {
-        for (const ServiceResult& service : services)
-            if (!service.is_clone && !service.outputs.empty())
-                ++facts[service.stream].placed;
-    };
+    // Each once, wherever and however often it stands.
+    for (const PlacedService& service : placed_services(result)) {
+        facts[service.service.stream].placed += !service.places.empty();
+        facts[service.service.stream].left_out += service.absence == Absence::left_out;
+    }
     for (std::size_t index = 0; index < result.modules.size(); ++index) {
         const ModuleResult& module = result.modules[index];
         for (const InputResult& input : module.inputs) {
-            count(input.services);
             if (!input.is_tuned)
                 continue;
             data receiver;
@@ -43,10 +43,7 @@ FactsByStream stream_facts(const Result& result) {
             receiver["number"] = std::to_string(input.number);
             facts[input.stream].receivers.push_back(receiver);
         }
-        count(module.without_input);
     }
-    for (const StreamResult& stream : result.left_out)
-        facts[stream.stream].left_out += stream.services.size();
     return facts;
 }
 
