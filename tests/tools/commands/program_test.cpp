@@ -76,7 +76,8 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(run(""),
-                   "A command (run, explain, compare, size, choose, bound, import, export) is required" + advice);
+                   "A command (run, explain, compare, size, choose, bound, import, export) is required" +
+                       advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);

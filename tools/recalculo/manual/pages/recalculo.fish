@@ -38,7 +38,7 @@ complete -c recalculo -n '__fish_seen_subcommand_from compare' -l color -x -a 'a
 complete -c recalculo -n '__fish_seen_subcommand_from compare' -l version -d 'Display program version information and exit'
 complete -c recalculo -n '__fish_seen_subcommand_from size' -s h -l help -d 'Print this help message and exit'
 complete -c recalculo -n '__fish_seen_subcommand_from size' -l set -x -d 'Change a value for this run, as in modules[2].pids_max=64, counted from 0, or modules[MAC].pids_max=64; [*] for all of a list; may be given several times'
-complete -c recalculo -n '__fish_seen_subcommand_from size' -l add -r -F -d 'The kind of module to add: a module, or a head-end file with one; - for standard input'
+complete -c recalculo -n '__fish_seen_subcommand_from size' -l add -r -F -d 'The kind of module to add: a module, or a head-end file with one; - for standard input. Of several kinds the cheapest mix is looked for'
 complete -c recalculo -n '__fish_seen_subcommand_from size' -l most -x -d 'The most modules to add'
 complete -c recalculo -n '__fish_seen_subcommand_from size' -l jobs -x -d 'How many runs at once; as many as there are cores by default'
 complete -c recalculo -n '__fish_seen_subcommand_from size' -l json -d 'Report as JSON'

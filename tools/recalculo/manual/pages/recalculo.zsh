@@ -69,7 +69,7 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
-            '--add[The kind of module to add\: a module, or a head-end file with one; - for standard input]:FILE:_files' \
+            '*--add[The kind of module to add\: a module, or a head-end file with one; - for standard input. Of several kinds the cheapest mix is looked for]:FILE:_files' \
             '--most[The most modules to add]:N: ' \
             '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
             '--json[Report as JSON]' \
