@@ -80,6 +80,7 @@ TEST(HeadendSchema, HasTheKeysOfTheReaderAndNoOthers) {
     // A model is written only where it is not the one that is supported.
     Headend headend = headend_with_everything();
     headend.modules[0].model = 1;
+    headend.modules[0].price = 2;
     const json written = json::parse(write_headend(headend));
     const std::pair<const char*, const char*> records[] = {
         {"module", "modules"}, {"service", "services"},           {"clone", "clones"},

@@ -30,10 +30,6 @@ std::size_t placed_by(const EngineRun& run) {
     return on_outputs.size();
 }
 
-bool is_broken(const EngineRun& run) {
-    return has_broken(run);
-}
-
 struct Tally {
     std::size_t rehearsed = 0;
     std::size_t given_up = 0;
@@ -57,7 +53,7 @@ void compare(const generador::Parametros& parameters, Tally& tally) {
     ++tally.rehearsed;
     run.engine.Main_Recalculo();
     ASSERT_EQ(outcome->placed, placed_by(run)) << "seed " << parameters.semilla;
-    ASSERT_EQ(outcome->is_broken, is_broken(run)) << "seed " << parameters.semilla;
+    ASSERT_EQ(outcome->is_broken, has_broken(run)) << "seed " << parameters.semilla;
     tally.broken += outcome->is_broken ? 1 : 0;
 }
 
@@ -83,11 +79,76 @@ TEST(Rehearsal, PlacesWhatTheEnginePlaces) {
     Tally small;
     for (std::uint32_t seed = 1; seed <= 2000; ++seed)
         ASSERT_NO_FATAL_FAILURE(compare(generador::escasa(seed), small));
+    // A tenth of them has a stream without number.
+    EXPECT_LT(small.given_up, small.rehearsed / 8);
+    EXPECT_GT(small.broken, 10u);
     Tally large;
     for (std::uint32_t seed = 1; seed <= 200; ++seed)
         ASSERT_NO_FATAL_FAILURE(compare(crowded(seed), large));
-    std::printf("small %zu %zu %zu large %zu %zu %zu\n", small.rehearsed, small.given_up, small.broken,
-                large.rehearsed, large.given_up, large.broken);
+    EXPECT_LT(large.given_up, large.rehearsed / 5);
+    EXPECT_GT(large.broken, 10u);
+}
+
+/// Every value that the tests of a run call the same has to give the same run.
+TEST(Rehearsal, TheTestsOfALimitTellWhichValuesGiveTheSameRun) {
+    const host::Log no_log("");
+    std::size_t same = 0;
+    const auto check = [&same](Rehearsal& rehearsal, const RehearsedHeadend& headend, auto set,
+                               auto tests_of) {
+        for (std::size_t module = 0; module < headend.modules.size(); ++module) {
+            std::vector<RehearsedModule> changed = headend.modules;
+            set(changed[module], 60000);
+            const std::optional<Rehearsed> generous = rehearsal.run(changed);
+            if (!generous)
+                continue;
+            const LimitTests tests = tests_of(rehearsal.tests()[module]);
+            if (tests.any_failed)
+                continue;
+            set(changed[module], static_cast<std::uint32_t>(tests.enough));
+            const std::optional<Rehearsed> enough = rehearsal.run(changed);
+            ASSERT_TRUE(enough);
+            ASSERT_EQ(enough->placed, generous->placed);
+            ASSERT_EQ(enough->is_broken, generous->is_broken);
+            ++same;
+        }
+    };
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        const EngineRun run = made(seed % 2 == 0 ? crowded(seed) : generador::escasa(seed));
+        const auto headend = rehearsed(run);
+        if (!headend)
+            continue;
+        Rehearsal rehearsal(*headend);
+        check(
+            rehearsal, *headend,
+            [](RehearsedModule& module, std::uint32_t value) {
+                module.pids_max = static_cast<std::uint16_t>(value);
+            },
+            [](const ModuleTests& tests) { return tests.pids; });
+        check(
+            rehearsal, *headend,
+            [](RehearsedModule& module, std::uint32_t value) { module.inputs = std::min(value, 50U); },
+            [](const ModuleTests& tests) { return tests.inputs; });
+        check(
+            rehearsal, *headend,
+            [](RehearsedModule& module, std::uint32_t value) {
+                module.sd_transcoders = static_cast<std::uint16_t>(value);
+            },
+            [](const ModuleTests& tests) { return tests.sd_transcoders; });
+        check(
+            rehearsal, *headend,
+            [](RehearsedModule& module, std::uint32_t value) {
+                module.hd_transcoders = static_cast<std::uint16_t>(value);
+            },
+            [](const ModuleTests& tests) { return tests.hd_transcoders; });
+        check(
+            rehearsal, *headend,
+            [](RehearsedModule& module, std::uint32_t value) {
+                if (!module.outputs.empty())
+                    module.outputs[0].bitrate_max = value == 60000 ? 100000000 : value;
+            },
+            [](const ModuleTests& tests) { return tests.bitrate.empty() ? LimitTests() : tests.bitrate[0]; });
+    }
+    EXPECT_GT(same, 1000u);
 }
 
 } // namespace

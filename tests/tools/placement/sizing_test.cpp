@@ -38,7 +38,7 @@ Sizing size(const Headend& headend, const Module& kind, std::uint32_t most = 8, 
     SizingOptions options;
     options.most = most;
     options.jobs = jobs;
-    return size_headend(headend, "f", kind, options);
+    return size_headend(headend, "f", {kind}, options);
 }
 
 std::vector<std::size_t> numbers_tried(const Addition& addition) {
@@ -87,11 +87,13 @@ TEST(Sizing, UpToTheMost) {
     EXPECT_EQ(size(headend, plain, 3).addition.number, 3u);
     const Addition addition = size(headend, plain, 2).addition;
     EXPECT_FALSE(addition.number);
-    EXPECT_EQ(addition.at_least, 3u) << "one above the most";
+    EXPECT_EQ(addition.at_least, 3u);
     EXPECT_TRUE(addition.attempts.empty());
     const Addition none = size(headend, plain, 0).addition;
     EXPECT_FALSE(none.number);
-    EXPECT_EQ(none.at_least, 1u);
+    EXPECT_EQ(none.at_least, 3u) << "also far above the most";
+    ASSERT_EQ(none.remaining.size(), 3u) << "what is left out, where nothing is tried";
+    EXPECT_NE(none.remaining[0].reason, "");
 }
 
 TEST(Sizing, WhatRemainsIsToldWhereNoNumberSuffices) {
@@ -211,19 +213,24 @@ std::string only_raise(const Sizing& sizing) {
 
 TEST(Sizing, TheSmallestValueThatPlacesAsMany) {
     const Sizing pids = size(one_module({light(1, 10, 1, 4), light(2, 10, 1, 4), light(3, 10, 1, 3)}), plain);
-    EXPECT_EQ(only_raise(pids), "modules[0].pids_max=11");
+    EXPECT_EQ(only_raise(pids), "modules[0].pids_max=12") << "which modules are sold with";
     EXPECT_EQ(pids.raises[0].kind, LimitKind::pids);
     EXPECT_EQ(pids.raises[0].mac, "M");
     EXPECT_EQ(pids.raises[0].from, 4u);
-    EXPECT_EQ(pids.raises[0].to, 11u);
+    EXPECT_EQ(pids.raises[0].to, 12u);
+    EXPECT_EQ(pids.raises[0].enough, 11u);
     EXPECT_EQ(pids.raises[0].placed, 3u);
     EXPECT_EQ(pids.raises[0].label, "");
     Headend labelled = one_module({light(1, 10, 1, 4), light(2, 10, 1, 4)});
     labelled.modules[0].label = "Rack 1";
     EXPECT_EQ(size(labelled, plain).raises.at(0).label, "Rack 1");
     EXPECT_EQ(only_raise(size(one_module({light(1, 10), light(2, 20), light(3, 30)}), plain)),
-              "modules[0].inputs=3");
-    EXPECT_EQ(only_raise(size(one_module({light(1, 10, 200)}), plain)), "modules[0].outputs[0]=201");
+              "modules[0].inputs=4");
+    EXPECT_EQ(only_raise(size(one_module({light(1, 10, 200)}), plain)), "modules[0].outputs[0]=201")
+        << "no module is sold with so little";
+    const Sizing large = size(one_module({light(1, 10, 230000)}), plain);
+    EXPECT_EQ(only_raise(large), "modules[0].outputs[0]=230001") << "no module is sold with so much";
+    EXPECT_EQ(large.raises[0].enough, 230001u);
 }
 
 TEST(Sizing, AFurtherOutput) {
@@ -252,14 +259,149 @@ TEST(Sizing, TheAuditOfEachRun) {
     ASSERT_EQ(sizing.addition.attempts.size(), 2u);
     EXPECT_EQ(sizing.addition.attempts[0].findings, 1u);
     EXPECT_EQ(sizing.addition.attempts[0].broken, 0u);
+}
+
+TEST(Sizing, WhatBreaksALimitIsNoAnswer) {
     // The first HD transcoding is let in under the limit for SD.
     Headend headend = one_module({light(1, 10), light(2, 10, 1, 0, 1)});
     headend.services[1].video_format = 4;
-    const Sizing with_raise = size(headend, plain);
-    EXPECT_TRUE(with_raise.findings.empty());
-    EXPECT_EQ(only_raise(with_raise), "modules[0].sd_transcoders=1");
-    EXPECT_EQ(with_raise.raises[0].findings, 1u);
-    EXPECT_EQ(with_raise.raises[0].broken, 1u);
+    const Sizing sizing = size(headend, plain);
+    EXPECT_TRUE(sizing.findings.empty());
+    EXPECT_TRUE(sizing.raises.empty()) << "one SD transcoder places it beyond the limit for HD";
+    headend.modules[0].hd_transcoders = 1;
+    EXPECT_EQ(only_raise(size(headend, plain)), "modules[0].sd_transcoders=1") << "and here within it";
+}
+
+Headend from_file(const char* name) {
+    const std::string path = std::string(RECALCULO_TOOL_TESTS "/placement/") + name;
+    return read_headend(path, read_text(path));
+}
+
+TEST(Sizing, ANumberWhoseRunBreaksALimitIsNoAnswer) {
+    const Addition addition = size(from_file("broken_with_one_more.json"),
+                                   {"", 3, false, 1, {38000, 38000, 38000}, 40, 2, 0, 0}, 32)
+                                  .addition;
+    EXPECT_EQ(addition.number, 2u);
+    ASSERT_EQ(numbers_tried(addition), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(addition.attempts[1].broken, 1u);
+    EXPECT_EQ(addition.attempts[1].left_out, 0u);
+    EXPECT_EQ(addition.attempts[1].missing, 0u);
+    EXPECT_EQ(addition.attempts[2].broken, 0u);
+}
+
+TEST(Sizing, WithOneModuleMoreItMayPlaceLess) {
+    const Addition addition =
+        size(from_file("less_with_more.json"), {"", 3, false, 2, {38000, 38000}, 40, 2, 0, 0}, 32).addition;
+    EXPECT_EQ(addition.number, 1u);
+    ASSERT_TRUE(addition.one_more);
+    EXPECT_LT(addition.one_more->placed, addition.attempts.back().placed);
+}
+
+TEST(Sizing, OneModuleMoreThanIsNeededIsRunToo) {
+    const Headend headend = one_module({light(1, 10), light(2, 20)});
+    const Addition addition = size(headend, plain, 1).addition;
+    EXPECT_EQ(addition.number, 1u);
+    ASSERT_TRUE(addition.one_more);
+    EXPECT_EQ(addition.one_more->number, 2u) << "also above the most";
+    EXPECT_EQ(addition.one_more->placed, 2u);
+    EXPECT_FALSE(size(one_module({light(1, 10)}), plain).addition.one_more) << "where none is needed";
+}
+
+TEST(Sizing, AValueInBetweenMayHelpWhereALargeOneDoesNot) {
+    const Headend headend = from_file("helped_in_between.json");
+    const Sizing sizing = size(headend, plain, 0);
+    EXPECT_EQ(only_raise(sizing), "modules[1].pids_max=12");
+    EXPECT_EQ(sizing.raises[0].enough, 11u);
+    EXPECT_EQ(sizing.now.placed, 10u);
+    EXPECT_EQ(sizing.raises[0].placed, 11u);
+    const auto placed_with = [&headend](std::uint16_t pids) {
+        Headend changed = headend;
+        changed.modules[1].pids_max = pids;
+        return size(changed, plain, 0).now.placed;
+    };
+    EXPECT_EQ(placed_with(10), 10u);
+    EXPECT_EQ(placed_with(11), 11u);
+    EXPECT_EQ(placed_with(1000), 10u);
+}
+
+TEST(Sizing, MustsAloneAreWantedWhereThereAreAny) {
+    Headend headend = one_module({light(1, 10), light(2, 20), light(3, 20), light(4, 30)});
+    headend.services[3].must = true;
+    const Addition addition = size(headend, plain).addition;
+    EXPECT_EQ(addition.musts, 1u);
+    EXPECT_EQ(addition.number, 2u) << "the engine places the other streams first";
+    ASSERT_EQ(addition.attempts.size(), 3u) << "by the bound the module that is there could take it";
+    EXPECT_EQ(addition.attempts[1].missing, 1u);
+    EXPECT_EQ(addition.attempts[2].missing, 0u);
+    headend.services[3].must = false;
+    headend.services[2].must = true;
+    EXPECT_EQ(size(headend, plain).addition.number, 0u) << "others are left out";
+    headend.services[1].must = true;
+    headend.services[1].ask = false;
+    EXPECT_EQ(size(headend, plain).addition.musts, 1u) << "one that is not asked for is none";
+    headend.services[3].must = true;
+    headend.services[3].bitrate = 1000;
+    EXPECT_EQ(size(headend, plain).addition.impossible.size(), 1u);
+    EXPECT_EQ(size(headend, plain).addition.number, 1u) << "of the two the possible one is placed";
+}
+
+/// How many of each kind the mix has.
+std::vector<std::size_t> mixed(const Mix& mix) {
+    std::vector<std::size_t> numbers;
+    for (const MixPart& part : mix.kinds)
+        if (part.number)
+            numbers.push_back(*part.number);
+    return numbers;
+}
+
+TEST(Sizing, TheCheapestMixOfSeveralKinds) {
+    const host::Log no_log("");
+    const Headend headend = one_module({light(1, 10), light(2, 20), light(3, 30), light(4, 40)});
+    Module small = plain;
+    small.price = 10;
+    Module large = plain;
+    large.inputs = 2;
+    const auto mix_at = [&](std::uint32_t price, std::uint32_t most = 8, unsigned jobs = 2) {
+        large.price = price;
+        SizingOptions options;
+        options.most = most;
+        options.jobs = jobs;
+        return *size_headend(headend, "f", {small, large}, options).mix;
+    };
+    EXPECT_EQ(mixed(mix_at(15)), (std::vector<std::size_t>{1, 1}));
+    EXPECT_EQ(mix_at(15).price, 25u);
+    EXPECT_EQ(mix_at(15).at_least, 25u);
+    EXPECT_EQ(mix_at(15).outcome->placed, 4u);
+    EXPECT_EQ(mixed(mix_at(21)), (std::vector<std::size_t>{3, 0}));
+    EXPECT_EQ(mixed(mix_at(20)), (std::vector<std::size_t>{1, 1})) << "of equal prices fewer modules";
+    EXPECT_EQ(mixed(mix_at(11)), (std::vector<std::size_t>{1, 1}));
+    EXPECT_EQ(mixed(mix_at(9)), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(mixed(mix_at(9, 8, 5)), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(mixed(mix_at(21, 2)), (std::vector<std::size_t>{1, 1})) << "no more modules than that";
+    const Mix none = mix_at(9, 1);
+    EXPECT_FALSE(none.outcome);
+    EXPECT_EQ(none.tried, 0u);
+    const Sizing alone = size(headend, plain);
+    EXPECT_FALSE(alone.mix);
+    EXPECT_EQ(mixed(*size_headend(one_module({light(1, 10)}), "f", {small, large}, {}).mix),
+              (std::vector<std::size_t>{0, 0}));
+}
+
+TEST(Sizing, StoppedItTellsWhatItHas) {
+    const host::Log no_log("");
+    const Headend headend =
+        one_module({light(1, 10, 60), light(2, 10, 60), light(3, 10, 60), light(4, 10, 1)});
+    for (const std::size_t runs : {1U, 2U, 3U, 5U, 1000U}) {
+        std::size_t done = 0;
+        SizingOptions options;
+        options.progress = [&done](std::size_t now, std::size_t) { done = now; };
+        options.is_stopped = [&done, runs] { return done >= runs; };
+        const Sizing sizing = size_headend(headend, "f", {plain}, options);
+        EXPECT_EQ(sizing.is_partial, runs != 1000) << runs;
+        EXPECT_EQ(sizing.now.placed, 2u);
+        EXPECT_EQ(sizing.addition.attempts.size(), std::min<std::size_t>(runs - 1, 2)) << runs;
+        EXPECT_EQ(sizing.addition.number.has_value(), runs > 2) << runs;
+    }
 }
 
 TEST(Sizing, TheModuleOnWhichItHelpsMost) {
@@ -285,7 +427,7 @@ TEST(Sizing, RunsAreCounted) {
         EXPECT_EQ(done, ++calls);
         EXPECT_LE(done, planned);
     };
-    size_headend(one_module({light(1, 10), light(2, 20)}), "f", plain, options);
+    size_headend(one_module({light(1, 10), light(2, 20)}), "f", {plain}, options);
     EXPECT_GT(calls, 3u);
 }
 
@@ -314,6 +456,12 @@ std::vector<std::string> macs_added(const std::vector<std::string>& macs, std::s
     EXPECT_TRUE(std::is_sorted(all.begin(), all.end()));
     EXPECT_EQ(std::adjacent_find(all.begin(), all.end()), all.end());
     return added;
+}
+
+TEST(WithModules, TheyHaveNoLabel) {
+    Module labelled = plain;
+    labelled.label = "Rack 1";
+    EXPECT_EQ(with_modules({}, labelled, 2).modules[1].label, "");
 }
 
 TEST(WithModules, TheirMacsFollowAllOthers) {

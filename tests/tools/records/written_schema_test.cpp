@@ -38,7 +38,7 @@ std::vector<Raise> every_raise() {
          {LimitKind::pids, LimitKind::bitrate, LimitKind::inputs, LimitKind::sd_transcoders,
           LimitKind::hd_transcoders, LimitKind::one_more_output}) {
         const bool has_output = kind == LimitKind::bitrate || kind == LimitKind::one_more_output;
-        raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 3, 1, 1, "modules[0].inputs=2"});
+        raises.push_back({kind, "A", has_output ? 2u : 0u, 1, 2, 2, 3, 1, 1, "modules[0].inputs=2"});
     }
     raises[0].label = "Rack 1";
     return raises;
@@ -146,9 +146,12 @@ json whole_sizing() {
     sizing.findings = {broken_limit("what the audit found", "A")};
     sizing.addition.kind = {"", 3, false, 2, {38000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
-    sizing.addition.attempts = {{2, 14, 6, 1, 1}};
+    sizing.addition.attempts = {{2, 14, 6, 3, 1, 1}};
+    sizing.addition.one_more = sizing.addition.attempts[0];
     sizing.addition.impossible = sizing.addition.remaining = {a_service()};
     sizing.raises = every_raise();
+    sizing.mix =
+        Mix{{{sizing.addition.kind, 2}, {sizing.addition.kind, {}}}, 20, sizing.addition.attempts[0], 10, 3};
     return json::parse(sizing_json(sizing));
 }
 
@@ -399,7 +402,7 @@ TEST(WrittenSchemas, AcceptASizing) {
     for (const std::uint32_t most : {0U, 2U}) {
         SizingOptions options;
         options.most = most;
-        const Sizing sizing = size_headend(headend, "small.json", headend.modules.at(0), options);
+        const Sizing sizing = size_headend(headend, "small.json", {headend.modules.at(0)}, options);
         EXPECT_FALSE(sizing.raises.empty());
         EXPECT_EQ(sizing.addition.number.has_value(), most != 0);
         EXPECT_EQ(schema.errors(json::parse(sizing_json(sizing))), "");

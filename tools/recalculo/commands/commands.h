@@ -69,7 +69,7 @@ void compare_command(const CompareOptions& options);
 
 struct SizeOptions {
     HeadendInput headend;
-    std::string add;
+    std::vector<std::string> add;
     std::uint32_t most = SizingOptions().most;
     std::uint32_t jobs = cores();
     bool json = false;

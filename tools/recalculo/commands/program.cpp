@@ -194,7 +194,7 @@ Command describe_size() {
         {headend_argument(options->headend), set_option(options->headend),
          required(with_value({"--add"}, "FILE", &options->add,
                              "The kind of module to add: a module, or a head-end file with one; - for "
-                             "standard input")),
+                             "standard input. Of several kinds the cheapest mix is looked for")),
          within(0, 10000,
                 with_fallback(with_value({"--most"}, "N", &options->most, "The most modules to add"))),
          within(1, 256,

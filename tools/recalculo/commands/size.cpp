@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/interruption.h"
 #include "base/streams.h"
 #include "base/workers.h"
 #include "headend/headend_json.h"
@@ -24,13 +26,22 @@ namespace zarven::tool {
 
 namespace {
 
-Sizing size_input(const SizeOptions& options) {
-    const Headend headend = read_input(options.headend);
-    const Module kind = read_module(input_name(options.add), read_text(options.add));
-    const host::Log no_log("");
-    // What the engine refuses of the module is told under its own name.
-    load_engine(with_modules({}, kind, 1), input_name(options.add));
+struct SizeInput {
+    Headend headend;
+    std::vector<Module> kinds;
+};
 
+SizeInput read_inputs(const SizeOptions& options) {
+    SizeInput input{read_input(options.headend), {}};
+    for (const std::string& path : options.add) {
+        input.kinds.push_back(read_module(input_name(path), read_text(path)));
+        // What the engine refuses of the module is told under its own name.
+        load_engine(with_modules({}, input.kinds.back(), 1), input_name(path));
+    }
+    return input;
+}
+
+Sizing size_input(const SizeInput& input, const SizeOptions& options) {
     const Surroundings surroundings = surroundings_of(STDERR_FILENO);
     std::optional<DrawnLine> line;
     if (can_redraw(surroundings))
@@ -42,16 +53,22 @@ Sizing size_input(const SizeOptions& options) {
         if (line)
             line->draw([&] { return std::vector{fmt::format("{} of {} runs", done, planned)}; });
     };
-    return size_headend(headend, input_name(options.headend.path), kind, sizing);
+    sizing.is_stopped = interruption::is_pending;
+    return size_headend(input.headend, input_name(options.headend.path), input.kinds, sizing);
 }
 
 } // namespace
 
 void size_command(const SizeOptions& options) {
     apply(options.limits);
-    if (options.headend.path == standard_stream && options.add == standard_stream)
+    const auto from_standard_input = std::count(options.add.begin(), options.add.end(), standard_stream);
+    if (from_standard_input + (options.headend.path == standard_stream ? 1 : 0) > 1)
         throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
-    const Sizing sizing = size_input(options);
+    const host::Log no_log("");
+    const SizeInput input = read_inputs(options);
+    // What has been found is told before the program ends.
+    const interruption::Deferred deferred;
+    const Sizing sizing = size_input(input, options);
     write_text(standard_stream,
                options.json ? sizing_json(sizing) : sizing_text(sizing, style_of(options.style)));
 }

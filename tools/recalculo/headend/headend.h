@@ -37,6 +37,8 @@ struct Module {
     std::uint16_t aux_transcoders = 0;
     /// Where it stands or what it is called, as "Rack 1, slot 3"; empty for none.
     std::string label = {};
+    /// What one costs, in any unit; for the choice between kinds.
+    std::uint32_t price = 1;
 };
 
 /// How a module is called in reports: by its MAC, and its label in brackets if it has one.

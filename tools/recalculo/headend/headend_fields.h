@@ -46,6 +46,8 @@ template <class Visitor, class Record> void visit_all_but_mac(Visitor& visit, Re
     visit_limits(visit, module);
     visit.optional("label", module.label, "",
                    "Where it stands or what it is called, as \"Rack 1, slot 3\"; shown beside the MAC");
+    visit.optional("price", module.price, 1,
+                   "What one costs, in any unit: `size` looks for the cheapest mix of several kinds");
 }
 
 template <> struct Fields<Module> {

@@ -50,6 +50,7 @@ public:
     Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
                const std::vector<std::uint64_t>& values);
 
+    Bound limits() &&;
     Bound bound() &&;
 
 private:
@@ -62,6 +63,7 @@ private:
         double price = 0;
     };
 
+    void find_limits();
     void add_totals(const std::vector<ModuleCapacity>& modules);
     std::uint64_t common_divisor(Resource resource) const;
     std::uint64_t wanted(Resource resource) const;
@@ -250,22 +252,37 @@ double Relaxation::least_value(std::size_t first) {
     return least;
 }
 
-Bound Relaxation::bound() && {
+/// Each limit when all others are forgotten.
+void Relaxation::find_limits() {
     bound_.inputs = limit_of_inputs();
     bound_.bitrate = limit_of(&Demand::bitrate, totals_.bitrate);
     bound_.pids = limit_of(&Demand::pids, totals_.pids);
     bound_.transcoders = limit_of(&Demand::transcoders, totals_.transcoders);
     bound_.places = limit_of_places();
+    bound_.most = bound_.inputs.allows;
+    for (const BoundKind& kind : bound_kinds)
+        bound_.most = std::min(bound_.most, (bound_.*kind.member).allows);
+}
+
+Bound Relaxation::limits() && {
+    find_limits();
+    return std::move(bound_);
+}
+
+Bound Relaxation::bound() && {
+    find_limits();
     price(&Demand::bitrate, bound_.bitrate);
     price(&Demand::pids, bound_.pids);
     price(&Demand::transcoders, bound_.transcoders);
     // Rounding errors are far smaller than this, and must not lower a bound that is a whole number.
     const double tolerance = 1e-6;
     const auto together = static_cast<std::size_t>(std::floor(least_value(0) + tolerance));
-    bound_.most = together;
-    for (const BoundKind& kind : bound_kinds)
-        bound_.most = std::min(bound_.most, (bound_.*kind.member).allows);
+    bound_.most = std::min(bound_.most, together);
     return std::move(bound_);
+}
+
+std::vector<std::uint64_t> equal_values(const EngineRun& loaded) {
+    return std::vector<std::uint64_t>(loaded.engine.listaServicios.size(), 1);
 }
 
 } // namespace
@@ -275,8 +292,12 @@ const BoundKind& kind_of(BoundLimit Bound::*member) {
                          [member](const BoundKind& kind) { return kind.member == member; });
 }
 
+Bound single_limits_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
+    return Relaxation(loaded, modules, equal_values(loaded)).limits();
+}
+
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules) {
-    return bound_of(loaded, modules, std::vector<std::uint64_t>(loaded.engine.listaServicios.size(), 1));
+    return bound_of(loaded, modules, equal_values(loaded));
 }
 
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,

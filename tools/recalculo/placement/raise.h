@@ -17,8 +17,10 @@ struct Raise {
     /// The output, from 1; 0 for a limit of the module.
     std::size_t output = 0;
     std::uint32_t from = 0;
-    /// The smallest found that places as many as a value without bounds does.
+    /// What modules are sold with, if such a value places as many as any that was tried.
     std::uint32_t to = 0;
+    /// The smallest found that places as many.
+    std::uint32_t enough = 0;
     std::size_t placed = 0;
     std::size_t findings = 0;
     /// Limits and services that are broken.

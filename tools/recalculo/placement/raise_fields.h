@@ -31,7 +31,11 @@ template <> struct Fields<Raise> {
         visit.where(if_one_of("limit", raise.kind, LimitKind::bitrate, LimitKind::one_more_output), "output",
                     count(raise.output), "Number of the output, from 1, where it is about one");
         visit.required("from", raise.from, "What it is; 0 for one more output");
-        visit.required("to", raise.to, "What it is raised to; the bitrate of one more output");
+        visit.required(
+            "to", raise.to,
+            "What it is raised to: what modules are sold with, if that will do; the bitrate of one "
+            "more output");
+        visit.required("enough", raise.enough, "The smallest value found that places as many");
         visit.required("placed", count(raise.placed), "Services then placed");
         visit_number_of_findings(visit, raise);
         visit.required("set", raise.setting, "The change as `--set` takes it");

@@ -23,14 +23,18 @@ struct SizingOptions {
     unsigned jobs = 1;
     /// Called after each run with the runs done and those planned so far; one call at a time.
     std::function<void(std::size_t done, std::size_t planned)> progress = [](std::size_t, std::size_t) {};
+    /// Asked before each run, from all threads: true ends the sizing with what has been found by then.
+    std::function<bool()> is_stopped = [] { return false; };
 };
 
 struct Attempt {
     std::size_t number = 0;
     std::size_t placed = 0;
     std::size_t left_out = 0;
+    /// Of those that are wanted.
+    std::size_t missing = 0;
     std::size_t findings = 0;
-    /// Limits and services that are broken.
+    /// Limits and services that are broken: with any it is no answer.
     std::size_t broken = 0;
 };
 
@@ -42,17 +46,41 @@ struct Shortage {
 
 struct Addition {
     Module kind;
+    /// Services marked as `must`: where there are any, they alone are wanted.
+    std::size_t musts = 0;
     /// None if no number suffices; `impossible` is not asked for.
     std::optional<std::size_t> number;
+    /// With fewer no arrangement could; also where that is above the most.
     std::size_t at_least = 0;
     /// Every number from `at_least` on, up to the one that suffices or to the most.
     std::vector<Attempt> attempts;
+    /// Where modules are needed, the run with one more of them than that.
+    std::optional<Attempt> one_more;
     /// Each with its reason.
     std::vector<ServiceResult> impossible;
     /// If there are any, no number suffices, however large.
     std::vector<Shortage> shortages;
-    /// Apart from `impossible`; where there are shortages, each with its reason.
+    /// Apart from `impossible`; where nothing was tried, each with its reason.
     std::vector<ServiceResult> remaining;
+};
+
+/// Of each kind so many.
+struct MixPart {
+    Module module;
+    /// None if no mix that was tried suffices.
+    std::optional<std::size_t> number;
+};
+
+/// Further modules of several kinds.
+struct Mix {
+    std::vector<MixPart> kinds;
+    /// Of the mix found; what it leads to stands in `outcome`.
+    std::uint64_t price = 0;
+    std::optional<Attempt> outcome;
+    /// No mix that is cheaper could; none if none could, up to the most modules.
+    std::optional<std::uint64_t> at_least;
+    /// All that are not ruled out, by price.
+    std::size_t tried = 0;
 };
 
 struct Sizing {
@@ -60,13 +88,19 @@ struct Sizing {
     std::size_t most = 0;
     Counts now;
     std::vector<Finding> findings;
+    /// It was stopped before its end.
+    bool is_partial = false;
+    /// Of the first kind alone.
     Addition addition;
+    /// Where there are several kinds.
+    std::optional<Mix> mix;
     /// For each kind of limit that helps, the module on which it helps most; the best first.
     std::vector<Raise> raises;
 };
 
-/// Sizes a head-end; `file` is for messages. The log must be masked. Throws `Failure`.
-Sizing size_headend(const Headend& headend, const std::string& file, const Module& kind,
+/// Sizes a head-end with one kind of module or several; `file` is for messages. The log must be masked.
+/// Throws `Failure`.
+Sizing size_headend(const Headend& headend, const std::string& file, const std::vector<Module>& kinds,
                     const SizingOptions& options);
 
 } // namespace zarven::tool

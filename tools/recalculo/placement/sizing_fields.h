@@ -51,6 +51,7 @@ template <> struct Fields<Attempt> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& attempt) {
         visit.required("number", count(attempt.number), "Further modules");
         visit_placed_and_left_out(visit, attempt);
+        visit.required("missing", count(attempt.missing), "Services that are wanted and not placed");
         visit_number_of_findings(visit, attempt);
     }
 };
@@ -63,16 +64,47 @@ template <> struct Fields<Addition> {
         visit.required("module", ModuleKind{addition.kind}, "The kind");
         visit.required(
             "number", count(addition.number),
-            "The smallest number with which everything is placed that can be; null if none suffices");
+            "The smallest number with which everything is placed that is wanted and can be, and no limit "
+            "is broken; null if none suffices");
+        visit.required("musts", count(addition.musts),
+                       "Services marked as `must`; where there are any, they alone are wanted");
         visit.required("at_least", count(addition.at_least),
-                       "With fewer no arrangement could; one above `most` if that is too few");
+                       "With fewer no arrangement could; if no number would help one above `most`");
         visit.required("tried", addition.attempts, "The runs, by number");
+        visit.required(
+            "one_more", addition.one_more,
+            "The run with one module more than `number`; null if none was needed or none suffices");
         visit.required("impossible", told_as<ServiceWithReason>(addition.impossible),
                        "Placed by no number of modules");
         visit.required(
             "remaining", told_as<ServiceIdentity>(addition.remaining),
-            "If no number suffices: left out by the best attempt, or by the head-end as it is if no "
-            "number would help");
+            "If no number suffices: wanted and left out by the best attempt, or by the head-end as it is if "
+            "nothing was tried");
+    }
+};
+
+template <> struct Fields<MixPart> {
+    static constexpr const char* name = "mix_part";
+    static constexpr const char* meaning = "So many modules of one kind";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& part) {
+        visit.required("module", ModuleKind{part.module}, "The kind");
+        visit.required("price", part.module.price, "What one costs");
+        visit.required("number", count(part.number), "How many of it; null if no mix found suffices");
+    }
+};
+
+template <> struct Fields<Mix> {
+    static constexpr const char* name = "mix";
+    static constexpr const char* meaning = "Further modules of several kinds";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& mix) {
+        visit.required("kinds", mix.kinds, "The kinds, as they were given, and as the engine fills them");
+        visit.required("price", count(mix.price), "What the mix costs; 0 if none suffices");
+        visit.required("outcome", mix.outcome, "Its run; null if none suffices");
+        visit.required("at_least", count(mix.at_least),
+                       "No cheaper mix could; null if none could, or none was looked for");
+        visit.required("tried", count(mix.tried), "Mixes that were run, from the cheapest on");
     }
 };
 
@@ -86,10 +118,14 @@ template <> struct Fields<Sizing> {
         visit_name(visit, sizing.name);
         visit_counts(visit, sizing.now);
         visit_findings(visit, sizing.findings);
+        visit.required("partial", sizing.is_partial, "It was interrupted: what was found until then");
         visit.required("most", count(sizing.most), "The most modules to add");
-        visit.required("add", sizing.addition, "What further modules of one kind bring");
-        visit.required("raise", sizing.raises,
-                       "One limit of one module raised, with no further module; the best first");
+        visit.required("add", sizing.addition,
+                       "What further modules of one kind bring; where there are several, of the first");
+        visit.required("mix", sizing.mix, "The cheapest mix found where there are several kinds, or null");
+        visit.required(
+            "raise", sizing.raises,
+            "One limit of one module raised, with no further module and none broken; the best first");
     }
 };
 

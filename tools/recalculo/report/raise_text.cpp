@@ -26,9 +26,9 @@ std::string change_of(const Raise& raise) {
     if (raise.kind == LimitKind::one_more_output)
         return fmt::format("one more output of {} kbit/s", raise.to);
     const std::string name = name_of(raise.kind);
-    return fmt::format("{} from {} to {}",
-                       raise.output == 0 ? name : fmt::format("{} {}", name, raise.output), raise.from,
-                       raise.to);
+    return fmt::format(
+        "{} from {} to {}{}", raise.output == 0 ? name : fmt::format("{} {}", name, raise.output), raise.from,
+        raise.to, raise.enough == raise.to ? "" : fmt::format(" ({} is enough)", raise.enough));
 }
 
 } // namespace zarven::tool

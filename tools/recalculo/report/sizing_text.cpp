@@ -29,7 +29,13 @@ std::string describe_kind(const Module& kind) {
 
 /// What there is to place at all.
 std::string everything(const Addition& addition) {
-    return addition.impossible.empty() ? "everything" : "everything that can be placed";
+    const std::string wanted = addition.musts == 0
+                                   ? "everything"
+                                   : fmt::format("{} marked as must", counted(addition.musts, "service"));
+    if (addition.impossible.empty())
+        return wanted;
+    return addition.musts == 0 ? "everything that can be placed"
+                               : fmt::format("all but {} of the {}", addition.impossible.size(), wanted);
 }
 
 /// What is wanted and what there is.
@@ -48,7 +54,8 @@ std::string answer(const std::vector<Shortage>& shortages, const std::string& ev
                        everything, fmt::join(figures, ", and "));
 }
 
-std::string answer(const Addition& addition, std::size_t most) {
+std::string answer(const Sizing& sizing) {
+    const Addition& addition = sizing.addition;
     if (addition.number == std::size_t{0})
         return fmt::format("None is needed: the engine places {}.", everything(addition));
     if (addition.number)
@@ -56,10 +63,17 @@ std::string answer(const Addition& addition, std::size_t most) {
                            everything(addition));
     if (!addition.shortages.empty())
         return answer(addition.shortages, everything(addition));
-    if (addition.attempts.empty())
-        return fmt::format("Up to {} are too few: no arrangement could then place {}; nothing was tried.",
-                           more_modules(most), everything(addition));
-    return fmt::format("No number of further modules up to {} is enough.", most);
+    if (addition.at_least > sizing.most)
+        return fmt::format(
+            "Up to {} are too few: with fewer than {} no arrangement could place {}; nothing was "
+            "tried.",
+            more_modules(sizing.most), addition.at_least, everything(addition));
+    if (sizing.is_partial)
+        return fmt::format(
+            "None of the numbers tried before the interruption is enough; with fewer than {} no "
+            "arrangement could place {}.",
+            addition.at_least, everything(addition));
+    return fmt::format("No number of further modules up to {} is enough.", sizing.most);
 }
 
 /// Where the search began, and why there.
@@ -81,16 +95,45 @@ Column figure_column(const char* heading, int least) {
 }
 
 bool is_same_outcome(const Attempt& one, const Attempt& other) {
-    return one.placed == other.placed && one.left_out == other.left_out && one.broken == other.broken;
+    return one.placed == other.placed && one.left_out == other.left_out && one.missing == other.missing &&
+           one.broken == other.broken;
+}
+
+bool any_broken(const std::vector<Attempt>& attempts) {
+    return std::any_of(attempts.begin(), attempts.end(),
+                       [](const Attempt& attempt) { return attempt.broken != 0; });
+}
+
+/// What a reader of the table would ask.
+std::string about_broken(const Addition& addition) {
+    return any_broken(addition.attempts) ? "A run that breaks a limit is no answer." : "";
+}
+
+/// The numbers with which the engine places less than with one module fewer.
+std::string drops(const Addition& addition) {
+    std::vector<Attempt> runs = addition.attempts;
+    if (addition.one_more)
+        runs.push_back(*addition.one_more);
+    std::vector<std::size_t> numbers;
+    for (std::size_t at = 1; at < runs.size(); ++at)
+        if (runs[at].placed < runs[at - 1].placed)
+            numbers.push_back(runs[at].number);
+    return numbers.empty()
+               ? ""
+               : fmt::format("With {} it places less than with one fewer.", fmt::join(numbers, ", "));
 }
 
 /// One line for a row of numbers with the same outcome.
-std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle& style) {
+std::string attempts_text(const Addition& addition, const TextStyle& style) {
+    std::vector<Attempt> attempts = addition.attempts;
+    if (addition.one_more)
+        attempts.push_back(*addition.one_more);
     std::vector<Column> columns = {figure_column("more", 10), figure_column("placed", 8),
                                    figure_column("left out", 8)};
-    const bool any_broken = std::any_of(attempts.begin(), attempts.end(),
-                                        [](const Attempt& attempt) { return attempt.broken != 0; });
-    if (any_broken)
+    if (addition.musts != 0)
+        columns.push_back(figure_column("musts", 8));
+    const bool tells_broken = any_broken(attempts);
+    if (tells_broken)
         columns.push_back(figure_column("broken", 6));
     std::vector<Row> rows;
     for (std::size_t first = 0; first < attempts.size();) {
@@ -102,20 +145,63 @@ std::string attempts_text(const std::vector<Attempt>& attempts, const TextStyle&
         rows.push_back(
             {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
              std::to_string(attempt.placed), std::to_string(attempt.left_out)});
-        if (any_broken)
+        if (addition.musts != 0)
+            rows.back().emplace_back(
+                std::to_string(addition.musts - addition.impossible.size() - attempt.missing));
+        if (tells_broken)
             rows.back().emplace_back(std::to_string(attempt.broken));
         first = next;
     }
     return table_text(std::move(columns), rows, body_indent, style);
 }
 
-std::string addition_text(const Addition& addition, std::size_t most, const TextStyle& style) {
+std::string addition_text(const Sizing& sizing, const TextStyle& style) {
+    const Addition& addition = sizing.addition;
     std::string text = paragraph_text(fmt::format("Further modules ({})", describe_kind(addition.kind)), 0,
-                                      Paint::bold, style) +
-                       paragraph_text(answer(addition, most), body_indent, Paint::none, style);
-    if (!beginning(addition).empty())
-        text += paragraph_text(beginning(addition), body_indent, Paint::none, style);
-    return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition.attempts, style);
+                                      Paint::bold, style);
+    for (const std::string& sentence :
+         {answer(sizing), beginning(addition), about_broken(addition), drops(addition)})
+        if (!sentence.empty())
+            text += paragraph_text(sentence, body_indent, Paint::none, style);
+    return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition, style);
+}
+
+std::string mix_answer(const Mix& mix, const Sizing& sizing) {
+    if (!mix.outcome)
+        return sizing.is_partial ? "None of the mixes tried before the interruption is enough."
+               : mix.at_least    ? fmt::format("No mix of up to {} is enough.", more_modules(sizing.most))
+                                 : fmt::format("No mix of up to {} could be enough; nothing was tried.",
+                                               more_modules(sizing.most));
+    std::vector<std::string> parts;
+    for (std::size_t kind = 0; kind < mix.kinds.size(); ++kind)
+        if (const std::size_t number = mix.kinds[kind].number.value_or(0); number != 0)
+            parts.push_back(fmt::format("{} of kind {}", number, kind + 1));
+    if (parts.empty())
+        return "None is needed.";
+    return fmt::format(
+        "The cheapest mix found: {}, for {} in all; the engine then places all that is wanted.",
+        fmt::join(parts, " and "), mix.price);
+}
+
+/// The kinds are told apart by their place on the command line.
+std::string mix_text(const Sizing& sizing, const TextStyle& style) {
+    if (!sizing.mix)
+        return "";
+    const Mix& mix = *sizing.mix;
+    std::string text =
+        "\n" + paragraph_text(fmt::format("A mix of {} kinds", mix.kinds.size()), 0, Paint::bold, style);
+    for (std::size_t kind = 0; kind < mix.kinds.size(); ++kind)
+        text += paragraph_text(fmt::format("Kind {}, {} each: {}", kind + 1, mix.kinds[kind].module.price,
+                                           describe_kind(mix.kinds[kind].module)),
+                               body_indent, Paint::none, style);
+    text += paragraph_text(mix_answer(mix, sizing), body_indent, Paint::none, style);
+    if (mix.at_least)
+        text += paragraph_text(
+            fmt::format("For less than {} no mix could; from there on each was tried by its price, {} "
+                        "in all, with the kinds in this order.",
+                        *mix.at_least, mix.tried),
+            body_indent, Paint::none, style);
+    return text;
 }
 
 std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
@@ -129,10 +215,9 @@ std::string table_of_raises(const Sizing& sizing, const TextStyle& style) {
     setting.wrapped_at = 1000;
     std::vector<Row> rows;
     for (const Raise& raise : sizing.raises)
-        rows.push_back(
-            {fmt::format("{} more", raise.placed - sizing.now.placed),
-             change_of(raise) + (raise.broken == 0 ? "" : fmt::format("; {} broken", raise.broken)),
-             shown(module_name(raise.mac, raise.label), style), fmt::format("--set '{}'", raise.setting)});
+        rows.push_back({fmt::format("{} more", raise.placed - sizing.now.placed), change_of(raise),
+                        shown(module_name(raise.mac, raise.label), style),
+                        fmt::format("--set '{}'", raise.setting)});
     return table_text({figure_column("", 9), change, mac, setting}, rows, body_indent, style);
 }
 
@@ -143,17 +228,19 @@ std::string raises_text(const Sizing& sizing, const TextStyle& style) {
                                                    0, Paint::bold, style);
     if (sizing.raises.empty())
         return text +
-               paragraph_text("None that alone lets the engine place more.", body_indent, Paint::none, style);
+               paragraph_text("None of those tried lets the engine place more without breaking a limit.",
+                              body_indent, Paint::none, style);
     return text + table_of_raises(sizing, style) +
-           paragraph_text("Each value was run, and so was one less, which places fewer.", body_indent,
-                          Paint::none, style);
+           paragraph_text("Each value was run, and so was one less than is enough, which places fewer or "
+                          "breaks a limit.",
+                          body_indent, Paint::none, style);
 }
 
 std::string remaining_text(const Addition& addition, const TextStyle& style) {
     if (addition.remaining.empty())
         return "";
     return "\n" +
-           (addition.shortages.empty()
+           (!addition.attempts.empty()
                 ? services_list("Left out by the best of these", addition.remaining, style)
                 : services_with_reasons("Left out by the head-end as it is", addition.remaining, style));
 }
@@ -165,12 +252,16 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
         services_in_figures(sizing.now) + broken_in_figures(broken_among(sizing.findings));
     std::string text = title_text(sizing.name, style) +
                        broken_text(sizing.findings, style, " in the head-end as it is") +
-                       paragraph_text(sentence, 0, Paint::none, style) + "\n" +
-                       addition_text(sizing.addition, sizing.most, style);
+                       paragraph_text(sentence, 0, Paint::none, style) + "\n";
+    if (sizing.is_partial)
+        text +=
+            paragraph_text("Interrupted: this is what was found until then.", 0, Paint::bold, style) + "\n";
+    text += addition_text(sizing, style);
     text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
+    text += mix_text(sizing, style);
     text += raises_text(sizing, style);
     return text + closing_notes_text(sizing.findings, style, " on the head-end as it is");
 }

@@ -106,7 +106,7 @@ void compare(const generador::Parametros& parameters, std::mt19937& numbers, uns
         AtFirstGathering watcher(run);
         {
             const host::Watching watching(&watcher);
-            run_strategy(run, strategy);
+            run_strategy(run, strategy, "f");
         }
         fill.run(asked, reglas::ESTRATEGIAS[strategy]);
         ASSERT_TRUE(watcher.has_come());
@@ -155,7 +155,7 @@ TEST(FillRun, WhatCountsChangesWithTheLastServiceOfItsKind) {
     FillRun fill(model);
     AtFirstGathering watcher(run);
     const host::Watching watching(&watcher);
-    run_strategy(run, 0);
+    run_strategy(run, 0, "f");
     fill.run(AskedParts(model), reglas::ESTRATEGIAS[0]);
     EXPECT_EQ(seats_of(model, fill, run), watcher.seats());
     // Stream 2 first, which alone counts at the beginning.

@@ -9,10 +9,12 @@ _recalculo() {
     'run --exclude') return ;;
     'run --max-log') return ;;
     'run --fail-on') words='broken left-out' ;;
+    'run --trials') return ;;
     'run --max-seconds') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
+    'explain --trials') return ;;
     'explain --max-seconds') return ;;
     'explain --color') words='auto always never' ;;
     'compare --fail-on') words='broken left-out' ;;
@@ -48,12 +50,12 @@ _recalculo() {
         words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --color --version' ;;
-        explain) words='-h --help --set --service --json --color --version' ;;
-        compare) words='-h --help --json --html --fail-on --color --version' ;;
-        size) words='-h --help --set --add --most --jobs --json --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
+        explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
+        compare) words='-h --help --json --html --fail-on --max-seconds --color --version' ;;
+        size) words='-h --help --set --add --most --jobs --json --max-seconds --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
-        bound) words='-h --help --set --json --color --version' ;;
+        bound) words='-h --help --set --json --max-seconds --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
         esac

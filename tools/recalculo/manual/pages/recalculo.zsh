@@ -38,6 +38,7 @@ _recalculo() {
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
             '--max-log[Stop a run whose log is longer, in millions of bytes; 0 for no limit]:MB: ' \
             '*--fail-on[End with exit code 3 if something in the placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
@@ -49,6 +50,8 @@ _recalculo() {
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '*--service[A service by its LCN or its name; with @ONID/TSID for one stream only. May be given several times. Without it, all that are on no output]:KEY: ' \
+            '--remedy[Look for the smallest change with which the engine places each service asked for, by running it]' \
+            '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--json[Answer as JSON]' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
@@ -73,7 +76,7 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
-            '--add[The kind of module to add\: a module, or a head-end file with one; - for standard input]:FILE:_files' \
+            '*--add[The kind of module to add\: a module, or a head-end file with one; - for standard input. Of several kinds the cheapest mix is looked for]:FILE:_files' \
             '--most[The most modules to add]:N: ' \
             '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
             '--json[Report as JSON]' \

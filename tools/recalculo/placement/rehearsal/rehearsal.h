@@ -12,6 +12,7 @@
 #ifndef RECALCULO_REHEARSAL_H
 #define RECALCULO_REHEARSAL_H
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -30,6 +31,8 @@ struct RehearsedService {
     std::uint16_t transcoding = 0;
     std::uint16_t sid = 0;
     bool is_hd = false;
+    /// Whether it counts when a stream is chosen, by each of the criteria there are.
+    std::array<bool, 4> counts = {};
 };
 
 /// The services of one stream stand together, by key.
@@ -80,6 +83,8 @@ struct LimitTests {
 };
 
 struct ModuleTests {
+    /// An input beyond the last that is ever tuned changes nothing, as long as there is one.
+    LimitTests inputs;
     LimitTests pids;
     LimitTests sd_transcoders;
     LimitTests hd_transcoders;

@@ -26,9 +26,21 @@ std::optional<RehearsedHeadend> rehearsed(const EngineRun& loaded) {
                 return {};
             const std::size_t first = headend.services.size();
             for (const auto& [key, service] : stream.MapRec_Services) {
-                headend.services.push_back({key, headend.streams.size(), service->peakBitRate,
-                                            service->number_PIDs_CA, service->Transcoding, service->SID,
-                                            reglas::esHD(service->VideoFormatE)});
+                RehearsedService what{key,
+                                      headend.streams.size(),
+                                      service->peakBitRate,
+                                      service->number_PIDs_CA,
+                                      service->Transcoding,
+                                      service->SID,
+                                      reglas::esHD(service->VideoFormatE),
+                                      {}};
+                for (const bool positive : {false, true})
+                    for (const bool of_kind : {false, true}) {
+                        const reglas::Criterio criterion{positive, of_kind, false};
+                        what.counts[number_of(criterion)] =
+                            reglas::cuentaParaElegir(key, what.transcoding, criterion);
+                    }
+                headend.services.push_back(what);
                 sids.push_back(service->SID);
             }
             headend.streams.push_back({first, headend.services.size(), reglas::conAmbosNumeros(onid, tsid)});
@@ -58,6 +70,8 @@ std::optional<Rehearsed> Rehearsal::Stage::run(const std::vector<RehearsedModule
     tests_.assign(modules.size(), {});
     for (std::size_t module = 0; module < modules.size(); ++module)
         tests_[module].bitrate.resize(modules[module].outputs.size());
+    for (Module& module : modules_)
+        module.inputs_used = 0;
     std::optional<Rehearsed> best;
     for (const reglas::Estrategia& strategy : reglas::ESTRATEGIAS) {
         begin();
@@ -69,6 +83,7 @@ std::optional<Rehearsed> Rehearsal::Stage::run(const std::vector<RehearsedModule
         if (!anything_waits())
             break;
     }
+    note_inputs();
     return best;
 }
 
@@ -94,8 +109,17 @@ void Rehearsal::Stage::begin() {
     waiting_of_.clear();
     for (const RehearsedStream& stream : headend_.streams)
         waiting_of_.push_back(stream.last - stream.first);
+    counts_.assign(headend_.streams.size(), {});
+    with_positive_key_ = with_transcoding_ = 0;
+    for (const RehearsedService& what : headend_.services) {
+        with_positive_key_ += reglas::esClavePositiva(what.key) ? 1 : 0;
+        with_transcoding_ += reglas::necesitaTranscoding(what.transcoding) ? 1 : 0;
+        for (std::size_t at = 0; at < what.counts.size(); ++at)
+            counts_[what.stream][at] += what.counts[at] ? 1 : 0;
+    }
     placed_by_fill_ = rounds_ = 0;
     gives_up_ = false;
+    filled_at_ = unified_at_ = optimized_at_ = never;
 }
 
 bool Rehearsal::Stage::pass(char option) {
@@ -187,6 +211,14 @@ bool Rehearsal::Stage::place(std::size_t module, std::size_t input, ServiceNumbe
     return true;
 }
 
+void Rehearsal::Stage::note_inputs() {
+    for (std::size_t module = 0; module < modules_.size(); ++module) {
+        if (modules_[module].inputs_used == modules_[module].inputs.size())
+            tests_[module].inputs.failed();
+        tests_[module].inputs.passed_at(modules_[module].inputs_used + 1);
+    }
+}
+
 bool Rehearsal::Stage::is_broken() {
     for (std::size_t module = 0; module < modules_.size(); ++module)
         if (is_broken(module))
@@ -213,8 +245,13 @@ bool Rehearsal::Stage::is_broken(std::size_t number) {
                 sids_.push_back(what.sid);
         }
         const std::size_t carried = module.outputs[output].services.size();
-        if (carried != 0 && (!reglas::bajoTecho(bitrate, limits.outputs[output].bitrate_max) ||
-                             !reglas::hastaTecho(carried, limits.outputs[output].services_max)))
+        LimitTests& tests = tests_[number].bitrate[output];
+        if (carried != 0 && !reglas::bajoTecho(bitrate, limits.outputs[output].bitrate_max)) {
+            tests.failed();
+            return true;
+        }
+        tests.passed_at(reglas::techoPara(bitrate));
+        if (!reglas::hastaTecho(carried, limits.outputs[output].services_max))
             return true;
         std::sort(sids_.begin(), sids_.end());
         if (std::adjacent_find(sids_.begin(), sids_.end()) != sids_.end())
@@ -224,9 +261,19 @@ bool Rehearsal::Stage::is_broken(std::size_t number) {
         for (const ServiceNumber received : input.services)
             if (service(received).stream != input.stream)
                 return true;
-    return !reglas::hastaTecho(pids, limits.pids_max) ||
-           !reglas::hastaTecho(
-               sd + hd, reglas::limiteTranscoders(hd != 0, limits.sd_transcoders, limits.hd_transcoders));
+    if (!reglas::hastaTecho(pids, limits.pids_max)) {
+        tests_[number].pids.failed();
+        return true;
+    }
+    tests_[number].pids.passed_at(pids);
+    LimitTests& transcoders = hd != 0 ? tests_[number].hd_transcoders : tests_[number].sd_transcoders;
+    if (!reglas::hastaTecho(
+            sd + hd, reglas::limiteTranscoders(hd != 0, limits.sd_transcoders, limits.hd_transcoders))) {
+        transcoders.failed();
+        return true;
+    }
+    transcoders.passed_at(sd + hd);
+    return false;
 }
 
 /// Each service either waits or stands on an input and on an output.

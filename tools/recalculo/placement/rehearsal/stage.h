@@ -4,6 +4,7 @@
 #ifndef RECALCULO_REHEARSAL_STAGE_H
 #define RECALCULO_REHEARSAL_STAGE_H
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -14,6 +15,11 @@ namespace zarven::tool {
 
 using ServiceNumber = std::uint32_t;
 using ServiceNumbers = std::vector<ServiceNumber>;
+
+/// The place of a criterion among the four that the one fill there is can have.
+inline std::size_t number_of(const reglas::Criterio& criterion) {
+    return (criterion.soloClavesPositivas ? 1U : 0U) | (criterion.soloDeSuClase ? 2U : 0U);
+}
 
 class Rehearsal::Stage {
 public:
@@ -39,6 +45,8 @@ private:
     struct Module {
         std::vector<Input> inputs;
         std::vector<Output> outputs;
+        /// Inputs up to the last that was ever tuned, in any pass.
+        std::size_t inputs_used = 0;
         std::uint16_t pids = 0;
         std::uint16_t sd = 0;
         std::uint16_t hd = 0;
@@ -54,13 +62,8 @@ private:
         std::uint32_t sd = 0;
         std::uint32_t hd = 0;
     };
-    /// How many services of each stream count when one is chosen: sorted by number, then by stream.
-    struct Counts {
-        int with_positive_key = 0;
-        int with_transcoding = 0;
-        reglas::Criterio criterion{false, false, false};
-        std::vector<std::uint64_t> sorted;
-    };
+    /// How many of the services that wait count when a stream is chosen, by criterion.
+    using Counts = std::array<int, 4>;
     /// Where services of two modules are exchanged for one in hand.
     struct Exchange {
         std::size_t module[2] = {};
@@ -85,9 +88,9 @@ private:
     State check();
     State complete();
     bool is_uncomplete(std::size_t module);
-    int counted(std::size_t stream) const;
+    void take(ServiceNumber number);
+    std::size_t criterion() const;
     void count_all();
-    void add_to_totals(std::size_t stream, int sign);
     std::size_t chosen(char mode) const;
     int fill(std::size_t module, std::size_t input, char mode);
     int place_waiting(std::size_t module, std::size_t input, std::size_t stream, bool with_transcoding);
@@ -96,16 +99,19 @@ private:
     State unify();
     void find_receivers();
     std::size_t next_partner(std::size_t from, std::size_t module) const;
-    bool is_tuned(const Input& input) const;
+    bool is_tuned(const Input& input) const {
+        return input.stream != no_stream && headend_.streams[input.stream].has_both_numbers;
+    }
     bool unify_within(Module& module);
     bool unify(std::size_t module, std::size_t other);
     bool gather(std::size_t module, std::size_t input, std::size_t other);
+    void sum_up(std::size_t stream);
     void divide(std::size_t stream);
-    void add(Side& side, ServiceNumber number);
     bool has_pids(const Side& side);
     bool has_transcoders(const Side& side);
     bool has_bitrate(const Side& side);
     bool book(Side& side);
+    void note_tuned(Module& module);
     bool retune(std::size_t input, std::size_t stream);
     bool pass_on(std::size_t stream, std::size_t gathered, ServiceNumbers&& services);
     bool secure(ServiceNumber number);
@@ -123,8 +129,9 @@ private:
 
     // What came out (stage.cpp).
     bool is_broken();
-    bool is_broken(std::size_t module);
+    bool is_broken(std::size_t number);
     bool is_sound() const;
+    void note_inputs();
 
     const RehearsedHeadend& headend_;
     const std::vector<RehearsedModule>* limits_ = nullptr;
@@ -134,10 +141,24 @@ private:
     std::vector<char> waits_;
     std::vector<std::size_t> waiting_of_;
     std::size_t waiting_ = 0;
-    Counts counts_;
+    /// By stream.
+    std::vector<Counts> counts_;
+    int with_positive_key_ = 0;
+    int with_transcoding_ = 0;
+    /// The criterion in force, and the streams by how many of their services count, then as the index has
+    /// them.
+    std::size_t criterion_ = 0;
+    std::vector<std::uint64_t> sorted_;
     int placed_by_fill_ = 0;
     int rounds_ = 0;
     bool gives_up_ = false;
+    /// Counts the changes. A phase that has changed nothing would change nothing again until there is
+    /// another.
+    std::uint64_t changes_ = 0;
+    static constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t filled_at_ = never;
+    std::uint64_t unified_at_ = never;
+    std::uint64_t optimized_at_ = never;
     /// By stream, the modules with an input tuned to it, ascending; some that were.
     std::vector<std::vector<std::uint32_t>> receivers_;
     Side principal_;

@@ -7,30 +7,6 @@
 
 namespace zarven::tool {
 
-int Rehearsal::Stage::counted(std::size_t stream) const {
-    int number = 0;
-    if (waiting_of_[stream] == 0)
-        return number;
-    for (std::size_t at = headend_.streams[stream].first; at < headend_.streams[stream].last; ++at)
-        if (waits_[at] != 0)
-            number += reglas::cuentaParaElegir(headend_.services[at].key, headend_.services[at].transcoding,
-                                               counts_.criterion)
-                          ? 1
-                          : 0;
-    return number;
-}
-
-void Rehearsal::Stage::add_to_totals(std::size_t stream, int sign) {
-    if (waiting_of_[stream] == 0)
-        return;
-    for (std::size_t at = headend_.streams[stream].first; at < headend_.streams[stream].last; ++at)
-        if (waits_[at] != 0) {
-            counts_.with_positive_key += reglas::esClavePositiva(headend_.services[at].key) ? sign : 0;
-            counts_.with_transcoding +=
-                reglas::necesitaTranscoding(headend_.services[at].transcoding) ? sign : 0;
-        }
-}
-
 namespace {
 
 std::uint64_t entry(int number, std::size_t stream) {
@@ -47,23 +23,38 @@ std::size_t stream_in(std::uint64_t entry) {
 
 } // namespace
 
+/// The service no longer waits.
+void Rehearsal::Stage::take(ServiceNumber number) {
+    const RehearsedService& what = service(number);
+    ++changes_;
+    waits_[number] = 0;
+    --waiting_;
+    --waiting_of_[what.stream];
+    with_positive_key_ -= reglas::esClavePositiva(what.key) ? 1 : 0;
+    with_transcoding_ -= reglas::necesitaTranscoding(what.transcoding) ? 1 : 0;
+    for (std::size_t at = 0; at < what.counts.size(); ++at)
+        counts_[what.stream][at] -= what.counts[at] ? 1 : 0;
+}
+
+std::size_t Rehearsal::Stage::criterion() const {
+    return number_of(reglas::Criterio{with_positive_key_ != 0, with_transcoding_ != 0, false});
+}
+
 void Rehearsal::Stage::count_all() {
-    counts_.criterion.soloClavesPositivas = counts_.with_positive_key != 0;
-    counts_.criterion.soloDeSuClase = counts_.with_transcoding != 0;
-    counts_.sorted.clear();
+    criterion_ = criterion();
+    sorted_.clear();
     for (std::size_t stream = 0; stream < headend_.streams.size(); ++stream)
-        if (const int number = counted(stream); number != 0)
-            counts_.sorted.push_back(entry(number, stream));
-    std::sort(counts_.sorted.begin(), counts_.sorted.end());
+        if (counts_[stream][criterion_] != 0)
+            sorted_.push_back(entry(counts_[stream][criterion_], stream));
+    std::sort(sorted_.begin(), sorted_.end());
 }
 
 std::size_t Rehearsal::Stage::chosen(char mode) const {
-    const auto& sorted = counts_.sorted;
-    if (sorted.empty() || (mode != reglas::MODO_MAX && mode != reglas::MODO_MIN))
+    if (sorted_.empty() || (mode != reglas::MODO_MAX && mode != reglas::MODO_MIN))
         return no_stream;
     if (mode == reglas::MODO_MIN)
-        return number_in(sorted.front()) >= reglas::TOPE_MIN ? no_stream : stream_in(sorted.front());
-    return stream_in(*std::lower_bound(sorted.begin(), sorted.end(), entry(number_in(sorted.back()), 0)));
+        return number_in(sorted_.front()) >= reglas::TOPE_MIN ? no_stream : stream_in(sorted_.front());
+    return stream_in(*std::lower_bound(sorted_.begin(), sorted_.end(), entry(number_in(sorted_.back()), 0)));
 }
 
 int Rehearsal::Stage::place_waiting(std::size_t module, std::size_t input, std::size_t stream,
@@ -76,11 +67,9 @@ int Rehearsal::Stage::place_waiting(std::size_t module, std::size_t input, std::
             (!with_transcoding && !reglas::entraEnRelleno(headend_.services[at].transcoding, false)) ||
             !place(module, input, static_cast<ServiceNumber>(at)))
             continue;
-        waits_[at] = 0;
+        take(static_cast<ServiceNumber>(at));
         ++placed;
     }
-    waiting_of_[stream] -= static_cast<std::size_t>(placed);
-    waiting_ -= static_cast<std::size_t>(placed);
     return placed;
 }
 
@@ -88,25 +77,28 @@ int Rehearsal::Stage::fill(std::size_t module, std::size_t input, char mode) {
     const std::size_t stream = chosen(mode);
     if (stream == no_stream)
         return 0;
-    auto& sorted = counts_.sorted;
-    add_to_totals(stream, -1);
-    sorted.erase(std::lower_bound(sorted.begin(), sorted.end(), entry(counted(stream), stream)));
+    const int before = counts_[stream][criterion_];
     const int placed = place_waiting(module, input, stream, false);
-    add_to_totals(stream, 1);
-    if (counts_.criterion.soloClavesPositivas != (counts_.with_positive_key != 0) ||
-        counts_.criterion.soloDeSuClase != (counts_.with_transcoding != 0)) {
+    // What counts depends on what is left: with the last service of its kind a rule falls away.
+    if (criterion_ != criterion()) {
         count_all();
-    } else if (const int left = counted(stream); left != 0) {
-        sorted.insert(std::upper_bound(sorted.begin(), sorted.end(), entry(left, stream)),
-                      entry(left, stream));
+    } else if (const int left = counts_[stream][criterion_]; left != before) {
+        sorted_.erase(std::lower_bound(sorted_.begin(), sorted_.end(), entry(before, stream)));
+        if (left != 0)
+            sorted_.insert(std::lower_bound(sorted_.begin(), sorted_.end(), entry(left, stream)),
+                           entry(left, stream));
     }
-    if (placed != 0)
+    if (placed != 0) {
         modules_[module].inputs[input].stream = stream;
+        modules_[module].inputs_used = std::max(modules_[module].inputs_used, input + 1);
+    }
     return placed;
 }
 
 Rehearsal::Stage::State Rehearsal::Stage::fill(char option) {
     placed_by_fill_ = 0;
+    if (filled_at_ == changes_)
+        return State::unify;
     bool are_counted = false;
     for (std::size_t module = 0; module < modules_.size(); ++module)
         for (std::size_t input = 0; input < modules_[module].inputs.size(); ++input) {
@@ -115,14 +107,12 @@ Rehearsal::Stage::State Rehearsal::Stage::fill(char option) {
                 mode == reglas::NO_SE_OFRECE)
                 continue;
             if (!are_counted) {
-                counts_.with_positive_key = counts_.with_transcoding = 0;
-                for (std::size_t stream = 0; stream < headend_.streams.size(); ++stream)
-                    add_to_totals(stream, 1);
                 count_all();
                 are_counted = true;
             }
             placed_by_fill_ += fill(module, input, mode);
         }
+    filled_at_ = placed_by_fill_ == 0 ? changes_ : never;
     return placed_by_fill_ == 0 ? State::unify : State::check;
 }
 

@@ -15,6 +15,10 @@ constexpr int rounds_max = 3;
 } // namespace
 
 Rehearsal::Stage::State Rehearsal::Stage::optimize() {
+    // The way back here would be the same once more, and so on to the last round.
+    if (optimized_at_ == changes_)
+        return State::end;
+    optimized_at_ = changes_;
     ++rounds_;
     find_receivers();
     for (std::size_t stream = 0; stream < headend_.streams.size() && !gives_up_; ++stream)
@@ -162,9 +166,7 @@ bool Rehearsal::Stage::exchange_for(const Exchange& exchange, ServiceNumber leav
         !place(exchange.module[0], exchange.input[0], comes) ||
         !place(exchange.module[0], exchange.input_in_hand, in_hand))
         return false;
-    waits_[in_hand] = 0;
-    --waiting_of_[stream];
-    --waiting_;
+    take(in_hand);
     return true;
 }
 

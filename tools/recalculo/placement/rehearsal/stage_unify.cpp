@@ -8,10 +8,6 @@
 
 namespace zarven::tool {
 
-bool Rehearsal::Stage::is_tuned(const Input& input) const {
-    return input.stream != no_stream && headend_.streams[input.stream].has_both_numbers;
-}
-
 void Rehearsal::Stage::find_receivers() {
     receivers_.resize(headend_.streams.size());
     for (auto& receivers : receivers_)
@@ -38,9 +34,12 @@ std::size_t Rehearsal::Stage::next_partner(std::size_t from, std::size_t module)
 }
 
 Rehearsal::Stage::State Rehearsal::Stage::unify() {
-    find_receivers();
+    const bool is_known = unified_at_ == changes_;
+    unified_at_ = changes_;
+    if (!is_known)
+        find_receivers();
     bool is_to_complete = false;
-    for (std::size_t module = 0; module < modules_.size(); ++module)
+    for (std::size_t module = 0; module < modules_.size() && !is_known; ++module)
         for (std::size_t other = next_partner(0, module); other < modules_.size();
              other = next_partner(other + 1, module))
             is_to_complete |= other == module ? unify_within(modules_[module]) : unify(module, other);
@@ -62,6 +61,7 @@ bool Rehearsal::Stage::unify_within(Module& module) {
                 put(module.inputs[first].services, number);
             other.services.clear();
             other.stream = no_stream;
+            ++changes_;
             is_to_complete = true;
         }
     }
@@ -95,24 +95,28 @@ bool Rehearsal::Stage::unify(std::size_t module, std::size_t other) {
     return is_to_complete;
 }
 
-void Rehearsal::Stage::add(Side& side, ServiceNumber number) {
-    const RehearsedService& what = service(number);
-    put(side.services, number);
-    side.pids += what.pids;
-    side.bitrate += what.bitrate;
-    if (reglas::necesitaTranscoding(what.transcoding))
-        ++(what.is_hd ? side.hd : side.sd);
+void Rehearsal::Stage::sum_up(std::size_t stream) {
+    for (Side* side : {&principal_, &auxiliary_})
+        side->pids = side->bitrate = side->sd = side->hd = 0;
+    for (const std::size_t module : {principal_.module, auxiliary_.module})
+        for (const Input& input : modules_[module].inputs)
+            for (const ServiceNumber number : input.services) {
+                const RehearsedService& what = service(number);
+                Side& side = what.stream == stream ? principal_ : auxiliary_;
+                side.pids += what.pids;
+                side.bitrate += what.bitrate;
+                if (reglas::necesitaTranscoding(what.transcoding))
+                    ++(what.is_hd ? side.hd : side.sd);
+            }
 }
 
 void Rehearsal::Stage::divide(std::size_t stream) {
-    for (Side* side : {&principal_, &auxiliary_}) {
-        side->services.clear();
-        side->pids = side->bitrate = side->sd = side->hd = 0;
-    }
+    principal_.services.clear();
+    auxiliary_.services.clear();
     for (const std::size_t module : {principal_.module, auxiliary_.module})
         for (const Input& input : modules_[module].inputs)
             for (const ServiceNumber number : input.services)
-                add(service(number).stream == stream ? principal_ : auxiliary_, number);
+                put((service(number).stream == stream ? principal_ : auxiliary_).services, number);
 }
 
 bool Rehearsal::Stage::has_pids(const Side& side) {
@@ -261,18 +265,28 @@ bool Rehearsal::Stage::secure(ServiceNumber number) {
     return true;
 }
 
+void Rehearsal::Stage::note_tuned(Module& module) {
+    for (std::size_t at = module.inputs_used; at < module.inputs.size(); ++at)
+        if (module.inputs[at].stream != no_stream)
+            module.inputs_used = at + 1;
+}
+
 bool Rehearsal::Stage::gather(std::size_t module, std::size_t input, std::size_t other) {
     const std::size_t stream = modules_[module].inputs[input].stream;
     principal_.module = module;
     auxiliary_.module = other;
-    divide(stream);
+    sum_up(stream);
     if (!has_pids(principal_) || !has_pids(auxiliary_) || !has_transcoders(principal_) ||
-        !has_transcoders(auxiliary_) || !has_bitrate(principal_) || !has_bitrate(auxiliary_) ||
-        !book(principal_) || !book(auxiliary_) || !retune(input, stream))
+        !has_transcoders(auxiliary_) || !has_bitrate(principal_) || !has_bitrate(auxiliary_))
         return false;
+    divide(stream);
+    if (!book(principal_) || !book(auxiliary_) || !retune(input, stream))
+        return false;
+    ++changes_;
     for (Side* side : {&principal_, &auxiliary_}) {
         modules_[side->module].inputs.swap(side->inputs);
         modules_[side->module].outputs.swap(side->outputs);
+        note_tuned(modules_[side->module]);
     }
     return true;
 }

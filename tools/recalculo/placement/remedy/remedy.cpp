@@ -180,7 +180,7 @@ Remedy RemedySearch::told(const Change& change, const Result& result) const {
         told.label = raised.label;
         told.output = change.limit.output;
         told.from = change.limit.from;
-        told.to = change.value;
+        told.to = told.enough = change.value;
         told.placed = remedy.placed;
         told.findings = result.findings.size();
         told.setting = remedy.setting = setting_of(change.limit, raised, change.value);

@@ -1,155 +1,107 @@
 #include "placement/sizing/adding.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "placement/bound.h"
-#include "placement/refusal.h"
 #include "placement/sizing/further_modules.h"
 
 namespace zarven::tool {
 
-Adding::Adding(const Headend& headend, const std::string& file, const Module& kind,
-               const SizingOptions& options)
-    : headend_(headend), most_(options.most), jobs_(options.jobs), loaded_(load_engine(headend, file)),
-      modules_(capacities_of(loaded_)) {
+Adding::Adding(const Headend& headend, const Module& kind, const Wanted& wanted, const SizingOptions& options)
+    : headend_(headend), wanted_(wanted), most_(options.most), jobs_(options.jobs) {
     addition_.kind = kind;
-    kind_ = capacities_of(load_engine(with_modules({}, kind, 1), file)).front();
-    find_impossible();
+    addition_.musts = wanted.musts();
+    addition_.impossible = wanted.impossible();
 }
 
-Adding::ServiceNumbers Adding::numbers_of(const ServiceResult& service) {
-    return {service.stream.onid, service.stream.tsid, service.lcn, service.sid};
-}
-
-/// With modules enough the positive keys are placed, and the other services are asked for, too.
-void Adding::find_impossible() {
-    std::set<Stream> tunable;
-    for (const auto& service : loaded_.engine.listaServicios)
-        if (tunes_an_input_for(service->idService, *service, false))
-            tunable.insert(stream_of(*service));
-    std::vector<ModuleCapacity> modules = modules_;
-    if (most_ != 0)
-        modules.push_back(kind_);
-    decltype(loaded_.engine.listaServicios) possible;
-    for (const auto& service : loaded_.engine.listaServicios) {
-        std::string reason = why_none_could_take(modules, *service);
-        if (reason.empty() && tunable.count(stream_of(*service)) == 0)
-            reason = "all services of its stream need transcoding, and for such the engine tunes no input";
-        if (reason.empty()) {
-            possible.push_back(service);
-            continue;
-        }
-        addition_.impossible.push_back(describe(*service, false));
-        addition_.impossible.back().reason = reason;
-        impossible_.insert(numbers_of(addition_.impossible.back()));
-    }
-    // What the impossible ask for is no part of what is to be placed.
-    loaded_.engine.listaServicios = std::move(possible);
-}
-
-/// How many services there are to place; the impossible are no longer among those loaded.
-std::size_t Adding::wanted() const {
-    return loaded_.engine.listaServicios.size();
-}
-
-/// Bisects, because what cannot be done with a number of modules cannot be done with fewer. Up to one above
-/// the most, which then says that no number allowed is enough.
+/// Bisects, because what cannot be done with a number of modules cannot be done with fewer. Without shortages
+/// some number is enough for the bound.
 void Adding::find_least() {
-    const auto are_too_few = [&](std::size_t number) {
-        std::vector<ModuleCapacity> modules = modules_;
-        modules.insert(modules.end(), number, kind_);
-        return bound_of(loaded_, modules).most < wanted();
-    };
-    std::size_t& least = addition_.at_least;
-    std::size_t above = most_ + 1;
-    while (least < above) {
-        const std::size_t middle = least + (above - least) / 2;
-        if (are_too_few(middle))
-            least = middle + 1;
-        else
-            above = middle;
+    std::size_t too_few = 0;
+    if (!wanted_.are_too_few({too_few}))
+        return;
+    std::size_t enough = 1;
+    while (wanted_.are_too_few({enough})) {
+        too_few = enough;
+        enough *= 2;
     }
+    while (enough - too_few > 1) {
+        const std::size_t middle = too_few + (enough - too_few) / 2;
+        (wanted_.are_too_few({middle}) ? too_few : enough) = middle;
+    }
+    addition_.at_least = enough;
 }
 
 /// With enough modules each limit that they raise is out of the way, and those that they do not raise stay as
 /// they are. Compared are one module and two: none would leave out services that only the kind can take, and
 /// so tell of others.
 void Adding::find_shortages() {
-    std::vector<ModuleCapacity> modules = modules_;
-    modules.push_back(kind_);
-    const Bound with_one = bound_of(loaded_, modules);
-    modules.push_back(kind_);
-    const Bound with_two = bound_of(loaded_, modules);
+    const Bound with_one = wanted_.limits_with({1});
+    const Bound with_two = wanted_.limits_with({2});
     for (const BoundKind& kind : bound_kinds) {
         const BoundLimit& limit = with_one.*kind.member;
-        if (limit.allows < wanted() && limit.capacity == (with_two.*kind.member).capacity)
+        if (limit.allows < wanted_.number() && limit.capacity == (with_two.*kind.member).capacity)
             addition_.shortages.push_back({kind.member, limit});
     }
 }
 
-bool Adding::suffices(const Result& result) const {
-    for (const StreamResult& stream : result.left_out)
-        for (const ServiceResult& service : stream.services)
-            if (impossible_.count(numbers_of(service)) == 0)
-                return false;
-    return result.counts.placed + impossible_.size() >= result.counts.loaded;
-}
-
 /// Notes an attempt. True if it suffices.
 bool Adding::take(std::size_t number, const Result& result) {
-    addition_.attempts.push_back({number, result.counts.placed, result.counts.left_out,
-                                  result.findings.size(), broken_in(result).all()});
-    if (suffices(result)) {
+    const Attempt attempt = wanted_.attempt_of(number, result);
+    const bool is_best = addition_.attempts.empty() || attempt.missing < least_missing_;
+    addition_.attempts.push_back(attempt);
+    if (suffices(attempt)) {
         addition_.number = number;
         addition_.remaining.clear();
         return true;
     }
-    if (addition_.attempts.size() > 1 && result.counts.placed <= best_placed_)
-        return false;
-    best_placed_ = result.counts.placed;
-    note_remaining(result);
+    if (is_best) {
+        least_missing_ = attempt.missing;
+        addition_.remaining = wanted_.missing_in(result);
+    }
     return false;
 }
 
-void Adding::note_remaining(const Result& result) {
-    addition_.remaining.clear();
-    for (const StreamResult& stream : result.left_out)
-        for (const ServiceResult& service : stream.services)
-            if (impossible_.count(numbers_of(service)) == 0)
-                addition_.remaining.push_back(service);
-}
-
 /// In waves of as many numbers as there are threads; of a wave, those after the first that suffices are
-/// forgotten, so that the answer does not depend on the threads.
+/// forgotten, so that the answer does not depend on the threads. But for one: whoever buys a module to spare
+/// is to know what the engine makes of it.
 void Adding::search(Runner& runner) {
-    for (std::size_t first = addition_.at_least; first <= most_;) {
+    for (std::size_t first = addition_.at_least; first <= most_ && !runner.is_stopped();) {
         const std::size_t size = std::min(std::size_t{jobs_}, most_ - first + 1);
-        std::vector<Result> wave(size);
+        std::vector<std::optional<Result>> wave(size);
         runner.plan(size);
         runner.in_parallel(size, [&](std::size_t part) {
-            wave[part] = runner.run(with_modules(headend_, addition_.kind, first + part));
+            if (!runner.is_stopped())
+                wave[part] = runner.run(with_modules(headend_, addition_.kind, first + part));
         });
-        for (const Result& result : wave)
-            if (take(first++, result))
+        for (const std::optional<Result>& result : wave) {
+            if (!result)
                 return;
+            if (take(first++, *result)) {
+                const Result next = runner.run(with_modules(headend_, addition_.kind, first));
+                addition_.one_more = wanted_.attempt_of(first, next);
+                return;
+            }
+        }
     }
 }
 
 Addition Adding::addition(Runner& runner, const Result& now) && {
-    // The engine's exchanges can break a limit, and so place what no other arrangement can.
-    if (suffices(now)) {
+    if (suffices(wanted_.attempt_of(0, now))) {
         take(0, now);
         return std::move(addition_);
     }
     find_shortages();
-    if (!addition_.shortages.empty()) {
+    if (addition_.shortages.empty())
+        find_least();
+    else
         addition_.at_least = most_ + 1;
-        note_remaining(now);
-        return std::move(addition_);
-    }
-    find_least();
-    search(runner);
+    if (addition_.at_least > most_)
+        addition_.remaining = wanted_.missing_in(now);
+    else
+        search(runner);
     return std::move(addition_);
 }
 

@@ -47,8 +47,8 @@ Advice advice_for(const Headend& headend, const std::string& file, const Result&
         trials == automatic_trials ? automatic_trials_for(headend.services.size()) : trials;
     SizingOptions options;
     options.jobs = cores();
-    Runner runner(file, options);
-    Raising raising(headend, runner);
+    Runner runner(headend, file, options);
+    Raising raising(headend, runner, RaisedTo::sold_value);
     advice.limits = raising.limits();
     std::set<std::size_t> modules;
     std::size_t limits = 0;

@@ -38,6 +38,8 @@ Headend with_modules(const Headend& headend, const Module& kind, std::size_t num
         changed.modules.push_back(kind);
         changed.modules.back().mac = mac;
         changed.modules.back().controller = false;
+        // That of the module which stands for the kind tells where that one is.
+        changed.modules.back().label.clear();
     }
     return changed;
 }

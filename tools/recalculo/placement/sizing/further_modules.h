@@ -10,7 +10,7 @@
 namespace zarven::tool {
 
 /// The head-end with further modules of a kind. Their MACs follow all others, so that the engine fills them
-/// last.
+/// last; they have no label.
 Headend with_modules(const Headend& headend, const Module& kind, std::size_t number);
 
 } // namespace zarven::tool

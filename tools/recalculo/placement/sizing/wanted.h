@@ -1,0 +1,64 @@
+// What is to be placed: all services that can be, or where some are marked as `must` those of them. And
+// whether a head-end with further modules could place it, by the bound, and did, by a result.
+
+#ifndef RECALCULO_SIZING_WANTED_H
+#define RECALCULO_SIZING_WANTED_H
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "headend/headend.h"
+#include "placement/bound.h"
+#include "placement/capacity.h"
+#include "placement/engine_run.h"
+#include "placement/result.h"
+#include "placement/services.h"
+#include "placement/sizing.h"
+
+namespace zarven::tool {
+
+class Wanted {
+public:
+    /// Kinds of modules that are not added make nothing possible. `file` is for messages. Throws `Failure`.
+    Wanted(const Headend& headend, const std::string& file, const std::vector<Module>& kinds, bool are_added);
+
+    std::size_t musts() const { return musts_; }
+    /// Each with its reason.
+    const std::vector<ServiceResult>& impossible() const { return impossible_; }
+    /// How many there are to place.
+    std::size_t number() const { return loaded_.engine.listaServicios.size(); }
+
+    /// What each limit allows with so many further modules of each kind.
+    Bound limits_with(const std::vector<std::size_t>& numbers) const;
+    bool are_too_few(const std::vector<std::size_t>& numbers) const {
+        return limits_with(numbers).most < number();
+    }
+
+    std::vector<ServiceResult> missing_in(const Result& result) const;
+    Attempt attempt_of(std::size_t number, const Result& result) const;
+
+private:
+    /// ONID, TSID, LCN and SID.
+    using ServiceNumbers = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t>;
+
+    static ServiceNumbers numbers_of(const ServiceResult& service);
+    ServiceSet find_musts(const Headend& headend) const;
+    void find_impossible(const ServiceSet& musts, const std::vector<ModuleCapacity>& modules);
+
+    EngineRun loaded_;
+    std::vector<ModuleCapacity> modules_;
+    std::vector<ModuleCapacity> kinds_;
+    std::size_t musts_ = 0;
+    std::vector<ServiceResult> impossible_;
+    std::set<ServiceNumbers> wanted_;
+};
+
+/// Nothing that is wanted is missing, and no limit is broken.
+bool suffices(const Attempt& attempt);
+
+} // namespace zarven::tool
+
+#endif
