@@ -35,8 +35,8 @@ TEST_F(CommandLine, ExplainWithoutAServiceExplainsAllThatAreLeftOut) {
     EXPECT_EQ(run("explain -", read(small)).out,
               "Why 1 of 12 services is not placed\n"
               "     1  no input is free: all 5 inputs on 3 modules carry other streams\n"
-              "  Of the limits, this one raised alone helps most: number of inputs from 2 to 3 on module "
-              "02:00:00:00:00:01, 1 more placed; --set 'modules[0].inputs=3' (13 limits tried).\n\n" +
+              "  Of the limits, this one raised alone helps most: number of inputs from 1 to 2 on module "
+              "02:00:00:00:00:03, 1 more placed; --set 'modules[2].inputs=2' (8 limits tried).\n\n" +
                   lejano_explained + "    3 modules have no input free\n" + what_if);
     EXPECT_EQ(run("explain -", modules_text).out, "No service is left out.\n");
 }

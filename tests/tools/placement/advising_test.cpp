@@ -37,8 +37,8 @@ protected:
 TEST_F(Advising, TheLimitThatHelpsIsFound) {
     headend.modules[0].pids_max = 3; // now neither takes the last
     const Advice found = advice();
-    EXPECT_EQ(found.limits, 8u) << "PIDs, bitrate, inputs and one more output of two modules";
-    EXPECT_EQ(found.limits_tried, 8u);
+    EXPECT_EQ(found.limits, 5u) << "without those that no service has met";
+    EXPECT_EQ(found.limits_tried, 5u);
     ASSERT_FALSE(found.raises.empty());
     const Raise& best = found.raises.front();
     EXPECT_EQ(best.kind, LimitKind::pids);
@@ -60,11 +60,11 @@ TEST_F(Advising, TrialsAreBounded) {
     headend.modules[0].pids_max = 3;
     EXPECT_EQ(advice(0).limits, 0u);
     // Half of them are for the limits, of a module all or none.
-    EXPECT_EQ(advice(7).limits_tried, 0u);
-    EXPECT_EQ(advice(7).limits, 8u);
-    EXPECT_EQ(advice(8).limits_tried, 4u);
-    EXPECT_EQ(advice(15).limits_tried, 4u);
-    EXPECT_EQ(advice(16).limits_tried, 8u);
+    EXPECT_EQ(advice(3).limits_tried, 0u);
+    EXPECT_EQ(advice(3).limits, 5u);
+    EXPECT_EQ(advice(4).limits_tried, 2u);
+    EXPECT_EQ(advice(9).limits_tried, 2u);
+    EXPECT_EQ(advice(10).limits_tried, 5u);
 }
 
 TEST_F(Advising, OfTheModulesTheOneNearestToMostServices) {

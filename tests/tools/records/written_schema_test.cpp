@@ -168,7 +168,7 @@ json whole_choice() {
     ServiceChange change;
     change.service = a_service();
     change.before = change.after = {{"A", 1, {1}}};
-    report.moves = Moves{{change}, 1, 2};
+    report.moves = MovesAgainstKept{{change}, 1, 2};
     return json::parse(choice_json(report));
 }
 

@@ -35,7 +35,7 @@ inline ChoiceReport choice_with_everything() {
     MissedMust missed{valued(6, "Seis", 1, true).service, false, false};
     missed.service.reason = "No input is free.";
     report.missed = {missed};
-    report.moves = Moves{{change(7, "Siete", {{"A", 1, {1}}}, {{"B", 2, {1}}})}, 700, 2};
+    report.moves = MovesAgainstKept{{change(7, "Siete", {{"A", 1, {1}}}, {{"B", 2, {1}}})}, 700, 2};
     report.states = 123456;
     report.engine_runs = 1;
     report.has_values = true;

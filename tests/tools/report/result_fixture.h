@@ -31,7 +31,7 @@ inline Advice some_advice() {
     raise.label = "Rack 1, slot 3";
     raise.output = 10;
     raise.from = 38000;
-    raise.to = 40001;
+    raise.to = raise.enough = 40001;
     raise.placed = 5;
     raise.findings = 1;
     raise.setting = "modules[0].outputs[1]=40001";

@@ -173,7 +173,7 @@ private:
         const std::vector<PlacedService> after =
             placed_services(result_of(chosen_.run(), headend_.name, Reasons::omitted));
         const Matches matches = match(before, after);
-        Moves moves;
+        MovesAgainstKept moves;
         for (const auto& [from, to] : matches.pairs) {
             const PlacedService& was = before[from];
             const PlacedService& is = after[to];

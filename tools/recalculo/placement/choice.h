@@ -57,7 +57,7 @@ struct MissedMust {
 };
 
 /// Against a placement that is to be kept.
-struct Moves {
+struct MovesAgainstKept {
     std::vector<ServiceChange> moved;
     std::size_t unmoved = 0;
     /// Placed there, and not by the choice.
@@ -75,7 +75,7 @@ struct ChoiceReport {
     std::vector<ValuedChange> gained;
     std::vector<ValuedChange> lost;
     std::vector<MissedMust> missed;
-    std::optional<Moves> moves;
+    std::optional<MovesAgainstKept> moves;
     std::uint64_t states = 0;
     std::uint64_t engine_runs = 0;
     /// Some are not worth 1; else value and number of services are the same.

@@ -98,7 +98,7 @@ template <> struct Fields<MissedMust> {
     }
 };
 
-template <> struct Fields<Moves> {
+template <> struct Fields<MovesAgainstKept> {
     static constexpr const char* name = "moves";
     static constexpr const char* meaning = "The choice against the placement that is to be kept";
 
@@ -125,7 +125,7 @@ template <> struct Fields<ChoiceReport> {
         visit.required("withheld", report.withheld, "Services not to ask for");
         visit.required("gained", told_as<Gain>(report.gained), "Placed with the choice only");
         visit.required("lost", told_as<Loss>(report.lost), "Placed with everything asked for only");
-        visit.where(Condition{report.moves.has_value()}, "moves", report.moves.value_or(Moves()),
+        visit.where(Condition{report.moves.has_value()}, "moves", report.moves.value_or(MovesAgainstKept()),
                     "With `--keep`: the choice against that placement");
         visit.required("states", count(report.states), "States that the search has tried");
         visit.required("engine_runs", count(report.engine_runs), "Runs of the engine that it has made");

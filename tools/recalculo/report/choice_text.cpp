@@ -177,7 +177,7 @@ std::string proof_of_musts(const ChoiceReport& report) {
                        report.musts.most, report.musts.wanted);
 }
 
-std::string moves_in_figures(const Moves& moves, const std::string& kept) {
+std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept) {
     return fmt::format("Against {}: {} in another place, {} where they were, {} no longer placed", kept,
                        counted(moves.moved.size(), "service"), moves.unmoved, moves.gone);
 }

@@ -17,7 +17,7 @@ std::string verdict_of(const ChoiceReport& report);
 std::string proof_of_musts(const ChoiceReport& report);
 
 /// "3 services move against FILE, 5 stay, 1 is no longer placed".
-std::string moves_in_figures(const Moves& moves, const std::string& kept);
+std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept);
 
 /// `kept` is how the placement is called that is to be kept. By default as for a file, in UTF-8.
 std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style = {});
