@@ -85,7 +85,7 @@ TEST_F(Advising, NoneIsGivenWhereARunFails) {
     const Result now = result_of(headend);
     headend.modules[0].controller = false;
     const Advice none = advice_for(headend, "f", now, automatic_trials);
-    EXPECT_EQ(none.limits, 8u);
+    EXPECT_EQ(none.limits, 5u);
     EXPECT_EQ(none.limits_tried, 0u);
     EXPECT_TRUE(none.raises.empty());
 }
