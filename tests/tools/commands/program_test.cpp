@@ -124,9 +124,29 @@ TEST_F(CommandLine, AMissingFile) {
 
 TEST_F(CommandLine, AFileThatIsNotJson) {
     expect_refused(run("run " + write("bad.json", "{\n  oops")),
-                   file("bad.json") +
-                       ": line 2, column 3: not JSON: syntax error while parsing object key - invalid "
-                       "literal; last read: '{<U+000A>  o'; expected string literal");
+                   file("bad.json") + ": line 2, column 3: found \"oops\", expected a key in double quotes");
+}
+
+TEST_F(CommandLine, AChannelListIsToldFromAHeadend) {
+    const std::string lamedb = examples + "/sample.lamedb";
+    const std::string dvbv5 = examples + "/sample.dvbv5.conf";
+    const std::string list = write("list", channel_line);
+    const auto told = [](const std::string& path, const std::string& format) {
+        return path + ": this is a channel list (" + format +
+               "); use `recalculo import` to make a head-end of it";
+    };
+    for (const std::string& command :
+         {std::string("run "), std::string("explain "), std::string("bound "),
+          std::string("export --format csv "), "compare " + small + " ", "size --add " + small + " ",
+          "size " + small + " --add ", "import " + list + " --modules "})
+        expect_refused(run(command + lamedb), told(lamedb, "lamedb"));
+    expect_refused(run("run " + dvbv5), told(dvbv5, "dvbv5"));
+    expect_refused(run("run " + list), told(list, "channels.conf"));
+    // No list, whatever its lines look like.
+    expect_refused(run("run -", "[]"),
+                   "standard input: top level: found a list of 0 entries, expected an object");
+    expect_refused(run("run -", "{\n[a]\n"),
+                   "standard input: line 2, column 1: found '[', expected a key in double quotes");
 }
 
 TEST_F(CommandLine, AFileOfTheWrongShape) {

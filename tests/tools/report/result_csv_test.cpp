@@ -25,12 +25,12 @@ TEST(ResultCsv, OneOfEverything) {
             "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
             "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,\r\n"
             "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes,\r\n"
-            "yes,M1,1,1,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
-            "yes,M1,1,10,12,海景 Música\x1B,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "yes,M1,1,1,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
+            "yes,M1,1,10,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,\r\n"
             "no,,,,700," +
             long_name + "," + long_name +
             ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.\r\n"
-            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \x1B, is left out.\"\r\n"
+            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \uFFFD, is left out.\"\r\n"
             "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.\r\n");
 }
 
@@ -67,8 +67,14 @@ TEST(ResultCsv, FieldsAreQuotedWhereTheyMustBe) {
     EXPECT_EQ(name_field("a;b 'c'"), "a;b 'c'");
     EXPECT_EQ(name_field("a,b"), "\"a,b\"");
     EXPECT_EQ(name_field("\"a\" b"), "\"\"\"a\"\" b\"");
-    EXPECT_EQ(name_field("a\nb"), "\"a\nb\"");
-    EXPECT_EQ(name_field("a\rb"), "\"a\rb\"");
+    EXPECT_EQ(name_field("a\nb"), "a\uFFFDb");
+    EXPECT_EQ(name_field("a\r\x1B\u009Bb"), "a\uFFFD\uFFFD\uFFFDb");
+    for (const std::string beginning : {"=", "+", "-", "@", "＝", "＋", "－", "＠"})
+        EXPECT_EQ(name_field(beginning + "1+1"), "'" + beginning + "1+1");
+    EXPECT_EQ(name_field("=1,2"), "\"'=1,2\"");
+    EXPECT_EQ(name_field("\t=1"), "\uFFFD=1");
+    EXPECT_EQ(name_field("\r=1"), "\uFFFD=1");
+    EXPECT_EQ(name_field("1+1=2"), "1+1=2");
 }
 
 TEST(ResultCsv, Radio) {

@@ -13,6 +13,7 @@
 
 #include "base/streams.h"
 #include "base/words.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -127,7 +128,7 @@ std::string stray_word(const CLI::App& app, const std::vector<std::string>& type
 std::string complaint(const CLI::App& app, const CLI::Error& error, const std::vector<std::string>& typed) {
     const bool has_stray_word = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
     return fmt::format("recalculo: {}\nRun with --help for more information.\n",
-                       has_stray_word ? stray_word(app, typed) : error.what());
+                       shown_as_message(has_stray_word ? stray_word(app, typed) : error.what()));
 }
 
 } // namespace

@@ -19,10 +19,12 @@ namespace {
 
 Result result_in(const std::string& path) {
     const std::string file = input_name(path);
-    const Document document(file, read_text(path));
-    if (is_result(document))
-        return read_result(document);
-    const Headend headend = read_headend(document);
+    const auto document = read_json_file(path, [](const std::string& name, const std::string& text) {
+        return std::make_unique<Document>(name, text);
+    });
+    if (is_result(*document))
+        return read_result(*document);
+    const Headend headend = read_headend(*document);
     const host::Log no_log("");
     EngineRun run = load_engine(headend, file);
     run_watched(run, file);

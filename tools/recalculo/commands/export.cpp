@@ -38,7 +38,10 @@ void tell_exported(const std::string& file, const ChannelExport& exported) {
 
 void export_command(const ExportOptions& options) {
     const std::string file = input_name(options.result);
-    const Result result = read_result(file, read_text(options.result));
+    const Result result =
+        read_json_file(options.result, [](const std::string& name, const std::string& text) {
+            return read_result(name, text);
+        });
     if (options.format == format_csv)
         return write_text(options.output, result_csv(result));
     const ChannelExport exported = result_channels(result);

@@ -7,7 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
+#include "base/streams.h"
 #include "headend/headend.h"
+#include "records/document_failure.h"
 
 namespace zarven::tool {
 
@@ -19,6 +22,23 @@ struct HeadendInput {
 
 /// Reads the head-end with its changes. Throws `Failure`.
 Headend read_input(const HeadendInput& input);
+
+/// Throws `Failure` for a text that is a channel list and was taken for JSON.
+void complain_of_channel_list(const std::string& name, const std::string& text);
+
+/// What `read` makes of the name and the text of a JSON file. Throws `Failure`.
+template <class Read> auto read_json_file(const std::string& path, const Read& read) {
+    const std::string name = input_name(path);
+    const std::string text = read_text(path);
+    try {
+        return read(name, text);
+    } catch (const DocumentFailure&) { // it is JSON
+        throw;
+    } catch (const Failure&) {
+        complain_of_channel_list(name, text);
+        throw;
+    }
+}
 
 } // namespace zarven::tool
 

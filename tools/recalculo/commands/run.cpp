@@ -45,13 +45,12 @@ std::string text_of(const Result& result, const Strategies* strategies, const Te
 } // namespace
 
 void run_command(const RunOptions& options) {
-    check(options.output);
+    // The log's "-" is standard error.
+    check(options.output, {{"--log", options.log == standard_stream ? "" : options.log}});
     if (options.strategies && options.output.html == standard_stream)
         throw Failure(
             "--strategies shows nothing on the page that --html - writes in the place of the report; expected "
             "a file for --html");
-    if (!options.log.empty() && options.log != standard_stream && options.log == options.output.html)
-        throw Failure("--html and --log both write to " + options.log + "; expected two files");
     const std::string file = input_name(options.headend.path);
     Headend headend = read_input(options.headend);
     withhold_unwanted(options.filter, options.headend.path, headend);

@@ -26,7 +26,7 @@ namespace {
 
 Sizing size_input(const SizeOptions& options) {
     const Headend headend = read_input(options.headend);
-    const Module kind = read_module(input_name(options.add), read_text(options.add));
+    const Module kind = read_json_file(options.add, read_module);
     const host::Log no_log("");
     // What the engine refuses of the module is told under its own name.
     load_engine(with_modules({}, kind, 1), input_name(options.add));

@@ -3,18 +3,35 @@
 
 #include "report/result_csv.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "base/utf8.h"
+
 namespace zarven::tool {
 
 namespace {
 
-std::string quoted(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == text.npos)
+/// A spreadsheet takes a cell for a formula that begins so, in the wide forms of East Asia, too, and runs it.
+bool is_formula(std::string_view text) {
+    const std::string_view beginnings[] = {"=", "+", "-", "@", "＝", "＋", "－", "＠"};
+    return std::any_of(std::begin(beginnings), std::end(beginnings), [text](std::string_view beginning) {
+        return text.substr(0, beginning.size()) == beginning;
+    });
+}
+
+/// A cell that is shown as the text that it is; behind an apostrophe all is text.
+std::string quoted(const std::string& name) {
+    std::string text = printable(name);
+    if (is_formula(text))
+        text.insert(0, "'");
+    if (text.find_first_of(",\"") == text.npos)
         return text;
     std::string field = "\"";
     for (const char character : text) {
