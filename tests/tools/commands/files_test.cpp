@@ -101,7 +101,8 @@ TEST_F(CommandLine, TextBehindANulIsAnError) {
 }
 
 TEST_F(CommandLine, ALineOfTheLogStaysALineAndCommandsNoTerminal) {
-    const std::string headend = write("headend.json", R"({"modules": [{"mac": "M", "controller": true,
+    const std::string headend =
+        write("headend.json", R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true,
         "inputs": 1, "outputs": [9000], "pids_max": 0}], "services": [{"lcn": 1,
         "name": "a\n3 forged\u001b[2J\u009b\u202e", "onid": 1, "tsid": 1, "sid": 1}]})");
     run("run " + headend + " --log " + file("log"));
@@ -115,7 +116,7 @@ TEST_F(CommandLine, ALineOfTheLogStaysALineAndCommandsNoTerminal) {
 
 TEST_F(CommandLine, JsonCommandsNoTerminalAndTellsTheNameAllTheSame) {
     const std::string headend = write("headend.json", R"({"name": "\u001b[2J\u007f\u009b31m\u202eé",
-        "modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [9000], "pids_max": 0}]})");
+        "modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 1, "outputs": [9000], "pids_max": 0}]})");
     const Outcome outcome = run("run --json " + headend);
     for (const char* bad : {"\x1B", "\x7F", "\u009B", "\u202E"})
         EXPECT_EQ(outcome.out.find(bad), std::string::npos) << bad;
@@ -133,7 +134,8 @@ TEST_F(CommandLine, WrongUseCommandsNoTerminal) {
 
 /// A head-end of so many services, and a channel list of so many.
 std::string large_headend(int services) {
-    std::string text = R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [9000],
+    std::string text =
+        R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 1, "outputs": [9000],
         "pids_max": 0}], "services": [)";
     for (int number = 0; number < services; ++number)
         text += (number == 0 ? "" : ",") + std::string(R"({"lcn": )") + std::to_string(number % 60000 + 1) +

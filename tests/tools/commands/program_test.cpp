@@ -111,7 +111,8 @@ TEST_F(CommandLine, AnInputIsNotOverwritten) {
 }
 
 TEST_F(CommandLine, ServicesLeftOutAreNoFailure) {
-    EXPECT_EQ(run("run -", R"({"modules": [{"mac": "M", "controller": true, "inputs": 0, "outputs": [],
+    EXPECT_EQ(run("run -",
+                  R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 0, "outputs": [],
         "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1}]})")
                   .code,
               0);
@@ -158,9 +159,46 @@ TEST_F(CommandLine, ARefusalOfTheEngine) {
     const Outcome outcome = run("run -", R"({"modules": [
         {"mac": "M\u001b\n", "controller": true, "inputs": 0, "outputs": [], "pids_max": 0},
         {"mac": "M\u001b\n", "inputs": 0, "outputs": [], "pids_max": 0}]})");
-    expect_refused(outcome,
-                   "standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine refuses it: a module "
-                   "with this MAC is already loaded (-102)");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.out, "");
+    const std::string oddity =
+        "/mac: \"M\uFFFD\uFFFD\" is no MAC, which is six bytes as in 02:00:00:00:00:01\n";
+    EXPECT_EQ(outcome.err, "standard input: /modules/0" + oddity + "standard input: /modules/1" + oddity +
+                               "recalculo: standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine "
+                               "refuses it: a module with this MAC is already loaded (-102)\n");
+}
+
+TEST_F(CommandLine, OddMacsAreWarnedOfAndTheWorkGoesOn) {
+    json headend = json::parse(two_streams);
+    headend["modules"] = json::array();
+    for (const char* mac : {"01:00:5E:00:00:01", "00:00:00:00:00:00", "one", "two", "02:00:00:00:00:01"})
+        headend["modules"].push_back(
+            {{"mac", mac}, {"controller", true}, {"inputs", 1}, {"outputs", {9000}}, {"pids_max", 0}});
+    const std::string odd = write("odd.json", headend.dump());
+    const Outcome outcome = run("run " + odd);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(
+        outcome.err,
+        odd +
+            ": /modules/0/mac: \"01:00:5E:00:00:01\" is the address of a group: the first byte of that of "
+            "a module is even\n" +
+            odd + ": /modules/1/mac: \"00:00:00:00:00:00\" is all zeros, which no module has\n" + odd +
+            ": /modules/2/mac: \"one\" is no MAC, which is six bytes as in 02:00:00:00:00:01\n" + odd +
+            ": 1 further module with an odd MAC\n");
+    EXPECT_EQ(run("compare " + odd + " " + odd).err, outcome.err + outcome.err);
+}
+
+TEST_F(CommandLine, TwoSpellingsOfAMacAreOne) {
+    const std::string headend = write("headend.json", two_streams);
+    EXPECT_EQ(run("run " + headend + " --set 'modules[02-00-00-00-00-0a].inputs=2'").out,
+              run("run " + headend + " --set 'modules[0].inputs=2'").out);
+    json twice = json::parse(two_streams);
+    twice["modules"].push_back(twice["modules"][0]);
+    twice["modules"][1]["mac"] = "02-00-00-00-00-0a";
+    expect_refused(
+        run("run -", twice.dump()),
+        "standard input: /modules/1: module \"02-00-00-00-00-0a\": a module with this MAC is already "
+        "loaded, as \"02:00:00:00:00:0A\"");
 }
 
 TEST_F(CommandLine, WithoutControllerTheExitCodeIs1) {

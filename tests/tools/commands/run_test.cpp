@@ -80,8 +80,9 @@ TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
 }
 
 TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
-    const Outcome outcome = run("run --strategies -",
-                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    const Outcome outcome =
+        run("run --strategies -",
+            R"({"modules": [{"mac": "02:00:00:00:00:0A", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
 }

@@ -87,6 +87,7 @@ json whole_comparison() {
     comparison.before.counts.not_asked_for = 2;
     comparison.after.counts.not_asked_for = 2;
     comparison.after.warnings = {"what the audit found"};
+    comparison.labels = {{"A", "Rack 1"}};
     return json::parse(comparison_json(comparison));
 }
 

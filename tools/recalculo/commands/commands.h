@@ -47,7 +47,8 @@ void explain_command(const ExplainOptions& options);
 
 struct CompareOptions {
     std::string before;
-    std::string after;
+    /// With the changes to it, where it is a head-end.
+    HeadendInput after;
     ReportOutput output;
     StyleInput style;
 };

@@ -20,8 +20,11 @@ struct HeadendInput {
     std::vector<std::string> settings;
 };
 
-/// Reads the head-end with its changes. Throws `Failure`.
+/// Reads the head-end with its changes, and warns of what is odd in it. Throws `Failure`.
 Headend read_input(const HeadendInput& input);
+
+/// Warns on standard error of MACs that look like a slip of the pen.
+void warn_of_odd_macs(const std::string& name, const Headend& headend);
 
 /// Throws `Failure` for a text that is a channel list and was taken for JSON.
 void complain_of_channel_list(const std::string& name, const std::string& text);

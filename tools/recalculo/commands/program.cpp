@@ -63,10 +63,11 @@ Option headend_argument(HeadendInput& input) {
     return argument("HEADEND", &input.path, "The head-end, a JSON file; - for standard input");
 }
 
-Option set_option(HeadendInput& input) {
+Option set_option(HeadendInput& input, const std::string& what = "Change a value for this run") {
     return with_value({"--set"}, "PATH=VALUE", &input.settings,
-                      "Change a value for this run, as in modules[2].pids_max=64, counted from 0, or "
-                      "modules[MAC].pids_max=64; [*] for all of a list; may be given several times");
+                      what +
+                          ", as in modules[2].pids_max=64, counted from 0, or modules[MAC].pids_max=64; [*] "
+                          "for all of a list; may be given several times");
 }
 
 Option json_flag(bool& json) {
@@ -147,7 +148,8 @@ Command describe_compare() {
     return command(
         "compare", "Show two placements side by side",
         {argument("BEFORE", &options->before, "A head-end, or a result of run --json; - for standard input"),
-         argument("AFTER", &options->after, "What to compare it with, of either kind"),
+         argument("AFTER", &options->after.path, "What to compare it with, of either kind"),
+         set_option(options->after, "Change a value of AFTER, a head-end, for this run"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
          color_option(options->style)},
         [options] { compare_command(*options); });

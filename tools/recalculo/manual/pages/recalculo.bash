@@ -11,6 +11,7 @@ _recalculo() {
     'explain --set') return ;;
     'explain --service') return ;;
     'explain --color') words='auto always never' ;;
+    'compare --set') return ;;
     'compare --color') words='auto always never' ;;
     'size --set') return ;;
     'size --most') return ;;
@@ -33,7 +34,7 @@ _recalculo() {
         case ${COMP_WORDS[1]} in
         run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
-        compare) words='-h --help --json --html --color --version' ;;
+        compare) words='-h --help --set --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;

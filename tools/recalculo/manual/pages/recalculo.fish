@@ -29,6 +29,7 @@ complete -c recalculo -n '__fish_seen_subcommand_from explain' -l json -d 'Answe
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l color -x -a 'auto always never' -d 'Colour the report; auto is on a terminal'
 complete -c recalculo -n '__fish_seen_subcommand_from explain' -l version -d 'Display program version information and exit'
 complete -c recalculo -n '__fish_seen_subcommand_from compare' -s h -l help -d 'Print this help message and exit'
+complete -c recalculo -n '__fish_seen_subcommand_from compare' -l set -x -d 'Change a value of AFTER, a head-end, for this run, as in modules[2].pids_max=64, counted from 0, or modules[MAC].pids_max=64; [*] for all of a list; may be given several times'
 complete -c recalculo -n '__fish_seen_subcommand_from compare' -l json -d 'Report as JSON'
 complete -c recalculo -n '__fish_seen_subcommand_from compare' -l html -r -F -d 'Write the comparison as a page for a browser; - for standard output in the place of the report'
 complete -c recalculo -n '__fish_seen_subcommand_from compare' -l color -x -a 'auto always never' -d 'Colour the report; auto is on a terminal'

@@ -55,6 +55,7 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:BEFORE:_files' \
             '*:AFTER:_files' \
+            '*--set[Change a value of AFTER, a head-end, for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '--json[Report as JSON]' \
             '--html[Write the comparison as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
