@@ -29,6 +29,23 @@ TEST_F(CommandLine, HelpIsEverywhere) {
     }
 }
 
+TEST_F(CommandLine, HelpIsACommandToo) {
+    EXPECT_EQ(run("help").out, run("--help").out);
+    for (const std::string command : {"run", "explain", "compare", "size", "bound", "import", "export"}) {
+        const Outcome outcome = run("help " + command);
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.out, run(command + " --help").out);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_NE(run("help").out.find("\n  " + command + " "), std::string::npos) << command;
+    }
+    const std::string advice = "\nRun with --help for more information.";
+    expect_refused(run("help rum"),
+                   "COMMAND: found \"rum\", expected one of run, explain, compare, size, bound, "
+                   "import, export; did you mean \"run\"?" +
+                       advice);
+    expect_refused(run("help run size"), "The following argument was not expected: size" + advice);
+}
+
 TEST_F(CommandLine, VersionIsEverywhere) {
     for (const std::string& arguments : with_each_command({"--version"}, "--version")) {
         const Outcome outcome = run(arguments);
@@ -75,8 +92,8 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""),
-                   "A command (run, explain, compare, size, bound, import, export) is required" + advice);
+    expect_refused(
+        run(""), "A command (run, explain, compare, size, bound, import, export, help) is required" + advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);

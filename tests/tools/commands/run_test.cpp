@@ -21,6 +21,28 @@ TEST_F(CommandLine, RunReportsAsText) {
     EXPECT_EQ(outcome.err, "");
 }
 
+TEST_F(CommandLine, RunReportsTheSummaryAlone) {
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_result.txt");
+    const std::string summary = report.substr(report.rfind('\n', report.size() - 2) + 1);
+    const Outcome outcome = run("run --summary " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, summary);
+    EXPECT_EQ(outcome.err, "");
+    // The page beside it is whole, with the reasons.
+    run("run --html " + file("whole.html") + " " + small);
+    EXPECT_EQ(run("run --summary --html " + file("page.html") + " " + small).out, summary);
+    EXPECT_EQ(read(file("page.html")), read(file("whole.html")));
+    const std::string strategies = run("run --summary --strategies " + small).out;
+    EXPECT_EQ(strategies.find("Strategies, "), 0u);
+    EXPECT_EQ(strategies.substr(strategies.size() - summary.size()), summary);
+    EXPECT_EQ(strategies.find("Module "), std::string::npos);
+    expect_refused(
+        run("run --summary --json " + small),
+        "--summary and --json are two reports; expected one of them: that of --json has the summary");
+    expect_refused(run("run --summary --html - " + small),
+                   "--summary and --html - both write to standard output; expected a file for --html");
+}
+
 TEST_F(CommandLine, RunReadsStandardInput) {
     const Outcome outcome = run("run -", read(small));
     EXPECT_EQ(outcome.code, 0);

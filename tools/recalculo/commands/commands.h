@@ -27,6 +27,8 @@ struct RunOptions {
     StyleInput style;
     bool pauses = false;
     bool strategies = false;
+    /// The last line of the text report alone.
+    bool summary = false;
     /// Empty for no log.
     std::string log;
 };
@@ -94,16 +96,17 @@ void import_command(const ImportOptions& options);
 
 constexpr const char* format_channels_conf = "channels.conf";
 constexpr const char* format_csv = "csv";
+constexpr const char* format_html = "html";
 
 struct ExportOptions {
     std::string result;
-    /// One of the two above.
+    /// One of these.
     std::string format;
     std::string output = standard_stream;
 };
 
-/// The result of a run in, a channel list or a table out. What a channel list cannot hold is told on standard
-/// error.
+/// The result of a run in, a channel list, a table or a page out. What a channel list cannot hold is told on
+/// standard error.
 void export_command(const ExportOptions& options);
 
 } // namespace zarven::tool

@@ -11,6 +11,7 @@
 #include "base/streams.h"
 #include "lineup/channels_conf.h"
 #include "placement/result_json.h"
+#include "report/page/result_page.h"
 #include "report/result_channels.h"
 #include "report/result_csv.h"
 #include "report/terminal.h"
@@ -44,6 +45,8 @@ void export_command(const ExportOptions& options) {
         });
     if (options.format == format_csv)
         return write_text(options.output, result_csv(result));
+    if (options.format == format_html)
+        return write_text(options.output, result_page(result));
     const ChannelExport exported = result_channels(result);
     write_text(options.output, write_channels_conf(exported.channels));
     tell_exported(file, exported);

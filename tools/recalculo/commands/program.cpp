@@ -124,6 +124,7 @@ Command describe_run() {
          html_option(options->output, "result"),
          flag("--strategies", options->strategies,
               "Show first what each of the engine's four strategies alone would leave out"),
+         flag("--summary", options->summary, "Report the numbers of services alone, in one line"),
          flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
          named_file(with_value({"--log"}, "FILE", &options->log,
                                "Write the engine's log to a file; - for standard error")),
@@ -208,13 +209,27 @@ Command describe_import() {
 
 Command describe_export() {
     const auto options = std::make_shared<ExportOptions>();
-    return command("export", "Write the result of a run as a channel list or a table",
+    return command("export", "Write the result of a run as a channel list, a table or a page",
                    {argument("RESULT", &options->result,
                              "The result, as `recalculo run --json` writes it; - for standard input"),
-                    required(one_of({format_channels_conf, format_csv},
+                    required(one_of({format_channels_conf, format_csv, format_html},
                                     with_value({"--format"}, "", &options->format, "What to write"))),
                     output_option(options->output, "Where to write it; - for standard output")},
                    [options] { export_command(*options); });
+}
+
+/// Answered where the command line is read (command_line.cpp), which knows the help.
+Command describe_help(const std::vector<Command>& others) {
+    std::vector<std::string> names;
+    for (const Command& other : others)
+        names.push_back(other.name);
+    const auto about = std::make_shared<std::string>();
+    Option argument_option =
+        one_of(names, argument(help_argument, about.get(), "The command to tell of; by default all of them"));
+    argument_option.value.clear();
+    argument_option.may_be_missing = true;
+    return command(help_command, "Tell what the program or a command does, as --help", {argument_option},
+                   [about] {});
 }
 
 } // namespace
@@ -228,10 +243,12 @@ bool takes_several(const Option& option) {
 }
 
 Program describe_program() {
+    std::vector<Command> commands = {describe_run(),   describe_explain(), describe_compare(),
+                                     describe_size(),  describe_bound(),   describe_import(),
+                                     describe_export()};
+    commands.push_back(describe_help(commands));
     return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
-            {describe_run(), describe_explain(), describe_compare(), describe_size(), describe_bound(),
-             describe_import(), describe_export()},
-            "recalculo " RECALCULO_VERSION};
+            std::move(commands), "recalculo " RECALCULO_VERSION};
 }
 
 } // namespace zarven::tool

@@ -49,18 +49,19 @@ const char* yes_or_no(bool truth) {
 /// Where a service stands; empty fields where it does not.
 struct PlaceCells {
     std::string module;
+    std::string label;
     std::string input;
     std::string output;
 };
 
 std::string line(const PlaceCells& place, const ServiceResult& service) {
-    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
                        yes_or_no(service.is_hd), yes_or_no(service.is_radio), yes_or_no(service.is_scrambled),
                        service.ca_pids, yes_or_no(service.is_transcoded), yes_or_no(service.is_clone),
-                       quoted(service.reason));
+                       quoted(service.reason), quoted(place.label));
 }
 
 /// The lines of a result.
@@ -101,16 +102,17 @@ void Lines::write(const ModuleResult& module) {
             if (!service.outputs.empty())
                 continue;
             const auto lost = lost_.find(key_of(service));
-            text_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
+            text_ +=
+                line({module.mac, module.label, number, ""}, lost == lost_.end() ? service : *lost->second);
             if (lost != lost_.end())
                 lost_.erase(lost);
         }
     for (const OutputResult& output : module.outputs)
         for (const ServiceResult& service : output.services) {
             const auto input = input_of.find(key_of(service));
-            text_ += line(
-                {module.mac, input == input_of.end() ? "" : input->second, fmt::format("{}", output.number)},
-                service);
+            text_ += line({module.mac, module.label, input == input_of.end() ? "" : input->second,
+                           fmt::format("{}", output.number)},
+                          service);
         }
 }
 
@@ -118,7 +120,7 @@ void Lines::write(const ModuleResult& module) {
 
 std::string result_csv(const Result& result) {
     return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
-           "transcoded,clone,reason\r\n" +
+           "transcoded,clone,reason,label\r\n" +
            Lines(result).text();
 }
 

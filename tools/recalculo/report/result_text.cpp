@@ -154,7 +154,7 @@ public:
         write_without_place("Clones that found no place", result_.clones_waiting);
         write_without_place("Neither placed nor left out", result_.neither);
         write_warnings();
-        write_summary();
+        text_ += result_summary_text(result_, style_);
         return std::move(text_);
     }
 
@@ -169,7 +169,6 @@ private:
     void write_left_out();
     void write_without_place(const std::string& title, const std::vector<ServiceResult>& services);
     void write_warnings();
-    void write_summary();
 
     void paragraph(int indent, const std::string& text, Paint paint = Paint::none);
     std::string joined(const std::vector<std::string>& parts) const { return tool::joined(parts, style_); }
@@ -321,20 +320,21 @@ void Report::write_warnings() {
         text_ += '\n';
 }
 
-void Report::write_summary() {
-    const InputCounts inputs = inputs_of(result_);
-    const Counts& counts = result_.counts;
+} // namespace
+
+std::string result_summary_text(const Result& result, const TextStyle& style) {
+    const InputCounts inputs = inputs_of(result);
+    const Counts& counts = result.counts;
     std::string clones;
     if (counts.clones_attached + counts.clones_waiting != 0)
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
-    paragraph(0,
-              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.tuned,
-                          counted(inputs.all, "input"), counted(result_.modules.size(), "module"),
-                          audit_in_figures(result_.warnings.size())));
+    const std::string summary =
+        fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.tuned,
+                    counted(inputs.all, "input"), counted(result.modules.size(), "module"),
+                    audit_in_figures(result.warnings.size()));
+    return paragraph_text(summary, 0, Paint::none, style);
 }
-
-} // namespace
 
 std::string result_text(const Result& result, const TextStyle& style) {
     return Report(result, style).text();

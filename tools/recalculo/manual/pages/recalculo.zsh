@@ -8,7 +8,8 @@ _recalculo() {
         'size:Tell what to change so that all services are placed'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
-        'export:Write the result of a run as a channel list or a table'
+        'export:Write the result of a run as a channel list, a table or a page'
+        'help:Tell what the program or a command does, as --help'
     )
     if (( CURRENT == 2 )); then
         _describe -t commands command commands
@@ -33,6 +34,7 @@ _recalculo() {
             '--json[Report as JSON]' \
             '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
+            '--summary[Report the numbers of services alone, in one line]' \
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
@@ -109,9 +111,16 @@ _recalculo() {
             '-h[Print this help message and exit]' \
             '--help[Print this help message and exit]' \
             '*:RESULT:_files' \
-            '--format[What to write]:value:(channels.conf csv)' \
+            '--format[What to write]:value:(channels.conf csv html)' \
             '-o[Where to write it; - for standard output]:FILE:_files' \
             '--output[Where to write it; - for standard output]:FILE:_files' \
+            '--version[Display program version information and exit]'
+        ;;
+    help)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:COMMAND:(run explain compare size bound import export)' \
             '--version[Display program version information and exit]'
         ;;
     esac
