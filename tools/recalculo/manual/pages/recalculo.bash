@@ -26,19 +26,21 @@ _recalculo() {
     'import --uhd-bitrate') return ;;
     'import --only') return ;;
     'import --exclude') return ;;
-    'export --format') words='channels.conf csv' ;;
+    'export --format') words='channels.conf csv html' ;;
+    'help help') words='run explain compare size bound import export' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
-        words='run explain compare size bound import export --help --version'
+        words='run explain compare size bound import export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
         compare) words='-h --help --set --json --html --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
         bound) words='-h --help --set --json --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
+        help) words='-h --help --version' ;;
         esac
     fi
     if [[ -n $words ]]; then
