@@ -104,10 +104,10 @@ void write_in_place(const std::string& path, const std::string& text) {
 
 void replace(const std::string& path, const std::string& text) {
     const interruption::Held whole;
-    Replacement replacement(path);
-    if (replacement.is_open() && put(text, replacement.stream()) && replacement.take_place())
+    Replacement file(path);
+    if (file.is_open() && put(text, file.stream()) && file.take_place())
         return;
-    if (!replacement.must_be_written_in_place())
+    if (!file.must_be_written_in_place())
         fail(path, cannot_be_written);
     write_in_place(path, text);
 }
