@@ -59,8 +59,8 @@ Comparison with_another_lineup() {
 TEST(ComparisonText, TheLineupIsToldApartAndModulesByTheirLabels) {
     const std::string text = comparison_text(with_another_lineup(), {"a", "b"});
     const auto has = [&text](const char* part) { return text.find(part) != text.npos; };
-    EXPECT_TRUE(
-        has("1 gained, 1 lost, 1 added, 2 removed, 1 moved, 4 in the same place (1 renamed), 5 placed in neither\n"))
+    EXPECT_TRUE(has(
+        "1 gained, 1 lost, 1 added, 2 removed, 1 moved, 4 in the same place (1 renamed), 5 placed in neither\n"))
         << text;
     EXPECT_TRUE(has("\nAdded to the line-up: 1\n"
                     "      4  Cuatro      1/1001       not there → A (Rack 1\uFFFD) in 1 out 1\n"))

@@ -233,7 +233,7 @@ std::string names_in(const std::vector<ServiceResult>& services) {
 
 ModuleTable order_table(const Comparison& comparison) {
     ModuleTable table(
-        "order", "Change on air",
+        comparison, "order", "Change on air",
         "In which order the inputs change with least off the air at a time. A service leaves the air "
         "when its old input is tuned anew before its new one.",
         {{"Step", true},
