@@ -14,7 +14,8 @@ namespace {
 using nlohmann::json;
 
 /// One input. The engine takes stream 1/20, which has two services.
-const std::string one_input = R"({"name": "Casa", "modules": [{"mac": "M", "controller": true, "inputs": 1,
+const std::string one_input =
+    R"({"name": "Casa", "modules": [{"mac": "02:00:00:00:00:01", "controller": true, "inputs": 1,
     "outputs": [50000], "pids_max": 9}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 10, "sid": 1},
     {"lcn": 2, "name": "b", "onid": 1, "tsid": 20, "sid": 2}, {"lcn": 3, "name": "c", "onid": 1, "tsid": 20, "sid": 3},
     {"lcn": 4, "name": "d", "onid": 1, "tsid": 30, "sid": 4, "type": 2}]})";

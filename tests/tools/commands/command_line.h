@@ -29,6 +29,13 @@ struct Outcome {
     std::string err;
 };
 
+/// Without what is said before, as that a MAC is none.
+inline std::string last_line(const std::string& text) {
+    const std::size_t end = text.empty() ? 0 : text.size() - 1;
+    const std::size_t before = text.rfind('\n', end == 0 ? 0 : end - 1);
+    return before == text.npos ? text : text.substr(before + 1);
+}
+
 /// Each test has a folder of its own.
 class CommandLine : public testing::Test {
 protected:
@@ -78,14 +85,14 @@ protected:
 
 /// One module, for line-ups, and a line of one.
 inline const std::string modules_text =
-    R"({"modules": [{"mac": "M", "controller": true, "inputs": 2, "outputs": [38000],
+    R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 2, "outputs": [38000],
     "pids_max": 8}]})";
 inline const std::string channel_line =
     "Canal;Marca:11362:HC23:S19.2E:22000:6110=27:6120=deu@3:6130:98C:11110:1:1011:0\n";
 
 /// A head-end that has no room for the second service.
 inline const std::string two_streams =
-    R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [5000],
+    R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 1, "outputs": [5000],
     "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1},
     {"lcn": 2, "name": "b", "onid": 1, "tsid": 2, "sid": 2}]})";
 

@@ -12,6 +12,17 @@ namespace {
 
 using nlohmann::json;
 
+TEST_F(CommandLine, ExportWritesThePageOfTheRun) {
+    for (const std::string& headend : {small, medium}) {
+        run("run " + headend + " --html " + file("run.html"));
+        const Outcome outcome =
+            shell("'" + program + "' run --json " + headend + " | '" + program + "' export - --format html");
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_EQ(outcome.out, read(file("run.html")));
+    }
+}
+
 TEST_F(CommandLine, ExportWritesAChannelList) {
     const std::string result = write("result.json", run("run " + small + " --json").out);
     const Outcome outcome = run("export " + result + " --format channels.conf");
@@ -50,7 +61,7 @@ TEST_F(CommandLine, ExportOfWhatIsNoResult) {
                            "--json` writes");
     expect_refused(
         run("export x --format pdf"),
-        "--format: found \"pdf\", expected one of channels.conf, csv\nRun with --help for more information.");
+        "--format: found \"pdf\", expected one of channels.conf, csv, html\nRun with --help for more information.");
     expect_refused(run("export " + small), "--format is required\nRun with --help for more information.");
 }
 

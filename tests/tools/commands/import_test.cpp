@@ -17,7 +17,7 @@ TEST_F(CommandLine, ImportWritesAHeadend) {
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.out, R"({
   "modules": [
-    { "mac": "M", "controller": true, "inputs": 2, "outputs": [38000], "pids_max": 8 }
+    { "mac": "02:00:00:00:00:0A", "controller": true, "inputs": 2, "outputs": [38000], "pids_max": 8 }
   ],
   "services": [
     { "lcn": 1, "name": "Canal", "onid": 1, "tsid": 1011, "sid": 11110, "video_format": 4, "bitrate": 8000, "descramble": 1, "ca_pids": 2 }

@@ -29,6 +29,23 @@ TEST_F(CommandLine, HelpIsEverywhere) {
     }
 }
 
+TEST_F(CommandLine, HelpIsACommandToo) {
+    EXPECT_EQ(run("help").out, run("--help").out);
+    for (const std::string command : {"run", "explain", "compare", "size", "bound", "import", "export"}) {
+        const Outcome outcome = run("help " + command);
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.out, run(command + " --help").out);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_NE(run("help").out.find("\n  " + command + " "), std::string::npos) << command;
+    }
+    const std::string advice = "\nRun with --help for more information.";
+    expect_refused(run("help rum"),
+                   "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, bound, "
+                   "import, export; did you mean \"run\"?" +
+                       advice);
+    expect_refused(run("help run size"), "The following argument was not expected: size" + advice);
+}
+
 TEST_F(CommandLine, VersionIsEverywhere) {
     for (const std::string& arguments : with_each_command({"--version"}, "--version")) {
         const Outcome outcome = run(arguments);
@@ -75,9 +92,9 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
 
 TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run(""),
-                   "A command (run, explain, compare, size, choose, bound, import, export) is required" +
-                       advice);
+    expect_refused(
+        run(""),
+        "A command (run, explain, compare, size, choose, bound, import, export, help) is required" + advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);
@@ -112,7 +129,8 @@ TEST_F(CommandLine, AnInputIsNotOverwritten) {
 }
 
 TEST_F(CommandLine, ServicesLeftOutAreNoFailure) {
-    EXPECT_EQ(run("run -", R"({"modules": [{"mac": "M", "controller": true, "inputs": 0, "outputs": [],
+    EXPECT_EQ(run("run -",
+                  R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 0, "outputs": [],
         "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 1, "sid": 1}]})")
                   .code,
               0);
@@ -125,9 +143,29 @@ TEST_F(CommandLine, AMissingFile) {
 
 TEST_F(CommandLine, AFileThatIsNotJson) {
     expect_refused(run("run " + write("bad.json", "{\n  oops")),
-                   file("bad.json") +
-                       ": line 2, column 3: not JSON: syntax error while parsing object key - invalid "
-                       "literal; last read: '{<U+000A>  o'; expected string literal");
+                   file("bad.json") + ": line 2, column 3: found \"oops\", expected a key in double quotes");
+}
+
+TEST_F(CommandLine, AChannelListIsToldFromAHeadend) {
+    const std::string lamedb = examples + "/sample.lamedb";
+    const std::string dvbv5 = examples + "/sample.dvbv5.conf";
+    const std::string list = write("list", channel_line);
+    const auto told = [](const std::string& path, const std::string& format) {
+        return path + ": this is a channel list (" + format +
+               "); use `recalculo import` to make a head-end of it";
+    };
+    for (const std::string& command :
+         {std::string("run "), std::string("explain "), std::string("bound "),
+          std::string("export --format csv "), "compare " + small + " ", "size --add " + small + " ",
+          "size " + small + " --add ", "import " + list + " --modules "})
+        expect_refused(run(command + lamedb), told(lamedb, "lamedb"));
+    expect_refused(run("run " + dvbv5), told(dvbv5, "dvbv5"));
+    expect_refused(run("run " + list), told(list, "channels.conf"));
+    // No list, whatever its lines look like.
+    expect_refused(run("run -", "[]"),
+                   "standard input: top level: found a list of 0 entries, expected an object");
+    expect_refused(run("run -", "{\n[a]\n"),
+                   "standard input: line 2, column 1: found '[', expected a key in double quotes");
 }
 
 TEST_F(CommandLine, AFileOfTheWrongShape) {
@@ -139,9 +177,46 @@ TEST_F(CommandLine, ARefusalOfTheEngine) {
     const Outcome outcome = run("run -", R"({"modules": [
         {"mac": "M\u001b\n", "controller": true, "inputs": 0, "outputs": [], "pids_max": 0},
         {"mac": "M\u001b\n", "inputs": 0, "outputs": [], "pids_max": 0}]})");
-    expect_refused(outcome,
-                   "standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine refuses it: a module "
-                   "with this MAC is already loaded (-102)");
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.out, "");
+    const std::string oddity =
+        "/mac: \"M\uFFFD\uFFFD\" is no MAC, which is six bytes as in 02:00:00:00:00:01\n";
+    EXPECT_EQ(outcome.err, "standard input: /modules/0" + oddity + "standard input: /modules/1" + oddity +
+                               "recalculo: standard input: /modules/1: module \"M\uFFFD\uFFFD\": the engine "
+                               "refuses it: a module with this MAC is already loaded (-102)\n");
+}
+
+TEST_F(CommandLine, OddMacsAreWarnedOfAndTheWorkGoesOn) {
+    json headend = json::parse(two_streams);
+    headend["modules"] = json::array();
+    for (const char* mac : {"01:00:5E:00:00:01", "00:00:00:00:00:00", "one", "two", "02:00:00:00:00:01"})
+        headend["modules"].push_back(
+            {{"mac", mac}, {"controller", true}, {"inputs", 1}, {"outputs", {9000}}, {"pids_max", 0}});
+    const std::string odd = write("odd.json", headend.dump());
+    const Outcome outcome = run("run " + odd);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(
+        outcome.err,
+        odd +
+            ": /modules/0/mac: \"01:00:5E:00:00:01\" is the address of a group: the first byte of that of "
+            "a module is even\n" +
+            odd + ": /modules/1/mac: \"00:00:00:00:00:00\" is all zeros, which no module has\n" + odd +
+            ": /modules/2/mac: \"one\" is no MAC, which is six bytes as in 02:00:00:00:00:01\n" + odd +
+            ": 1 further module with an odd MAC\n");
+    EXPECT_EQ(run("compare " + odd + " " + odd).err, outcome.err + outcome.err);
+}
+
+TEST_F(CommandLine, TwoSpellingsOfAMacAreOne) {
+    const std::string headend = write("headend.json", two_streams);
+    EXPECT_EQ(run("run " + headend + " --set 'modules[02-00-00-00-00-0a].inputs=2'").out,
+              run("run " + headend + " --set 'modules[0].inputs=2'").out);
+    json twice = json::parse(two_streams);
+    twice["modules"].push_back(twice["modules"][0]);
+    twice["modules"][1]["mac"] = "02-00-00-00-00-0a";
+    expect_refused(
+        run("run -", twice.dump()),
+        "standard input: /modules/1: module \"02-00-00-00-00-0a\": a module with this MAC is already "
+        "loaded, as \"02:00:00:00:00:0A\"");
 }
 
 TEST_F(CommandLine, WithoutControllerTheExitCodeIs1) {

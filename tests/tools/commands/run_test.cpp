@@ -21,6 +21,28 @@ TEST_F(CommandLine, RunReportsAsText) {
     EXPECT_EQ(outcome.err, "");
 }
 
+TEST_F(CommandLine, RunReportsTheSummaryAlone) {
+    const std::string report = read(RECALCULO_TOOL_TESTS "/report/small_result.txt");
+    const std::string summary = report.substr(report.rfind('\n', report.size() - 2) + 1);
+    const Outcome outcome = run("run --summary " + small);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, summary);
+    EXPECT_EQ(outcome.err, "");
+    // The page beside it is whole, with the reasons.
+    run("run --html " + file("whole.html") + " " + small);
+    EXPECT_EQ(run("run --summary --html " + file("page.html") + " " + small).out, summary);
+    EXPECT_EQ(read(file("page.html")), read(file("whole.html")));
+    const std::string strategies = run("run --summary --strategies " + small).out;
+    EXPECT_EQ(strategies.find("Strategies, "), 0u);
+    EXPECT_EQ(strategies.substr(strategies.size() - summary.size()), summary);
+    EXPECT_EQ(strategies.find("Module "), std::string::npos);
+    expect_refused(
+        run("run --summary --json " + small),
+        "--summary and --json are two reports; expected one of them: that of --json has the summary");
+    expect_refused(run("run --summary --html - " + small),
+                   "--summary and --html - both write to standard output; expected a file for --html");
+}
+
 TEST_F(CommandLine, RunReadsStandardInput) {
     const Outcome outcome = run("run -", read(small));
     EXPECT_EQ(outcome.code, 0);
@@ -80,8 +102,9 @@ TEST_F(CommandLine, RunReportsTheStrategiesAsJsonWhenAsked) {
 }
 
 TEST_F(CommandLine, WithoutControllerThereAreNoStrategies) {
-    const Outcome outcome = run("run --strategies -",
-                                R"({"modules": [{"mac": "M", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
+    const Outcome outcome =
+        run("run --strategies -",
+            R"({"modules": [{"mac": "02:00:00:00:00:0A", "inputs": 1, "outputs": [1], "pids_max": 0}]})");
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
 }
@@ -111,10 +134,10 @@ TEST_F(CommandLine, ARunWhoseLogExplodesIsStopped) {
     const Outcome outcome = run("run - --max-log 3 --log '" + file("log") + "'", exploding_headend());
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(
-        outcome.err.find("recalculo: standard input: the engine was stopped: its log is longer than 3 MB "
-                         "(--max-log)"),
-        0u)
+    EXPECT_EQ(last_line(outcome.err)
+                  .find("recalculo: standard input: the engine was stopped: its log is longer than 3 MB "
+                        "(--max-log)"),
+              0u)
         << outcome.err;
     const std::string log = read(file("log"));
     EXPECT_GT(log.size(), 3000000u);
@@ -140,7 +163,7 @@ TEST_F(CommandLine, RunFailsOnWhatIsBrokenWhenAsked) {
     const Outcome asked = run("run --fail-on broken " + over_budget);
     EXPECT_EQ(asked.code, 3);
     EXPECT_EQ(asked.out, unasked.out);
-    EXPECT_EQ(asked.err, "recalculo: " + over_budget + ": 1 limit broken\n");
+    EXPECT_EQ(last_line(asked.err), "recalculo: " + over_budget + ": 1 limit broken\n");
     EXPECT_EQ(run("run --fail-on broken " + small).code, 0); // one is left out
     EXPECT_EQ(run("run --fail-on left-out " + over_budget).code, 0);
     // A count that is off is no failure.
@@ -153,7 +176,7 @@ TEST_F(CommandLine, RunFailsOnServicesWithoutPlaceWhenAsked) {
     EXPECT_EQ(asked.out, run("run --json " + small).out);
     EXPECT_EQ(asked.err, "recalculo: " + small + ": 1 service left out\n");
     EXPECT_EQ(run("run --fail-on left-out --set 'modules[2].inputs=2' " + small).code, 0);
-    EXPECT_EQ(run("run --fail-on left-out " + lost).err,
+    EXPECT_EQ(last_line(run("run --fail-on left-out " + lost).err),
               "recalculo: " + lost + ": 1 service left out, 1 service neither placed nor left out\n");
     const Outcome clone = run("run --fail-on left-out --set 'clones[0].transcoding=1' "
                               "--set 'modules[2].inputs=2' " +

@@ -12,7 +12,7 @@ namespace {
 using nlohmann::json;
 
 const std::string without_services =
-    R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [5000], "pids_max": 0}]})";
+    R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 1, "outputs": [5000], "pids_max": 0}]})";
 
 TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
     const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [5000], "pids_max": 0})");
@@ -41,7 +41,8 @@ TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
 TEST_F(OnATerminal, SizeTellsItsRuns) {
     // Each module has room for one of them, while by the total of bitrates fewer modules would do. So the
     // search has much to try.
-    json headend = json::parse(R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [100],
+    json headend = json::parse(
+        R"({"modules": [{"mac": "02:00:00:00:00:0A", "controller": true, "inputs": 1, "outputs": [100],
         "pids_max": 0}], "services": []})");
     for (int lcn = 1; lcn <= 300; ++lcn)
         headend["services"].push_back({{"lcn", lcn},

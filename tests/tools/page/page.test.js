@@ -197,7 +197,8 @@ for (const { name, url, result } of pages) {
 for (const { name, url, comparison } of comparisons) {
     describe(`the comparison of ${name}`, () => {
         test("has every service that is not where it was, without and with scripts", async () => {
-            const expected = [...comparison.gained, ...comparison.lost, ...comparison.moved]
+            const expected = [...comparison.gained, ...comparison.lost, ...comparison.added, ...comparison.removed,
+                ...comparison.moved]
                 .map((service) => shown(service.name));
             for (const javaScriptEnabled of [false, true])
                 await visit(url, { javaScriptEnabled }, async (page) => {
@@ -238,17 +239,17 @@ describe("a comparison", () => {
             assert.equal(await page.locator("tbody tr").locator("visible=false").count(), 0);
         });
     });
-    search("clasico", ["Gran Cine Clásico", "Cine Clásico"], "2 of 90 match: 1 gained, 1 lost");
-    search("02:00:00:00:00:02 cine", ["Cine Clásico", "Cine Estrella"], "2 of 90 match: 2 lost");
-    search("2/8", ["Radio Mar", "Radio Sierra"], "2 of 90 match: 2 lost");
+    search("clasico", ["Gran Cine Clásico", "Cine Clásico"], "2 of 90 match: 1 added, 1 removed");
+    search("02:00:00:00:00:02 cine", ["Cine Clásico", "Cine Estrella"], "2 of 90 match: 2 removed");
+    search("2/8", ["Radio Mar", "Radio Sierra"], "2 of 90 match: 2 removed");
 
     test("is sorted by where services were", async () => {
         await visit(comparisonUrlOf("two head-ends"), {}, async (page) => {
-            const header = page.locator("#lost").getByRole("columnheader", { name: "Before" });
+            const header = page.locator("#removed").getByRole("columnheader", { name: "Before" });
             await header.getByRole("button").press("Enter");
             await header.getByRole("button").press("Enter");
             assert.equal(await header.getAttribute("aria-sort"), "descending");
-            const places = await page.locator("#lost tbody td:nth-child(5)").allTextContents();
+            const places = await page.locator("#removed tbody td:nth-child(5)").allTextContents();
             assert.deepEqual(places, [...places].sort().reverse());
         });
     });
@@ -462,7 +463,7 @@ describe("the keyboard", () => {
     });
 });
 
-test("on paper it keeps its colours, in light, and breaks between the modules", async () => {
+test("on paper it keeps its colours, in light, and lets boxes break", async () => {
     await visit(urlOf("medium"), { colorScheme: "dark" }, async (page) => {
         await page.emulateMedia({ media: "print", colorScheme: "dark" });
         assert.equal(await page.locator("form.search").isVisible(), false);
@@ -473,7 +474,76 @@ test("on paper it keeps its colours, in light, and breaks between the modules", 
             return [style.breakInside, style.contentVisibility, style.backgroundColor, bar.printColorAdjust,
                 getComputedStyle(document.documentElement).colorScheme];
         });
-        assert.deepEqual(look, ["avoid", "visible", "rgb(255, 255, 255)", "exact", "light"]);
+        assert.deepEqual(look, ["auto", "visible", "rgb(255, 255, 255)", "exact", "light"]);
         assert.ok((await page.pdf({ preferCSSPageSize: true })).length > 20000);
     });
+});
+
+/// A head-end of which one module takes more than a sheet, and so do the services left out.
+const longHeadend = () => {
+    const file = join(folder, "long.json");
+    const services = Array.from({ length: 300 }, (_, index) => ({
+        lcn: index + 1, name: `Canal ${index + 1}`, onid: 1, tsid: index < 150 ? 1 : 2, sid: index + 1, bitrate: 100,
+    }));
+    writeFileSync(file, JSON.stringify({
+        modules: [{ mac: "02:00:00:00:00:01", controller: true, inputs: 1, outputs: [38000, 38000], pids_max: 0 }], services,
+    }));
+    const page = join(folder, "long.html");
+    run("run", file, "--html", page);
+    return pathToFileURL(page).href;
+};
+
+const sheetsOf = (pdf) => pdf.toString("latin1").match(/\/Type \/Page\b(?!s)/g).length;
+
+test("on paper the summary has a sheet of its own, and the heads of tables keep their captions", async () => {
+    for (const url of [urlOf("medium"), comparisonUrlOf("two head-ends")])
+        await visit(url, {}, async (page) => {
+            await page.emulateMedia({ media: "print" });
+            const first = await page.$$eval("main > section", (sections) =>
+                sections.findIndex((section) => getComputedStyle(section).breakBefore === "page"));
+            assert.ok(first > 0);
+        });
+    await visit(longHeadend(), {}, async (page) => {
+        assert.ok(await page.locator("thead button").count() > 5);
+        await page.emulateMedia({ media: "print" });
+        // As text and no button, which is not painted again on the next sheet.
+        assert.deepEqual(await page.$$eval("thead button", (all) =>
+            [...new Set(all.map((button) => getComputedStyle(button).display))]), ["contents"]);
+        // The long box begins where the heading of the modules stands, not on the next sheet.
+        const options = { format: "A4", preferCSSPageSize: true };
+        const sheets = sheetsOf(await page.pdf(options));
+        const kept = await page.evaluate(() => {
+            const style = new CSSStyleSheet();
+            style.replaceSync("@media print { .module { break-before: page } }");
+            document.adoptedStyleSheets = [style];
+        }).then(() => page.pdf(options));
+        assert.ok(sheetsOf(kept) > sheets, `${sheetsOf(kept)} and ${sheets} sheets`);
+    });
+});
+
+test("on a phone the bars stay, each under its figures", async () => {
+    for (const name of ["medium", "hostile"])
+        await visit(urlOf(name), { viewport: { width: 320, height: 700 } }, async (page) => {
+            const rows = await page.$$eval("#glance tbody tr", (all) => all.map((row) => {
+                const bars = [...row.querySelectorAll("svg.bar")].map((bar) => bar.getBoundingClientRect());
+                const texts = [...row.children].filter((cell) => !cell.classList.contains("wide")).map((cell) => {
+                    const range = document.createRange();
+                    range.selectNodeContents(cell);
+                    return range.getBoundingClientRect().bottom;
+                });
+                const { left, right, top, bottom } = row.getBoundingClientRect();
+                return {
+                    bars: bars.length,
+                    width: bars.reduce((sum, bar) => sum + bar.width, 0),
+                    within: bars.every((bar) => bar.left >= left && bar.right <= right + 0.5 && bar.top >= top &&
+                        bar.bottom <= bottom + 0.5 && bar.height > 5),
+                    under: bars.every((bar) => bar.top >= Math.max(...texts) - 0.5),
+                };
+            }));
+            assert.ok(rows.some((row) => row.bars > 0));
+            for (const row of rows.filter((one) => one.bars > 0)) {
+                assert.ok(row.width > 150, JSON.stringify(row));
+                assert.ok(row.within && row.under, JSON.stringify(row));
+            }
+        });
 });

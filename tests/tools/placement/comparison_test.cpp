@@ -74,11 +74,40 @@ TEST(Compare, AServiceThatOneSideDoesNotHave) {
     const Result with = result({module("A", 10, {service(1, 10, {1})})});
     const Result without = result({module("A", 10, {})});
     const Comparison gone = compare(with, without);
-    ASSERT_EQ(gone.lost.size(), 1u);
-    EXPECT_EQ(gone.lost[0].absence_after, Absence::not_there);
+    EXPECT_TRUE(gone.lost.empty());
+    ASSERT_EQ(gone.removed.size(), 1u);
+    EXPECT_EQ(gone.removed[0].absence_after, Absence::not_there);
     const Comparison come = compare(without, with);
-    ASSERT_EQ(come.gained.size(), 1u);
-    EXPECT_EQ(come.gained[0].absence_before, Absence::not_there);
+    EXPECT_TRUE(come.gained.empty());
+    ASSERT_EQ(come.added.size(), 1u);
+    EXPECT_EQ(come.added[0].absence_before, Absence::not_there);
+    // One that was not placed is none of these.
+    const Comparison unplaced = compare(result({}, {service(1, 10)}), result({}));
+    EXPECT_EQ(unplaced.removed.size() + unplaced.added.size() + unplaced.lost.size(), 0u);
+    EXPECT_EQ(unplaced.never_placed, 1u);
+}
+
+TEST(Compare, TwoSpellingsOfAMacAreOneModule) {
+    const Result before = result({module("02-00-00-00-00-0a", 10, {service(1, 10, {1})})});
+    const Result after = result({module("02:00:00:00:00:0A", 10, {service(1, 10, {1})})});
+    const Comparison comparison = compare(before, after);
+    EXPECT_EQ(comparison.unmoved, 1u);
+    EXPECT_TRUE(comparison.modules_gone.empty() && comparison.modules_new.empty());
+    EXPECT_TRUE(comparison.inputs_freed.empty() && comparison.inputs_taken.empty());
+}
+
+TEST(Compare, TheLabelAfterCounts) {
+    const auto labelled = [](const std::string& mac, const std::string& label) {
+        ModuleResult made = module(mac, 0, {});
+        made.label = label;
+        return made;
+    };
+    const Comparison comparison =
+        compare(result({labelled("A", "old"), labelled("B", "gone"), module("C", 0, {})}),
+                result({labelled("A", "new"), module("C", 0, {})}));
+    EXPECT_EQ(comparison.name_of("A"), "A (new)");
+    EXPECT_EQ(comparison.name_of("B"), "B (gone)");
+    EXPECT_EQ(comparison.name_of("C"), "C");
 }
 
 TEST(Compare, AServiceThatTheEngineHasLost) {

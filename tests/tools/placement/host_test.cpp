@@ -54,8 +54,20 @@ TEST_F(Host, EachLogLineComesAfterItsLevel) {
     syslog(7, "Servicio %d: %s", -12, "Música");
     syslog(5, "%s", "");
     syslog(3, "%s", long_text.c_str());
+    for (const std::size_t length : {1022u, 1023u, 1024u, 1025u}) // about the size of a buffer
+        syslog(3, "%s", long_text.substr(0, length).c_str());
     log.finish();
-    EXPECT_EQ(read_text(path), "7 Servicio -12: Música\n5 \n3 " + long_text + "\n");
+    std::string expected = "7 Servicio -12: Música\n5 \n3 " + long_text + "\n";
+    for (const std::size_t length : {1022u, 1023u, 1024u, 1025u})
+        expected += "3 " + long_text.substr(0, length) + "\n";
+    EXPECT_EQ(read_text(path), expected);
+}
+
+TEST_F(Host, ANameInALogLineNeitherEndsItNorCommandsTheTerminal) {
+    host::Log log(path);
+    syslog(7, "a\tb %s c", "x\n3 y\r\x1B[2J\u009B\x7F\u202E\xFF é");
+    log.finish();
+    EXPECT_EQ(read_text(path), "7 a\tb x\uFFFD3 y\uFFFD\uFFFD[2J\uFFFD\uFFFD\uFFFD\uFFFD é c\n");
 }
 
 TEST_F(Host, WithoutALogFileTheLinesAreDropped) {

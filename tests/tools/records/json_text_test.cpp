@@ -2,6 +2,9 @@
 
 #include "records/json_text.h"
 
+#include <algorithm>
+#include <string>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -23,42 +26,62 @@ TEST(ParseJson, BuildsTheValue) {
 
 TEST(ParseJson, NamesLineAndColumnOfASyntaxError) {
     EXPECT_EQ(complaint("{\n  \"modules\": [\n    { \"mac\": }\n"),
-              "headend.json: line 3, column 14: not JSON: syntax error while parsing value - unexpected '}'; "
-              "expected '[', '{', or a literal");
+              "headend.json: line 3, column 14: found '}', expected a value");
 }
 
 TEST(ParseJson, CountsColumnsInCharacters) {
-    EXPECT_EQ(complaint("{ \"ñandú\" 1 }").substr(0, 42), "headend.json: line 1, column 11: not JSON:");
+    EXPECT_EQ(complaint("{ \"ñandú\" 1 }"), "headend.json: line 1, column 11: found a number, expected ':'");
+}
+
+TEST(ParseJson, SaysWhatItFoundAndWhatItExpected) {
+    const auto reason = [](const std::string& text) {
+        const std::string whole = complaint(text);
+        return whole.substr(std::min(whole.find("found"), whole.size()));
+    };
+    EXPECT_EQ(reason(R"({"a": 1 "b": 2})"), "found a text, expected ',' or '}'");
+    EXPECT_EQ(reason(R"({"a": 1, })"), "found '}', expected a key in double quotes");
+    EXPECT_EQ(reason(R"({a: 1})"), "found \"a\", expected a key in double quotes");
+    EXPECT_EQ(reason(R"({'a': 1})"), "found \"'\", expected a key in double quotes");
+    EXPECT_EQ(reason(R"([1 2])"), "found a number, expected ',' or ']'");
+    EXPECT_EQ(reason(R"([1, ])"), "found ']', expected a value");
+    EXPECT_EQ(reason(R"([1})"), "found '}', expected ',' or ']'");
+    EXPECT_EQ(reason(R"({"a"})"), "found '}', expected ':'");
+    EXPECT_EQ(reason(R"([true false])"), "found false, expected ',' or ']'");
+    EXPECT_EQ(reason(R"([tru])"), "found \"tru\", expected a value");
+    EXPECT_EQ(reason(R"([yes, no])"), "found \"yes\", expected a value");
+    EXPECT_EQ(reason(R"([1, // one)"), "found \"/\", expected a value");
+    EXPECT_EQ(reason("[1,\n2"), "found the end, expected ',' or ']'");
+    EXPECT_EQ(reason("{"), "found the end, expected a key in double quotes");
+    EXPECT_EQ(reason("{} {}"), "found '{', expected nothing more");
+    EXPECT_EQ(reason("[1e999]"), "found \"1e999\", expected a number that is not so large");
+    EXPECT_EQ(reason("[-]"), "found a number that breaks off, expected a digit");
+    EXPECT_EQ(reason("[1.]"), "found a number that breaks off, expected a digit");
+    EXPECT_EQ(reason("[\"a"), "found the end in a text, expected '\"'");
+    EXPECT_EQ(reason("[\"a\n\"]"), "found a line end in a text, expected '\"', or \\n for a line end");
+    EXPECT_EQ(reason("[\"a\t\"]"), "found a tab in a text, expected \\t for a tab");
+    EXPECT_EQ(reason("[\"a\x1B\"]"), "found a control character in a text, expected \\u and its four digits");
+    EXPECT_EQ(reason(R"(["\d"])"),
+              R"(found an unknown character after \, expected one of " \ / b f n r t u)");
+    EXPECT_EQ(reason(R"(["\u12"])"), R"(found \u without four hexadecimal digits, expected them)");
+    EXPECT_EQ(reason(R"(["\ud800 "])"), R"(found half of a character behind \u, expected its other half)");
+    EXPECT_EQ(reason("[\"M\xFCnchen\"]"), "found a byte that is not UTF-8, expected UTF-8");
+    EXPECT_EQ(reason("\xEF\xBB{}"), "found a damaged byte order mark, expected EF BB BF or none");
+    // What was read last is not taken for the library's own words.
+    EXPECT_EQ(reason(R"(["must be escaped", x])"), "found \"x\", expected a value");
 }
 
 TEST(ParseJson, NamesTheEndOfACutFile) {
-    EXPECT_EQ(
-        complaint("[1,\n2"),
-        "headend.json: line 2, column 2: not JSON: syntax error while parsing array - unexpected end of input; "
-        "expected ']'");
+    EXPECT_EQ(complaint("[1,\n2"), "headend.json: line 2, column 2: found the end, expected ',' or ']'");
 }
 
 TEST(ParseJson, AnEmptyFileIsNotJson) {
-    EXPECT_EQ(complaint(""),
-              "headend.json: line 1, column 1: not JSON: syntax error while parsing value - unexpected "
-              "end of input; expected '[', '{', or a literal");
+    for (const char* text : {"", " \r\n\t"})
+        EXPECT_EQ(complaint(text), "headend.json: found nothing in it, expected JSON");
 }
 
-TEST(ParseJson, MoreAfterTheEndIsNotJson) {
-    EXPECT_EQ(complaint("{} {}").substr(0, 41), "headend.json: line 1, column 4: not JSON:");
-}
-
-TEST(ParseJson, ANumberTooLargeForAnyTypeIsRefused) {
-    EXPECT_EQ(complaint("[1e999]").substr(0, 41), "headend.json: line 1, column 6: not JSON:");
-}
-
-TEST(ParseJson, BytesThatAreNotUtf8AreRefused) {
-    EXPECT_EQ(complaint("[\"M\xFCnchen\"]").substr(0, 41), "headend.json: line 1, column 4: not JSON:");
-}
-
-TEST(ParseJson, ALongReasonIsCut) {
-    EXPECT_LT(complaint("[" + std::string(5000, '9') + "]").size(), 300u);
-    EXPECT_LT(complaint("[\"" + std::string(5000, 'a') + "\xFF\"]").size(), 300u);
+TEST(ParseJson, ALongWordIsCut) {
+    EXPECT_LT(complaint("[" + std::string(5000, '9') + "]").size(), 200u);
+    EXPECT_LT(complaint("[" + std::string(5000, 'a') + "]").size(), 200u);
 }
 
 TEST(ParseJson, AKeyThatComesTwiceIsShownAsFarAsItCanBe) {
@@ -76,8 +99,14 @@ TEST(ParseJson, TellsUtf16) {
         EXPECT_EQ(complaint(text), message);
     EXPECT_EQ(complaint(std::string("{\0}\0", 4)), message);
     EXPECT_EQ(complaint(std::string("\0{\0}", 4)), message);
-    EXPECT_EQ(complaint(std::string("\0\0", 2)).substr(0, 41), "headend.json: line 1, column 1: not JSON:");
-    EXPECT_EQ(complaint("\xFF").substr(0, 41), "headend.json: line 1, column 1: not JSON:");
+    EXPECT_EQ(complaint("\xFF").substr(0, 33), "headend.json: line 1, column 1: f");
+}
+
+TEST(ParseJson, TextBehindANulIsAnError) {
+    EXPECT_EQ(complaint(std::string("{}\n\0", 4)),
+              "headend.json: line 2: found a NUL character, expected text");
+    EXPECT_EQ(complaint(std::string("\0\0", 2)),
+              "headend.json: line 1: found a NUL character, expected text");
 }
 
 TEST(ParseJson, NamesTheObjectThatHasAKeyTwice) {

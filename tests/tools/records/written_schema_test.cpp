@@ -136,6 +136,7 @@ json whole_comparison() {
     comparison.before.counts.not_asked_for = 2;
     comparison.after.counts.not_asked_for = 2;
     comparison.after.findings = {broken_limit("what the audit found", "A"), note("what is counted")};
+    comparison.labels = {{"A", "Rack 1"}};
     return json::parse(comparison_json(comparison));
 }
 
@@ -158,6 +159,7 @@ json whole_sizing() {
 json whole_choice() {
     ChoiceReport report;
     report.name = "Casa";
+    report.labels = {{"A", "Rack 1"}};
     report.all.findings = report.chosen.findings = {broken_limit("what the audit found", "A")};
     report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
     const ValuedService service{a_service(), 3, true};
@@ -271,21 +273,22 @@ TEST_P(WrittenSchema, RefusesAValueOfAnotherType) {
 
 INSTANTIATE_TEST_SUITE_P(
     , WrittenSchema,
-    testing::Values(
-        Kind{"result.schema.json",
-             whole_result(),
-             {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio", "reason",
-              "cause", "nearest", "/advice", "not_asked_for"},
-             result_with_strategies_not_tried()},
-        Kind{"explanation.schema.json",
-             whole_explanation(),
-             {"/name", "/advice", "label", "radio", "output", "remedies", "/services/5/remedies/found/0/set",
-              "/services/5/remedies/found/1/set"},
-             explanations({}, result_with_every_cause())},
-        Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
-        Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
-        Kind{"choice.schema.json", whole_choice(), {"/name", "/moves", "/interrupted", "not_asked_for"}},
-        Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
+    testing::Values(Kind{"result.schema.json",
+                         whole_result(),
+                         {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio",
+                          "reason", "cause", "nearest", "/advice", "not_asked_for"},
+                         result_with_strategies_not_tried()},
+                    Kind{"explanation.schema.json",
+                         whole_explanation(),
+                         {"/name", "/advice", "label", "radio", "output", "remedies",
+                          "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
+                         explanations({}, result_with_every_cause())},
+                    Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
+                    Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
+                    Kind{"choice.schema.json",
+                         whole_choice(),
+                         {"/name", "/moves", "/interrupted", "/labels", "not_asked_for"}},
+                    Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
     [](const auto& tested) {
         const std::string file = tested.param.schema;
         return file.substr(0, file.find('.'));

@@ -43,6 +43,37 @@ TEST(ComparisonText, WhatWasNotAskedFor) {
         std::string::npos);
 }
 
+/// And services that one line-up alone has, and a module with a label.
+Comparison with_another_lineup() {
+    Comparison comparison = a_comparison();
+    const auto not_there = [](ServiceChange made, Absence ServiceChange::*side) {
+        made.*side = Absence::not_there;
+        return made;
+    };
+    comparison.added = {not_there(change(4, "Cuatro", {}, {{"A", 1, {1}}}), &ServiceChange::absence_before)};
+    comparison.removed = {not_there(change(5, "Cinco", {{"A", 1, {1}}}, {}), &ServiceChange::absence_after),
+                          not_there(change(6, "Seis", {{"B", 1, {1}}}, {}), &ServiceChange::absence_after)};
+    comparison.labels = {{"A", "Rack 1\x1B"}};
+    return comparison;
+}
+
+TEST(ComparisonText, TheLineupIsToldApartAndModulesByTheirLabels) {
+    const std::string text = comparison_text(with_another_lineup(), {"a", "b"});
+    const auto has = [&text](const char* part) { return text.find(part) != text.npos; };
+    EXPECT_TRUE(has(
+        "1 gained, 1 lost, 1 added, 2 removed, 1 moved, 4 in the same place (1 renamed), 5 placed in neither\n"))
+        << text;
+    EXPECT_TRUE(has("\nAdded to the line-up: 1\n"
+                    "      4  Cuatro      1/1001       not there → A (Rack 1\uFFFD) in 1 out 1\n"))
+        << text;
+    EXPECT_TRUE(has("\nRemoved from the line-up: 2\n"
+                    "      5  Cinco       1/1001       A (Rack 1\uFFFD) in 1 out 1 → not there\n"
+                    "      6  Seis        1/1001       B in 1 out 1 → not there\n"))
+        << text;
+    EXPECT_TRUE(has("\n  A (Rack 1\uFFFD) in 1  1/10 → free\n")) << text;
+    EXPECT_TRUE(has("\n  A (Rack 1\uFFFD)  PIDs: 15 of 15\n")) << text;
+}
+
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
               R"(Broken before: 1 finding
@@ -144,7 +175,7 @@ TEST(ComparisonJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(comparison_json(a_comparison()));
     EXPECT_EQ(
         json.dump(),
-        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"renamed":1,"never_placed":5},)"
+        R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"renamed":1,"never_placed":5,"added":0,"removed":0},)"
         R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A",)"
         R"("problem":"one","modules":["A"]},{"broken":false,"problem":"two"}]},)"
         R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"],"findings":[{"broken":true,"problem":"one"}]},)"
@@ -171,7 +202,18 @@ TEST(ComparisonJson, TheSameFacts) {
         R"("goes_off":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103}],"comes_back":[],"off_air":1},)"
         R"({"input":{"mac":"A","number":1,"before":{"onid":1,"tsid":10},"after":null},"goes_off":[],)"
         R"("comes_back":[{"lcn":3,"name":"Tres","onid":1,"tsid":1001,"sid":103}],"off_air":0}],)"
-        R"("most_off_air":1,"is_least":true}})");
+        R"("most_off_air":1,"is_least":true},)"
+        R"("added":[],"removed":[],"labels":[]})");
+}
+
+TEST(ComparisonJson, TellsTheLineupApartAndTheLabels) {
+    const auto json = nlohmann::ordered_json::parse(comparison_json(with_another_lineup()));
+    EXPECT_EQ(json.at("summary").at("added"), 1);
+    EXPECT_EQ(json.at("summary").at("removed"), 2);
+    EXPECT_EQ(json.at("added").at(0).at("name"), "Cuatro");
+    EXPECT_EQ(json.at("added").at(0).at("before"), nullptr);
+    EXPECT_EQ(json.at("removed").at(1).at("name"), "Seis");
+    EXPECT_EQ(json.at("labels").dump(), R"([{"mac":"A","label":"Rack 1\u001b"}])");
 }
 
 } // namespace

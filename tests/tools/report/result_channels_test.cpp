@@ -154,7 +154,7 @@ TEST(ResultChannels, OddNamesComeBack) {
 TEST(ResultChannels, NamesThatCannotComeBackAreChangedAndCounted) {
     for (const auto& [name, changed] :
          {std::pair("Uno; dos", "Uno, dos"), std::pair(";", ","), std::pair("16|9", "16:9"),
-          std::pair("a\nb\rc", "a b c"), std::pair("", "Service 105")}) {
+          std::pair("a\nb\rc", "a b c"), std::pair("a\x1B[2J", "a\uFFFD[2J"), std::pair("", "Service 105")}) {
         EXPECT_EQ(round_trip(service(7, name)).name, changed);
         EXPECT_EQ(result_channels(placed({service(7, name)})).renamed, 1u);
     }

@@ -3,9 +3,13 @@
 #include "base/interruption.h"
 
 #include <array>
+#include <cstdio>
+#include <new>
 #include <string_view>
 
 #include <unistd.h>
+
+#include "base/failure.h"
 
 namespace zarven::tool::interruption {
 
@@ -14,15 +18,24 @@ namespace {
 volatile std::sig_atomic_t is_deferred = 0;
 volatile std::sig_atomic_t pending_signal = 0;
 volatile std::sig_atomic_t has_line = 0;
+const char* volatile unfinished_file = nullptr;
+
+constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_standard_error(std::string_view text) {
     // There is nowhere to tell that it failed.
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
 }
 
-[[noreturn]] void leave(int signal) {
+void tidy_up() {
+    if (unfinished_file != nullptr)
+        unlink(unfinished_file);
     if (has_line != 0)
-        write_to_standard_error("\r\x1B[K");
+        write_to_standard_error(erase_line);
+}
+
+[[noreturn]] void leave(int signal) {
+    tidy_up();
     write_to_standard_error("recalculo: interrupted\n");
     _exit(128 + signal);
 }
@@ -31,6 +44,14 @@ extern "C" void handle_signal(int signal) {
     if (is_deferred == 0 || pending_signal != 0)
         leave(signal);
     pending_signal = signal;
+}
+
+/// Called in the place of the exception, which would not pass through every destructor that it meets.
+[[noreturn]] void leave_without_memory() {
+    std::fflush(nullptr);
+    tidy_up();
+    write_to_standard_error("recalculo: memory ran out\n");
+    _exit(static_cast<int>(ExitCode::engine_did_not_run));
 }
 
 sigset_t handled_signals() {
@@ -44,6 +65,8 @@ sigset_t handled_signals() {
 } // namespace
 
 void install() {
+    std::set_new_handler(leave_without_memory);
+    std::signal(SIGXFSZ, SIG_IGN);
     for (const int signal : std::array{SIGINT, SIGTERM}) {
         struct sigaction action {};
         sigaction(signal, nullptr, &action);
@@ -77,12 +100,18 @@ void obey() {
 }
 
 Held::Held() {
-    const sigset_t signals = handled_signals();
+    sigset_t signals = handled_signals();
+    sigaddset(&signals, SIGHUP);
+    sigaddset(&signals, SIGQUIT);
     sigprocmask(SIG_BLOCK, &signals, &previous_);
 }
 
 Held::~Held() {
     sigprocmask(SIG_SETMASK, &previous_, nullptr);
+}
+
+void file_is_unfinished(const char* path) {
+    unfinished_file = path;
 }
 
 void line_is_drawn(bool drawn) {

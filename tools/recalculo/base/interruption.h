@@ -9,7 +9,9 @@
 namespace zarven::tool::interruption {
 
 /// From now on SIGINT and SIGTERM end the program with 128 + their number, 130 and 143, after a message. One
-/// that is ignored at the start stays so, as a shell wants it for a program in the background.
+/// that is ignored at the start stays so, as a shell wants it for a program in the background. A file that
+/// becomes larger than it may is a failure to write and no signal, and when memory ends the program does,
+/// with a message and exit code 1: much of what would be unwound needs memory itself.
 void install();
 
 /// While one is alive, a signal waits for `obey` or the end of the object; the second signal does not. One
@@ -28,7 +30,8 @@ bool is_pending();
 /// Ends the program if a signal waits.
 void obey();
 
-/// None of the two signals arrives while one is alive: for the short time in which a file is written.
+/// No signal by which a person ends a program arrives while one is alive: for the short time in which a file
+/// is written.
 class Held {
 public:
     Held();
@@ -39,6 +42,9 @@ public:
 private:
     sigset_t previous_;
 };
+
+/// A file that is to be removed if the program ends before it is whole; null for none.
+void file_is_unfinished(const char* path);
 
 /// Whether standard error has a line that is to be erased before the message.
 void line_is_drawn(bool drawn);

@@ -133,6 +133,12 @@ bool is_utf8(std::string_view text) {
     return true;
 }
 
+bool is_utf16(std::string_view text) {
+    const std::string_view start = text.substr(0, 2);
+    return start == "\xFF\xFE" || start == "\xFE\xFF" ||
+           (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
+}
+
 std::string latin1_to_utf8(std::string_view text) {
     std::string utf8;
     for (const char byte : text) {

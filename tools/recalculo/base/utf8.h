@@ -13,6 +13,9 @@ namespace zarven::tool {
 /// The text is well-formed UTF-8.
 bool is_utf8(std::string_view text);
 
+/// The text is UTF-16: it begins with a byte order mark, or with an ASCII character of two bytes.
+bool is_utf16(std::string_view text);
+
 /// Every byte taken as one Latin-1 character.
 std::string latin1_to_utf8(std::string_view text);
 

@@ -13,6 +13,7 @@
 
 #include "base/streams.h"
 #include "base/words.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -69,7 +70,7 @@ CLI::Validator is_named() {
 
 CLI::Option* OptionAdder::restrict(CLI::Option* added) const {
     added->type_name(option_.value)->default_str(option_.fallback);
-    added->required(option_.is_required || is_argument(option_));
+    added->required(option_.is_required || (is_argument(option_) && !option_.may_be_missing));
     if (!option_.words.empty())
         added->check(is_one_of(option_.words));
     if (option_.is_named_file)
@@ -127,7 +128,15 @@ std::string stray_word(const CLI::App& app, const std::vector<std::string>& type
 std::string complaint(const CLI::App& app, const CLI::Error& error, const std::vector<std::string>& typed) {
     const bool has_stray_word = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
     return fmt::format("recalculo: {}\nRun with --help for more information.\n",
-                       has_stray_word ? stray_word(app, typed) : error.what());
+                       shown_as_message(has_stray_word ? stray_word(app, typed) : error.what()));
+}
+
+/// The help of the command that `help` is asked about, or of the program.
+std::string help_of(const Program& program, const CLI::App& asked) {
+    const std::vector<std::string> about = asked.get_option(help_argument)->results();
+    CLI::App app; // of its own, in which no command is chosen
+    add_program(app, program);
+    return about.empty() ? app.help() : app.get_subcommand(about.front())->help(app.get_name());
 }
 
 } // namespace
@@ -153,6 +162,10 @@ ExitCode perform(const Program& program, int argc, char** argv) {
         return ExitCode::done;
     }
     const std::string chosen = app.get_subcommands().front()->get_name();
+    if (chosen == help_command) {
+        write_text(standard_stream, help_of(program, *app.get_subcommand(chosen)));
+        return ExitCode::done;
+    }
     for (const Command& command : program.commands)
         if (command.name == chosen)
             command.perform();

@@ -30,6 +30,8 @@ struct RunOptions {
     bool pauses = false;
     bool strategies = false;
     std::uint32_t trials = automatic_trials;
+    /// The last line of the text report alone.
+    bool summary = false;
     /// Empty for no log.
     std::string log;
     /// Outcomes that are to be a failure.
@@ -56,7 +58,8 @@ void explain_command(const ExplainOptions& options);
 
 struct CompareOptions {
     std::string before;
-    std::string after;
+    /// With the changes to it, where it is a head-end.
+    HeadendInput after;
     ReportOutput output;
     /// Outcomes of the second placement that are to be a failure.
     std::vector<std::string> fail_on;
@@ -131,16 +134,17 @@ void import_command(const ImportOptions& options);
 
 constexpr const char* format_channels_conf = "channels.conf";
 constexpr const char* format_csv = "csv";
+constexpr const char* format_html = "html";
 
 struct ExportOptions {
     std::string result;
-    /// One of the two above.
+    /// One of these.
     std::string format;
     std::string output = standard_stream;
 };
 
-/// The result of a run in, a channel list or a table out. What a channel list cannot hold is told on standard
-/// error.
+/// The result of a run in, a channel list, a table or a page out. What a channel list cannot hold is told on
+/// standard error.
 void export_command(const ExportOptions& options);
 
 } // namespace zarven::tool

@@ -2,11 +2,16 @@
 
 #include "commands/commands.h"
 
+#include <string>
+
+#include <fmt/format.h>
+
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/fail_on.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
+#include "headend/override.h"
 #include "placement/comparison.h"
 #include "placement/documents.h"
 #include "placement/host.h"
@@ -18,16 +23,33 @@ namespace zarven::tool {
 
 namespace {
 
-Result result_in(const std::string& path) {
-    const std::string file = input_name(path);
-    const Document document(file, read_text(path));
-    if (is_result(document))
-        return read_result(document);
-    const Headend headend = read_headend(document);
+Result result_of_run(const Headend& headend, const std::string& file) {
+    warn_of_odd_macs(file, headend);
     const host::Log no_log("");
     EngineRun run = load_engine(headend, file);
     run_watched(run, file);
     return result_of(run, headend.name);
+}
+
+Result result_in(const HeadendInput& input) {
+    return read_json_file(input.path, [&](const std::string& name, const std::string& text) {
+        const Document document(name, text);
+        const bool is_changed = !input.settings.empty();
+        if (is_result(document) && is_changed)
+            document.complain("a result", "a head-end, which alone --set can change");
+        if (is_result(document))
+            return read_result(document);
+        return result_of_run(is_changed ? read_headend(name, text, input.settings) : read_headend(document),
+                             name);
+    });
+}
+
+/// The file, and what is changed in it.
+std::string name_of(const HeadendInput& input) {
+    std::string name = input_name(input.path);
+    for (const std::string& setting : input.settings)
+        name += fmt::format(" --set '{}'", setting);
+    return name;
 }
 
 } // namespace
@@ -35,12 +57,12 @@ Result result_in(const std::string& path) {
 void compare_command(const CompareOptions& options) {
     apply(options.limits);
     check(options.output);
-    if (options.before == standard_stream && options.after == standard_stream)
+    if (options.before == standard_stream && options.after.path == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");
-    const Result before = result_in(options.before);
+    const Result before = result_in({options.before, {}});
     const Result after = result_in(options.after);
     const Comparison comparison = compare(before, after);
-    const ComparedFiles files{input_name(options.before), input_name(options.after)};
+    const ComparedFiles files{input_name(options.before), name_of(options.after)};
     write_reports(
         options.output, [&] { return comparison_page(comparison, files); },
         [&] {

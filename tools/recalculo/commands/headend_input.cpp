@@ -2,13 +2,49 @@
 
 #include "commands/headend_input.h"
 
-#include "base/streams.h"
+#include <fmt/format.h>
+
+#include "base/counted.h"
+#include "base/utf8.h"
+#include "headend/mac.h"
 #include "headend/override.h"
+#include "lineup/lineup.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
 Headend read_input(const HeadendInput& input) {
-    return read_headend(input_name(input.path), read_text(input.path), input.settings);
+    return read_json_file(input.path, [&](const std::string& name, const std::string& text) {
+        Headend headend = read_headend(name, text, input.settings);
+        warn_of_odd_macs(name, headend);
+        return headend;
+    });
+}
+
+void warn_of_odd_macs(const std::string& name, const Headend& headend) {
+    const std::size_t most_told = 3;
+    std::size_t odd = 0;
+    for (std::size_t index = 0; index < headend.modules.size(); ++index) {
+        const std::string& mac = headend.modules[index].mac;
+        const std::string oddity = oddity_of_mac(mac);
+        if (!oddity.empty() && !mac.empty() && ++odd <= most_told) // the engine refuses an empty one
+            write_message(fmt::format("{}: /modules/{}/mac: \"{}\" {}", name, index, shortened(mac), oddity));
+    }
+    if (odd > most_told)
+        write_message(
+            fmt::format("{}: {} with an odd MAC", name, counted(odd - most_told, "further module")));
+}
+
+void complain_of_channel_list(const std::string& name, const std::string& text) {
+    // JSON that is damaged may have any line in it.
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    if (begin == text.npos || text[begin] == '{')
+        return;
+    if (const auto format = format_of(text))
+        throw Failure(
+            fmt::format("{}: this is a channel list ({}); use `recalculo import` to make a head-end "
+                        "of it",
+                        name, to_string(*format)));
 }
 
 } // namespace zarven::tool

@@ -33,7 +33,9 @@ void check_standard_input(const ImportOptions& options) {
 
 void import_command(const ImportOptions& options) {
     check_standard_input(options);
-    Headend planned = read_headend(input_name(options.modules), read_text(options.modules));
+    Headend planned = read_json_file(options.modules, [](const std::string& name, const std::string& text) {
+        return read_headend(name, text);
+    });
     std::optional<LineupFormat> format;
     if (!options.format.empty())
         format = lineup_format(options.format);

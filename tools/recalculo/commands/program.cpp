@@ -65,10 +65,11 @@ Option headend_argument(HeadendInput& input) {
     return argument("HEADEND", &input.path, "The head-end, a JSON file; - for standard input");
 }
 
-Option set_option(HeadendInput& input) {
+Option set_option(HeadendInput& input, const std::string& what = "Change a value for this run") {
     return with_value({"--set"}, "PATH=VALUE", &input.settings,
-                      "Change a value for this run, as in modules[2].pids_max=64, counted from 0, or "
-                      "modules[MAC].pids_max=64; [*] for all of a list; may be given several times");
+                      what +
+                          ", as in modules[2].pids_max=64, counted from 0, or modules[MAC].pids_max=64; [*] "
+                          "for all of a list; may be given several times");
 }
 
 Option json_flag(bool& json) {
@@ -149,6 +150,7 @@ Command describe_run() {
          html_option(options->output, "result"),
          flag("--strategies", options->strategies,
               "Show first what each of the engine's four strategies alone would leave out"),
+         flag("--summary", options->summary, "Report the numbers of services alone, in one line"),
          flag("--pauses", options->pauses, "Keep the engine's pauses, which take from seconds to minutes"),
          named_file(with_value({"--log"}, "FILE", &options->log,
                                "Write the engine's log to a file; - for standard error")),
@@ -180,7 +182,8 @@ Command describe_compare() {
     return command(
         "compare", "Show two placements side by side",
         {argument("BEFORE", &options->before, "A head-end, or a result of run --json; - for standard input"),
-         argument("AFTER", &options->after, "What to compare it with, of either kind"),
+         argument("AFTER", &options->after.path, "What to compare it with, of either kind"),
+         set_option(options->after, "Change a value of AFTER, a head-end, for this run"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
          fail_on_option(options->fail_on, "the second placement"), max_seconds_option(options->limits),
          color_option(options->style)},
@@ -279,13 +282,27 @@ Command describe_import() {
 
 Command describe_export() {
     const auto options = std::make_shared<ExportOptions>();
-    return command("export", "Write the result of a run as a channel list or a table",
+    return command("export", "Write the result of a run as a channel list, a table or a page",
                    {argument("RESULT", &options->result,
                              "The result, as `recalculo run --json` writes it; - for standard input"),
-                    required(one_of({format_channels_conf, format_csv},
+                    required(one_of({format_channels_conf, format_csv, format_html},
                                     with_value({"--format"}, "", &options->format, "What to write"))),
                     output_option(options->output, "Where to write it; - for standard output")},
                    [options] { export_command(*options); });
+}
+
+/// Answered where the command line is read (command_line.cpp), which knows the help.
+Command describe_help(const std::vector<Command>& others) {
+    std::vector<std::string> names;
+    for (const Command& other : others)
+        names.push_back(other.name);
+    const auto about = std::make_shared<std::string>();
+    Option argument_option =
+        one_of(names, argument(help_argument, about.get(), "The command to tell of; by default all of them"));
+    argument_option.value.clear();
+    argument_option.may_be_missing = true;
+    return command(help_command, "Tell what the program or a command does, as --help", {argument_option},
+                   [about] {});
 }
 
 } // namespace
@@ -299,10 +316,12 @@ bool takes_several(const Option& option) {
 }
 
 Program describe_program() {
+    std::vector<Command> commands = {describe_run(),    describe_explain(), describe_compare(),
+                                     describe_size(),   describe_choose(),  describe_bound(),
+                                     describe_import(), describe_export()};
+    commands.push_back(describe_help(commands));
     return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
-            {describe_run(), describe_explain(), describe_compare(), describe_size(), describe_choose(),
-             describe_bound(), describe_import(), describe_export()},
-            "recalculo " RECALCULO_VERSION};
+            std::move(commands), "recalculo " RECALCULO_VERSION};
 }
 
 } // namespace zarven::tool

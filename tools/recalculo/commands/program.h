@@ -22,7 +22,7 @@ enum class Answer { help, version };
 using Target = std::variant<Answer, bool*, std::string*, std::vector<std::string>*, std::uint32_t*>;
 
 struct Option {
-    /// As they are typed. Of an argument, which must be given, the one by which it is told.
+    /// As they are typed. Of an argument, the one by which it is told.
     std::vector<std::string> names;
     Target target;
     std::string description;
@@ -31,6 +31,8 @@ struct Option {
     /// Told with the description; empty for none.
     std::string fallback{};
     bool is_required = false;
+    /// Of an argument: it may be left away.
+    bool may_be_missing = false;
     /// Refuses an empty name, which a shell makes of an unset variable: it must not pass for a file not
     /// wanted.
     bool is_named_file = false;
@@ -64,6 +66,10 @@ struct Program {
     /// The answer to --version.
     std::string version;
 };
+
+/// The command that answers as --help does, and its argument: another command.
+inline constexpr const char* help_command = "help";
+inline constexpr const char* help_argument = "COMMAND";
 
 Program describe_program();
 

@@ -1,13 +1,29 @@
 #include "commands/report_output.h"
 
+#include <fmt/format.h>
+
 #include "base/failure.h"
 #include "base/streams.h"
 
 namespace zarven::tool {
 
-void check(const ReportOutput& output) {
+void check_apart(const std::vector<NamedOutput>& outputs) {
+    for (auto one = outputs.begin(); one != outputs.end(); ++one)
+        for (auto other = outputs.begin(); other != one; ++other)
+            if (!one->path.empty() && !other->path.empty() && is_same_output(one->path, other->path))
+                throw Failure(fmt::format("{} and {} both write to {}; expected two files", other->option,
+                                          one->option, one->path));
+}
+
+void check(const ReportOutput& output, const std::vector<NamedOutput>& others) {
     if (output.json && output.html == standard_stream)
         throw Failure("--json and --html - both write to standard output; expected a file for --html");
+    // With the page on standard output there is no other report.
+    std::vector<NamedOutput> outputs{{"the report", standard_stream}};
+    if (output.html != standard_stream)
+        outputs.push_back({"--html", output.html});
+    outputs.insert(outputs.end(), others.begin(), others.end());
+    check_apart(outputs);
 }
 
 void write_reports(const ReportOutput& output, const std::function<std::string()>& page,

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace zarven::tool {
 
@@ -14,8 +15,19 @@ struct ReportOutput {
     std::string html;
 };
 
-/// Throws `Failure` if two reports would share standard output.
-void check(const ReportOutput& output);
+/// A file that a command writes, by the option that names it.
+struct NamedOutput {
+    std::string option;
+    /// Empty for none.
+    std::string path;
+};
+
+/// Throws `Failure` if two of these, or one of them and standard output, are one file by whatever name: one
+/// would go over the other.
+void check_apart(const std::vector<NamedOutput>& outputs);
+
+/// Throws `Failure` if two reports, or a report and what else is written, would share a file.
+void check(const ReportOutput& output, const std::vector<NamedOutput>& others = {});
 
 /// Writes the page and the report, each if it is wanted. The page goes first: when it cannot be written,
 /// nothing is reported.

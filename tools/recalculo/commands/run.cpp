@@ -29,7 +29,8 @@ Result run_driver(const RunOptions& options, const Headend& headend, const std::
     EngineRun run = load_engine(headend, file);
     run_watched(run, file, options.log);
     log.finish();
-    return result_of(run, headend.name);
+    const bool are_reasons_told = !options.summary || !options.output.html.empty();
+    return result_of(run, headend.name, are_reasons_told ? Reasons::told : Reasons::omitted);
 }
 
 /// The log tells the driver's run alone, and only that pauses.
@@ -46,22 +47,27 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
     return strategies_of(headend, file);
 }
 
-std::string text_of(const Result& result, const Strategies* strategies, const TextStyle& style) {
+std::string text_of(const Result& result, const Strategies* strategies, const RunOptions& options) {
+    const TextStyle style = style_of(options.style);
     return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
-           result_text(result, style);
+           (options.summary ? result_summary_text(result, style) : result_text(result, style));
 }
 
 } // namespace
 
 void run_command(const RunOptions& options) {
     apply(options.limits);
-    check(options.output);
+    // The log's "-" is standard error.
+    check(options.output, {{"--log", options.log == standard_stream ? "" : options.log}});
+    if (options.summary && options.output.json)
+        throw Failure(
+            "--summary and --json are two reports; expected one of them: that of --json has the summary");
+    if (options.summary && options.output.html == standard_stream)
+        throw Failure("--summary and --html - both write to standard output; expected a file for --html");
     if (options.strategies && options.output.html == standard_stream)
         throw Failure(
             "--strategies shows nothing on the page that --html - writes in the place of the report; expected "
             "a file for --html");
-    if (!options.log.empty() && options.log != standard_stream && options.log == options.output.html)
-        throw Failure("--html and --log both write to " + options.log + "; expected two files");
     const std::string file = input_name(options.headend.path);
     Headend headend = read_input(options.headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
@@ -76,7 +82,7 @@ void run_command(const RunOptions& options) {
         options.output, [&] { return result_page(result); },
         [&] {
             return options.output.json ? result_json(result, strategies)
-                                       : text_of(result, strategies, style_of(options.style));
+                                       : text_of(result, strategies, options);
         });
     fail_on(options.fail_on, result.counts, result.findings, file);
 }

@@ -34,7 +34,7 @@ struct SizeInput {
 SizeInput read_inputs(const SizeOptions& options) {
     SizeInput input{read_input(options.headend), {}};
     for (const std::string& path : options.add) {
-        input.kinds.push_back(read_module(input_name(path), read_text(path)));
+        input.kinds.push_back(read_json_file(path, read_module));
         // What the engine refuses of the module is told under its own name.
         load_engine(with_modules({}, input.kinds.back(), 1), input_name(path));
     }

@@ -12,6 +12,7 @@
 #include "base/utf8.h"
 #include "base/words.h"
 #include "headend/headend_json.h"
+#include "headend/mac.h"
 #include "records/description.h"
 #include "records/document_failure.h"
 #include "records/json_cursor.h"
@@ -155,7 +156,7 @@ private:
         for (const JsonCursor& module : modules) {
             module.check_object();
             macs.push_back(module.member("mac").text());
-            if (macs.back() == mac)
+            if (canonical_mac(macs.back()) == canonical_mac(mac))
                 return macs.size() - 1;
         }
         here.complain(fmt::format("a module with the MAC \"{}\"{}", mac, did_you_mean(mac, macs)));

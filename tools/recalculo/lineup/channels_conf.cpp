@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/counted.h"
+#include "base/utf8.h"
 #include "lineup/text_lines.h"
 
 namespace zarven::tool {
@@ -254,7 +255,7 @@ std::string channels_conf_name(std::string_view name) {
         else if (character == '\n' || character == '\r')
             character = ' ';
     }
-    return held;
+    return printable(held);
 }
 
 std::string write_channels_conf(const std::vector<Channel>& channels) {

@@ -22,7 +22,8 @@ bool is_channels_conf_line(std::string_view line);
 /// of those after it do not depend on it.
 ChannelList read_channels_conf(std::string_view text);
 
-/// The name as the form can hold it: it has no means to write a semicolon, a bar or a line end.
+/// The name as the form can hold it: it has no means to write a semicolon, a bar or a line end. Other
+/// control characters, which a terminal would obey, are replaced.
 std::string channels_conf_name(std::string_view name);
 
 /// Writes a list, each channel after a heading with its number where that is not the next one. Names must be

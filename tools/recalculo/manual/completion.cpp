@@ -18,6 +18,8 @@ namespace {
 
 /// What the shell does for the value of an option: words, nothing for numbers and the like, else files.
 std::string values_of(const std::string& command, const Option& option) {
+    if (is_argument(option) && !option.words.empty())
+        return fmt::format("    '{0} {0}') words='{1}' ;;\n", command, fmt::join(option.words, " "));
     if (option.value.empty() || option.value == "FILE")
         return "";
     std::string patterns;
@@ -101,7 +103,9 @@ std::string zsh_case(const Command& command) {
     std::string text = fmt::format("    {})\n        _arguments -S", command.name);
     for (const Option& option : command.options)
         if (is_argument(option))
-            text += fmt::format(" \\\n            '*:{}:_files'", option.names.front());
+            text += fmt::format(" \\\n            '*:{}:{}'", option.names.front(),
+                                option.words.empty() ? "_files"
+                                                     : fmt::format("({})", fmt::join(option.words, " ")));
         else
             for (const std::string& name : option.names)
                 text += " \\\n            " + zsh_option(option, name);
@@ -110,6 +114,8 @@ std::string zsh_case(const Command& command) {
 
 /// `-l output -s o -r -F`
 std::string fish_option(const Option& option) {
+    if (is_argument(option))
+        return fmt::format(" -f -a '{}'", fmt::join(option.words, " "));
     std::string text;
     for (const std::string& name : option.names)
         text += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
@@ -169,7 +175,7 @@ std::string fish_completion(const Program& program) {
         add("__fish_use_subcommand", " -a " + command.name, command.description);
     for (const Command& command : program.commands)
         for (const Option& option : command.options)
-            if (!is_argument(option))
+            if (!is_argument(option) || !option.words.empty())
                 add("'__fish_seen_subcommand_from " + command.name + "'", fish_option(option),
                     option.description);
     return text;

@@ -38,7 +38,8 @@ std::string synopsis_of(const Command& command, const Program& program) {
     std::string line = fmt::format(".B {} {}\n", roff(program.itself.name), roff(command.name));
     for (const Option& option : command.options)
         if (is_argument(option))
-            line += fmt::format("\\fI{}\\fR{}\n", roff(option.names.front()),
+            line += fmt::format("{}\\fI{}\\fR{}{}\n", option.may_be_missing ? "[" : "",
+                                roff(option.names.front()), option.may_be_missing ? "]" : "",
                                 takes_several(option) ? " ..." : "");
         else if (option.is_required)
             line += fmt::format("\\fB{}\\fR \\fI{}\\fR\n", roff(option.names.front()), roff(option.value));

@@ -228,8 +228,9 @@ public:
                 step_of_[{change.mac, change.number}] = inputs_.size();
                 inputs_.push_back(&change);
             }
-        for (const ServiceChange& change : comparison.lost)
-            loads_.add(loads_.charges(change.service, change.before), -1);
+        for (const auto* changes : {&comparison.lost, &comparison.removed})
+            for (const ServiceChange& change : *changes)
+                loads_.add(loads_.charges(change.service, change.before), -1);
         for (const ServiceChange& change : comparison.moved)
             movers_.push_back(mover_of(change));
     }

@@ -92,6 +92,9 @@ public:
 
     ChoiceReport report(const Choice& choice, const Result* kept) && {
         report_.name = headend_.name;
+        for (const Module& module : headend_.modules)
+            if (!module.label.empty())
+                report_.labels.emplace(module.mac, module.label);
         report_.all = all_.side();
         report_.chosen = chosen_.side();
         report_.musts = reach_of_musts(headend_, file_);

@@ -81,6 +81,7 @@ struct ChoiceReport {
     /// Some are not worth 1; else value and number of services are the same.
     bool has_values = false;
     bool is_interrupted = false;
+    Labels labels;
 };
 
 /// Where the services of the head-end stand in a result.

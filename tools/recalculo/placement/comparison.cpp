@@ -7,6 +7,7 @@
 #include <tuple>
 #include <utility>
 
+#include "headend/mac.h"
 #include "placement/change_order.h"
 
 namespace zarven::tool {
@@ -24,6 +25,10 @@ public:
         compare_modules();
         compare_limits();
         comparison_.order = change_order(comparison_, before_, after_);
+        for (const Result* result : {&after_, &before_})
+            for (const ModuleResult& module : result->modules)
+                if (!module.label.empty())
+                    comparison_.labels.emplace(module.mac, module.label);
         return std::move(comparison_);
     }
 
@@ -60,6 +65,10 @@ void Comparing::sort_in(const PlacedService* before, const PlacedService* after)
                          is.absence};
     if (change.before.empty() && change.after.empty())
         ++comparison_.never_placed;
+    else if (before == nullptr)
+        comparison_.added.push_back(std::move(change));
+    else if (after == nullptr)
+        comparison_.removed.push_back(std::move(change));
     else if (change.before.empty())
         comparison_.gained.push_back(std::move(change));
     else if (change.after.empty())
@@ -170,10 +179,28 @@ void Comparing::compare_limits() {
     }
 }
 
+/// The result with the MACs of its modules as the other spells them.
+Result spelled_as_in(const Result& other, Result result) {
+    std::map<std::string, std::string> spellings;
+    for (const ModuleResult& module : other.modules)
+        spellings.emplace(canonical_mac(module.mac), module.mac);
+    for (ModuleResult& module : result.modules) {
+        const auto spelling = spellings.find(canonical_mac(module.mac));
+        if (spelling != spellings.end())
+            module.mac = spelling->second;
+    }
+    return result;
+}
+
 } // namespace
 
+std::string Comparison::name_of(const std::string& mac) const {
+    return module_name(mac, labels);
+}
+
 Comparison compare(const Result& before, const Result& after) {
-    return Comparing(before, after).comparison();
+    const Result respelled = spelled_as_in(after, before);
+    return Comparing(respelled, after).comparison();
 }
 
 } // namespace zarven::tool

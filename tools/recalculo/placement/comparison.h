@@ -5,6 +5,7 @@
 #define RECALCULO_COMPARISON_H
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,9 @@ struct Comparison {
     Side after;
     std::vector<ServiceChange> gained;
     std::vector<ServiceChange> lost;
+    /// Placed by one side, of the line-up of which alone they are.
+    std::vector<ServiceChange> added;
+    std::vector<ServiceChange> removed;
     std::vector<ServiceChange> moved;
     std::size_t unmoved = 0;
     /// Some of the unmoved.
@@ -95,10 +99,16 @@ struct Comparison {
     /// Still there in the second result.
     std::vector<TightLimit> relaxed;
     ChangeOrder order;
+    /// Of the modules that have one, by MAC; where both sides have one, that after.
+    Labels labels;
+
+    /// How a module is called in the reports.
+    std::string name_of(const std::string& mac) const;
 };
 
 /// Compares two results. A service is the same in both if stream, LCN and SID are; of those then left, if the
-/// name is and no other has it. Clones stand with their parents and are not told apart.
+/// name is and no other has it. Clones stand with their parents and are not told apart. A module is the same
+/// in both if its MAC is, however it is spelled; it is told as it is spelled after.
 Comparison compare(const Result& before, const Result& after);
 
 } // namespace zarven::tool

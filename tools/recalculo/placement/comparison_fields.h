@@ -142,9 +142,35 @@ template <> struct Fields<Side> {
     }
 };
 
-inline constexpr const char* meaning_of_gained = "Placed after and not before";
-inline constexpr const char* meaning_of_lost = "Placed before and not after";
+inline constexpr const char* meaning_of_gained = "In both line-ups, placed after and not before";
+inline constexpr const char* meaning_of_lost = "In both line-ups, placed before and not after";
 inline constexpr const char* meaning_of_moved = "Placed in both, in other places";
+
+inline constexpr const char* meaning_of_added = "Placed after; the line-up before does not have them";
+inline constexpr const char* meaning_of_removed = "Placed before; the line-up after does not have them";
+
+/// The label of a module.
+struct ModuleLabel {
+    std::string mac;
+    std::string label;
+};
+
+template <> struct Fields<ModuleLabel> {
+    static constexpr const char* name = "module_label";
+    static constexpr const char* meaning = "What a module is called";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& label) {
+        visit_mac(visit, label);
+        visit.required("label", label.label, meaning_of_label);
+    }
+};
+
+inline std::vector<ModuleLabel> told_labels(const Labels& labels) {
+    std::vector<ModuleLabel> told;
+    for (const auto& [mac, label] : labels)
+        told.push_back({mac, label});
+    return told;
+}
 
 /// The numbers of services in a comparison.
 struct ComparisonCounts {
@@ -154,6 +180,8 @@ struct ComparisonCounts {
     std::size_t unmoved = 0;
     std::size_t renamed = 0;
     std::size_t never_placed = 0;
+    std::size_t added = 0;
+    std::size_t removed = 0;
 };
 
 template <> struct Fields<ComparisonCounts> {
@@ -168,6 +196,8 @@ template <> struct Fields<ComparisonCounts> {
         visit.required("renamed", count(counts.renamed),
                        "Of these with another name, output name, LCN or SID");
         visit.required("never_placed", count(counts.never_placed), "Placed in neither");
+        visit.required("added", count(counts.added), meaning_of_added);
+        visit.required("removed", count(counts.removed), meaning_of_removed);
     }
 };
 
@@ -179,7 +209,8 @@ template <> struct Fields<Comparison> {
         visit.required("summary",
                        ComparisonCounts{comparison.gained.size(), comparison.lost.size(),
                                         comparison.moved.size(), comparison.unmoved,
-                                        comparison.renamed.size(), comparison.never_placed},
+                                        comparison.renamed.size(), comparison.never_placed,
+                                        comparison.added.size(), comparison.removed.size()},
                        "The numbers of services");
         visit.required("before", comparison.before, "The first placement");
         visit.required("after", comparison.after, "The second placement");
@@ -196,6 +227,10 @@ template <> struct Fields<Comparison> {
         visit.required("became_tight", comparison.became_tight, "With little left after and not before");
         visit.required("relaxed", comparison.relaxed, "With little left before and not after");
         visit.required("order", comparison.order, "In which order the inputs change with least off the air");
+        visit.required("added", comparison.added, meaning_of_added);
+        visit.required("removed", comparison.removed, meaning_of_removed);
+        visit.required("labels", told_labels(comparison.labels),
+                       "What the modules are called that have a label");
     }
 };
 

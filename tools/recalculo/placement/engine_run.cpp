@@ -9,6 +9,7 @@
 #include "Reglas.h"
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "headend/mac.h"
 #include "placement/asked_for.h"
 #include "placement/bounded_run.h"
 
@@ -64,6 +65,8 @@ private:
 
     EngineRun& run_;
     const std::string& file_;
+    /// As they are spelled. The engine would take each spelling for a module of its own.
+    std::map<std::string, std::string> macs_;
 };
 
 Element element_of(const char* kind, const char* list, std::size_t index, const Programme& programme) {
@@ -77,6 +80,10 @@ void Loader::load(const Module& module, std::size_t index) {
                           fmt::format("module \"{}\"", shortened(module.mac))};
     if (module.mac.empty())
         complain(element, "found an empty MAC, expected one that names the module");
+    const auto [known, is_new] = macs_.emplace(canonical_mac(module.mac), module.mac);
+    if (!is_new && known->second != module.mac)
+        complain(element, fmt::format("a module with this MAC is already loaded, as \"{}\"",
+                                      shortened(known->second)));
     tRecalculo& engine = run_.engine;
     check(engine.addModulo(module.mac, module.model, module.inputs,
                            static_cast<std::uint16_t>(module.outputs.size()), module.pids_max,

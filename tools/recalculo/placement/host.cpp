@@ -7,6 +7,8 @@
 #include <chrono>
 #include <cstdarg>
 #include <cstring>
+#include <string>
+#include <string_view>
 #include <thread>
 
 #include <fmt/format.h>
@@ -14,6 +16,7 @@
 #include "base/counted.h"
 #include "base/failure.h"
 #include "base/interruption.h"
+#include "base/utf8.h"
 
 namespace {
 
@@ -45,13 +48,49 @@ constexpr std::uint32_t calls_for_a_look = 4096;
 /// Nobody waits longer for an answer to Ctrl-C, or for a second to go by.
 constexpr std::chrono::milliseconds slice(100);
 
+/// The text that the arguments make, in a buffer that serves all lines.
+std::string_view made_up(const char* format, va_list arguments) {
+    static std::string buffer(1024, '\0');
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+    const auto needed = static_cast<std::size_t>(std::max(length, 0));
+    if (needed >= buffer.size()) {
+        buffer.resize(needed + 1);
+        std::vsnprintf(buffer.data(), buffer.size(), format, again);
+    }
+    va_end(again);
+    return std::string_view(buffer).substr(0, needed);
+}
+
+/// A name could end the line or command the terminal that shows it. Tabs are the engine's own.
+std::string harmless(std::string_view line) {
+    std::string clean;
+    for (;;) {
+        const std::size_t tab = std::min(line.find('\t'), line.size());
+        clean += zarven::tool::printable(line.substr(0, tab));
+        if (tab == line.size())
+            return clean;
+        clean += '\t';
+        line.remove_prefix(tab + 1);
+    }
+}
+
+bool is_plain(std::string_view line) {
+    return std::all_of(line.begin(), line.end(),
+                       [](char byte) { return byte == '\t' || (byte >= ' ' && byte <= '~'); });
+}
+
 void write_line(int level, const char* format, va_list arguments) {
+    std::string_view line = made_up(format, arguments);
+    std::string clean;
+    if (!is_plain(line))
+        line = clean = harmless(line);
     const int prefix = std::fprintf(log_destination, "%d ", level);
-    const int line = std::vfprintf(log_destination, format, arguments);
+    std::fwrite(line.data(), 1, line.size(), log_destination);
     std::fputc('\n', log_destination);
     // Negative where it failed, which is told in the end.
-    bytes_logged +=
-        static_cast<std::uint64_t>(std::max(prefix, 0)) + static_cast<std::uint64_t>(std::max(line, 0)) + 1;
+    bytes_logged += static_cast<std::uint64_t>(std::max(prefix, 0)) + line.size() + 1;
 }
 
 /// Ends the run if it has taken what it may.

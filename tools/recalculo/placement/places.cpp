@@ -126,6 +126,11 @@ private:
 
 } // namespace
 
+std::string module_name(const std::string& mac, const Labels& labels) {
+    const auto label = labels.find(mac);
+    return module_name(mac, label == labels.end() ? "" : label->second);
+}
+
 const char* to_string(Absence absence) {
     switch (absence) {
     case Absence::left_out:

@@ -6,6 +6,7 @@
 #define RECALCULO_PLACES_H
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,12 @@
 #include "placement/result.h"
 
 namespace zarven::tool {
+
+/// What the modules that have a label are called, by MAC.
+using Labels = std::map<std::string, std::string>;
+
+/// By its MAC, and its label in brackets if it has one.
+std::string module_name(const std::string& mac, const Labels& labels);
 
 struct Place {
     std::string mac;

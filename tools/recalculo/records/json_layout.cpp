@@ -67,8 +67,30 @@ constexpr JsonLayout spread{std::numeric_limits<std::size_t>::max()};
 
 } // namespace
 
+std::string escaped_for_terminals(const std::string& text) {
+    std::string escaped;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = [&](std::size_t ahead) {
+            return at + ahead < text.size() ? static_cast<unsigned char>(text[at + ahead]) : 0u;
+        };
+        if (byte(0) == 0x7F) {
+            escaped += "\\u007f";
+        } else if (byte(0) == 0xC2 && byte(1) < 0xA0) { // U+0080 to U+009F
+            escaped += fmt::format("\\u{:04x}", byte(1));
+            at += 1;
+        } else if (byte(0) == 0xE2 && ((byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE) ||
+                                       (byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9))) {
+            escaped += fmt::format("\\u{:04x}", 0x2000 + ((byte(1) & 0x3F) << 6) + (byte(2) & 0x3F));
+            at += 2;
+        } else {
+            escaped += text[at];
+        }
+    }
+    return escaped;
+}
+
 std::string laid_out(const ordered_json& document, const JsonLayout& layout) {
-    return LayoutMaker(layout).text(document, 0, 0) + "\n";
+    return escaped_for_terminals(LayoutMaker(layout).text(document, 0, 0)) + "\n";
 }
 
 OpenedList opened_at(const char* key, const ordered_json& document) {
@@ -87,11 +109,11 @@ OpenedList opened_at(const char* key, const ordered_json& document) {
     }
     if (!is_open)
         throw std::logic_error(fmt::format("a document without the list \"{}\"", key));
-    return {"{" + list.begin, list.end + "\n}\n"};
+    return {"{" + escaped_for_terminals(list.begin), escaped_for_terminals(list.end) + "\n}\n"};
 }
 
 std::string entry_of_opened(const ordered_json& entry) {
-    return line_begin(2) + LayoutMaker(spread).text(entry, 2, 0);
+    return line_begin(2) + escaped_for_terminals(LayoutMaker(spread).text(entry, 2, 0));
 }
 
 } // namespace zarven::tool

@@ -19,6 +19,10 @@ struct JsonLayout {
     std::size_t most_columns = std::numeric_limits<std::size_t>::max();
 };
 
+/// JSON text of the library with escapes for what a terminal would obey and the library leaves as it is: DEL,
+/// U+0080 to U+009F, and the characters that end a line or turn it round. It says the same as before.
+std::string escaped_for_terminals(const std::string& text);
+
 /// With a final line end.
 std::string laid_out(const nlohmann::ordered_json& document, const JsonLayout& layout);
 

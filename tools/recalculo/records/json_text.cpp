@@ -10,8 +10,10 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "base/streams.h"
 #include "base/utf8.h"
 #include "records/document_failure.h"
+#include "records/json_fault.h"
 
 namespace zarven::tool {
 
@@ -28,26 +30,6 @@ std::string line_and_column(std::string_view text, std::size_t offset) {
     const auto column =
         1 + std::count_if(in_line.begin(), in_line.end(), [](char byte) { return (byte & 0xC0) != 0x80; });
     return fmt::format("line {}, column {}", line, column);
-}
-
-/// The reason alone, without the library's own account of what kind of error it is and where.
-std::string reason_of(const json::exception& error) {
-    const std::string_view message = error.what();
-    const std::string_view before_reason = ": ";
-    const std::size_t found = message.find(before_reason);
-    if (found == message.npos)
-        return std::string(message.substr(message.find("] ") + 2));
-    return std::string(message.substr(found + before_reason.size()));
-}
-
-/// A reason quotes the text up to the fault, which may be a name or a number of any length.
-constexpr int most_columns_of_reason = 240;
-
-/// A text of UTF-16 begins with a byte order mark, or with an ASCII character of two bytes.
-bool is_utf16(std::string_view text) {
-    const std::string_view start = text.substr(0, 2);
-    return start == "\xFF\xFE" || start == "\xFE\xFF" ||
-           (start.size() == 2 && (start[0] == '\0') != (start[1] == '\0'));
 }
 
 /// Builds the value, and throws at the first thing that is wrong with the text. The library's own builder
@@ -78,8 +60,8 @@ public:
 
     bool parse_error(std::size_t position, const std::string&, const json::exception& error) override {
         const std::size_t offset = position == 0 ? 0 : position - 1;
-        throw Failure(fmt::format("{}: {}: not JSON: {}", file_, line_and_column(text_, offset),
-                                  shortened(reason_of(error), most_columns_of_reason, "…")));
+        throw Failure(fmt::format("{}: {}: {}", file_, line_and_column(text_, offset),
+                                  json_fault(error.what(), text_, offset)));
     }
 
     json take() { return std::move(root_); }
@@ -138,8 +120,10 @@ private:
 } // namespace
 
 nlohmann::json parse_json(const std::string& file, const std::string& text) {
-    if (is_utf16(text))
-        throw Failure(file + ": the text is UTF-16, expected UTF-8");
+    // The library takes a NUL for the end.
+    check_is_text(file, text);
+    if (text.find_first_not_of(" \t\r\n") == text.npos)
+        throw Failure(file + ": found nothing in it, expected JSON");
     Builder builder(file, text);
     json::sax_parse(text, &builder);
     return builder.take();

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "records/fields.h"
+#include "records/json_layout.h"
 
 namespace zarven::tool {
 
@@ -92,7 +93,7 @@ template <class Value> nlohmann::ordered_json json_of(const Value& value) {
 
 /// A document as indented JSON with a final line end.
 template <class Record> std::string document_text(const Record& record) {
-    return json_of(record).dump(2) + "\n";
+    return escaped_for_terminals(json_of(record).dump(2)) + "\n";
 }
 
 } // namespace zarven::tool

@@ -97,7 +97,7 @@ private:
         for (const ServiceChange& change : report_.moves->moved)
             rows.push_back(with_identity(
                 change.service,
-                {arrow(places_text(change.before, style_), places_text(change.after, style_))}, style_));
+                {arrow(places_text(change.before, report_.labels, style_), places_text(change.after, report_.labels, style_))}, style_));
         write_rows(rows);
     }
 
@@ -118,7 +118,7 @@ private:
         heading(title, changes.size(), is_gain ? Paint::bold : Paint::red);
         std::vector<Row> rows;
         for (const ValuedChange& change : changes) {
-            const std::string places = places_text(change.places, style_);
+            const std::string places = places_text(change.places, report_.labels, style_);
             rows.push_back(
                 row_of(change.service,
                        is_gain ? places : arrow(places, change.is_withheld ? "withheld" : "left out")));

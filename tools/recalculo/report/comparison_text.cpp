@@ -15,15 +15,6 @@ namespace zarven::tool {
 
 namespace {
 
-std::string place_text(const Place& place, const TextStyle& style) {
-    const std::string input = place.input == 0 ? "no input" : fmt::format("in {}", place.input);
-    return fmt::format("{} {} out {}", shown(place.mac, style), input, fmt::join(place.outputs, "+"));
-}
-
-std::string places_text(const std::vector<Place>& places, Absence absence, const TextStyle& style) {
-    return places.empty() ? to_string(absence) : places_text(places, style);
-}
-
 std::string stream_text(bool is_tuned, Stream stream) {
     return is_tuned ? to_string(stream) : "free";
 }
@@ -58,11 +49,19 @@ std::string limit_text(const TightLimit& limit) {
     return fmt::format("output {}: {} kbit/s", limit.output, used);
 }
 
+/// " 2 added, 1 removed,"; nothing where both sides have the same services.
+std::string changes_of_the_lineup(const Comparison& comparison) {
+    if (comparison.added.empty() && comparison.removed.empty())
+        return "";
+    return fmt::format(" {} added, {} removed,", comparison.added.size(), comparison.removed.size());
+}
+
 class ComparisonText {
 public:
     ComparisonText(const Comparison& comparison, const ComparedFiles& files, const TextStyle& style)
         : comparison_(comparison), files_(files), style_(style) {
-        for (const auto* changes : {&comparison.gained, &comparison.lost, &comparison.moved})
+        for (const auto* changes : {&comparison.gained, &comparison.lost, &comparison.added,
+                                    &comparison.removed, &comparison.moved})
             for (const ServiceChange& change : *changes)
                 services_.measure(row_of(change));
         services_.fit();
@@ -77,6 +76,8 @@ public:
         write("Renamed", comparison_.renamed);
         write("Gained", comparison_.gained);
         write("Lost", comparison_.lost, Paint::red);
+        write("Added to the line-up", comparison_.added);
+        write("Removed from the line-up", comparison_.removed);
         write("Modules gone", comparison_.modules_gone);
         write("Modules new", comparison_.modules_new);
         write("Inputs freed", comparison_.inputs_freed);
@@ -121,10 +122,16 @@ private:
         text_ += table_text({Column(), facts}, rows, body_indent, style_);
     }
 
+    std::string name_of(const std::string& mac) const { return shown(comparison_.name_of(mac), style_); }
+
+    std::string text_of(const std::vector<Place>& places, Absence absence) const {
+        return places.empty() ? to_string(absence) : places_text(places, comparison_.labels, style_);
+    }
+
     Row row_of(const ServiceChange& change) const {
         return with_identity(change.service,
-                             {change_text(places_text(change.before, change.absence_before, style_),
-                                          places_text(change.after, change.absence_after, style_), style_)},
+                             {change_text(text_of(change.before, change.absence_before),
+                                          text_of(change.after, change.absence_after), style_)},
                              style_);
     }
 
@@ -141,15 +148,15 @@ private:
                            service.sid);
     }
 
-    Row row_of(const std::string& mac) const { return {shown(mac, style_)}; }
+    Row row_of(const std::string& mac) const { return {name_of(mac)}; }
 
     Row row_of(const InputChange& change) const {
-        return {fmt::format("{} in {}", shown(change.mac, style_), change.number),
+        return {fmt::format("{} in {}", name_of(change.mac), change.number),
                 change_text(stream_text(change.was_tuned, change.before),
                             stream_text(change.is_tuned, change.after), style_)};
     }
 
-    Row row_of(const TightLimit& limit) const { return {shown(limit.mac, style_), limit_text(limit)}; }
+    Row row_of(const TightLimit& limit) const { return {name_of(limit.mac), limit_text(limit)}; }
 
     const Comparison& comparison_;
     const ComparedFiles& files_;
@@ -207,9 +214,10 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
 
 void ComparisonText::write_summary() {
     const std::size_t renamed = comparison_.renamed.size();
-    paragraph(fmt::format("{} gained, {} lost, {} moved, {} in the same place{}, {} placed in neither",
-                          comparison_.gained.size(), comparison_.lost.size(), comparison_.moved.size(),
-                          comparison_.unmoved, renamed == 0 ? "" : fmt::format(" ({} renamed)", renamed),
+    paragraph(fmt::format("{} gained, {} lost,{} {} moved, {} in the same place{}, {} placed in neither",
+                          comparison_.gained.size(), comparison_.lost.size(),
+                          changes_of_the_lineup(comparison_), comparison_.moved.size(), comparison_.unmoved,
+                          renamed == 0 ? "" : fmt::format(" ({} renamed)", renamed),
                           comparison_.never_placed));
     text_ += '\n';
     write_side("Before", files_.before, comparison_.before);
@@ -218,10 +226,12 @@ void ComparisonText::write_summary() {
 
 } // namespace
 
-std::string places_text(const std::vector<Place>& places, const TextStyle& style) {
+std::string places_text(const std::vector<Place>& places, const Labels& labels, const TextStyle& style) {
     std::vector<std::string> texts;
     for (const Place& place : places)
-        texts.push_back(place_text(place, style));
+        texts.push_back(fmt::format("{} {} out {}", shown(module_name(place.mac, labels), style),
+                                    place.input == 0 ? "no input" : fmt::format("in {}", place.input),
+                                    fmt::join(place.outputs, "+")));
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 

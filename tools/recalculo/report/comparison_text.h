@@ -19,7 +19,7 @@ struct ComparedFiles {
 };
 
 /// "A in 1 out 2", and several with commas between them.
-std::string places_text(const std::vector<Place>& places, const TextStyle& style);
+std::string places_text(const std::vector<Place>& places, const Labels& labels, const TextStyle& style);
 
 /// By default as for a file, in UTF-8.
 std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,

@@ -3,18 +3,35 @@
 
 #include "report/result_csv.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "base/utf8.h"
+
 namespace zarven::tool {
 
 namespace {
 
-std::string quoted(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == text.npos)
+/// A spreadsheet takes a cell for a formula that begins so, in the wide forms of East Asia, too, and runs it.
+bool is_formula(std::string_view text) {
+    const std::string_view beginnings[] = {"=", "+", "-", "@", "＝", "＋", "－", "＠"};
+    return std::any_of(std::begin(beginnings), std::end(beginnings), [text](std::string_view beginning) {
+        return text.substr(0, beginning.size()) == beginning;
+    });
+}
+
+/// A cell that is shown as the text that it is; behind an apostrophe all is text.
+std::string quoted(const std::string& name) {
+    std::string text = printable(name);
+    if (is_formula(text))
+        text.insert(0, "'");
+    if (text.find_first_of(",\"") == text.npos)
         return text;
     std::string field = "\"";
     for (const char character : text) {
@@ -32,18 +49,19 @@ const char* yes_or_no(bool truth) {
 /// Where a service stands; empty fields where it does not.
 struct PlaceCells {
     std::string module;
+    std::string label;
     std::string input;
     std::string output;
 };
 
 std::string line(const PlaceCells& place, const ServiceResult& service) {
-    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
                        yes_or_no(service.is_hd && !service.is_radio), yes_or_no(service.is_radio),
                        yes_or_no(service.is_scrambled), service.ca_pids, yes_or_no(service.is_transcoded),
-                       yes_or_no(service.is_clone), quoted(service.reason));
+                       yes_or_no(service.is_clone), quoted(service.reason), quoted(place.label));
 }
 
 /// The lines of a result.
@@ -84,16 +102,17 @@ void Lines::write(const ModuleResult& module) {
             if (!service.outputs.empty())
                 continue;
             const auto lost = lost_.find(key_of(service));
-            text_ += line({module.mac, number, ""}, lost == lost_.end() ? service : *lost->second);
+            text_ +=
+                line({module.mac, module.label, number, ""}, lost == lost_.end() ? service : *lost->second);
             if (lost != lost_.end())
                 lost_.erase(lost);
         }
     for (const OutputResult& output : module.outputs)
         for (const ServiceResult& service : output.services) {
             const auto input = input_of.find(key_of(service));
-            text_ += line(
-                {module.mac, input == input_of.end() ? "" : input->second, fmt::format("{}", output.number)},
-                service);
+            text_ += line({module.mac, module.label, input == input_of.end() ? "" : input->second,
+                           fmt::format("{}", output.number)},
+                          service);
         }
 }
 
@@ -101,7 +120,7 @@ void Lines::write(const ModuleResult& module) {
 
 std::string result_csv(const Result& result) {
     return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
-           "transcoded,clone,reason\r\n" +
+           "transcoded,clone,reason,label\r\n" +
            Lines(result).text();
 }
 

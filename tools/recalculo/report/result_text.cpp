@@ -157,7 +157,7 @@ public:
         write_without_place("Clones that found no place", result_.clones_waiting);
         write_without_place("Neither placed nor left out", result_.neither);
         write_notes();
-        write_summary();
+        text_ += result_summary_text(result_, style_);
         return std::move(text_);
     }
 
@@ -172,7 +172,6 @@ private:
     void write_left_out();
     void write_without_place(const std::string& title, const std::vector<ServiceResult>& services);
     void write_notes();
-    void write_summary();
 
     void paragraph(int indent, const std::string& text, Paint paint = Paint::none);
     std::string joined(const std::vector<std::string>& parts) const { return tool::joined(parts, style_); }
@@ -333,20 +332,21 @@ void Report::write_notes() {
         text_ += notes + '\n';
 }
 
-void Report::write_summary() {
-    const InputCounts inputs = inputs_of(result_);
-    const Counts& counts = result_.counts;
+} // namespace
+
+std::string result_summary_text(const Result& result, const TextStyle& style) {
+    const InputCounts inputs = inputs_of(result);
+    const Counts& counts = result.counts;
     std::string clones;
     if (counts.clones_attached + counts.clones_waiting != 0)
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
-    paragraph(0,
-              fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.used,
-                          counted(inputs.all, "input"), counted(result_.modules.size(), "module"),
-                          broken_in_figures(broken_in(result_))));
+    const std::string summary =
+        fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.used,
+                    counted(inputs.all, "input"), counted(result.modules.size(), "module"),
+                    broken_in_figures(broken_in(result)));
+    return paragraph_text(summary, 0, Paint::none, style);
 }
-
-} // namespace
 
 std::string result_text(const Result& result, const TextStyle& style) {
     return Report(result, style).text();

@@ -13,6 +13,9 @@ namespace zarven::tool {
 /// The whole report; by default as for a file, in UTF-8.
 std::string result_text(const Result& result, const TextStyle& style = {});
 
+/// Its last line.
+std::string result_summary_text(const Result& result, const TextStyle& style = {});
+
 } // namespace zarven::tool
 
 #endif

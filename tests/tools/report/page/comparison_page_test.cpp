@@ -66,6 +66,33 @@ TEST(ComparisonPage, AServiceThatOneSideDoesNotHaveIsNotThere) {
     EXPECT_FALSE(has(page, ">left out<"));
 }
 
+TEST(ComparisonPage, TheLineupIsToldApart) {
+    Comparison comparison = a_comparison();
+    comparison.added = {change(4, "Cuatro", {}, {{"A", 1, {1}}})};
+    comparison.removed = {change(5, "Cinco", {{"A", 1, {1}}}, {}), change(6, "Seis", {{"A", 1, {1}}}, {})};
+    const std::string page = body_of(comparison);
+    EXPECT_TRUE(has(page, R"(<p class="verdict short">1 gained, 1 lost, 1 added, 2 removed, 1 moved</p>)"));
+    EXPECT_TRUE(has(page, R"(<dt>Removed</dt><dd><span class="big">2</span>)"));
+    EXPECT_TRUE(has(page, R"(<h2 id="added-title">Added <span class="note">1</span></h2>)"));
+    EXPECT_TRUE(has(page, R"(<a href="#removed">Removed)"));
+    EXPECT_FALSE(has(body_of(a_comparison()), ">Removed"));
+    comparison.lost.clear();
+    EXPECT_TRUE(has(body_of(comparison), R"(<p class="verdict good">)"));
+}
+
+TEST(ComparisonPage, ModulesHaveTheirLabels) {
+    Comparison comparison = a_comparison();
+    comparison.labels = {{"A", "Rack <1>\x1B"}};
+    const std::string page = body_of(comparison);
+    const std::string label = R"(<span class="mac">A</span> <bdi class="note">Rack &lt;1&gt;)"
+                              "\uFFFD</bdi>";
+    EXPECT_TRUE(has(page, label + R"( <span class="ports">input 1)")) << page;
+    EXPECT_TRUE(has(page, "<td>" + label + R"(</td><td class="number">1</td>)"));
+    EXPECT_TRUE(has(page, R"(<span class="mac">B</span> <span class="ports">)"));
+    // The search finds them.
+    EXPECT_TRUE(has(page, R"(data-mac="A (Rack &lt;1&gt;)")) << page;
+}
+
 TEST(ComparisonPage, TheSummaryTellsBothSides) {
     const std::string page = body_of(a_comparison());
     EXPECT_TRUE(has(page, R"(<p class="verdict short">1 gained, 1 lost, 1 moved</p>)"));

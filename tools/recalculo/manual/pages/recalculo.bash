@@ -17,6 +17,7 @@ _recalculo() {
     'explain --trials') return ;;
     'explain --max-seconds') return ;;
     'explain --color') words='auto always never' ;;
+    'compare --set') return ;;
     'compare --fail-on') words='broken left-out' ;;
     'compare --max-seconds') return ;;
     'compare --color') words='auto always never' ;;
@@ -44,20 +45,22 @@ _recalculo() {
     'import --uhd-bitrate') return ;;
     'import --only') return ;;
     'import --exclude') return ;;
-    'export --format') words='channels.conf csv' ;;
+    'export --format') words='channels.conf csv html' ;;
+    'help help') words='run explain compare size choose bound import export' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
-        words='run explain compare size choose bound import export --help --version'
+        words='run explain compare size choose bound import export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
         explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
-        compare) words='-h --help --json --html --fail-on --max-seconds --color --version' ;;
+        compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --max-seconds --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
+        help) words='-h --help --version' ;;
         esac
     fi
     if [[ -n $words ]]; then

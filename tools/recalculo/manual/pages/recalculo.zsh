@@ -9,7 +9,8 @@ _recalculo() {
         'choose:Find which services to ask for, so that the most that matters is placed'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
-        'export:Write the result of a run as a channel list or a table'
+        'export:Write the result of a run as a channel list, a table or a page'
+        'help:Tell what the program or a command does, as --help'
     )
     if (( CURRENT == 2 )); then
         _describe -t commands command commands
@@ -34,6 +35,7 @@ _recalculo() {
             '--json[Report as JSON]' \
             '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
+            '--summary[Report the numbers of services alone, in one line]' \
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \
             '--log[Write the engine'\''s log to a file; - for standard error]:FILE:_files' \
             '--max-log[Stop a run whose log is longer, in millions of bytes; 0 for no limit]:MB: ' \
@@ -63,6 +65,7 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:BEFORE:_files' \
             '*:AFTER:_files' \
+            '*--set[Change a value of AFTER, a head-end, for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '--json[Report as JSON]' \
             '--html[Write the comparison as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '*--fail-on[End with exit code 3 if something in the second placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
@@ -140,9 +143,16 @@ _recalculo() {
             '-h[Print this help message and exit]' \
             '--help[Print this help message and exit]' \
             '*:RESULT:_files' \
-            '--format[What to write]:value:(channels.conf csv)' \
+            '--format[What to write]:value:(channels.conf csv html)' \
             '-o[Where to write it; - for standard output]:FILE:_files' \
             '--output[Where to write it; - for standard output]:FILE:_files' \
+            '--version[Display program version information and exit]'
+        ;;
+    help)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:COMMAND:(run explain compare size choose bound import export)' \
             '--version[Display program version information and exit]'
         ;;
     esac

@@ -22,14 +22,14 @@ using kainjow::mustache::list;
 
 const TextStyle page_style_of_texts;
 
-std::string text_of(const std::vector<Place>& places) {
-    return printable(places_text(places, page_style_of_texts));
+std::string text_of(const std::vector<Place>& places, const Labels& labels) {
+    return printable(places_text(places, labels, page_style_of_texts));
 }
 
-std::string macs_of(const std::vector<Place>& places) {
+std::string macs_of(const std::vector<Place>& places, const Labels& labels) {
     std::string macs;
     for (const Place& place : places)
-        macs += printable(place.mac) + " ";
+        macs += printable(module_name(place.mac, labels)) + " ";
     return macs;
 }
 
@@ -101,20 +101,24 @@ std::vector<ServiceTable> tables_of(const ChoiceReport& report, const std::strin
     ServiceTable gained("gained", "Gained", "Placed as chosen, and not with everything asked for.", "Where",
                         report.has_values);
     for (const ValuedChange& change : report.gained)
-        gained.add(change.service, text_of(change.places), macs_of(change.places));
+        gained.add(change.service, text_of(change.places, report.labels),
+                   macs_of(change.places, report.labels));
     ServiceTable lost("lost", "Lost", "Placed with everything asked for, and not as chosen.", "Where it was",
                       report.has_values);
     for (const ValuedChange& change : report.lost)
         lost.add(change.service,
-                 fmt::format("{} → {}", text_of(change.places), change.is_withheld ? "withheld" : "left out"),
-                 macs_of(change.places));
+                 fmt::format("{} → {}", text_of(change.places, report.labels),
+                             change.is_withheld ? "withheld" : "left out"),
+                 macs_of(change.places, report.labels));
     ServiceTable moved("moved", "Moved",
                        report.moves ? moves_in_figures(*report.moves, printable(kept)) + "." : "",
                        "From where to where");
     if (report.moves)
         for (const ServiceChange& change : report.moves->moved)
-            moved.add(change.service, fmt::format("{} → {}", text_of(change.before), text_of(change.after)),
-                      macs_of(change.before) + macs_of(change.after));
+            moved.add(change.service,
+                      fmt::format("{} → {}", text_of(change.before, report.labels),
+                                  text_of(change.after, report.labels)),
+                      macs_of(change.before, report.labels) + macs_of(change.after, report.labels));
     return {missed, withheld, gained, lost, moved};
 }
 

@@ -3,6 +3,7 @@
 
 #include "report/page/comparison_page.h"
 
+#include <tuple>
 #include <utility>
 
 #include <fmt/format.h>
@@ -19,15 +20,22 @@ using kainjow::mustache::data;
 using kainjow::mustache::list;
 
 constexpr const char* place_template =
-    R"(<span class="place"><span class="mac">{{mac}}</span> <span class="ports">{{input}}, {{outputs}}</span></span>)";
+    R"(<span class="place"><span class="mac">{{mac}}</span> {{#module_label}}<bdi class="note">{{module_label}}</bdi> {{/module_label}}<span class="ports">{{input}}, {{outputs}}</span></span>)";
 
 // ---- Services -----------------------------------------------------------------------------------------
 
-list places(const std::vector<Place>& places) {
+/// The MAC of a module, and its label beside it.
+void set_module(data& entry, const std::string& mac, const Comparison& comparison) {
+    const auto label = comparison.labels.find(mac);
+    entry["mac"] = printable(mac);
+    entry["module_label"] = text_or_nothing(label == comparison.labels.end() ? "" : printable(label->second));
+}
+
+list places(const std::vector<Place>& places, const Comparison& comparison) {
     list entries;
     for (const Place& place : places) {
         data entry;
-        entry["mac"] = printable(place.mac);
+        set_module(entry, place.mac, comparison);
         entry["input"] = place.input == 0 ? "no input" : fmt::format("input {}", place.input);
         entry["outputs"] =
             fmt::format("output{} {}", place.outputs.size() == 1 ? "" : "s", fmt::join(place.outputs, ", "));
@@ -37,25 +45,25 @@ list places(const std::vector<Place>& places) {
 }
 
 /// What the search looks for.
-std::string macs_of(const ServiceChange& change) {
+std::string macs_of(const ServiceChange& change, const Comparison& comparison) {
     std::string macs;
     for (const auto* places : {&change.before, &change.after})
         for (const Place& place : *places)
-            macs += printable(place.mac) + " ";
+            macs += printable(comparison.name_of(place.mac)) + " ";
     return macs;
 }
 
-data change_row(const ServiceChange& change) {
+data change_row(const ServiceChange& change, const Comparison& comparison) {
     data row;
     row["stream"] = to_string(change.service.stream);
-    row["macs"] = macs_of(change);
+    row["macs"] = macs_of(change, comparison);
     row["lcn"] = std::to_string(change.service.lcn);
     row["name"] = printable(change.service.name);
     row["tags"] = data(tags_of(change.service));
     row["bitrate"] = grouped(change.service.bitrate);
-    row["before"] = data(places(change.before));
+    row["before"] = data(places(change.before, comparison));
     row["absent_before"] = std::string(to_string(change.absence_before));
-    row["after"] = data(places(change.after));
+    row["after"] = data(places(change.after, comparison));
     row["absent_after"] = std::string(to_string(change.absence_after));
     return row;
 }
@@ -68,16 +76,21 @@ struct Changes {
 };
 
 std::vector<Changes> changes_of(const Comparison& comparison) {
-    return {{"gained", "Gained", "Services that are placed after and not before.", comparison.gained},
-            {"lost", "Lost", "Services that are placed before and not after.", comparison.lost},
+    return {{"gained", "Gained", "Services that are placed after and were not before.", comparison.gained},
+            {"lost", "Lost", "Services that were placed before and are wanted, but not placed after.",
+             comparison.lost},
+            {"added", "Added", "Services that are placed after and were not in the line-up before.",
+             comparison.added},
+            {"removed", "Removed", "Services that were placed before and are not in the line-up after.",
+             comparison.removed},
             {"moved", "Moved", "Services that are placed in both, with another module, input or output.",
              comparison.moved}};
 }
 
-data changes_entry(const Changes& changes) {
+data changes_entry(const Changes& changes, const Comparison& comparison) {
     list rows;
     for (const ServiceChange& change : changes.services)
-        rows.push_back(change_row(change));
+        rows.push_back(change_row(change, comparison));
     data entry;
     entry["anchor"] = changes.anchor;
     entry["found"] = changes.anchor;
@@ -109,8 +122,10 @@ list cells(const std::vector<PageCell>& row, const char* name) {
 /// A table of modules with further columns, and rows in groups of which none is empty.
 class ModuleTable {
 public:
-    ModuleTable(const char* anchor, const char* title, const char* explanation, std::vector<PageCell> columns)
-        : anchor_(anchor), title_(title), explanation_(explanation), columns_(std::move(columns)) {}
+    ModuleTable(const Comparison& comparison, const char* anchor, const char* title, const char* explanation,
+                std::vector<PageCell> columns)
+        : comparison_(comparison), anchor_(anchor), title_(title), explanation_(explanation),
+          columns_(std::move(columns)) {}
 
     template <class Entry, class CellsOf>
     void add(const char* title, const std::vector<Entry>& entries, CellsOf cells_of) {
@@ -119,7 +134,7 @@ public:
         list rows;
         for (const Entry& entry : entries) {
             data row;
-            row["mac"] = printable(mac_of(entry));
+            set_module(row, mac_of(entry), comparison_);
             row["cells"] = data(cells(cells_of(entry), "text"));
             rows.push_back(row);
         }
@@ -152,6 +167,7 @@ private:
     static const std::string& mac_of(const ChangeStep& step) { return step.input.mac; }
     template <class Entry> static const std::string& mac_of(const Entry& entry) { return entry.mac; }
 
+    const Comparison& comparison_;
     const char* anchor_;
     const char* title_;
     const char* explanation_;
@@ -165,7 +181,7 @@ std::string stream_or_free(bool is_tuned, Stream stream) {
 }
 
 ModuleTable inputs_table(const Comparison& comparison) {
-    ModuleTable table("inputs", "Inputs", "Inputs that are not tuned as before.",
+    ModuleTable table(comparison, "inputs", "Inputs", "Inputs that are not tuned as before.",
                       {{"Input", true}, {"Before"}, {"After"}});
     const auto cells_of = [](const InputChange& change) -> std::vector<PageCell> {
         return {{std::to_string(change.number), true},
@@ -192,7 +208,7 @@ std::string limit_name(const TightLimit& limit) {
 
 ModuleTable limits_table(const Comparison& comparison) {
     ModuleTable table(
-        "limits", "Limits",
+        comparison, "limits", "Limits",
         "Limits that became tight or no longer are, with the figures after: an output or a PID budget "
         "is tight from 95 % on, a module's inputs are when none is free.",
         {{"Limit"}, {"In use", true}, {"Of", true}, {"Share", true}});
@@ -217,7 +233,7 @@ std::string names_in(const std::vector<ServiceResult>& services) {
 
 ModuleTable order_table(const Comparison& comparison) {
     ModuleTable table(
-        "order", "Change on air",
+        comparison, "order", "Change on air",
         "In which order the inputs change with least off the air at a time. A service leaves the air "
         "when its old input is tuned anew before its new one.",
         {{"Step", true},
@@ -243,7 +259,7 @@ ModuleTable order_table(const Comparison& comparison) {
 }
 
 ModuleTable modules_table(const Comparison& comparison) {
-    ModuleTable table("modules", "Modules", "Modules that only one side has.", {});
+    ModuleTable table(comparison, "modules", "Modules", "Modules that only one side has.", {});
     const auto no_cells = [](const std::string&) { return std::vector<PageCell>(); };
     table.add("Gone", comparison.modules_gone, no_cells);
     table.add("New", comparison.modules_new, no_cells);
@@ -299,18 +315,30 @@ list tiles_of(const Comparison& comparison) {
     list tiles;
     tiles.push_back(placed("Placed before", comparison.before.counts));
     tiles.push_back(placed("Placed after", comparison.after.counts));
+    const bool is_lineup_the_same = comparison.added.empty() && comparison.removed.empty();
     for (const Changes& changes : changes_of(comparison))
-        tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
+        if (!is_lineup_the_same ||
+            (&changes.services != &comparison.added && &changes.services != &comparison.removed))
+            tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
     tiles.push_back(tile("In the same place", grouped(comparison.unmoved), "", false));
     tiles.push_back(tile("Placed in neither", grouped(comparison.never_placed), "", false));
     return tiles;
 }
 
 std::string verdict_on(const Comparison& comparison) {
-    if (comparison.gained.empty() && comparison.lost.empty() && comparison.moved.empty())
-        return "Every service stands where it stood";
-    return fmt::format("{} gained, {} lost, {} moved", grouped(comparison.gained.size()),
-                       grouped(comparison.lost.size()), grouped(comparison.moved.size()));
+    std::string verdict;
+    bool is_any = false;
+    const bool is_lineup_the_same = comparison.added.empty() && comparison.removed.empty();
+    for (const auto& [number, word, is_told] : {std::tuple(comparison.gained.size(), "gained", true),
+                                                {comparison.lost.size(), "lost", true},
+                                                {comparison.added.size(), "added", !is_lineup_the_same},
+                                                {comparison.removed.size(), "removed", !is_lineup_the_same},
+                                                {comparison.moved.size(), "moved", true}}) {
+        is_any = is_any || number != 0;
+        if (is_told)
+            verdict += fmt::format("{}{} {}", verdict.empty() ? "" : ", ", grouped(number), word);
+    }
+    return is_any ? verdict : "Every service stands where it stood";
 }
 
 /// Once if both sides have the same; a side without a name is called by its file.
@@ -348,7 +376,7 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
     for (const Changes& one : changes_of(comparison)) {
         link_section(frame.sections, one.anchor, one.title, one.services.size());
         if (!one.services.empty())
-            changes.push_back(changes_entry(one));
+            changes.push_back(changes_entry(one, comparison));
     }
     list tables;
     for (const ModuleTable& table : {order_table(comparison), inputs_table(comparison),
