@@ -3,6 +3,7 @@
 #include "placement/rehearsal/rehearsal.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,45 @@ TEST(Rehearsal, PlacesWhatTheEnginePlaces) {
         ASSERT_NO_FATAL_FAILURE(compare(crowded(seed), large));
     EXPECT_LT(large.given_up, large.rehearsed / 5);
     EXPECT_GT(large.broken, 10u);
+}
+
+/// Up to the value that the tests of a run call the next, a higher bitrate has to give the same run.
+TEST(Rehearsal, TheTestsOfABitrateTellWhichHigherOnesGiveTheSameRun) {
+    const host::Log no_log("");
+    std::size_t others = 0;
+    const auto walk = [&others](Rehearsal& rehearsal, const RehearsedHeadend& headend, std::size_t module,
+                                std::size_t output) {
+        std::vector<RehearsedModule> changed = headend.modules;
+        std::uint32_t& value = changed[module].outputs[output].bitrate_max;
+        std::optional<Rehearsed> here = rehearsal.run(changed);
+        for (int step = 0; here && step < 20; ++step) {
+            const std::uint64_t next = rehearsal.tests()[module].bitrate[output].next;
+            if (next > std::numeric_limits<std::int32_t>::max())
+                return;
+            ASSERT_GT(next, value);
+            value = static_cast<std::uint32_t>(next) - 1;
+            const std::optional<Rehearsed> before = rehearsal.run(changed);
+            ASSERT_TRUE(before);
+            ASSERT_EQ(before->placed, here->placed);
+            ASSERT_EQ(before->is_broken, here->is_broken);
+            ASSERT_EQ(rehearsal.tests()[module].bitrate[output].next, next);
+            ++value;
+            const std::size_t placed = here->placed;
+            here = rehearsal.run(changed);
+            others += here && here->placed != placed ? 1 : 0;
+        }
+    };
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        const EngineRun run = made(seed % 4 == 0 ? crowded(seed) : generador::escasa(seed));
+        const auto headend = rehearsed(run);
+        if (!headend)
+            continue;
+        Rehearsal rehearsal(*headend);
+        for (std::size_t module = 0; module < headend->modules.size(); ++module)
+            for (std::size_t output = 0; output < headend->modules[module].outputs.size(); ++output)
+                ASSERT_NO_FATAL_FAILURE(walk(rehearsal, *headend, module, output)) << seed;
+    }
+    EXPECT_GT(others, 100u);
 }
 
 /// Every value that the tests of a run call the same has to give the same run.

@@ -324,6 +324,15 @@ TEST(Sizing, AValueInBetweenMayHelpWhereALargeOneDoesNot) {
     EXPECT_EQ(placed_with(1000), 10u);
 }
 
+TEST(Sizing, ABitrateInBetweenMayHelpMore) {
+    const Headend headend = from_file("helped_by_a_bitrate_in_between.json");
+    const Sizing sizing = size(headend, plain, 0);
+    EXPECT_EQ(sizing.now.placed, 7u);
+    ASSERT_GE(sizing.raises.size(), 2u);
+    EXPECT_EQ(sizing.raises[1].setting, "modules[1].outputs[0]=20501");
+    EXPECT_EQ(sizing.raises[1].placed, 9u) << "one that modules are sold with places 8";
+}
+
 TEST(Sizing, MustsAloneAreWantedWhereThereAreAny) {
     Headend headend = one_module({light(1, 10), light(2, 20), light(3, 20), light(4, 30)});
     headend.services[3].must = true;

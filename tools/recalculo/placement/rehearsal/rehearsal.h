@@ -72,13 +72,18 @@ struct RehearsedHeadend {
 std::optional<RehearsedHeadend> rehearsed(const EngineRun& loaded);
 
 /// What the tests of one limit came to in a run. When none failed, every value from `enough` on gives the
-/// same run.
+/// same run. Of bitrates: every value from that of the run up to `next` gives the same run.
 struct LimitTests {
     std::uint64_t enough = 0;
+    std::uint64_t next = std::numeric_limits<std::uint64_t>::max();
     bool any_failed = false;
 
     void passed_at(std::uint64_t least) { enough = enough < least ? least : enough; }
     void failed() { any_failed = true; }
+    void failed_under(std::uint64_t least) {
+        any_failed = true;
+        next = next < least ? next : least;
+    }
     bool same_with(std::uint64_t value) const { return !any_failed && value >= enough; }
 };
 

@@ -167,11 +167,12 @@ bool Rehearsal::Stage::fits(std::size_t module, std::size_t output, const Rehear
     if (!reglas::cabeOtroServicio(now.count, most.services_max))
         return false;
     LimitTests& bitrate = tests_[module].bitrate[output];
+    const std::uint64_t needed = reglas::techoPara(static_cast<std::uint32_t>(now.bitrate + service.bitrate));
     if (!reglas::cabeBitrate(now.bitrate, service.bitrate, most.bitrate_max)) {
-        bitrate.failed();
+        bitrate.failed_under(needed);
         return false;
     }
-    bitrate.passed_at(reglas::techoPara(static_cast<std::uint32_t>(now.bitrate + service.bitrate)));
+    bitrate.passed_at(needed);
     LimitTests& pids = tests_[module].pids;
     if (!reglas::cabenPIDs(modules_[module].pids, service.pids, limits.pids_max)) {
         pids.failed();
@@ -247,7 +248,7 @@ bool Rehearsal::Stage::is_broken(std::size_t number) {
         const std::size_t carried = module.outputs[output].services.size();
         LimitTests& tests = tests_[number].bitrate[output];
         if (carried != 0 && !reglas::bajoTecho(bitrate, limits.outputs[output].bitrate_max)) {
-            tests.failed();
+            tests.failed_under(reglas::techoPara(bitrate));
             return true;
         }
         tests.passed_at(reglas::techoPara(bitrate));

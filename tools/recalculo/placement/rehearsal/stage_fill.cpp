@@ -132,10 +132,13 @@ bool Rehearsal::Stage::is_uncomplete(std::size_t number) {
         LimitTests& tests = tests_[number].bitrate[output];
         const bool has_room = reglas::sobraBitrate(now.bitrate, most.bitrate_max);
         // Under the margin the rule turns round, and a larger value may have less to spare.
-        if (!has_room || most.bitrate_max < reglas::MARGEN_BITRATE)
-            tests.failed();
+        const std::uint64_t needed = std::uint64_t{now.bitrate} + reglas::MARGEN_BITRATE + 1;
+        if (most.bitrate_max < reglas::MARGEN_BITRATE)
+            tests.failed_under(reglas::MARGEN_BITRATE);
+        else if (!has_room)
+            tests.failed_under(needed);
         else
-            tests.passed_at(std::uint64_t{now.bitrate} + reglas::MARGEN_BITRATE + 1);
+            tests.passed_at(needed);
         if (has_room)
             return true;
     }

@@ -110,12 +110,14 @@ bool Rehearsal::Stage::suits(const Exchange& exchange, const int (&free)[2], std
         const std::size_t module = exchange.module[side];
         LimitTests& tests = tests_[module].bitrate[outputs[side]];
         const std::uint32_t now = modules_[module].outputs[outputs[side]].bitrate;
+        const std::uint64_t needed =
+            reglas::techoPara(static_cast<std::uint32_t>(now + enters[side] - goes[side]));
         if (!reglas::bastaBitrateAlPermutar(now, enters[side], goes[side],
                                             (*limits_)[module].outputs[outputs[side]].bitrate_max)) {
-            tests.failed();
+            tests.failed_under(needed);
             return false;
         }
-        tests.passed_at(reglas::techoPara(static_cast<std::uint32_t>(now + enters[side] - goes[side])));
+        tests.passed_at(needed);
     }
     return true;
 }

@@ -155,8 +155,10 @@ bool Rehearsal::Stage::has_bitrate(const Side& side) {
     for (std::size_t output = 0; output < outputs.size(); ++output) {
         LimitTests& tests = tests_[side.module].bitrate[output];
         const std::uint64_t others = all - outputs[output].bitrate_max;
-        if (!is_plain || !is_enough)
+        if (!is_plain)
             tests.failed();
+        else if (!is_enough)
+            tests.failed_under(side.bitrate - others);
         else if (side.bitrate > others)
             tests.passed_at(side.bitrate - others);
     }
@@ -181,10 +183,13 @@ bool Rehearsal::Stage::book(Side& side) {
             LimitTests& tests = tests_[side.module].bitrate[at];
             const bool is_within = reglas::bajoTecho(output.bitrate, limits[at].bitrate_max);
             const bool fits = reglas::cabeBitratePorResto(output.bitrate, bitrate, limits[at].bitrate_max);
-            if (!fits || !is_within)
-                tests.failed();
+            const std::uint64_t needed = reglas::techoPara(std::uint64_t{output.bitrate} + bitrate);
+            if (!is_within)
+                tests.failed_under(reglas::techoPara(output.bitrate));
+            else if (!fits)
+                tests.failed_under(needed);
             else
-                tests.passed_at(reglas::techoPara(std::uint64_t{output.bitrate} + bitrate));
+                tests.passed_at(needed);
             if (fits)
                 break;
         }

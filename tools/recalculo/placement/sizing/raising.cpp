@@ -170,6 +170,25 @@ std::vector<std::uint32_t> Raising::values_of(const RaisableLimit& candidate) co
     return values;
 }
 
+/// The values of a bitrate at which the run becomes another, from what is on, as far as rehearsals tell them.
+std::map<std::uint32_t, Outcome> Raising::bitrate_steps(const RaisableLimit& candidate) {
+    std::map<std::uint32_t, Outcome> steps;
+    if (!tries_all_ || candidate.kind != LimitKind::bitrate || tests_.empty())
+        return steps;
+    ModuleTests tests = tests_[candidate.module];
+    std::uint64_t last = candidate.from;
+    while (steps.size() < most_steps && !tests.bitrate.empty() && !runner_.is_stopped()) {
+        const std::uint64_t next = tests.bitrate[candidate.output - 1].next;
+        if (next <= last || next >= candidate.generous)
+            break;
+        tests = {};
+        const auto value = static_cast<std::uint32_t>(next);
+        steps.emplace(value, outcome_with(candidate, value, &tests));
+        last = next;
+    }
+    return steps;
+}
+
 /// The generous value comes first: from what it needed on, all values give its run.
 std::optional<RaisedLimit> Raising::best_value(const RaisableLimit& candidate, std::size_t placed_now) {
     ModuleTests tests;
@@ -187,9 +206,19 @@ std::optional<RaisedLimit> Raising::best_value(const RaisableLimit& candidate, s
             best->value = value;
         too_small = value;
     };
-    for (const std::uint32_t value : values_of(candidate)) {
+    const std::map<std::uint32_t, Outcome> steps = bitrate_steps(candidate);
+    std::set<std::uint32_t> values;
+    for (const auto& [value, outcome] : steps)
+        values.insert(value);
+    for (const std::uint32_t value : values_of(candidate))
+        values.insert(value);
+    for (const std::uint32_t value : values) {
         if (runner_.is_stopped())
             break;
+        if (const auto step = steps.find(value); step != steps.end()) {
+            take(value, step->second);
+            continue;
+        }
         const bool same = limit != nullptr && limit->same_with(value);
         take(value, same ? generous : outcome_with(candidate, value));
     }

@@ -1,13 +1,15 @@
 // Which limit helps most when it is raised. The engine is not monotonous: one generous value may place less
 // than a smaller one. So each limit of each module is tried at all values that modules are sold with, and
-// once so high that it does not matter. Of those that place most the smallest is kept, and how little would
-// have been enough is looked for by bisection. What is told was run by the engine.
+// once so high that it does not matter; on a small head-end at every value, of bitrates at every one from
+// which on a test of the run would end otherwise. Of those that place most the smallest is kept, and how
+// little would have been enough is looked for by bisection. What is told was run by the engine.
 
 #ifndef RECALCULO_SIZING_RAISING_H
 #define RECALCULO_SIZING_RAISING_H
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -66,12 +68,15 @@ public:
 private:
     /// As services times limits: takes a second or two to try all values.
     static constexpr std::size_t small_head_end = 20000;
+    /// Of the bitrate of one output; as many as there are PIDs to try.
+    static constexpr std::size_t most_steps = 256;
 
     void list();
     void list(std::size_t module, std::uint64_t bitrate, std::uint64_t pids, std::size_t transcoded,
               std::size_t streams);
     void add(const RaisableLimit& candidate);
     std::vector<std::uint32_t> values_of(const RaisableLimit& candidate) const;
+    std::map<std::uint32_t, Outcome> bitrate_steps(const RaisableLimit& candidate);
     std::optional<RaisedLimit> best_value(const RaisableLimit& candidate, std::size_t placed_now);
     Outcome outcome_with(const RaisableLimit& candidate, std::uint32_t value, ModuleTests* tests = nullptr);
     bool is_better(std::size_t one, std::size_t other) const;
