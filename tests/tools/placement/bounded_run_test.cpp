@@ -103,6 +103,20 @@ TEST_F(Bounded, ByTheLengthOfTheLog) {
     EXPECT_EQ(text.back(), '\n');
 }
 
+TEST_F(Bounded, BetweenTwoStrategiesTheOneThatExplodedIsBlamed) {
+    const host::Log silence("");
+    EngineRun run = load_engine(exploding(60, 40, 10), "f");
+    const tMapaONIDs loaded = run.engine.Mapa_ONIDs;
+    run_engine(run, "f");
+    const std::string message = failure_message([&] {
+        run_bounded(run, "f", [&] {
+            run.engine.Mapa_ONIDs = loaded;
+            throw host::RunStopped("time is up");
+        });
+    });
+    EXPECT_NE(message.find(blame), std::string::npos) << message;
+}
+
 TEST_F(Bounded, AnUsualRunIsNotBlamed) {
     const host::Log logged(log);
     host::RunLimits limits;

@@ -35,11 +35,11 @@ struct Congestion {
     std::vector<const tRec_Servicio*> tried;
 };
 
-Congestion congestion_of(const tRecalculo& engine) {
+Congestion congestion_of(const tMapaONIDs& index) {
     Congestion found;
     ServiceSet services;
     std::size_t most = 0;
-    for (const auto& [onid, network] : engine.Mapa_ONIDs)
+    for (const auto& [onid, network] : index)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
             found.entries += stream.MapRec_Services.size();
             for (const auto& [key, service] : stream.MapRec_Services)
@@ -83,8 +83,11 @@ std::string blame(const EngineRun& run, const Congestion& congestion) {
                        why_none_could_take(modules, *impossible.front()));
 }
 
+/// Between two strategies the index is that of the next, and the one that exploded may have been kept.
 std::string what_happened(const EngineRun& run) {
-    const Congestion congestion = congestion_of(run.engine);
+    const Congestion now = congestion_of(run.engine.Mapa_ONIDs);
+    const Congestion kept = congestion_of(run.engine.Mapa_ONIDs_Final);
+    const Congestion& congestion = now.entries < kept.entries ? kept : now;
     if (congestion.tried.empty() || congestion.entries <= 2 * congestion.services)
         return "";
     return fmt::format(
