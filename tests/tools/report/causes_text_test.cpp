@@ -26,6 +26,18 @@ TEST(CausesText, OneService) {
                                        "     1  PIDs are short on module M1\n\n");
 }
 
+TEST(CausesText, WhatIsPlacedAllTheSameIsNotKeptOut) {
+    Result result = result_with_everything();
+    result.advice = {};
+    result.neither.front().cause = Cause::contradictory;
+    const std::string both = causes_text(result, {});
+    EXPECT_EQ(both.substr(0, both.find('\n')),
+              "Why 1 of 6 services is not placed, and 1 is left out and placed");
+    result.left_out.clear();
+    const std::string alone = causes_text(result, {});
+    EXPECT_EQ(alone.substr(0, alone.find('\n')), "Why 1 of 6 services is left out and placed");
+}
+
 TEST(CausesText, TheAdvice) {
     Result result = result_with_everything();
     EXPECT_EQ(advice_sentence(result),
@@ -33,7 +45,9 @@ TEST(CausesText, TheAdvice) {
               "module M1 (Rack 1, slot 3), 1 more placed; --set 'modules[0].outputs[1]=40001' "
               "(1 of 3 limits tried).");
     result.advice = {1, 1, {}};
-    EXPECT_EQ(advice_sentence(result), "No limit raised alone lets the engine place more (1 limit tried).");
+    EXPECT_EQ(
+        advice_sentence(result),
+        "No limit raised alone to what modules are sold with lets the engine place more (1 limit tried).");
     result.advice = {7, 0, {}};
     EXPECT_EQ(advice_sentence(result), "") << "nothing was tried";
 }

@@ -1,7 +1,5 @@
 #include "report/causes_text.h"
 
-#include <numeric>
-
 #include <fmt/format.h>
 
 #include "base/counted.h"
@@ -11,12 +9,19 @@
 
 namespace zarven::tool {
 
+/// What is placed and left out at once is not kept out.
 static std::string heading(const std::vector<CauseCount>& causes, const Counts& counts) {
-    const std::size_t kept_out =
-        std::accumulate(causes.begin(), causes.end(), std::size_t{0},
-                        [](std::size_t sum, const CauseCount& cause) { return sum + cause.services; });
-    return fmt::format("Why {} of {} {} not placed", kept_out, counted(counts.loaded, "service"),
-                       kept_out == 1 ? "is" : "are");
+    std::size_t kept_out = 0;
+    std::size_t placed_too = 0;
+    for (const CauseCount& cause : causes)
+        (cause.cause == Cause::contradictory ? placed_too : kept_out) += cause.services;
+    const auto are = [](std::size_t number) { return number == 1 ? "is" : "are"; };
+    if (kept_out == 0)
+        return fmt::format("Why {} of {} {} left out and placed", placed_too,
+                           counted(counts.loaded, "service"), are(placed_too));
+    return fmt::format(
+        "Why {} of {} {} not placed{}", kept_out, counted(counts.loaded, "service"), are(kept_out),
+        placed_too == 0 ? "" : fmt::format(", and {} {} left out and placed", placed_too, are(placed_too)));
 }
 
 static std::string tried(const Advice& advice) {
@@ -30,7 +35,9 @@ std::string advice_sentence(const Result& result) {
     if (advice.limits_tried == 0)
         return "";
     if (advice.raises.empty())
-        return fmt::format("No limit raised alone lets the engine place more ({}).", tried(advice));
+        return fmt::format(
+            "No limit raised alone to what modules are sold with lets the engine place more ({}).",
+            tried(advice));
     const Raise& best = advice.raises.front();
     return fmt::format("Of the limits, this one raised alone helps most: {} on module {}, {} more placed{}; "
                        "--set '{}' ({}).",
