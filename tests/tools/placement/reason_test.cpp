@@ -12,7 +12,7 @@ class ReasonLeftOut : public EngineByHand {
 protected:
     std::string reason(std::size_t index = 0) { return whole(index).text; }
     Reason whole(std::size_t index = 0) { return reason_left_out(FinalState(run), *loaded(index)); }
-    std::string reason_of_clone() { return reason_waiting(run.engine, *run.clones.at(0)); }
+    std::string reason_of_clone() { return reason_waiting(run, *run.clones.at(0)); }
 };
 
 TEST_F(ReasonLeftOut, NoInputIsFree) {
@@ -315,6 +315,14 @@ TEST_F(ReasonLeftOut, ACloneWithoutAuxTranscoder) {
               "No AUX transcoder is left on module A, which carries its parent (1 of 1 in use).");
     module("A").AUX_MAX_Transcoding = 0;
     EXPECT_EQ(reason_of_clone(), "Module A, which carries its parent, has no AUX transcoder.");
+    run.labels["A"] = "Rack 1";
+    EXPECT_EQ(reason_of_clone(), "Module A (Rack 1), which carries its parent, has no AUX transcoder.");
+    module("A").AUX_MAX_Transcoding = 1;
+    EXPECT_EQ(reason_of_clone(),
+              "No AUX transcoder is left on module A (Rack 1), which carries its parent (1 of 1 in use).");
+    module("A").AUX_Transcoding = 0;
+    EXPECT_EQ(reason_of_clone(),
+              "Module A (Rack 1) carries its parent and would take it now: the engine had passed it by.");
 }
 
 TEST_F(ReasonLeftOut, ACloneWhoseParentIsNotOnBothSides) {
@@ -355,12 +363,13 @@ TEST(ReasonOverRandomHeadends, OnlyClonesThatTheEngineAttachesNowWouldBeTakenNow
         p.porcentajeTranscoding = 40;
         p.transcoders = {0, 2};
         p.holgura = generador::Holgura::ESCASA;
-        tRecalculo engine;
+        EngineRun run;
+        tRecalculo& engine = run.engine;
         generador::cargar(engine, p);
         engine.Main_Recalculo();
         auto& clones = engine.listaServiciosClonados;
         for (auto clone = clones.begin(); clone != clones.end(); ++clone, ++waiting) {
-            const bool would = reason_waiting(engine, **clone).find("would take it now") != std::string::npos;
+            const bool would = reason_waiting(run, **clone).find("would take it now") != std::string::npos;
             EXPECT_EQ(engine.Try_to_Insert_Cloned_Service(clone) != 0, would);
         }
     }

@@ -39,7 +39,7 @@ std::string Explainer::sentence_on(const tRec_Servicio& service, Standing standi
     case Standing::attached:
         return fmt::format("It stands beside its parent on {}.", places);
     case Standing::waiting:
-        return reason_waiting(run_.engine, service);
+        return reason_waiting(run_, service);
     case Standing::neither:
         return reason_neither(run_, service);
     default:

@@ -256,22 +256,25 @@ Reason reason_left_out(const FinalState& state, const tRec_Servicio& service) {
     return Sentence(state, service).reason();
 }
 
-std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone) {
+std::string reason_waiting(const EngineRun& run, const tRec_Servicio& clone) {
+    const tRecalculo& engine = run.engine;
     const tRec_Modulo* crowded = nullptr;
     for (const auto& [mac, module] : engine.Mapa_ModulosCabecera_Final) {
         if (!carries_parent(module, clone))
             continue;
         if (reglas::cabeClon(module, clone))
             return fmt::format(
-                "Module {} carries its parent and would take it now: the engine had passed it by.", mac);
+                "Module {} carries its parent and would take it now: the engine had passed it by.",
+                name_in(run, mac));
         crowded = crowded == nullptr ? &module : crowded;
     }
     if (crowded != nullptr && crowded->AUX_MAX_Transcoding == 0)
-        return fmt::format("Module {}, which carries its parent, has no AUX transcoder.", crowded->MAC);
+        return fmt::format("Module {}, which carries its parent, has no AUX transcoder.",
+                           name_in(run, crowded->MAC));
     if (crowded != nullptr)
         return fmt::format(
             "No AUX transcoder is left on module {}, which carries its parent ({} of {} in use).",
-            crowded->MAC, crowded->AUX_Transcoding, crowded->AUX_MAX_Transcoding);
+            name_in(run, crowded->MAC), crowded->AUX_Transcoding, crowded->AUX_MAX_Transcoding);
     if (const tRec_Servicio* parent = parent_in(engine.Mapa_ONIDs_Final, clone))
         return fmt::format("Its parent, LCN {} \"{}\", is left out.", parent->LCN, parent->NombreEntrada);
     if (const tRec_Servicio* parent = parent_in(engine.Mapa_ONIDs_Inicial, clone))

@@ -24,7 +24,7 @@ struct Reason {
 Reason reason_left_out(const FinalState& state, const tRec_Servicio& service);
 
 /// Why a clone waits.
-std::string reason_waiting(const tRecalculo& engine, const tRec_Servicio& clone);
+std::string reason_waiting(const EngineRun& run, const tRec_Servicio& clone);
 
 /// Why a service is neither placed nor left out, and where it is all the same.
 std::string reason_neither(const EngineRun& run, const tRec_Servicio& service);

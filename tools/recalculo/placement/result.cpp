@@ -167,7 +167,7 @@ void Gathering::gather_clones_waiting(Reasons reasons) {
     for (const auto& clone : run_.engine.listaServiciosClonados) {
         result_.clones_waiting.push_back(describe(*clone, true));
         if (reasons == Reasons::told)
-            result_.clones_waiting.back().reason = reason_waiting(run_.engine, *clone);
+            result_.clones_waiting.back().reason = reason_waiting(run_, *clone);
     }
 }
 
