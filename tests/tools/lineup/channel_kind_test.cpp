@@ -82,5 +82,15 @@ TEST(ChannelKind, WhatTheListTellsCountsMost) {
     expect_finding(told, ChannelKind::hd, false, false);
 }
 
+TEST(ChannelKind, APictureInHevcIsUhdWhateverTheServiceType) {
+    Channel told = channel("Canal", 1, video_hevc);
+    for (const ChannelKind television : {ChannelKind::sd, ChannelKind::hd, ChannelKind::uhd}) {
+        told.kind = television;
+        expect_finding(told, ChannelKind::uhd, false, false);
+    }
+    told.kind = ChannelKind::radio;
+    expect_finding(told, ChannelKind::radio, false, false);
+}
+
 } // namespace
 } // namespace zarven::tool::channel_kind_test

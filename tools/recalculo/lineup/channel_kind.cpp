@@ -61,6 +61,8 @@ std::optional<ChannelKind> kind_by_name(std::string_view name) {
 KindFinding find_kind(const Channel& channel) {
     const std::optional<ChannelKind> named = kind_by_name(channel.name);
     const auto hd_or_more = named == ChannelKind::uhd ? ChannelKind::uhd : ChannelKind::hd;
+    if (channel.kind && *channel.kind != ChannelKind::radio && channel.video_mode == video_hevc)
+        return {ChannelKind::uhd, false, false};
     if (channel.kind)
         return {*channel.kind == ChannelKind::hd ? hd_or_more : *channel.kind, false, false};
     if (channel.video_pid == 0 && channel.audio_pids.empty())
