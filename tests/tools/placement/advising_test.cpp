@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/streams.h"
+#include "headend/headend_json.h"
 #include "placement/engine_by_hand.h"
 #include "placement/result.h"
 
@@ -47,6 +49,16 @@ TEST_F(Advising, TheLimitThatHelpsIsFound) {
     Headend raised = headend;
     (best.mac == "A" ? raised.modules[0] : raised.modules[1]).pids_max = 4;
     EXPECT_EQ(result_of(raised).counts.placed, best.placed);
+}
+
+TEST_F(Advising, OnASmallHeadendAllValuesAreTried) {
+    const std::string path = RECALCULO_TOOL_TESTS "/placement/helped_by_a_bitrate_in_between.json";
+    headend = read_headend(path, read_text(path));
+    const Raise best = advice().raises.at(0);
+    EXPECT_EQ(best.setting, "modules[1].pids_max=6") << "no module is sold with so many";
+    EXPECT_EQ(best.placed, 9u);
+    const Raise sold = advice(200).raises.at(0);
+    EXPECT_EQ(sold.placed, 8u);
 }
 
 TEST_F(Advising, NothingIsTriedWhereEverythingIsPlaced) {

@@ -18,6 +18,9 @@ namespace {
 constexpr std::size_t most_automatic_trials = 200;
 /// Services placed in all of the runs.
 constexpr std::size_t services_in_all = 200000;
+/// As services times modules squared: up to so much, rehearsals of all values take some hundredths of a
+/// second.
+constexpr std::size_t small_head_end = 10000;
 
 /// The modules by the number of services that they are nearest to taking; among equals as in the head-end.
 std::vector<std::size_t> by_need(const Headend& headend, const Result& now) {
@@ -48,7 +51,10 @@ Advice advice_for(const Headend& headend, const std::string& file, const Result&
     SizingOptions options;
     options.jobs = cores();
     Runner runner(headend, file, options);
-    Raising raising(headend, runner, RaisedTo::sold_value);
+    const bool tries_all =
+        trials == automatic_trials && runner.trusts_rehearsals() &&
+        headend.services.size() * headend.modules.size() * headend.modules.size() <= small_head_end;
+    Raising raising(headend, runner, tries_all ? RaisedTo::any_value : RaisedTo::sold_value);
     advice.limits = raising.limits();
     std::set<std::size_t> modules;
     std::size_t limits = 0;
