@@ -5,23 +5,32 @@
 # 6a4f509). The largest plain runs take minutes; --filter leaves some out.
 # bench.sh --choose: the search of `recalculo choose` alone: the states it tries in a second against loading and
 # running anew, and what it finds on generated head-ends in 1, 5 and 20 seconds against the engine, the optimum
-# and the bound. Half an hour on two cores.
+# and the bound. Half an hour on two cores at the most.
+# bench.sh --size: the trials of `recalculo size` alone, rehearsed against loaded and run anew: trials a second and
+# how many times as many.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-against='' filter=. choose=
+against='' filter=. choose='' size=
 while [ $# -gt 0 ]; do
     case $1 in
     --choose) choose=1; shift; continue ;;
+    --size) size=1; shift; continue ;;
     --against) against=$2 ;;
     --filter) filter=$2 ;;
-    *) echo "bench.sh: unknown option $1; expected --against COMMIT, --filter REGEX or --choose" >&2; exit 2 ;;
+    *) echo "bench.sh: unknown option $1; expected --against COMMIT, --filter REGEX, --choose or --size" >&2; exit 2 ;;
     esac
     shift 2
 done
 need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" libbenchmark-dev valgrind git g++-i686-linux-gnu
 
 build=build/bench
+if [ -n "$size" ]; then
+    cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
+    cmake --build $build --target sizing_bench | tail -n 1
+    $build/bench/sizing_bench 2>/dev/null
+    exit
+fi
 if [ -n "$choose" ]; then
     need coinor-cbc
     cmake -S . -B $build -G Ninja -DCMAKE_BUILD_TYPE=Release -DRECALCULO_BENCH=ON >/dev/null
@@ -30,7 +39,7 @@ if [ -n "$choose" ]; then
     echo
     $build/bench/choosing_table make $build/choosing
     for program in "$build"/choosing/*.lp; do
-        [ -f "${program%.lp}.txt" ] || cbc "$program" sec 120 solve >"${program%.lp}.txt"
+        [ -f "${program%.lp}.txt" ] || cbc "$program" sec 25 solve >"${program%.lp}.txt"
     done
     $build/bench/choosing_table print $build/choosing 2
     exit

@@ -17,25 +17,12 @@ using namespace zarven::tool;
 
 namespace {
 
-/// About eight services a stream, on modules with two inputs: too few for half of them.
-Headend headend_of(unsigned services) {
-    generador::Parametros parameters;
-    parameters.streams = services / 8;
-    parameters.serviciosPorStream = {1, 15};
-    parameters.modulos = services / 50;
-    parameters.entradas = {2, 4};
-    parameters.salidas = {4, 4};
-    parameters.pidsModulo = {40, 60};
-    parameters.holgura = generador::Holgura::ESCASA;
-    return generated_headend("bench", parameters);
-}
-
 unsigned services_of(const benchmark::State& state) {
     return static_cast<unsigned>(state.range(0));
 }
 
 void model(benchmark::State& state, std::size_t strategies) {
-    const EngineRun loaded = load_engine(headend_of(services_of(state)), "bench");
+    const EngineRun loaded = load_engine(crowded_headend(services_of(state)), "bench");
     const FillModel flat(loaded);
     FillRun fill(flat);
     AskedParts asked(flat);
@@ -53,7 +40,7 @@ void model(benchmark::State& state, std::size_t strategies) {
 }
 
 void engine(benchmark::State& state) {
-    const Headend headend = headend_of(services_of(state));
+    const Headend headend = crowded_headend(services_of(state));
     const StaysPut none;
     const EngineTrial trial(headend, none);
     std::vector<bool> asked = trial.askable();

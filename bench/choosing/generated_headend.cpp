@@ -49,4 +49,16 @@ Headend generated_headend(const std::string& name, const generador::Parametros& 
     return headend;
 }
 
+Headend crowded_headend(unsigned services) {
+    generador::Parametros parameters;
+    parameters.streams = services / 8;
+    parameters.serviciosPorStream = {1, 15};
+    parameters.modulos = services / 50;
+    parameters.entradas = {2, 4};
+    parameters.salidas = {4, 4};
+    parameters.pidsModulo = {40, 60};
+    parameters.holgura = generador::Holgura::ESCASA;
+    return generated_headend("bench", parameters);
+}
+
 } // namespace zarven::tool

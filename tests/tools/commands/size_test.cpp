@@ -38,6 +38,24 @@ TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
     EXPECT_EQ(json::parse(run("size - --json --add " + whole, two_streams).out).at("add").at("number"), 1);
 }
 
+TEST_F(CommandLine, SizeSteersWhatIsAskedFor) {
+    const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [50000], "pids_max": 0})");
+    // The engine takes the larger stream, and the other one is the must.
+    const std::string headend = R"({"modules": [{"mac": "M", "controller": true, "inputs": 1,
+        "outputs": [50000], "pids_max": 0}], "services": [
+        {"lcn": 1, "name": "a", "onid": 1, "tsid": 10, "sid": 1, "must": true},
+        {"lcn": 2, "name": "b", "onid": 1, "tsid": 20, "sid": 2},
+        {"lcn": 3, "name": "c", "onid": 1, "tsid": 20, "sid": 3}]})";
+    const json asked_for_all = json::parse(run("size - --json --add " + kind, headend).out);
+    EXPECT_EQ(asked_for_all.at("choose"), false);
+    EXPECT_EQ(asked_for_all.at("add").at("number"), 1);
+    const json chosen = json::parse(run("size - --json --choose --add " + kind, headend).out);
+    EXPECT_EQ(chosen.at("choose"), true);
+    EXPECT_EQ(chosen.at("add").at("number"), 0);
+    EXPECT_EQ(chosen.at("add").at("tried").at(0).at("withheld"), 1);
+    EXPECT_EQ(chosen.at("add").at("tried").at(0).at("missing"), 0);
+}
+
 TEST_F(OnATerminal, SizeTellsItsRuns) {
     // Each module has room for one of them, while by the total of bitrates fewer modules would do. So the
     // search has much to try.

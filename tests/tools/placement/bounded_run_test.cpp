@@ -14,28 +14,14 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "failure_message.h"
+#include "placement/exploding.h"
 #include "placement/host.h"
-#include "placement/made_services.h"
 #include "placement/result.h"
 #include "placement/result_json.h"
 #include "placement/strategies.h"
 
 namespace zarven::tool {
 namespace {
-
-Headend exploding(std::uint16_t shared, std::uint16_t pids, std::uint16_t impossible) {
-    Headend headend;
-    headend.modules.push_back({"A", 3, true, 2, {60000}, pids, 0, 0, 0});
-    headend.modules.push_back({"B", 3, false, 2, {60000}, pids, 0, 0, 0});
-    std::uint16_t lcn = 0;
-    for (int index = 0; index < shared; ++index)
-        headend.services.push_back(service(++lcn, 1, 100, 1));
-    for (int index = 0; index < 20; ++index)
-        headend.services.push_back(service(++lcn, 2, 100));
-    for (int index = 0; index < impossible; ++index)
-        headend.services.push_back(service(++lcn, 2, 100, 0, 1));
-    return headend;
-}
 
 class Bounded : public testing::Test {
 protected:

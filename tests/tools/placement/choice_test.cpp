@@ -169,6 +169,39 @@ TEST_F(ChoiceReportOf, MovesAreThoseOfAComparison) {
     EXPECT_EQ(report({true, false, false}, &kept).moves->gone, 2u);
 }
 
+/// Stops the first run.
+class Stopping : public host::Watcher {
+public:
+    void hear(std::string_view line) override {
+        if (!has_stopped_ && line.find("START Service Recalculation") != line.npos) {
+            has_stopped_ = true;
+            throw host::RunStopped("it is the first");
+        }
+    }
+    void wait() override {}
+
+private:
+    bool has_stopped_ = false;
+};
+
+TEST(ChoiceReportOfAStoppedRun, HasNothingToCompareWith) {
+    const host::Log logged("/dev/null");
+    const Headend headend = one_input();
+    Stopping stopping;
+    const host::Watching watching(&stopping);
+    const ChoiceReport told = report_of(headend, choice_of({true, false, true}), nullptr, "f");
+    EXPECT_TRUE(told.all.is_stopped);
+    EXPECT_FALSE(is_sound(told.all));
+    EXPECT_EQ(told.all.counts.loaded, 3u);
+    EXPECT_EQ(told.all.counts.placed, 0u);
+    EXPECT_FALSE(told.chosen.is_stopped);
+    EXPECT_TRUE(is_sound(told.chosen));
+    EXPECT_EQ(told.chosen.counts.placed, 1u);
+    EXPECT_EQ(told.gained.size(), 1u);
+    EXPECT_TRUE(told.lost.empty());
+    EXPECT_EQ(lcns(told.withheld), (Lcns{2}));
+}
+
 TEST_F(ChoiceReportOf, AServiceOfTheSameKeyCountsAsItself) {
     // A clone to the engine as long as the first is asked for.
     headend.services = {service(1, 10), service(1, 10)};
@@ -211,6 +244,7 @@ TEST(StaysPutOf, ServicesStandWhereTheResultHasThem) {
     const StaysPut stays = stays_put(headend, kept);
     EXPECT_EQ(stays.module, (std::vector<std::string>{"", "A", "A", ""}));
     EXPECT_EQ(stays.output, (std::vector<std::uint32_t>{0, 1, 2, 0}));
+    EXPECT_EQ(stays.input, (std::vector<std::uint16_t>{0, 1, 1, 0}));
 }
 
 TEST(Reach, TheServicesOfAKeyAreOneThatTakesTheLeast) {

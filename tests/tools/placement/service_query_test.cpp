@@ -61,6 +61,27 @@ protected:
     }
 };
 
+TEST(ServicesWithheld, AreTold) {
+    Headend headend;
+    headend.services = {service(5, 10), service(6, 20), service(7, 20)};
+    headend.services[1].ask = false;
+    headend.clones = {clone_of(service(6, 20))};
+    const EngineRun run = load_engine(headend, "f");
+    const auto complaint = [&](const std::string& query) {
+        return failure_message([&] { services_with(parse_service_query(query), run, "f", headend); });
+    };
+    EXPECT_EQ(services_with(parse_service_query("5"), run, "f", headend).size(), 1u);
+    const std::string withheld =
+        "\"S6\" (LCN 6, stream 1/20) is not asked for: it, or the service that it is a "
+        "clone of, has \"ask\": false";
+    EXPECT_EQ(complaint("6"), "f: --service 6: " + withheld);
+    EXPECT_EQ(complaint("S6@1/20"), "f: --service S6@1/20: " + withheld);
+    EXPECT_EQ(complaint("copy"), "f: --service copy: " + withheld);
+    EXPECT_EQ(complaint("9"), "f: --service 9: no service has the LCN 9; the nearest is 7");
+    headend.services[1].ask = true;
+    EXPECT_EQ(services_with(parse_service_query("6"), load_engine(headend, "f"), "f", headend).size(), 2u);
+}
+
 TEST_F(ServicesWith, AnLcnFindsAllThatHaveIt) {
     EXPECT_EQ(find("9"), std::vector{loaded(2)});
     EXPECT_EQ(find("5"), (std::vector{loaded(0), loaded(1), run.clones.at(0)}));

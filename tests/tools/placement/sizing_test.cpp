@@ -11,6 +11,7 @@
 #include "base/streams.h"
 #include "failure_message.h"
 #include "headend/headend_json.h"
+#include "placement/exploding.h"
 #include "placement/host.h"
 #include "placement/made_services.h"
 
@@ -354,6 +355,98 @@ TEST(Sizing, MustsAloneAreWantedWhereThereAreAny) {
     EXPECT_EQ(size(headend, plain).addition.number, 1u) << "of the two the possible one is placed";
 }
 
+SizingOptions choosing(unsigned jobs = 2, std::uint32_t most = 8) {
+    SizingOptions options;
+    options.most = most;
+    options.jobs = jobs;
+    options.are_chosen = true;
+    return options;
+}
+
+TEST(Sizing, AskedForWhatIsChosenFewerModulesPlaceTheMusts) {
+    const host::Log no_log("");
+    Headend headend = one_module({light(1, 10), light(2, 20), light(3, 20), light(4, 30)});
+    headend.services[3].must = true;
+    ASSERT_EQ(size(headend, plain).addition.number, 2u);
+    const Sizing sizing = size_headend(headend, "f", {plain}, choosing());
+    EXPECT_TRUE(sizing.are_chosen);
+    EXPECT_EQ(sizing.addition.number, 0u);
+    ASSERT_EQ(numbers_tried(sizing.addition), std::vector<std::size_t>{0});
+    EXPECT_EQ(sizing.addition.attempts[0].missing, 0u);
+    EXPECT_EQ(sizing.addition.attempts[0].placed, 1u);
+    EXPECT_EQ(sizing.addition.attempts[0].withheld, 3u)
+        << "of streams of one size the engine takes the first";
+    ASSERT_TRUE(sizing.addition.one_more);
+    EXPECT_EQ(sizing.addition.one_more->placed, 3u) << "with the larger of the others";
+    EXPECT_EQ(sizing.addition.one_more->missing, 0u);
+    EXPECT_TRUE(sizing.addition.remaining.empty());
+    headend.services[0].must = true;
+    EXPECT_EQ(size_headend(headend, "f", {plain}, choosing()).addition.number, 1u);
+    headend.services[1].must = true;
+    const Addition one = size_headend(headend, "f", {plain}, choosing(2, 1)).addition;
+    EXPECT_EQ(one.number, std::nullopt) << "three streams, two inputs";
+}
+
+TEST(Sizing, WithEverythingWantedWhatIsWithheldIsMissing) {
+    const host::Log no_log("");
+    // The engine fills the only input with the one service of 1/20; the other has two that fit.
+    Headend headend = one_module({light(1, 10, 60), light(2, 10, 60), light(3, 10, 60), light(4, 10, 1)});
+    const Addition addition = size_headend(headend, "f", {plain}, choosing(2, 1)).addition;
+    EXPECT_EQ(addition.number, std::nullopt);
+    ASSERT_EQ(addition.attempts.size(), 1u);
+    const Attempt& attempt = addition.attempts[0];
+    EXPECT_EQ(attempt.placed, 3u);
+    EXPECT_EQ(attempt.missing, 1u);
+    EXPECT_EQ(attempt.left_out + attempt.withheld, 1u);
+    EXPECT_EQ(addition.remaining.size(), 1u);
+}
+
+TEST(Sizing, WhatIsChosenDoesNotDependOnTheThreads) {
+    const host::Log no_log("");
+    std::mt19937 random(7);
+    std::vector<Service> services;
+    for (std::uint16_t lcn = 1; lcn <= 25; ++lcn)
+        services.push_back(light(lcn, static_cast<std::uint16_t>(random() % 9 + 1),
+                                 static_cast<std::uint32_t>(random() % 40 + 10)));
+    services.back().must = services[3].must = services[12].must = true;
+    const Headend headend = one_module(services);
+    const Addition alone = size_headend(headend, "f", {plain}, choosing(1)).addition;
+    const Addition together = size_headend(headend, "f", {plain}, choosing(3)).addition;
+    ASSERT_TRUE(alone.number);
+    EXPECT_EQ(together.number, alone.number);
+    ASSERT_EQ(together.attempts.size(), alone.attempts.size());
+    EXPECT_EQ(together.attempts.back().placed, alone.attempts.back().placed);
+    EXPECT_EQ(together.attempts.back().withheld, alone.attempts.back().withheld);
+}
+
+TEST(Sizing, ARunThatIsStoppedIsNoAnswerAndEndsNothing) {
+    const host::Log no_log("");
+    const Headend headend = exploding(60, 40, 10);
+    for (const bool are_chosen : {false, true}) {
+        host::limit_runs({});
+        SizingOptions options = choosing(1, 2);
+        options.are_chosen = are_chosen;
+        // The first run is that of the head-end as it is.
+        options.progress = [](std::size_t, std::size_t) {
+            host::RunLimits limits;
+            limits.time = std::chrono::milliseconds(0);
+            host::limit_runs(limits);
+        };
+        Module with_transcoder = headend.modules[0];
+        with_transcoder.sd_transcoders = 16;
+        const Sizing sizing = size_headend(headend, "f", {with_transcoder}, options);
+        EXPECT_EQ(sizing.addition.number, std::nullopt);
+        EXPECT_FALSE(sizing.addition.attempts.empty());
+        for (const Attempt& attempt : sizing.addition.attempts) {
+            EXPECT_TRUE(attempt.is_stopped);
+            EXPECT_EQ(attempt.placed, 0u);
+            EXPECT_EQ(attempt.missing, 90u);
+        }
+        EXPECT_TRUE(sizing.raises.empty());
+        host::limit_runs({});
+    }
+}
+
 /// How many of each kind the mix has.
 std::vector<std::size_t> mixed(const Mix& mix) {
     std::vector<std::size_t> numbers;
@@ -386,6 +479,11 @@ TEST(Sizing, TheCheapestMixOfSeveralKinds) {
     EXPECT_EQ(mixed(mix_at(11)), (std::vector<std::size_t>{1, 1}));
     EXPECT_EQ(mixed(mix_at(9)), (std::vector<std::size_t>{0, 2}));
     EXPECT_EQ(mixed(mix_at(9, 8, 5)), (std::vector<std::size_t>{0, 2}));
+    Headend with_must = headend;
+    with_must.services[3].must = true;
+    EXPECT_EQ(mixed(*size_headend(with_must, "f", {small, large}, choosing()).mix),
+              (std::vector<std::size_t>{0, 0}))
+        << "chosen, it takes none";
     EXPECT_EQ(mixed(mix_at(21, 2)), (std::vector<std::size_t>{1, 1})) << "no more modules than that";
     const Mix none = mix_at(9, 1);
     EXPECT_FALSE(none.outcome);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "made_findings.h"
 #include "report/choice_fixture.h"
 #include "report/fitting.h"
 
@@ -41,6 +42,28 @@ Lost: 2 services
 
 123456 states tried, 1 run of the engine
 )");
+}
+
+TEST(ChoiceText, WhatDoesNotCountIsNoMeasure) {
+    ChoiceReport report = choice_with_everything();
+    EXPECT_EQ(doubt_of(report), "");
+    report.all.findings = {note("n")};
+    EXPECT_EQ(doubt_of(report), "");
+    report.all.findings = {broken_limit("one", "A")};
+    EXPECT_EQ(doubt_of(report),
+              "Something is broken with everything asked for: that placement does not count, even where it "
+              "places more than the choice.");
+    EXPECT_NE(choice_text(report, "").find("2 lost\nSomething is broken with everything asked for: that "),
+              std::string::npos)
+        << choice_text(report, "");
+    report.all.findings.clear();
+    report.all.is_stopped = true;
+    EXPECT_EQ(doubt_of(report),
+              "With everything asked for the engine does not end within its limits: there is "
+              "no placement to compare the choice with.");
+    report.chosen.findings = {broken_limit("one", "A")};
+    EXPECT_EQ(doubt_of(report),
+              "Something is broken with everything asked for, and no choice was found that breaks nothing.");
 }
 
 TEST(ChoiceText, NothingBetterWasFound) {

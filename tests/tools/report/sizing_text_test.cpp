@@ -85,6 +85,56 @@ std::string answer(const Sizing& sizing) {
     return text.substr(begin, std::min(text.find("\n\n", begin), text.size() - 1) - begin);
 }
 
+TEST(SizingText, WithWhatWasChosen) {
+    Sizing sizing = a_sizing();
+    sizing.are_chosen = true;
+    sizing.findings.clear();
+    sizing.raises.clear();
+    sizing.addition.impossible.clear();
+    sizing.addition.musts = 9;
+    sizing.addition.attempts = {
+        {2, 14, 6, 5, 0, 0, 3}, {3, 14, 6, 5, 0, 0, 4}, {4, 0, 0, 9, 0, 0, 0, true}, {5, 19, 1, 0, 0, 0, 1}};
+    const std::string text = sizing_text(sizing);
+    EXPECT_NE(text.find(R"(
+  5 more modules: the engine then places 9 services marked as must, with 1 service withheld.
+  With fewer than 2 no arrangement could; from there on each number was tried.
+  What to ask for was searched for with each number, in 20000 states; a longer search may do with fewer modules.
+  With 4 the engine was stopped, because it did not end within its limits; that is no answer.
+
+        more    placed  left out     musts  withheld
+           2        14         6         4         3
+           3        14         6         4         4
+           4         -         -         -         -
+           5        19         1         9         1
+)"),
+              std::string::npos)
+        << text;
+    const nlohmann::json report = nlohmann::json::parse(sizing_json(sizing));
+    EXPECT_EQ(report.at("choose"), true);
+    EXPECT_EQ(report.at("add").at("tried").at(1).at("withheld"), 4);
+    EXPECT_FALSE(report.at("add").at("tried").at(1).contains("stopped"));
+    EXPECT_EQ(report.at("add").at("tried").at(2).at("stopped"), true);
+    sizing.addition.number.reset();
+    EXPECT_NE(sizing_text(sizing).find("  No number of further modules up to 32 was found to be enough.\n"),
+              std::string::npos);
+    sizing.addition.musts = 0;
+    EXPECT_NE(sizing_text(sizing).find("in 20000 states; what is withheld is missing, too.\n"),
+              std::string::npos);
+    sizing.addition.musts = 9;
+    sizing.addition.at_least = 0;
+    sizing.addition.number = 0;
+    sizing.addition.attempts = {{0, 14, 6, 0, 0, 0, 3}};
+    sizing.addition.one_more = Attempt{1, 15, 5, 0, 0, 0, 3};
+    EXPECT_NE(sizing_text(sizing).find(
+                  "  None is needed: the engine places 9 services marked as must, with 3 services withheld.\n"
+                  "  What to ask for was searched for with each number, in 20000 states.\n"),
+              std::string::npos)
+        << sizing_text(sizing);
+    sizing.addition.one_more.reset();
+    sizing.addition.attempts = {{0, 14, 6, 0, 0, 0}};
+    EXPECT_EQ(sizing_text(sizing).find("searched"), std::string::npos) << "nothing was";
+}
+
 TEST(SizingText, EveryAnswer) {
     Sizing sizing = a_sizing();
     sizing.addition.attempts[2].broken = 0;
@@ -279,11 +329,11 @@ TEST(SizingJson, TheSameFacts) {
     const auto json = nlohmann::ordered_json::parse(sizing_json(sizing));
     EXPECT_EQ(
         json.dump(),
-        R"({"name":"Casa","loaded":20,"placed":10,"left_out":10,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A","problem":"one","modules":["A"]},{"broken":false,"problem":"two"}],"partial":false,"most":32,"add":{"module":{"model":3,)"
+        R"({"name":"Casa","loaded":20,"placed":10,"left_out":10,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A","problem":"one","modules":["A"]},{"broken":false,"problem":"two"}],"partial":false,"choose":false,"most":32,"add":{"module":{"model":3,)"
         R"("inputs":2,"outputs":[38000,20000],"pids_max":15,"sd_transcoders":1,"hd_transcoders":2,)"
-        R"("aux_transcoders":3},"number":5,"musts":0,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0},)"
-        R"({"number":3,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0},{"number":4,"placed":14,"left_out":6,"missing":5,"warnings":3,"broken":2},)"
-        R"({"number":5,"placed":19,"left_out":1,"missing":0,"warnings":0,"broken":0}],"one_more":null,"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
+        R"("aux_transcoders":3},"number":5,"musts":0,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0,"withheld":0},)"
+        R"({"number":3,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0,"withheld":0},{"number":4,"placed":14,"left_out":6,"missing":5,"warnings":3,"broken":2,"withheld":0},)"
+        R"({"number":5,"placed":19,"left_out":1,"missing":0,"warnings":0,"broken":0,"withheld":0}],"one_more":null,"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
         R"("sid":107,"reason":"it is too large"}],"remaining":[{"lcn":9,"name":"S9","onid":1,"tsid":1001,)"
         R"("sid":109}]},"mix":null,"raise":[{"limit":"pids_max","mac":"A","from":15,"to":24,"enough":22,"placed":13,"warnings":0,"broken":0,)"
         R"("set":"modules[0].pids_max=24"},{"limit":"output_bitrate","mac":"B","output":2,"from":38000,)"

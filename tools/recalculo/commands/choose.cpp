@@ -97,6 +97,7 @@ Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysP
 
 void choose_command(const ChooseOptions& options) {
     check(options);
+    apply(options.limits);
     const std::string file = input_name(options.headend.path);
     const Headend written = read_input(options.headend);
     std::optional<Result> kept;

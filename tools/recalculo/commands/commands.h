@@ -74,6 +74,7 @@ struct SizeOptions {
     HeadendInput headend;
     std::vector<std::string> add;
     std::uint32_t most = SizingOptions().most;
+    bool choose = false;
     std::uint32_t jobs = cores();
     bool json = false;
     StyleInput style;
@@ -99,6 +100,7 @@ struct ChooseOptions {
     std::string chosen;
     ReportOutput output;
     StyleInput style;
+    EngineLimits limits;
 
     static constexpr std::uint32_t usual_seconds = 20;
 };

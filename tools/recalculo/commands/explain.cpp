@@ -28,10 +28,10 @@ namespace {
 
 /// The services asked for, each once.
 Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
-                       const std::string& file) {
+                       const std::string& file, const Headend& headend) {
     Services services;
     for (const ServiceQuery& query : queries)
-        for (const auto& service : services_with(query, run, file))
+        for (const auto& service : services_with(query, run, file, headend))
             if (std::find(services.begin(), services.end(), service) == services.end())
                 services.push_back(service);
     return services;
@@ -105,7 +105,7 @@ void explain_command(const ExplainOptions& options) {
     // No log: the engine is asked much that is no part of a run.
     const host::Log silence("");
     EngineRun run = load_engine(headend, file);
-    Services services = services_with(queries, run, file);
+    Services services = services_with(queries, run, file, headend);
     run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
     Result result = result_of(run, headend.name);

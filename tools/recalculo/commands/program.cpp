@@ -200,6 +200,10 @@ Command describe_size() {
                              "standard input. Of several kinds the cheapest mix is looked for")),
          within(0, 10000,
                 with_fallback(with_value({"--most"}, "N", &options->most, "The most modules to add"))),
+         flag(
+             "--choose", options->choose,
+             "With each number of modules, ask for what a search finds to ask for, as choose does, and not for "
+             "everything"),
          within(1, 256,
                 with_value({"--jobs"}, "N", &options->jobs,
                            "How many runs at once; as many as there are cores by default")),
@@ -241,7 +245,7 @@ Command describe_choose() {
                                "Write the head-end with the services marked that are not asked for; - for "
                                "standard output in the place of the report")),
          json_flag(options->output.json), html_option(options->output, "choice"),
-         color_option(options->style)},
+         max_seconds_option(options->limits), color_option(options->style)},
         [options] { choose_command(*options); });
 }
 

@@ -49,6 +49,7 @@ Sizing size_input(const SizeInput& input, const SizeOptions& options) {
     SizingOptions sizing;
     sizing.most = options.most;
     sizing.jobs = options.jobs;
+    sizing.are_chosen = options.choose;
     sizing.progress = [&line](std::size_t done, std::size_t planned) {
         if (line)
             line->draw([&] { return std::vector{fmt::format("{} of {} runs", done, planned)}; });

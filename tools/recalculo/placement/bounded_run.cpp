@@ -108,9 +108,8 @@ void run_bounded(const EngineRun& run, const std::string& file, const std::funct
     try {
         go();
     } catch (const host::RunStopped& stopped) {
-        throw Failure(
-            fmt::format("{}: the engine was stopped: {}{}", file, stopped.what(), what_happened(run)),
-            ExitCode::engine_did_not_run);
+        throw EngineStopped(
+            fmt::format("{}: the engine was stopped: {}{}", file, stopped.what(), what_happened(run)));
     }
 }
 

@@ -7,13 +7,19 @@
 #include <functional>
 #include <string>
 
+#include "base/failure.h"
 #include "placement/engine_run.h"
 
 namespace zarven::tool {
 
-/// Lets `go` run the engine within the limits of the host. Throws `Failure` with
-/// `ExitCode::engine_did_not_run` if it does not end within them, and says which services it was busy with;
-/// `file` is for that. What is loaded stays whole.
+/// The engine did not end within the limits. To whoever tries many head-ends such a run is only one of them.
+struct EngineStopped : Failure {
+    explicit EngineStopped(const std::string& message) : Failure(message, ExitCode::engine_did_not_run) {}
+};
+
+/// Lets `go` run the engine within the limits of the host. Throws `EngineStopped` if it
+/// does not end within them, and says which services it was busy with; `file` is for that. What is loaded
+/// stays whole.
 void run_bounded(const EngineRun& run, const std::string& file, const std::function<void()>& go);
 
 } // namespace zarven::tool

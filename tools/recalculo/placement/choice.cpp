@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "placement/audit.h"
+#include "placement/bounded_run.h"
 #include "placement/capacity.h"
 #include "placement/reason.h"
 #include "placement/refusal.h"
@@ -29,6 +30,16 @@ public:
             note_places(mac, module);
     }
 
+    /// As the first, but for a run that does not end within its limits: that one places nothing.
+    static ChosenRun or_stopped(const Headend& headend, const std::string& file) {
+        try {
+            return ChosenRun(headend, file);
+        } catch (const EngineStopped&) {
+            return ChosenRun(headend, load_engine(headend, file));
+        }
+    }
+
+    bool is_stopped() const { return is_stopped_; }
     const EngineRun& run() const { return run_; }
     const tRec_Servicio* record(std::size_t service) const { return run_.services[service]; }
     bool is_placed(std::size_t service) const { return places_.count(record(service)) != 0; }
@@ -38,6 +49,13 @@ public:
     }
 
     ChoiceSide side() const {
+        if (is_stopped_) {
+            ChoiceSide side;
+            side.counts.loaded = run_.engine.listaServicios.size();
+            side.counts.not_asked_for = run_.not_asked_for;
+            side.is_stopped = true;
+            return side;
+        }
         const Result result = result_of(run_, headend_.name, Reasons::omitted);
         ChoiceSide side{result.counts, result.findings};
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
@@ -59,6 +77,9 @@ public:
     }
 
 private:
+    ChosenRun(const Headend& headend, EngineRun stopped)
+        : headend_(headend), run_(std::move(stopped)), capacities_(capacities_of(run_)), is_stopped_(true) {}
+
     void note_places(const std::string& mac, const tRec_Modulo& module) {
         std::map<const tRec_Servicio*, Place> here;
         for (const auto& [number, output] : module.mapSalidas)
@@ -82,13 +103,14 @@ private:
     std::map<const tRec_Servicio*, std::vector<Place>> places_;
     std::optional<FinalState> state_;
     ServiceSet left_out_;
+    bool is_stopped_ = false;
 };
 
 class Reporting {
 public:
     Reporting(const Headend& headend, const Choice& choice, const std::string& file)
-        : headend_(headend), file_(file), chosen_headend_(with_choice(headend, choice)), all_(headend, file),
-          chosen_(chosen_headend_, file) {}
+        : headend_(headend), file_(file), chosen_headend_(with_choice(headend, choice)),
+          all_(ChosenRun::or_stopped(headend, file)), chosen_(chosen_headend_, file) {}
 
     ChoiceReport report(const Choice& choice, const Result* kept) && {
         report_.name = headend_.name;
@@ -151,11 +173,14 @@ private:
         }
         std::optional<ChosenRun> asked;
         if (are_withheld)
-            asked.emplace(with_musts, file_);
+            asked.emplace(ChosenRun::or_stopped(with_musts, file_));
         for (const std::size_t service : missed_) {
             MissedMust missed{described(service), is_withheld(service), all_.is_impossible(service)};
             if (!missed.is_withheld)
                 missed.service.reason = chosen_.reason(service);
+            else if (asked->is_stopped())
+                missed.service.reason =
+                    "It is withheld: asked for, the engine does not end within its limits.";
             else
                 missed.service.reason = asked->is_placed(service) ? price_of(*asked) : asked->reason(service);
             report_.missed.push_back(std::move(missed));
@@ -205,6 +230,10 @@ private:
 
 } // namespace
 
+bool is_sound(const ChoiceSide& side) {
+    return !side.is_stopped && broken_among(side.findings).all() == 0;
+}
+
 StaysPut stays_put(const Headend& headend, const Result& kept) {
     std::vector<PlacedService> wanted;
     for (const Service& service : headend.services) {
@@ -219,10 +248,12 @@ StaysPut stays_put(const Headend& headend, const Result& kept) {
     StaysPut stays;
     stays.module.resize(wanted.size());
     stays.output.resize(wanted.size());
+    stays.input.resize(wanted.size());
     for (const auto& [from, to] : match(placed, wanted).pairs)
         if (!placed[from].places.empty()) {
             stays.module[to] = placed[from].places.front().mac;
             stays.output[to] = placed[from].places.front().outputs.front();
+            stays.input[to] = placed[from].places.front().input;
         }
     return stays;
 }

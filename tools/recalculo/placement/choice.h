@@ -26,7 +26,12 @@ struct ChoiceSide {
     std::size_t musts = 0;
     /// The sum of the values of the services that are placed.
     std::uint64_t value = 0;
+    /// The engine did not end within its limits: nothing is placed.
+    bool is_stopped = false;
 };
+
+/// It ended, and breaks nothing: it is a placement that counts.
+bool is_sound(const ChoiceSide& side);
 
 /// What there is, and how much of it any placement could reach.
 struct Reach {

@@ -10,7 +10,9 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/utf8.h"
 #include "base/words.h"
+#include "placement/engine_run.h"
 
 namespace zarven::tool {
 
@@ -177,6 +179,27 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
             return found;
     }
     complain(query, run, file);
+}
+
+Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file,
+                       const Headend& headend) {
+    try {
+        return services_with(query, run, file);
+    } catch (const Failure&) {
+        if (run.not_asked_for == 0)
+            throw;
+        Headend everything = headend;
+        for (Service& service : everything.services)
+            service.ask = true;
+        const EngineRun loaded = load_engine(everything, file);
+        // Where there is none at all, this tells of those that are withheld, too.
+        const auto withheld = services_with(query, loaded, file).front();
+        throw Failure(
+            fmt::format("{}: {} {}: \"{}\" (LCN {}, stream {}) is not asked for: it, or the service "
+                        "that it is a clone of, has \"ask\": false",
+                        file, query.option, query.text, shortened(withheld->NombreEntrada), withheld->LCN,
+                        to_string(stream_of(*withheld))));
+    }
 }
 
 } // namespace zarven::tool

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "headend/headend.h"
 #include "placement/services.h"
 
 namespace zarven::tool {
@@ -30,6 +31,10 @@ ServiceQuery parse_service_query(const std::string& text, const std::string& opt
 /// also a clone that alone has it. A number that is no LCN is read as a name, and so is in the end the whole
 /// text. Throws `Failure` if there is none; `file` is for messages.
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file);
+
+/// The same for what is loaded of a head-end; of one that it withholds the failure says so.
+Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file,
+                       const Headend& headend);
 
 } // namespace zarven::tool
 

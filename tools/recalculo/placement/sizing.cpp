@@ -14,6 +14,7 @@ Sizing size_headend(const Headend& headend, const std::string& file, const std::
     Sizing sizing;
     sizing.name = headend.name;
     sizing.most = options.most;
+    sizing.are_chosen = options.are_chosen;
     sizing.now = now.counts;
     sizing.findings = now.findings;
     const bool are_added = options.most != 0;

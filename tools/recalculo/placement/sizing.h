@@ -21,11 +21,18 @@ struct SizingOptions {
     /// The most modules to add.
     std::uint32_t most = 32;
     unsigned jobs = 1;
+    /// Whether to ask, with each number of modules, only for what a search finds; else for everything.
+    bool are_chosen = false;
     /// Called after each run with the runs done and those planned so far; one call at a time.
     std::function<void(std::size_t done, std::size_t planned)> progress = [](std::size_t, std::size_t) {};
     /// Asked before each run, from all threads: true ends the sizing with what has been found by then.
     std::function<bool()> is_stopped = [] { return false; };
 };
+
+/// What the search with each number tries: the same on every machine, and what `choose --jobs 1` tries with
+/// as many `--runs`.
+inline constexpr std::uint64_t sizing_states = 20000;
+inline constexpr std::uint64_t sizing_seed = 1;
 
 struct Attempt {
     std::size_t number = 0;
@@ -36,6 +43,10 @@ struct Attempt {
     std::size_t findings = 0;
     /// Limits and services that are broken: with any it is no answer.
     std::size_t broken = 0;
+    /// Services that the search did not ask for.
+    std::size_t withheld = 0;
+    /// The engine did not end within its limits: nothing is known but that it is no answer.
+    bool is_stopped = false;
 };
 
 /// A limit of which there is not enough, and which modules of the kind do not raise.
@@ -90,6 +101,8 @@ struct Sizing {
     std::vector<Finding> findings;
     /// It was stopped before its end.
     bool is_partial = false;
+    /// The numbers of modules were tried with what a search chose to ask for.
+    bool are_chosen = false;
     /// Of the first kind alone.
     Addition addition;
     /// Where there are several kinds.

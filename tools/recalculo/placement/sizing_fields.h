@@ -53,6 +53,10 @@ template <> struct Fields<Attempt> {
         visit_placed_and_left_out(visit, attempt);
         visit.required("missing", count(attempt.missing), "Services that are wanted and not placed");
         visit_number_of_findings(visit, attempt);
+        visit.required("withheld", count(attempt.withheld), "Services that the search did not ask for");
+        visit.if_true("stopped", attempt.is_stopped,
+                      "The engine did not end within its limits, so that this is no answer; not there "
+                      "otherwise");
     }
 };
 
@@ -119,6 +123,8 @@ template <> struct Fields<Sizing> {
         visit_counts(visit, sizing.now);
         visit_findings(visit, sizing.findings);
         visit.required("partial", sizing.is_partial, "It was interrupted: what was found until then");
+        visit.required("choose", sizing.are_chosen,
+                       "With `--choose`: the runs with further modules ask for what a search has chosen");
         visit.required("most", count(sizing.most), "The most modules to add");
         visit.required("add", sizing.addition,
                        "What further modules of one kind bring; where there are several, of the first");

@@ -34,6 +34,8 @@ public:
         text_ += broken_text(report_.all.findings, style_, " with everything asked for");
         text_ += broken_text(report_.chosen.findings, style_);
         paragraph(verdict_of(report_) + broken_in_figures(broken_among(report_.chosen.findings)));
+        if (const std::string doubt = doubt_of(report_); !doubt.empty())
+            paragraph(doubt);
         text_ += '\n' + table_of_figures();
         write_missed();
         write_moves();
@@ -175,6 +177,18 @@ std::string proof_of_musts(const ChoiceReport& report) {
             report.musts.most, report.musts.wanted);
     return fmt::format("It is not proven that they cannot be placed: the bound would allow {} of the {}.",
                        report.musts.most, report.musts.wanted);
+}
+
+std::string doubt_of(const ChoiceReport& report) {
+    if (is_sound(report.all))
+        return "";
+    if (!is_sound(report.chosen))
+        return "Something is broken with everything asked for, and no choice was found that breaks nothing.";
+    return report.all.is_stopped
+               ? "With everything asked for the engine does not end within its limits: there is no placement "
+                 "to compare the choice with."
+               : "Something is broken with everything asked for: that placement does not count, even where "
+                 "it places more than the choice.";
 }
 
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept) {

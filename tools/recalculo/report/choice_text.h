@@ -17,6 +17,9 @@ std::string verdict_of(const ChoiceReport& report);
 std::string proof_of_musts(const ChoiceReport& report);
 
 /// "3 services move against FILE, 5 stay, 1 is no longer placed".
+/// Why what is compared with everything asked for tells little; empty where it does not.
+std::string doubt_of(const ChoiceReport& report);
+
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept);
 
 /// `kept` is how the placement is called that is to be kept. By default as for a file, in UTF-8.

@@ -45,6 +45,12 @@ std::string figures_of(const Shortage& shortage) {
                        shortage.limit.wanted == 1 ? kind.one : kind.several, shortage.limit.capacity);
 }
 
+/// What the answer asks for, where that is not everything.
+std::string asking(const Attempt& attempt) {
+    return attempt.withheld == 0 ? ""
+                                 : fmt::format(", with {} withheld", counted(attempt.withheld, "service"));
+}
+
 /// Why more modules do not help.
 std::string answer(const std::vector<Shortage>& shortages, const std::string& everything) {
     std::vector<std::string> figures;
@@ -57,10 +63,11 @@ std::string answer(const std::vector<Shortage>& shortages, const std::string& ev
 std::string answer(const Sizing& sizing) {
     const Addition& addition = sizing.addition;
     if (addition.number == std::size_t{0})
-        return fmt::format("None is needed: the engine places {}.", everything(addition));
+        return fmt::format("None is needed: the engine places {}{}.", everything(addition),
+                           asking(addition.attempts.back()));
     if (addition.number)
-        return fmt::format("{}: the engine then places {}.", more_modules(*addition.number),
-                           everything(addition));
+        return fmt::format("{}: the engine then places {}{}.", more_modules(*addition.number),
+                           everything(addition), asking(addition.attempts.back()));
     if (!addition.shortages.empty())
         return answer(addition.shortages, everything(addition));
     if (addition.at_least > sizing.most)
@@ -73,7 +80,20 @@ std::string answer(const Sizing& sizing) {
             "None of the numbers tried before the interruption is enough; with fewer than {} no "
             "arrangement could place {}.",
             addition.at_least, everything(addition));
-    return fmt::format("No number of further modules up to {} is enough.", sizing.most);
+    return fmt::format("No number of further modules up to {} {}.", sizing.most,
+                       sizing.are_chosen ? "was found to be enough" : "is enough");
+}
+
+/// What the numbers were tried with. A search proves nothing.
+std::string searching(const Sizing& sizing) {
+    const Addition& addition = sizing.addition;
+    const bool is_as_it_was = addition.number == std::size_t{0} && !addition.one_more;
+    if (!sizing.are_chosen || addition.attempts.empty() || is_as_it_was)
+        return "";
+    return fmt::format("What to ask for was searched for with each number, in {} states{}.", sizing_states,
+                       addition.musts == 0     ? "; what is withheld is missing, too"
+                       : addition.number == 0U ? ""
+                                               : "; a longer search may do with fewer modules");
 }
 
 /// Where the search began, and why there.
@@ -96,7 +116,7 @@ Column figure_column(const char* heading, int least) {
 
 bool is_same_outcome(const Attempt& one, const Attempt& other) {
     return one.placed == other.placed && one.left_out == other.left_out && one.missing == other.missing &&
-           one.broken == other.broken;
+           one.broken == other.broken && one.withheld == other.withheld && one.is_stopped == other.is_stopped;
 }
 
 bool any_broken(const std::vector<Attempt>& attempts) {
@@ -109,6 +129,17 @@ std::string about_broken(const Addition& addition) {
     return any_broken(addition.attempts) ? "A run that breaks a limit is no answer." : "";
 }
 
+std::string about_stopped(const Addition& addition) {
+    std::vector<std::size_t> numbers;
+    for (const Attempt& attempt : addition.attempts)
+        if (attempt.is_stopped)
+            numbers.push_back(attempt.number);
+    return numbers.empty() ? ""
+                           : fmt::format("With {} the engine was stopped, because it did not end within its "
+                                         "limits; that is no answer.",
+                                         fmt::join(numbers, ", "));
+}
+
 /// The numbers with which the engine places less than with one module fewer.
 std::string drops(const Addition& addition) {
     std::vector<Attempt> runs = addition.attempts;
@@ -116,7 +147,7 @@ std::string drops(const Addition& addition) {
         runs.push_back(*addition.one_more);
     std::vector<std::size_t> numbers;
     for (std::size_t at = 1; at < runs.size(); ++at)
-        if (runs[at].placed < runs[at - 1].placed)
+        if (runs[at].placed < runs[at - 1].placed && !runs[at].is_stopped)
             numbers.push_back(runs[at].number);
     return numbers.empty()
                ? ""
@@ -132,6 +163,10 @@ std::string attempts_text(const Addition& addition, const TextStyle& style) {
                                    figure_column("left out", 8)};
     if (addition.musts != 0)
         columns.push_back(figure_column("musts", 8));
+    const bool tells_withheld = std::any_of(attempts.begin(), attempts.end(),
+                                            [](const Attempt& attempt) { return attempt.withheld != 0; });
+    if (tells_withheld)
+        columns.push_back(figure_column("withheld", 8));
     const bool tells_broken = any_broken(attempts);
     if (tells_broken)
         columns.push_back(figure_column("broken", 6));
@@ -142,14 +177,18 @@ std::string attempts_text(const Addition& addition, const TextStyle& style) {
         while (next < attempts.size() && is_same_outcome(attempts[next], attempt))
             ++next;
         const std::size_t last = attempts[next - 1].number;
+        const auto figure = [&attempt](std::size_t number) {
+            return attempt.is_stopped ? std::string("-") : std::to_string(number);
+        };
         rows.push_back(
             {last == attempt.number ? fmt::format("{}", last) : fmt::format("{} to {}", attempt.number, last),
-             std::to_string(attempt.placed), std::to_string(attempt.left_out)});
+             figure(attempt.placed), figure(attempt.left_out)});
         if (addition.musts != 0)
-            rows.back().emplace_back(
-                std::to_string(addition.musts - addition.impossible.size() - attempt.missing));
+            rows.back().emplace_back(figure(addition.musts - addition.impossible.size() - attempt.missing));
+        if (tells_withheld)
+            rows.back().emplace_back(figure(attempt.withheld));
         if (tells_broken)
-            rows.back().emplace_back(std::to_string(attempt.broken));
+            rows.back().emplace_back(figure(attempt.broken));
         first = next;
     }
     return table_text(std::move(columns), rows, body_indent, style);
@@ -159,8 +198,8 @@ std::string addition_text(const Sizing& sizing, const TextStyle& style) {
     const Addition& addition = sizing.addition;
     std::string text = paragraph_text(fmt::format("Further modules ({})", describe_kind(addition.kind)), 0,
                                       Paint::bold, style);
-    for (const std::string& sentence :
-         {answer(sizing), beginning(addition), about_broken(addition), drops(addition)})
+    for (const std::string& sentence : {answer(sizing), beginning(addition), searching(sizing),
+                                        about_broken(addition), about_stopped(addition), drops(addition)})
         if (!sentence.empty())
             text += paragraph_text(sentence, body_indent, Paint::none, style);
     return addition.attempts.empty() ? text : text + "\n" + attempts_text(addition, style);
@@ -169,7 +208,8 @@ std::string addition_text(const Sizing& sizing, const TextStyle& style) {
 std::string mix_answer(const Mix& mix, const Sizing& sizing) {
     if (!mix.outcome)
         return sizing.is_partial ? "None of the mixes tried before the interruption is enough."
-               : mix.at_least    ? fmt::format("No mix of up to {} is enough.", more_modules(sizing.most))
+               : mix.at_least    ? fmt::format("No mix of up to {} {} enough.", more_modules(sizing.most),
+                                            sizing.are_chosen ? "was found to be" : "is")
                                  : fmt::format("No mix of up to {} could be enough; nothing was tried.",
                                                more_modules(sizing.most));
     std::vector<std::string> parts;
@@ -179,8 +219,8 @@ std::string mix_answer(const Mix& mix, const Sizing& sizing) {
     if (parts.empty())
         return "None is needed.";
     return fmt::format(
-        "The cheapest mix found: {}, for {} in all; the engine then places all that is wanted.",
-        fmt::join(parts, " and "), mix.price);
+        "The cheapest mix found: {}, for {} in all; the engine then places all that is wanted{}.",
+        fmt::join(parts, " and "), mix.price, asking(*mix.outcome));
 }
 
 /// The kinds are told apart by their place on the command line.

@@ -8,6 +8,7 @@
 
 #include "placement/choosing/engine_trial.h"
 #include "placement/engine_by_hand.h"
+#include "placement/exploding.h"
 #include "placement/host.h"
 
 namespace zarven::tool::choosing_test {
@@ -166,6 +167,50 @@ TEST(Choosing, StaysWhereItIsIfThatCostsNothing) {
     EXPECT_EQ(second.worth.moved, 0U);
     EXPECT_EQ(second.worth.withheld, 1U);
     EXPECT_EQ(choose(headend, runs(500), {{"A", "", "", "", ""}, {2, 1, 1, 1, 1}}).worth.moved, 1U);
+}
+
+TEST(Choosing, AnotherInputIsAMove) {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 2, {38000}, 8});
+    headend.services = {service(1, 1), service(2, 1), service(3, 2)};
+    const auto with_inputs = [&](std::vector<std::uint16_t> inputs) {
+        return choose(headend, runs(500), {{"A", "A", "A"}, {1, 1, 1}, std::move(inputs)});
+    };
+    EXPECT_EQ(with_inputs({1, 1, 2}).asked_for_all.moved, 0U);
+    EXPECT_EQ(with_inputs({2, 2, 1}).asked_for_all.moved, 3U);
+    EXPECT_EQ(with_inputs({0, 2, 0}).asked_for_all.moved, 1U) << "0: any";
+    EXPECT_EQ(with_inputs({}).asked_for_all.moved, 0U);
+    // A third service of value 0 turns the streams round, and may be withheld.
+    headend.services.push_back(service(4, 2, 90000));
+    headend.services.push_back(service(5, 2, 90000));
+    const Choice choice =
+        choose(headend, runs(500), {{"A", "A", "A", "", ""}, {1, 1, 1, 0, 0}, {1, 1, 2, 0, 0}});
+    EXPECT_EQ(choice.asked_for_all.moved, 3U);
+    EXPECT_EQ(choice.worth.value, 3U);
+    EXPECT_EQ(choice.worth.moved, 0U);
+}
+
+TEST(Choosing, ARunThatDoesNotEndIsNotSound) {
+    const host::Log silence("");
+    const Headend headend = exploding(60, 40, 10);
+    const StaysPut none;
+    const EngineTrial trial(headend, none);
+    std::vector<bool> asked = trial.askable();
+    asked[0] = false;
+    host::RunLimits limits;
+    limits.time = std::chrono::milliseconds(0);
+    host::limit_runs(limits);
+    const TrialOutcome outcome = trial.run(asked);
+    const Choice choice =
+        choose_services(headend, runs(200), none, [](const ChoosingProgress&) { return false; });
+    host::limit_runs({});
+    EXPECT_FALSE(outcome.is_sound);
+    EXPECT_EQ(outcome.worth.placed, 0U);
+    EXPECT_EQ(outcome.worth.withheld, 1U);
+    EXPECT_EQ(std::count(outcome.placed.begin(), outcome.placed.end(), true), 0);
+    EXPECT_EQ(outcome.placed.size(), headend.services.size());
+    EXPECT_FALSE(choice.is_asked_for_all_sound);
+    EXPECT_TRUE(trial.run(asked).worth.placed > 0) << "without the limit it ends";
 }
 
 /// The clone of a service goes with it, and so does a second service of its key.

@@ -81,6 +81,7 @@ _recalculo() {
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '*--add[The kind of module to add\: a module, or a head-end file with one; - for standard input. Of several kinds the cheapest mix is looked for]:FILE:_files' \
             '--most[The most modules to add]:N: ' \
+            '--choose[With each number of modules, ask for what a search finds to ask for, as choose does, and not for everything]' \
             '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
             '--json[Report as JSON]' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
@@ -104,6 +105,7 @@ _recalculo() {
             '--output[Write the head-end with the services marked that are not asked for; - for standard output in the place of the report]:FILE:_files' \
             '--json[Report as JSON]' \
             '--html[Write the choice as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;

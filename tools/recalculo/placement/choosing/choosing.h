@@ -26,13 +26,15 @@ struct ChoosingLimits {
     unsigned jobs = 1;
 };
 
-/// Where services stand today, by their place in `Headend::services`. Both lists are empty, or as long as
+/// Where services stand today, by their place in `Headend::services`. The lists are empty, or as long as
 /// that.
 struct StaysPut {
     /// The MAC; empty for a service that stands nowhere, which cannot move.
     std::vector<std::string> module;
     /// The output of that module, from 1; 0 if any output of it will do.
     std::vector<std::uint32_t> output;
+    /// The input of that module, from 1; 0 if any input of it will do.
+    std::vector<std::uint16_t> input = {};
 };
 
 /// What a choice gives, as the engine placed it and the audit saw it.

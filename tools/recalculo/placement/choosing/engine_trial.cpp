@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "placement/audit.h"
+#include "placement/bounded_run.h"
 #include "placement/services.h"
 
 namespace zarven::tool {
@@ -39,6 +40,15 @@ void number_services(Headend& headend) {
         clone.reserved3 = is_of_clones;
 }
 
+/// The first input that has it; 0 if none has.
+std::uint16_t input_of(const tRec_Servicio& service, const tRec_Modulo& module) {
+    for (const auto& [number, input] : module.mapEntradas)
+        for (const auto& [key, carried] : input.MapaServicios)
+            if (carried.get() == &service)
+                return input.NumEntrada;
+    return 0;
+}
+
 std::size_t number_of(const tRec_Servicio& service) {
     return std::size_t{service.Reservado2} << 16 | service.Reservado1;
 }
@@ -63,9 +73,16 @@ EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
 
 TrialOutcome EngineTrial::run(const std::vector<bool>& asked, const ChoiceWorth* bar) const {
     EngineRun run = load(asked);
-    run_engine(run, headend_.name);
     TrialOutcome outcome;
-    read(run, asked, outcome);
+    outcome.placed.assign(headend_.services.size(), false);
+    for (std::size_t index = 0; index < asked.size(); ++index)
+        outcome.worth.withheld += askable_[index] && !asked[index];
+    try {
+        run_engine(run, headend_.name);
+    } catch (const EngineStopped&) {
+        return outcome;
+    }
+    read(run, outcome);
     outcome.is_sound = (bar == nullptr || is_better(outcome.worth, *bar)) && is_sound(run);
     return outcome;
 }
@@ -85,16 +102,18 @@ EngineTrial::numbers_of(const std::vector<const tRec_Servicio*>& services, const
     return numbers;
 }
 
-bool EngineTrial::is_moved(std::size_t service, const std::string& mac, std::uint32_t output) const {
+bool EngineTrial::is_moved(std::size_t service, const std::string& mac, std::uint32_t output,
+                           std::uint16_t input) const {
     if (service >= stays_.module.size() || stays_.module[service].empty())
         return false;
     const std::uint32_t stays_on = service < stays_.output.size() ? stays_.output[service] : 0;
-    return stays_.module[service] != mac || (stays_on != 0 && stays_on != output);
+    const std::uint16_t stays_at = service < stays_.input.size() ? stays_.input[service] : 0;
+    return stays_.module[service] != mac || (stays_on != 0 && stays_on != output) ||
+           (stays_at != 0 && stays_at != input);
 }
 
-void EngineTrial::read(const EngineRun& run, const std::vector<bool>& asked, TrialOutcome& outcome) const {
+void EngineTrial::read(const EngineRun& run, TrialOutcome& outcome) const {
     const ServiceSet clones = set_of(run.clones);
-    outcome.placed.assign(headend_.services.size(), false);
     ChoiceWorth& worth = outcome.worth;
     for (const auto& [mac, module] : run.engine.Mapa_ModulosCabecera_Final)
         for (const auto& [output, carried] : module.mapSalidas)
@@ -107,10 +126,8 @@ void EngineTrial::read(const EngineRun& run, const std::vector<bool>& asked, Tri
                 worth.placed += clones.count(service.get()) == 0;
                 worth.musts += headend_.services[index].must;
                 worth.value += headend_.services[index].value;
-                worth.moved += is_moved(index, mac, output);
+                worth.moved += is_moved(index, mac, output, input_of(*service, module));
             }
-    for (std::size_t index = 0; index < asked.size(); ++index)
-        worth.withheld += askable_[index] && !asked[index];
 }
 
 } // namespace zarven::tool

@@ -38,7 +38,7 @@ public:
     const Headend& headend() const { return headend_; }
 
     /// From several threads at once, if the log is masked. What is no better than `bar` is not looked at
-    /// further, and counts as not sound.
+    /// further, and counts as not sound; so does a run that does not end within its limits.
     TrialOutcome run(const std::vector<bool>& asked, const ChoiceWorth* bar = nullptr) const;
 
     /// The engine before it runs.
@@ -49,8 +49,9 @@ public:
                                                      const EngineRun& loaded) const;
 
 private:
-    void read(const EngineRun& run, const std::vector<bool>& asked, TrialOutcome& outcome) const;
-    bool is_moved(std::size_t service, const std::string& mac, std::uint32_t output) const;
+    void read(const EngineRun& run, TrialOutcome& outcome) const;
+    bool is_moved(std::size_t service, const std::string& mac, std::uint32_t output,
+                  std::uint16_t input) const;
 
     /// Without what the engine does not look at. The numbers that it only carries along tell which service
     /// one is.

@@ -27,7 +27,7 @@ Goal::Goal(const Headend& headend, const StaysPut& stays, const FillModel& model
             parts_[part].value += headend.services[service].value;
         }
     find_heights();
-    find_outputs(stays, model);
+    find_places(stays, model);
     find_costs(model);
 }
 
@@ -42,7 +42,7 @@ void Goal::find_heights() {
     unit_ = static_cast<double>(height_of_value * mean);
 }
 
-void Goal::find_outputs(const StaysPut& stays, const FillModel& model) {
+void Goal::find_places(const StaysPut& stays, const FillModel& model) {
     if (stays.module.empty())
         return;
     for (PartIndex part = 0; part < parts_.size(); ++part)
@@ -53,6 +53,15 @@ void Goal::find_outputs(const StaysPut& stays, const FillModel& model) {
                 const std::uint32_t output = service < stays.output.size() ? stays.output[service] : 0;
                 parts_[part].first_output = module.first_output + (output == 0 ? 0 : output - 1);
                 parts_[part].last_output = output == 0 ? module.last_output : parts_[part].first_output + 1;
+                const std::uint16_t input = service < stays.input.size() ? stays.input[service] : 0;
+                parts_[part].first_input = module.first_input;
+                parts_[part].last_input = module.last_input;
+                if (input == 0)
+                    continue;
+                const auto inputs = model.inputs.begin();
+                const auto found = std::find(inputs + module.first_input, inputs + module.last_input, input);
+                parts_[part].first_input = static_cast<std::uint32_t>(found - inputs);
+                parts_[part].last_input = std::min(parts_[part].first_input + 1, module.last_input);
             }
 }
 
@@ -140,7 +149,9 @@ FillWorth Goal::worth_of(const FillRun& fill) const {
         worth.musts += part.musts;
         worth.value += part.value;
         worth.height += part.height;
-        if (part.last_output != 0 && (output < part.first_output || output >= part.last_output)) {
+        const std::uint32_t input = fill.input_of(index);
+        if (part.last_output != 0 && (output < part.first_output || output >= part.last_output ||
+                                      input < part.first_input || input >= part.last_input)) {
             ++worth.moved;
             worth.height -= height_of_move;
         }

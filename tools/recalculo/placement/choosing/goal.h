@@ -55,6 +55,9 @@ private:
         /// The outputs on which it has not moved: from the first up to the one before the last.
         std::uint32_t first_output = 0;
         std::uint32_t last_output = 0;
+        /// The inputs likewise.
+        std::uint32_t first_input = 0;
+        std::uint32_t last_input = 0;
         std::int64_t height = 0;
         std::uint32_t stream = 0;
         /// What it takes, as shares of what the modules have.
@@ -63,7 +66,7 @@ private:
     };
 
     void find_heights();
-    void find_outputs(const StaysPut& stays, const FillModel& model);
+    void find_places(const StaysPut& stays, const FillModel& model);
     void find_costs(const FillModel& model);
     void sort_by_cost(double weight_of_pids);
     std::vector<std::uint8_t> best_within(double share, std::uint32_t most_of_stream) const;

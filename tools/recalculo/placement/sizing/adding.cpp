@@ -48,8 +48,8 @@ void Adding::find_shortages() {
 }
 
 /// Notes an attempt. True if it suffices.
-bool Adding::take(std::size_t number, const Result& result) {
-    const Attempt attempt = wanted_.attempt_of(number, result);
+bool Adding::take(std::size_t number, const SizingTrial& trial) {
+    const Attempt attempt = wanted_.attempt_of(number, trial);
     const bool is_best = addition_.attempts.empty() || attempt.missing < least_missing_;
     addition_.attempts.push_back(attempt);
     if (suffices(attempt)) {
@@ -59,7 +59,7 @@ bool Adding::take(std::size_t number, const Result& result) {
     }
     if (is_best) {
         least_missing_ = attempt.missing;
-        addition_.remaining = wanted_.missing_in(result);
+        addition_.remaining = wanted_.missing_in(trial);
     }
     return false;
 }
@@ -70,18 +70,18 @@ bool Adding::take(std::size_t number, const Result& result) {
 void Adding::search(Runner& runner) {
     for (std::size_t first = addition_.at_least; first <= most_ && !runner.is_stopped();) {
         const std::size_t size = std::min(std::size_t{jobs_}, most_ - first + 1);
-        std::vector<std::optional<Result>> wave(size);
+        std::vector<std::optional<SizingTrial>> wave(size);
         runner.plan(size);
         runner.in_parallel(size, [&](std::size_t part) {
             if (!runner.is_stopped())
-                wave[part] = runner.run(with_modules(headend_, addition_.kind, first + part));
+                wave[part] = runner.trial(with_modules(headend_, addition_.kind, first + part));
         });
-        for (const std::optional<Result>& result : wave) {
-            if (!result)
+        for (const std::optional<SizingTrial>& trial : wave) {
+            if (!trial)
                 return;
-            if (take(first++, *result)) {
-                const Result next = runner.run(with_modules(headend_, addition_.kind, first));
-                addition_.one_more = wanted_.attempt_of(first, next);
+            if (take(first++, *trial)) {
+                if (const auto next = runner.trial(with_modules(headend_, addition_.kind, first)))
+                    addition_.one_more = wanted_.attempt_of(first, *next);
                 return;
             }
         }
@@ -89,8 +89,9 @@ void Adding::search(Runner& runner) {
 }
 
 Addition Adding::addition(Runner& runner, const Result& now) && {
-    if (suffices(wanted_.attempt_of(0, now))) {
-        take(0, now);
+    const SizingTrial as_it_is{now, {}};
+    if (suffices(wanted_.attempt_of(0, as_it_is))) {
+        take(0, as_it_is);
         return std::move(addition_);
     }
     find_shortages();
@@ -99,7 +100,7 @@ Addition Adding::addition(Runner& runner, const Result& now) && {
     else
         addition_.at_least = most_ + 1;
     if (addition_.at_least > most_)
-        addition_.remaining = wanted_.missing_in(now);
+        addition_.remaining = wanted_.missing_in(as_it_is);
     else
         search(runner);
     return std::move(addition_);

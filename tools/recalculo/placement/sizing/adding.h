@@ -28,7 +28,7 @@ private:
     void find_least();
     void find_shortages();
     void search(Runner& runner);
-    bool take(std::size_t number, const Result& result);
+    bool take(std::size_t number, const SizingTrial& trial);
 
     const Headend& headend_;
     const Wanted& wanted_;

@@ -55,7 +55,7 @@ void Mixing::take(const Candidate& candidate, const Attempt& attempt) {
 
 /// In waves, as further modules of one kind are looked for.
 Mix Mixing::mix(Runner& runner, const Result& now) && {
-    if (const Attempt attempt = wanted_.attempt_of(0, now); suffices(attempt)) {
+    if (const Attempt attempt = wanted_.attempt_of(0, {now, {}}); suffices(attempt)) {
         take(candidates_.top(), attempt);
         return std::move(mix_);
     }
@@ -82,7 +82,8 @@ Mix Mixing::mix(Runner& runner, const Result& now) && {
             Headend changed = headend_;
             for (std::size_t kind = 0; kind < mix_.kinds.size(); ++kind)
                 changed = with_modules(changed, mix_.kinds[kind].module, wave[at].numbers[kind]);
-            attempts[at] = wanted_.attempt_of(wave[at].modules, runner.run(changed));
+            if (const auto trial = runner.trial(changed))
+                attempts[at] = wanted_.attempt_of(wave[at].modules, *trial);
         });
         for (std::size_t at = 0; at < wave.size() && attempts[at]; ++at) {
             ++mix_.tried;

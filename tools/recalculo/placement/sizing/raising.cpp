@@ -291,16 +291,16 @@ bool Raising::is_confirmed(const RaisableLimit& candidate, Raise& found) {
     const auto run_with = [&](std::uint32_t value) {
         Headend changed = headend_;
         raise(changed.modules[candidate.module], candidate, value);
-        return runner_.run(changed);
+        return runner_.run_unless_stopped(changed);
     };
-    const Result result = run_with(found.to);
-    found.findings = result.findings.size();
-    if (result.counts.placed != found.placed || has_broken(result))
+    const std::optional<Result> result = run_with(found.to);
+    if (!result || result->counts.placed != found.placed || has_broken(*result))
         return false;
+    found.findings = result->findings.size();
     if (candidate.kind == LimitKind::one_more_output || runner_.is_stopped())
         return true;
-    const auto is_enough = [&](const Result& outcome) {
-        return outcome.counts.placed >= found.placed && !has_broken(outcome);
+    const auto is_enough = [&](const std::optional<Result>& outcome) {
+        return outcome && outcome->counts.placed >= found.placed && !has_broken(*outcome);
     };
     return (found.enough == found.to || is_enough(run_with(found.enough))) &&
            (found.enough - 1 <= candidate.from || !is_enough(run_with(found.enough - 1)));

@@ -1,9 +1,13 @@
 #include "placement/sizing/runner.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "base/workers.h"
+#include "placement/bounded_run.h"
+#include "placement/choice.h"
+#include "placement/choosing/choosing.h"
 #include "placement/engine_run.h"
 
 namespace zarven::tool {
@@ -47,6 +51,48 @@ Result Runner::run(const Headend& headend, Reasons reasons) {
     return result;
 }
 
+std::optional<Result> Runner::run_unless_stopped(const Headend& headend) {
+    try {
+        return run(headend);
+    } catch (const EngineStopped&) {
+        count();
+        return {};
+    }
+}
+
+SizingTrial Runner::chosen(const Headend& headend) const {
+    ChoosingLimits limits;
+    limits.time = std::chrono::hours(24 * 365);
+    limits.runs = sizing_states;
+    limits.seed = sizing_seed;
+    const Choice choice =
+        choose_services(headend, limits, {}, [this](const ChoosingProgress&) { return !is_stopped(); });
+    const EngineRun all = load_engine(headend, file_);
+    const ServiceSet clones = set_of(all.clones);
+    SizingTrial trial;
+    for (std::size_t service = 0; service < headend.services.size(); ++service)
+        if (const tRec_Servicio* record = all.services[service]; record != nullptr && !choice.asked[service])
+            trial.withheld.push_back(describe(*record, clones.count(record) != 0));
+    try {
+        EngineRun run = load_engine(with_choice(headend, choice), file_);
+        run_engine(run, file_);
+        trial.result = result_of(run, headend.name, Reasons::omitted);
+    } catch (const EngineStopped&) {
+        trial.withheld.clear();
+    }
+    return trial;
+}
+
+std::optional<SizingTrial> Runner::trial(const Headend& headend) {
+    if (!options_.are_chosen)
+        return SizingTrial{run_unless_stopped(headend), {}};
+    SizingTrial trial = chosen(headend);
+    if (is_stopped())
+        return {};
+    count();
+    return trial;
+}
+
 std::unique_ptr<Rehearsal> Runner::take_rehearsal() {
     const std::lock_guard<std::mutex> one_at_a_time(mutex_);
     if (idle_.empty())
@@ -77,8 +123,8 @@ Outcome Runner::with_module(std::size_t index, const Module& changed, ModuleTest
     }
     Headend headend = headend_;
     headend.modules[index] = changed;
-    const Result result = run(headend);
-    return {result.counts.placed, has_broken(result)};
+    const std::optional<Result> result = run_unless_stopped(headend);
+    return result ? Outcome{result->counts.placed, has_broken(*result)} : Outcome{0, true};
 }
 
 std::vector<ModuleTests> Runner::tests_as_it_is() {

@@ -26,12 +26,26 @@ struct Outcome {
     bool is_broken = false;
 };
 
+/// What became of a changed head-end.
+struct SizingTrial {
+    /// None if the engine was stopped.
+    std::optional<Result> result;
+    /// Services that the search did not ask for; the result does not have them.
+    std::vector<ServiceResult> withheld;
+};
+
 class Runner {
 public:
     /// All must outlive this.
     Runner(const Headend& headend, const std::string& file, const SizingOptions& options);
 
     Result run(const Headend& headend, Reasons reasons = Reasons::omitted);
+    /// None if the engine did not end within its limits.
+    std::optional<Result> run_unless_stopped(const Headend& headend);
+
+    /// Runs a changed head-end, asked for everything or for what a search finds. None if it was stopped
+    /// before the search came to its end.
+    std::optional<SizingTrial> trial(const Headend& headend);
 
     /// How many services this head-end would place with one module changed, by its place in the file. Tells
     /// what became of the module's limits, if the engine did not have to be asked.
@@ -54,6 +68,7 @@ public:
     void in_parallel(std::size_t parts, const std::function<void(std::size_t)>& part) const;
 
 private:
+    SizingTrial chosen(const Headend& headend) const;
     std::unique_ptr<Rehearsal> take_rehearsal();
     void give_back(std::unique_ptr<Rehearsal> rehearsal);
     void count();

@@ -65,29 +65,41 @@ Bound Wanted::limits_with(const std::vector<std::size_t>& numbers) const {
     return single_limits_of(loaded_, modules);
 }
 
-std::vector<ServiceResult> Wanted::missing_in(const Result& result) const {
+std::vector<ServiceResult> Wanted::missing_in(const SizingTrial& trial) const {
     std::vector<ServiceResult> missing;
+    if (!trial.result) {
+        for (const auto& service : loaded_.engine.listaServicios)
+            missing.push_back(describe(*service, false));
+        return missing;
+    }
     const auto add = [&](const ServiceResult& service) {
         if (!service.is_clone && wanted_.count(numbers_of(service)) != 0)
             missing.push_back(service);
     };
-    for (const StreamResult& stream : result.left_out)
+    for (const StreamResult& stream : trial.result->left_out)
         std::for_each(stream.services.begin(), stream.services.end(), add);
-    std::for_each(result.neither.begin(), result.neither.end(), add);
+    std::for_each(trial.result->neither.begin(), trial.result->neither.end(), add);
+    std::for_each(trial.withheld.begin(), trial.withheld.end(), add);
     return missing;
 }
 
-Attempt Wanted::attempt_of(std::size_t number, const Result& result) const {
-    return {number,
-            result.counts.placed,
-            result.counts.left_out,
-            missing_in(result).size(),
-            result.findings.size(),
-            broken_in(result).all()};
+Attempt Wanted::attempt_of(std::size_t number, const SizingTrial& trial) const {
+    Attempt attempt;
+    attempt.number = number;
+    attempt.missing = missing_in(trial).size();
+    attempt.withheld = trial.withheld.size();
+    attempt.is_stopped = !trial.result;
+    if (trial.result) {
+        attempt.placed = trial.result->counts.placed;
+        attempt.left_out = trial.result->counts.left_out;
+        attempt.findings = trial.result->findings.size();
+        attempt.broken = broken_in(*trial.result).all();
+    }
+    return attempt;
 }
 
 bool suffices(const Attempt& attempt) {
-    return attempt.missing == 0 && attempt.broken == 0;
+    return !attempt.is_stopped && attempt.missing == 0 && attempt.broken == 0;
 }
 
 } // namespace zarven::tool

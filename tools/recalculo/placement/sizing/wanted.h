@@ -17,6 +17,7 @@
 #include "placement/result.h"
 #include "placement/services.h"
 #include "placement/sizing.h"
+#include "placement/sizing/runner.h"
 
 namespace zarven::tool {
 
@@ -37,8 +38,9 @@ public:
         return limits_with(numbers).most < number();
     }
 
-    std::vector<ServiceResult> missing_in(const Result& result) const;
-    Attempt attempt_of(std::size_t number, const Result& result) const;
+    /// All, if the engine was stopped.
+    std::vector<ServiceResult> missing_in(const SizingTrial& trial) const;
+    Attempt attempt_of(std::size_t number, const SizingTrial& trial) const;
 
 private:
     /// ONID, TSID, LCN and SID.
@@ -56,7 +58,7 @@ private:
     std::set<ServiceNumbers> wanted_;
 };
 
-/// Nothing that is wanted is missing, and no limit is broken.
+/// The engine came to its end, nothing that is wanted is missing, and no limit is broken.
 bool suffices(const Attempt& attempt);
 
 } // namespace zarven::tool

@@ -188,6 +188,8 @@ std::string choice_page(const ChoiceReport& report, const std::string& kept) {
     add_notes(frame, "notes-all", "Notes with everything asked for", report.all.findings);
     add_notes(frame, "notes", "Notes", report.chosen.findings);
     facts["figures"] = figures_of(report);
+    if (const std::string doubt = doubt_of(report); !doubt.empty())
+        facts["doubt"] = doubt;
     facts["searched"] = fmt::format("{} tried, {} of the engine.", counted(report.states, "state", "states"),
                                     counted(report.engine_runs, "run", "runs"));
     facts["lists"] = lists;
