@@ -112,6 +112,7 @@ MeasuredService read_service(const JsonCursor& object, const std::optional<std::
         service.name.clear();
     service.is_scrambled = is_true(object, "is-scrambled");
     const JsonCursor components = object.member("components");
+    service.tells_scrambling = components.present() || object.member("is-scrambled").present();
     if (components.present())
         service.scrambled_pids = id_in(components, "scrambled").value_or(0);
     const auto facts = pids.find(service.sid);

@@ -26,6 +26,8 @@ struct MeasuredService {
     bool is_name_unseen = false;
     /// Only where something tells it that can be relied on.
     std::optional<ChannelKind> kind;
+    /// Not all meters do.
+    bool tells_scrambling = false;
     std::uint16_t scrambled_pids = 0;
     bool is_scrambled = false;
     bool has_ecms = false;

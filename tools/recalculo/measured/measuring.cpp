@@ -27,6 +27,7 @@ struct Found {
     std::string name;
     bool is_name_unseen = false;
     std::optional<ChannelKind> kind;
+    bool tells_scrambling = false;
     std::uint16_t scrambled_pids = 0;
     bool is_scrambled = false;
     bool has_ecms = false;
@@ -54,6 +55,7 @@ void Found::add(const MeasuredService& service, const Measurement& look) {
     // A later look may see less, and a picture changes its size seldom.
     if (service.kind && (!kind || *service.kind > *kind))
         kind = service.kind;
+    tells_scrambling = tells_scrambling || service.tells_scrambling;
     scrambled_pids = std::max(scrambled_pids, service.scrambled_pids);
     is_scrambled = is_scrambled || service.is_scrambled || service.scrambled_pids != 0;
     has_ecms = has_ecms || service.has_ecms;
@@ -160,7 +162,7 @@ bool Application::apply_kind(ChannelKind kind, Service& service) {
 void Application::apply_scrambling(const Found& found, std::size_t place) {
     Service& service = services_[place];
     if (!found.is_scrambled) {
-        if (service.descramble != 0)
+        if (service.descramble != 0 && found.tells_scrambling)
             (found.has_ecms ? measuring_.clear_at_the_moment : measuring_.clear).push_back(place);
         return;
     }
