@@ -15,7 +15,7 @@ namespace {
 using nlohmann::json;
 
 std::vector<std::string> with_each_command(std::vector<std::string> all, const std::string& option) {
-    for (const char* command : {"run", "explain", "compare", "size", "bound", "import", "export"})
+    for (const char* command : {"run", "explain", "compare", "size", "bound", "import", "measure", "export"})
         all.push_back(std::string(command) + " " + option);
     return all;
 }
@@ -66,6 +66,7 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
                                         "explain x y",
                                         "import x",
                                         "import --modules x",
+                                        "measure x",
                                         "export",
                                         "export x",
                                         "run x --log",

@@ -13,6 +13,7 @@
 #include "commands/engine_limits.h"
 #include "commands/filter_input.h"
 #include "commands/headend_input.h"
+#include "commands/measured_input.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
 #include "lineup/channel_import.h"
@@ -128,11 +129,23 @@ struct ImportOptions {
     BitrateEstimates estimates;
     bool keep_duplicates = false;
     FilterInput filter;
+    MeasuredInput measured;
     bool verbose = false;
 };
 
 /// Channel lists and modules in, a head-end out. Lines left aside are told on standard error.
 void import_command(const ImportOptions& options);
+
+struct MeasureOptions {
+    HeadendInput headend;
+    MeasuredInput measured;
+    std::string output = standard_stream;
+    bool verbose = false;
+};
+
+/// A head-end and measured rates in, the head-end with these out. What did not match is told on standard
+/// error.
+void measure_command(const MeasureOptions& options);
 
 constexpr const char* format_channels_conf = "channels.conf";
 constexpr const char* format_csv = "csv";

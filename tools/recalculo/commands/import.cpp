@@ -13,7 +13,9 @@
 #include "headend/stream.h"
 #include "lineup/channel_import.h"
 #include "lineup/lineup.h"
+#include "measured/measuring.h"
 #include "report/import_text.h"
+#include "report/measuring_text.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -25,8 +27,27 @@ void check_standard_input(const ImportOptions& options) {
     const auto lists = std::count(options.channels.begin(), options.channels.end(), standard_stream);
     if (lists > 1)
         throw Failure("standard input: found \"-\" for two channel lists, expected it once");
+    const auto measured =
+        std::count(options.measured.files.begin(), options.measured.files.end(), standard_stream);
+    if (measured > 1 || (measured == 1 && (lists == 1 || options.modules == standard_stream)))
+        throw Failure("standard input: found \"-\" for --measured and for something else, expected it once");
     if (lists == 1 && options.modules == standard_stream)
         throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
+}
+
+MessageDigest::Extent extent_of(bool verbose) {
+    return verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
+}
+
+/// What was measured is known.
+void take_kinds(const Measuring& measuring, ImportedChannels& imported) {
+    for (std::size_t place = 0; place < imported.facts.size(); ++place) {
+        ServiceFacts& facts = imported.facts[place];
+        if (measuring.kinds[place])
+            facts = {*measuring.kinds[place], false, false, facts.has_estimated_pids};
+    }
+    for (const std::size_t place : measuring.of_known_pids)
+        imported.facts[place].has_estimated_pids = false;
 }
 
 } // namespace
@@ -39,6 +60,7 @@ void import_command(const ImportOptions& options) {
     std::optional<LineupFormat> format;
     if (!options.format.empty())
         format = lineup_format(options.format);
+    const ReadMeasurements measurements = read_measurements(options.measured);
     std::vector<ImportedList> lists;
     ChannelList channels;
     for (const std::string& path : options.channels) {
@@ -47,13 +69,24 @@ void import_command(const ImportOptions& options) {
             {input_name(path), lineup.format, lineup.list.channels.size(), lineup.list.numbered_by_place});
         append(channels, std::move(lineup.list), lists.size() - 1);
     }
-    ImportedChannels imported = import_channels(
-        channels, options.estimates, options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over);
+    std::vector<std::string> measured;
+    const auto refine = [&](ImportedChannels& made) {
+        const Measuring measuring = apply_measurements(measurements.files, measurements.margins,
+                                                       Descrambling::as_measured, made.services);
+        take_kinds(measuring, made);
+        if (!measurements.files.empty())
+            measured =
+                measuring_messages(measurements.files, made.services, measuring, extent_of(options.verbose));
+    };
+    ImportedChannels imported =
+        import_channels(channels, options.estimates,
+                        options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over, refine);
     const ReadFilter read = read_filter(options.filter, imported.services);
     choose_services(imported, read.filter);
     for (const std::string& message :
-         import_messages(lists, imported, read.missing,
-                         options.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each))
+         import_messages(lists, imported, read.missing, extent_of(options.verbose)))
+        write_message(message);
+    for (const std::string& message : measured)
         write_message(message);
     if (imported.services.empty())
         throw Failure("nothing is imported, and no head-end is written", ExitCode::engine_did_not_run);

@@ -133,6 +133,16 @@ Option select_option(FilterInput& filter) {
                       "Only services that stand in this file, a name or LCN a line");
 }
 
+Option margin_option(MeasuredInput& input, const std::string& which) {
+    return with_value({"--margin"}, "[KIND=]N%", &input.margins,
+                      "Add so much to peak bitrates: measured=N% to " + which +
+                          ", estimated=N% to estimates, N% to both; may be given several times");
+}
+
+Option verbose_flag(bool& verbose) {
+    return flag("--verbose", verbose, "Tell every message; by default three of each kind");
+}
+
 /// With the options that all have.
 Command command(const char* name, const char* description, std::vector<Option> options,
                 std::function<void()> perform) {
@@ -279,9 +289,28 @@ Command describe_import() {
          estimate("--uhd-bitrate", options->estimates.uhd, "Bitrate to assume for a UHD service, in kbit/s"),
          flag("--keep-duplicates", options->keep_duplicates,
               "Import a service as often as the list has it; by default once"),
-         only_option(options->filter), exclude_option(options->filter), select_option(options->filter),
-         flag("--verbose", options->verbose, "Tell every message; by default three of each kind")},
+         named_file(
+             with_value({"--measured"}, "FILE", &options->measured.files,
+                        "Measured rates, which stand in the place of estimates: the analysis of a "
+                        "stream as JSON, a log of such, or a table as CSV; - for standard input. May be "
+                        "given several times")),
+         margin_option(options->measured, "measured ones"), only_option(options->filter),
+         exclude_option(options->filter), select_option(options->filter), verbose_flag(options->verbose)},
         [options] { import_command(*options); });
+}
+
+Command describe_measure() {
+    const auto options = std::make_shared<MeasureOptions>();
+    return command(
+        "measure", "Put measured rates into a head-end",
+        {headend_argument(options->headend), set_option(options->headend),
+         argument(
+             "FILES", &options->measured.files,
+             "Measured rates, each the analysis of a stream as JSON, a log of such, or a table as CSV; - for "
+             "standard input"),
+         output_option(options->output, "Where to write the head-end; - for standard output"),
+         margin_option(options->measured, "those measured now"), verbose_flag(options->verbose)},
+        [options] { measure_command(*options); });
 }
 
 Command describe_export() {
@@ -322,7 +351,7 @@ bool takes_several(const Option& option) {
 Program describe_program() {
     std::vector<Command> commands = {describe_run(),    describe_explain(), describe_compare(),
                                      describe_size(),   describe_choose(),  describe_bound(),
-                                     describe_import(), describe_export()};
+                                     describe_import(), describe_measure(), describe_export()};
     commands.push_back(describe_help(commands));
     return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
             std::move(commands), "recalculo " RECALCULO_VERSION};

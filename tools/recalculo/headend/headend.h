@@ -73,6 +73,10 @@ inline constexpr std::uint16_t most_value = 1000;
 struct Service : Programme {
     /// Peak bitrate of the whole service, in kbit/s.
     std::uint32_t bitrate = 0;
+    /// The bitrate was measured; else it is an estimate.
+    bool measured = false;
+    /// Of what was measured, in kbit/s; 0 where it is not known.
+    std::uint32_t mean_bitrate = 0;
     std::uint16_t ca_pids = 0;
     std::uint16_t ca_pids_max = 0;
     /// Where the service comes from it is not told whether it is television, and of which kind.

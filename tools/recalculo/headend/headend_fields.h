@@ -123,6 +123,10 @@ template <> struct Fields<Service> {
         visit_identity(visit, service);
         visit.estimated("bitrate", service.bitrate, derived(typical_bitrate_words, typical_bitrate(service)),
                         "Peak bitrate of the whole service in kbit/s");
+        visit.optional("measured", service.measured, false,
+                       "`bitrate` was measured; else it is an estimate. `measure` and `import` write it");
+        visit.optional("mean_bitrate", service.mean_bitrate, 0,
+                       "Mean of what was measured in kbit/s, for the planner to see; 0: not known");
         visit_video_bitrate(visit, service, same_as("bitrate", service.bitrate));
         visit_treatment(visit, service);
         visit.optional("ca_pids", service.ca_pids, 0, "PIDs that count against `pids_max` of its module");

@@ -54,7 +54,8 @@ void count(ImportedChannels& imported) {
 /// One import: what has been taken so far, and the report on it.
 class Import {
 public:
-    Import(const ChannelList& list, const BitrateEstimates& estimates, Duplicates duplicates)
+    Import(const ChannelList& list, const BitrateEstimates& estimates, Duplicates duplicates,
+           const Refinement& refine)
         : estimates_(estimates), duplicates_(duplicates), streams_(list.channels) {
         for (const Channel& channel : list.channels)
             numbers_.emplace(channel.number, no_list);
@@ -62,6 +63,8 @@ public:
         report_.remarks = list.remarks;
         for (const Channel& channel : list.channels)
             take(channel);
+        if (refine)
+            refine(report_);
         report_.shared_out = loads_.share_out(report_.services);
         count(report_);
         report_.unchecked_streams = loads_.unchecked();
@@ -101,7 +104,7 @@ private:
                                            service.lcn, service.onid, service.tsid, taken->second));
         sids_.emplace(std::tuple(service.onid, service.tsid, channel.sid),
                       std::pair(channel.list, channel.line));
-        service.name = channel.name.empty() ? fmt::format("SID {}", channel.sid) : channel.name;
+        service.name = channel.name.empty() ? name_of_nameless(channel.sid) : channel.name;
         service.output_name = service.name;
         service.sid = channel.sid;
         service.osid = channel.sid;
@@ -212,8 +215,12 @@ private:
 } // namespace
 
 ImportedChannels import_channels(const ChannelList& list, const BitrateEstimates& estimates,
-                                 Duplicates duplicates) {
-    return Import(list, estimates, duplicates).report();
+                                 Duplicates duplicates, const Refinement& refine) {
+    return Import(list, estimates, duplicates, refine).report();
+}
+
+std::string name_of_nameless(std::uint16_t sid) {
+    return fmt::format("SID {}", sid);
 }
 
 void choose_services(ImportedChannels& imported, const ServiceFilter& filter) {

@@ -4,7 +4,9 @@
 #define RECALCULO_CHANNEL_IMPORT_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <string>
 #include <vector>
 
 #include "headend/headend.h"
@@ -77,9 +79,16 @@ void choose_services(ImportedChannels& imported, const ServiceFilter& filter);
 /// What becomes of a service that a list has twice, by ONID, TSID and SID of one transponder. SID 0 is none.
 enum class Duplicates { passed_over, kept };
 
+/// What a channel without a name is called.
+std::string name_of_nameless(std::uint16_t sid);
+
+/// Changes the services before they are held to what their transponders carry.
+using Refinement = std::function<void(ImportedChannels&)>;
+
 /// Makes a service of each channel.
 ImportedChannels import_channels(const ChannelList& list, const BitrateEstimates& estimates,
-                                 Duplicates duplicates = Duplicates::passed_over);
+                                 Duplicates duplicates = Duplicates::passed_over,
+                                 const Refinement& refine = {});
 
 } // namespace zarven::tool
 

@@ -8,8 +8,9 @@ namespace zarven::tool {
 
 namespace {
 
-bool is_radio(const Service& service) {
-    return service.type == type_radio;
+/// Others make room first.
+bool is_fixed(const Service& service) {
+    return service.measured || service.type == type_radio;
 }
 
 void set_bitrate(Service& service, std::uint64_t bitrate) {
@@ -24,6 +25,24 @@ std::uint64_t share(std::uint64_t part, std::uint64_t whole, std::uint64_t there
 
 } // namespace
 
+std::optional<std::uint64_t> hold_to(std::uint32_t carried, const std::vector<std::size_t>& places,
+                                     std::vector<Service>& services) {
+    std::uint64_t all = 0;
+    std::uint64_t fixed = 0;
+    for (const std::size_t place : places) {
+        all += services[place].bitrate;
+        fixed += is_fixed(services[place]) ? services[place].bitrate : 0;
+    }
+    if (all <= carried)
+        return std::nullopt;
+    const bool fixed_keep = fixed < carried;
+    const std::uint64_t kept = fixed_keep ? fixed : 0;
+    for (const std::size_t place : places)
+        if (!fixed_keep || !is_fixed(services[place]))
+            set_bitrate(services[place], share(services[place].bitrate, all - kept, carried - kept));
+    return all;
+}
+
 void StreamLoads::add(Stream stream, std::size_t service, const Transponder& transponder) {
     Load& load = loads_[stream];
     load.services.push_back(service);
@@ -33,23 +52,10 @@ void StreamLoads::add(Stream stream, std::size_t service, const Transponder& tra
 
 std::vector<SharedOut> StreamLoads::share_out(std::vector<Service>& services) const {
     std::vector<SharedOut> shared;
-    for (const auto& [stream, load] : loads_) {
-        std::uint64_t all = 0;
-        std::uint64_t radios = 0;
-        for (const std::size_t index : load.services) {
-            all += services[index].bitrate;
-            radios += is_radio(services[index]) ? services[index].bitrate : 0;
-        }
-        if (!load.carried || all <= *load.carried)
-            continue;
-        const bool radios_keep = radios < *load.carried;
-        const std::uint64_t fixed = radios_keep ? radios : 0;
-        for (const std::size_t index : load.services)
-            if (!radios_keep || !is_radio(services[index]))
-                set_bitrate(services[index],
-                            share(services[index].bitrate, all - fixed, *load.carried - fixed));
-        shared.push_back({stream, all, *load.carried});
-    }
+    for (const auto& [stream, load] : loads_)
+        if (load.carried)
+            if (const auto wanted = hold_to(*load.carried, load.services, services))
+                shared.push_back({stream, *wanted, *load.carried});
     return shared;
 }
 

@@ -22,15 +22,19 @@ struct SharedOut {
     std::uint32_t carried = 0;
 };
 
+/// Lowers the bitrates of the services of a stream, which stand at these places, so that they add up to no
+/// more than it carries: in proportion, and those that were measured and those of radios only where they
+/// alone are too many. Returns what they were together, if it had to.
+std::optional<std::uint64_t> hold_to(std::uint32_t carried, const std::vector<std::size_t>& places,
+                                     std::vector<Service>& services);
+
 class StreamLoads {
 public:
     /// A service of the stream, by its place among all, and what its channel tells of the transponder. The
     /// first that tells a net rate counts.
     void add(Stream stream, std::size_t service, const Transponder& transponder);
 
-    /// Lowers bitrates, so that those of a stream add up to no more than its transponder carries: in
-    /// proportion, and those of radios only where they alone are too many. Returns the streams in which it
-    /// had to, ascending.
+    /// Holds each stream to what its transponder carries. Returns the streams in which it had to, ascending.
     std::vector<SharedOut> share_out(std::vector<Service>& services) const;
 
     /// Streams whose net rate is not known.

@@ -1,4 +1,5 @@
-// What the readers of channel lists share: lines whatever their ends and encoding, numbers, and complaints.
+// What the readers of channel lists and other texts share: lines whatever their ends and encoding, numbers,
+// and complaints.
 
 #ifndef RECALCULO_TEXT_LINES_H
 #define RECALCULO_TEXT_LINES_H
@@ -11,7 +12,7 @@
 
 namespace zarven::tool {
 
-/// The reason why what is in hand cannot be read. It does not leave this folder.
+/// The reason why what is in hand cannot be read. It does not leave the readers.
 struct BadLine : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

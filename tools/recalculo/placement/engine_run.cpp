@@ -113,6 +113,8 @@ void Loader::load(const Service& service, std::size_t index) {
         service.transcoding, service.onid, service.tsid, service.reserved3, service.sat_id);
     add(record, element_of("service", "services", index, service));
     run_.services[index] = record.get();
+    if (service.measured)
+        run_.measured.insert(record.get());
 }
 
 void Loader::load(const Clone& clone, std::size_t index) {

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,8 @@ struct EngineRun {
     /// streams are received.
     std::map<std::string, std::string> labels;
     std::map<Stream, Reception> receptions;
+    /// The records of services whose bitrate was measured.
+    std::set<const tRec_Servicio*> measured;
     /// Services of the head-end that the engine is not asked for.
     std::size_t not_asked_for = 0;
 };

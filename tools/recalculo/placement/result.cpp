@@ -57,11 +57,13 @@ private:
     ModuleResult gather(const tRec_Modulo& module);
     InputResult gather(const tRec_Entrada& input, const OutputsOf& outputs_of);
     OutputResult gather(const tRec_Salida& output, const OutputsOf& outputs_of);
+    ServiceResult describe_service(const tRec_Servicio& service) const;
     ServiceResult describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const;
     void gather_left_out(Reasons reasons);
     void gather_clones_waiting(Reasons reasons);
     void gather_neither(Reasons reasons);
     void count();
+    void count_rates();
     std::size_t number_of(const ServiceSet& services, bool are_clones) const;
 
     const EngineRun& run_;
@@ -71,8 +73,14 @@ private:
     const ServiceSet placed_;
 };
 
-ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {
+ServiceResult Gathering::describe_service(const tRec_Servicio& service) const {
     ServiceResult result = describe(service, clones_.count(&service) != 0);
+    result.is_measured = run_.measured.count(&service) != 0;
+    return result;
+}
+
+ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {
+    ServiceResult result = describe_service(service);
     const auto found = outputs_of.find(&service);
     if (found != outputs_of.end())
         result.outputs = found->second;
@@ -154,7 +162,7 @@ void Gathering::gather_left_out(Reasons reasons) {
             for (const auto& [key, service] : stream.MapRec_Services) {
                 if (!told.insert(service.get()).second)
                     continue;
-                result.services.push_back(describe(*service, clones_.count(service.get()) != 0));
+                result.services.push_back(describe_service(*service));
                 if (state)
                     tell(reason_left_out(*state, *service), result.services.back());
             }
@@ -165,7 +173,7 @@ void Gathering::gather_left_out(Reasons reasons) {
 
 void Gathering::gather_clones_waiting(Reasons reasons) {
     for (const auto& clone : run_.engine.listaServiciosClonados) {
-        result_.clones_waiting.push_back(describe(*clone, true));
+        result_.clones_waiting.push_back(describe_service(*clone));
         if (reasons == Reasons::told)
             result_.clones_waiting.back().reason = reason_waiting(run_, *clone);
     }
@@ -173,7 +181,7 @@ void Gathering::gather_clones_waiting(Reasons reasons) {
 
 void Gathering::gather_neither(Reasons reasons) {
     for (const auto& service : neither_of(run_)) {
-        result_.neither.push_back(describe(*service, clones_.count(service.get()) != 0));
+        result_.neither.push_back(describe_service(*service));
         result_.neither.back().reason = reason_neither(run_, *service);
         if (reasons == Reasons::told)
             result_.neither.back().cause = Cause::lost;
@@ -198,6 +206,25 @@ void Gathering::count() {
     counts.clones_attached = number_of(placed_, true);
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
     counts.not_asked_for = run_.not_asked_for;
+    count_rates();
+}
+
+void Gathering::count_rates() {
+    if (run_.measured.empty())
+        return;
+    RateCounts& rates = result_.counts.rates;
+    rates.measured_loaded = run_.measured.size();
+    for (const tRec_Servicio* service : placed_) {
+        if (clones_.count(service) != 0)
+            continue;
+        rates.bitrate += service->peakBitRate;
+        if (run_.measured.count(service) != 0) {
+            ++rates.measured;
+        } else {
+            ++rates.estimated;
+            rates.estimated_bitrate += service->peakBitRate;
+        }
+    }
 }
 
 } // namespace

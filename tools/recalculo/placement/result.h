@@ -26,6 +26,8 @@ struct ServiceResult {
     std::uint32_t bitrate = 0;
     bool is_hd = false;
     bool is_radio = false;
+    /// The bitrate was measured; else it is an estimate.
+    bool is_measured = false;
     bool is_scrambled = false;
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
@@ -96,6 +98,17 @@ struct StreamResult {
     std::vector<ServiceResult> services;
 };
 
+/// On what the bitrates of the services rest that are placed. All 0 where the head-end has no measured one.
+struct RateCounts {
+    /// Placed or not.
+    std::size_t measured_loaded = 0;
+    std::size_t measured = 0;
+    std::size_t estimated = 0;
+    /// Of all of them, in kbit/s, and of the estimated ones.
+    std::size_t bitrate = 0;
+    std::size_t estimated_bitrate = 0;
+};
+
 struct Counts {
     std::size_t loaded = 0;
     std::size_t placed = 0;
@@ -105,6 +118,7 @@ struct Counts {
     std::size_t clones_waiting = 0;
     /// Services of the head-end that were not asked for; no other number counts them.
     std::size_t not_asked_for = 0;
+    RateCounts rates = {};
 };
 
 struct Result {

@@ -65,6 +65,7 @@ template <class Visitor, class Record> void visit_service(Visitor& visit, Record
     visit.required("ca_pids", service.ca_pids, "PIDs that count against the budget of its module");
     visit.required("transcoded", service.is_transcoded, "It needs transcoding");
     visit.required("clone", service.is_clone, "Second appearance of a service");
+    visit.if_true("measured", service.is_measured, "Its bitrate was measured; not there for estimates");
     visit.if_true("radio", service.is_radio, "Service of `type` 2; not there for others");
     visit.where(if_so("clone", service.is_clone), "parent_sid", service.parent_sid,
                 "Of a clone: the `osid` of its parent", Since::a_later_version);
@@ -262,6 +263,22 @@ template <class Visitor, class Record> void visit_counts(Visitor& visit, Record&
     visit_not_asked_for(visit, counts);
 }
 
+template <> struct Fields<RateCounts> {
+    static constexpr const char* name = "rates";
+    static constexpr const char* meaning =
+        "On what the bitrates of placed services rest; clones do not count";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& rates) {
+        visit.required("measured_loaded", count(rates.measured_loaded),
+                       "Services whose bitrate was measured, placed or not");
+        visit.required("measured", count(rates.measured), "Placed services whose bitrate was measured");
+        visit.required("estimated", count(rates.estimated), "Placed services whose bitrate is an estimate");
+        visit.required("bitrate", count(rates.bitrate), "Of all placed services together, in kbit/s");
+        visit.required("estimated_bitrate", count(rates.estimated_bitrate),
+                       "Of those together whose bitrate is an estimate, in kbit/s");
+    }
+};
+
 template <> struct Fields<Counts> {
     static constexpr const char* name = "summary";
     static constexpr const char* meaning = "Numbers of services, each counted once; clones are counted apart";
@@ -270,6 +287,9 @@ template <> struct Fields<Counts> {
         visit_counts(visit, counts);
         visit.required("clones_attached", count(counts.clones_attached), "Clones beside their parent");
         visit.required("clones_waiting", count(counts.clones_waiting), "Clones that found no place");
+        visit.where(Condition{counts.rates.measured_loaded != 0}, "rates", counts.rates,
+                    "If the head-end has a measured service: how much rests on estimates",
+                    Since::a_later_version);
     }
 };
 

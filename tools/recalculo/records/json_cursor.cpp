@@ -109,6 +109,13 @@ std::int64_t JsonCursor::whole(std::int64_t least, std::int64_t most) const {
     return value_->get<std::int64_t>();
 }
 
+double JsonCursor::number(double least, double most) const {
+    const double found = present() && value_->is_number() ? value_->get<double>() : least - 1;
+    if (!(found >= least && found <= most))
+        complain(fmt::format("a number from {} to {}", least, most));
+    return found;
+}
+
 bool JsonCursor::is_whole_within(std::int64_t least, std::int64_t most) const {
     // 1.0 and 1e3 are whole numbers, too, as the schemas see it.
     if (value_->is_number_float()) {

@@ -46,6 +46,8 @@ public:
         return static_cast<Number>(whole(Limits::min(), Limits::max()));
     }
     std::int64_t whole(std::int64_t least, std::int64_t most) const;
+    /// Any number, with decimals or without.
+    double number(double least, double most) const;
     /// A 16-bit number, or true for 1 and false for 0.
     std::uint16_t flag() const;
 

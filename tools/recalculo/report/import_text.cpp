@@ -2,6 +2,7 @@
 
 #include "report/import_text.h"
 
+#include <algorithm>
 #include <set>
 
 #include <fmt/format.h>
@@ -84,7 +85,16 @@ std::string limits_of_bitrates(const ImportedChannels& imported) {
 
 /// What the list does not tell and the head-end needs.
 std::string estimates_of(const std::vector<ImportedList>& lists, const ImportedChannels& imported) {
-    std::vector<std::string> estimates = {"bitrates by kind" + limits_of_bitrates(imported)};
+    std::vector<std::string> estimates;
+    const auto measured =
+        static_cast<std::size_t>(std::count_if(imported.services.begin(), imported.services.end(),
+                                               [](const Service& service) { return service.measured; }));
+    const std::size_t estimated = imported.services.size() - measured;
+    if (measured == 0)
+        estimates.push_back("bitrates by kind" + limits_of_bitrates(imported));
+    else if (estimated != 0)
+        estimates.push_back(fmt::format("bitrates of {} by kind{}", counted(estimated, "service"),
+                                        limits_of_bitrates(imported)));
     if (imported.unknown != 0)
         estimates.push_back(
             fmt::format("{} of unknown kind by name or as SD", counted(imported.unknown, "service")));
@@ -113,7 +123,7 @@ std::string estimates_of(const std::vector<ImportedList>& lists, const ImportedC
     if (imported.without_pids != 0)
         estimates.push_back(
             fmt::format("CA PIDs of {} by kind", counted(imported.without_pids, "scrambled service")));
-    return fmt::format("{}", fmt::join(estimates, ", "));
+    return estimates.empty() ? "nothing" : fmt::format("{}", fmt::join(estimates, ", "));
 }
 
 } // namespace

@@ -345,7 +345,10 @@ std::string result_summary_text(const Result& result, const TextStyle& style) {
         fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.used,
                     counted(inputs.all, "input"), counted(result.modules.size(), "module"),
                     broken_in_figures(broken_in(result)));
-    return paragraph_text(summary, 0, Paint::none, style);
+    std::string text = paragraph_text(summary, 0, Paint::none, style);
+    if (counts.rates.measured_loaded != 0)
+        text += paragraph_text(rates_in_figures(counts.rates), 0, Paint::none, style);
+    return text;
 }
 
 std::string result_text(const Result& result, const TextStyle& style) {

@@ -17,6 +17,19 @@ std::string services_in_figures(const Counts& counts) {
                        counts.neither == 0 ? "" : fmt::format(", {} neither", counts.neither));
 }
 
+std::string rates_in_figures(const RateCounts& rates) {
+    if (rates.measured_loaded == 0)
+        return "";
+    const std::size_t placed = rates.measured + rates.estimated;
+    const double share = rates.bitrate == 0 ? 0.0
+                                            : 100.0 * static_cast<double>(rates.estimated_bitrate) /
+                                                  static_cast<double>(rates.bitrate);
+    return fmt::format("Bitrates of {} placed: {} measured, {} estimated; estimates are {} of {} kbit/s "
+                       "({:.1f} %)",
+                       counted(placed, "service"), rates.measured, rates.estimated, rates.estimated_bitrate,
+                       rates.bitrate, share);
+}
+
 std::string to_string(const Broken& broken) {
     std::vector<std::string> kinds;
     if (broken.limits != 0)

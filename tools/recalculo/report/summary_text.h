@@ -18,6 +18,10 @@ std::string services_loaded(std::size_t loaded, std::size_t not_asked_for);
 /// "12 services loaded: 10 placed, 1 left out, 1 neither"; without the last as a rule.
 std::string services_in_figures(const Counts& counts);
 
+/// "Bitrates of 10 services placed: 8 measured, 2 estimated; estimates are 7000 of 38000 kbit/s (18.4 %)";
+/// empty where the head-end has no measured service.
+std::string rates_in_figures(const RateCounts& rates);
+
 /// "2 limits and 1 service broken"; empty where nothing is.
 std::string to_string(const Broken& broken);
 

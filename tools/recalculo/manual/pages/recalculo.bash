@@ -43,13 +43,16 @@ _recalculo() {
     'import --sd-bitrate') return ;;
     'import --hd-bitrate') return ;;
     'import --uhd-bitrate') return ;;
+    'import --margin') return ;;
     'import --only') return ;;
     'import --exclude') return ;;
+    'measure --set') return ;;
+    'measure --margin') return ;;
     'export --format') words='channels.conf csv html' ;;
-    'help help') words='run explain compare size choose bound import export' ;;
+    'help help') words='run explain compare size choose bound import measure export' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
-        words='run explain compare size choose bound import export help --help --version'
+        words='run explain compare size choose bound import measure export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
         run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
@@ -58,7 +61,8 @@ _recalculo() {
         size) words='-h --help --set --add --most --jobs --json --max-seconds --color --version' ;;
         choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
-        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
+        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --measured --margin --only --exclude --select --verbose --version' ;;
+        measure) words='-h --help --set -o --output --margin --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
         help) words='-h --help --version' ;;
         esac

@@ -9,6 +9,7 @@ _recalculo() {
         'choose:Find which services to ask for, so that the most that matters is placed'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
+        'measure:Put measured rates into a head-end'
         'export:Write the result of a run as a channel list, a table or a page'
         'help:Tell what the program or a command does, as --help'
     )
@@ -134,9 +135,24 @@ _recalculo() {
             '--hd-bitrate[Bitrate to assume for an HD service, in kbit/s]:KBITS: ' \
             '--uhd-bitrate[Bitrate to assume for a UHD service, in kbit/s]:KBITS: ' \
             '--keep-duplicates[Import a service as often as the list has it; by default once]' \
+            '*--measured[Measured rates, which stand in the place of estimates\: the analysis of a stream as JSON, a log of such, or a table as CSV; - for standard input. May be given several times]:FILE:_files' \
+            '*--margin[Add so much to peak bitrates\: measured=N% to measured ones, estimated=N% to estimates, N% to both; may be given several times]:[KIND=]N%: ' \
             '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
             '*--exclude[No services that are one of these]:TERMS: ' \
             '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
+            '--verbose[Tell every message; by default three of each kind]' \
+            '--version[Display program version information and exit]'
+        ;;
+    measure)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*:FILES:_files' \
+            '-o[Where to write the head-end; - for standard output]:FILE:_files' \
+            '--output[Where to write the head-end; - for standard output]:FILE:_files' \
+            '*--margin[Add so much to peak bitrates\: measured=N% to those measured now, estimated=N% to estimates, N% to both; may be given several times]:[KIND=]N%: ' \
             '--verbose[Tell every message; by default three of each kind]' \
             '--version[Display program version information and exit]'
         ;;
@@ -154,7 +170,7 @@ _recalculo() {
         _arguments -S \
             '-h[Print this help message and exit]' \
             '--help[Print this help message and exit]' \
-            '*:COMMAND:(run explain compare size choose bound import export)' \
+            '*:COMMAND:(run explain compare size choose bound import measure export)' \
             '--version[Display program version information and exit]'
         ;;
     esac

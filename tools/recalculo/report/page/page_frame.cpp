@@ -50,6 +50,7 @@ std::string framed(const PageFrame& frame, const char* content, data facts) {
     facts["eyebrow"] = frame.eyebrow;
     facts["names"] = heading(frame.names);
     facts["verdict"] = frame.verdict;
+    facts["remark"] = text_or_nothing(frame.remark);
     facts["good"] = frame.is_good;
     facts["tiles"] = frame.tiles;
     facts["sections"] = frame.sections;

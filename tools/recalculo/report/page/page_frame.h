@@ -26,6 +26,8 @@ struct PageFrame {
     std::vector<std::string> names;
     std::string verdict;
     bool is_good = false;
+    /// A sentence below the verdict; empty for none.
+    std::string remark{};
     kainjow::mustache::list tiles{};
     kainjow::mustache::list sections{};
     /// Stand before the content.

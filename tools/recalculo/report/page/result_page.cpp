@@ -111,6 +111,7 @@ PageFrame frame_of(const Result& result, const StreamMarks& marks) {
     frame.is_good = counts.placed == counts.loaded && counts.left_out == 0 && counts.clones_waiting == 0 &&
                     !has_broken(result);
     frame.tiles = tiles_of(result);
+    frame.remark = rates_in_figures(counts.rates);
     Anchors anchors;
     for (std::size_t index = 0; index < result.modules.size(); ++index)
         anchors.emplace(result.modules[index].mac, module_anchor(index));
