@@ -15,7 +15,7 @@ namespace {
 using nlohmann::json;
 
 std::vector<std::string> with_each_command(std::vector<std::string> all, const std::string& option) {
-    for (const char* command : {"run", "explain", "compare", "size", "bound", "import", "export"})
+    for (const char* command : {"run", "explain", "compare", "size", "drill", "bound", "import", "export"})
         all.push_back(std::string(command) + " " + option);
     return all;
 }
@@ -39,10 +39,11 @@ TEST_F(CommandLine, HelpIsACommandToo) {
         EXPECT_NE(run("help").out.find("\n  " + command + " "), std::string::npos) << command;
     }
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run("help rum"),
-                   "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, bound, "
-                   "import, export; did you mean \"run\"?" +
-                       advice);
+    expect_refused(
+        run("help rum"),
+        "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, drill, bound, "
+        "import, export; did you mean \"run\"?" +
+            advice);
     expect_refused(run("help run size"), "The following argument was not expected: size" + advice);
 }
 
@@ -82,7 +83,10 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
                                         "size x",
                                         "size x --add",
                                         "size x --add y --most -1",
-                                        "size x --add y --jobs 0"}) {
+                                        "size x --add y --jobs 0",
+                                        "drill",
+                                        "drill x --most 1001",
+                                        "drill x --jobs 0"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -94,7 +98,8 @@ TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(
         run(""),
-        "A command (run, explain, compare, size, choose, bound, import, export, help) is required" + advice);
+        "A command (run, explain, compare, size, choose, drill, bound, import, export, help) is required" +
+            advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);

@@ -7,6 +7,7 @@ _recalculo() {
         'compare:Show two placements side by side'
         'size:Tell what to change so that all services are placed'
         'choose:Find which services to ask for, so that the most that matters is placed'
+        'drill:Tell what goes off the air when a module or an input fails, and what a new run saves'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
         'export:Write the result of a run as a channel list, a table or a page'
@@ -107,6 +108,23 @@ _recalculo() {
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;
+    drill)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '--streams[Each stream fails in turn, too]' \
+            '--spare[The kind of a spare module\: a module, or a head-end file with one; - for standard input. Look for the smallest number of them with which no module or input that fails loses a service marked as must, or where none is, any that is placed now]:FILE:_files' \
+            '--most[The most spare modules to try]:N: ' \
+            '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
+            '--all[Tell every failure, and what the worst moves; by default the 20 worst]' \
+            '--json[Report as JSON]' \
+            '--html[Write the drill as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
+            '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
+            '--version[Display program version information and exit]'
+        ;;
     bound)
         _arguments -S \
             '-h[Print this help message and exit]' \
@@ -152,7 +170,7 @@ _recalculo() {
         _arguments -S \
             '-h[Print this help message and exit]' \
             '--help[Print this help message and exit]' \
-            '*:COMMAND:(run explain compare size choose bound import export)' \
+            '*:COMMAND:(run explain compare size choose drill bound import export)' \
             '--version[Display program version information and exit]'
         ;;
     esac
