@@ -39,10 +39,11 @@ TEST_F(CommandLine, HelpIsACommandToo) {
         EXPECT_NE(run("help").out.find("\n  " + command + " "), std::string::npos) << command;
     }
     const std::string advice = "\nRun with --help for more information.";
-    expect_refused(run("help rum"),
-                   "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, bound, "
-                   "import, export; did you mean \"run\"?" +
-                       advice);
+    expect_refused(
+        run("help rum"),
+        "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, drill, bound, "
+        "import, export; did you mean \"run\"?" +
+            advice);
     expect_refused(run("help run size"), "The following argument was not expected: size" + advice);
 }
 
@@ -83,7 +84,10 @@ TEST_F(CommandLine, WrongUseIsExitCode2) {
                                         "size x",
                                         "size x --add",
                                         "size x --add y --most -1",
-                                        "size x --add y --jobs 0"}) {
+                                        "size x --add y --jobs 0",
+                                        "drill",
+                                        "drill x --most 1001",
+                                        "drill x --jobs 0"}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 2) << arguments;
         EXPECT_EQ(outcome.out, "") << arguments;
@@ -95,7 +99,8 @@ TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(
         run(""),
-        "A command (run, explain, compare, size, choose, bound, import, export, help) is required" + advice);
+        "A command (run, explain, compare, size, choose, drill, bound, import, export, help) is required" +
+            advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);
     expect_refused(run("run"), "HEADEND is required" + advice);

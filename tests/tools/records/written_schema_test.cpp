@@ -20,6 +20,7 @@
 #include "placement/result_json.h"
 #include "placement/sizing.h"
 #include "report/comparison_fixture.h"
+#include "report/drill_fixture.h"
 #include "report/explanation_fixture.h"
 #include "report/result_fixture.h"
 #include "report/strategies_fixture.h"
@@ -174,6 +175,14 @@ json whole_choice() {
     return json::parse(choice_json(report));
 }
 
+json whole_drill() {
+    Drill drill = drill_with_everything();
+    drill.now.not_asked_for = 2;
+    drill.failures.emplace_back();
+    drill.failures.back().run = NewRun::impossible;
+    return json::parse(drill_json(drill));
+}
+
 json whole_bound() {
     Bound bound;
     bound.impossible = {a_service()};
@@ -288,6 +297,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{"choice.schema.json",
                          whole_choice(),
                          {"/name", "/moves", "/interrupted", "/labels", "not_asked_for"}},
+                    Kind{"drill.schema.json",
+                         whole_drill(),
+                         {"/name", "/failures/0/part/label", "/failures/1/part/label", "/failures/1/problem",
+                          "not_asked_for"}},
                     Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
     [](const auto& tested) {
         const std::string file = tested.param.schema;

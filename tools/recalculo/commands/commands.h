@@ -17,6 +17,7 @@
 #include "commands/report_output.h"
 #include "commands/style_input.h"
 #include "lineup/channel_import.h"
+#include "placement/drill.h"
 #include "placement/sizing.h"
 #include "placement/sizing/advising.h"
 
@@ -84,6 +85,23 @@ struct SizeOptions {
 
 /// What to change so that everything fits. Progress is told on a terminal.
 void size_command(const SizeOptions& options);
+
+struct DrillCommandOptions {
+    HeadendInput headend;
+    bool streams = false;
+    /// The kind of spare module; empty for none.
+    std::string spare;
+    std::uint32_t most = DrillOptions().most;
+    std::uint32_t jobs = cores();
+    /// Every failure in the text, and what the worst moves.
+    bool all = false;
+    ReportOutput output;
+    StyleInput style;
+    EngineLimits limits;
+};
+
+/// What each failure takes off the air, and what a new run makes of it. Progress is told on a terminal.
+void drill_command(const DrillCommandOptions& options);
 
 struct ChooseOptions {
     HeadendInput headend;

@@ -259,6 +259,28 @@ Command describe_choose() {
         [options] { choose_command(*options); });
 }
 
+Command describe_drill() {
+    const auto options = std::make_shared<DrillCommandOptions>();
+    return command(
+        "drill", "Tell what goes off the air when a module or an input fails, and what a new run saves",
+        {headend_argument(options->headend), set_option(options->headend),
+         flag("--streams", options->streams, "Each stream fails in turn, too"),
+         named_file(with_value({"--spare"}, "FILE", &options->spare,
+                               "The kind of a spare module: a module, or a head-end file with one; - for "
+                               "standard input. Look for the smallest number of them with which no module or "
+                               "input that fails loses a service marked as must, or where none is, any that "
+                               "is placed now")),
+         within(0, 1000,
+                with_fallback(with_value({"--most"}, "N", &options->most, "The most spare modules to try"))),
+         within(1, 256,
+                with_value({"--jobs"}, "N", &options->jobs,
+                           "How many runs at once; as many as there are cores by default")),
+         flag("--all", options->all, "Tell every failure, and what the worst moves; by default the 20 worst"),
+         json_flag(options->output.json), html_option(options->output, "drill"),
+         max_seconds_option(options->limits), color_option(options->style)},
+        [options] { drill_command(*options); });
+}
+
 Command describe_bound() {
     const auto options = std::make_shared<BoundOptions>();
     return command("bound", "Tell how many services any arrangement of a head-end could place",
@@ -349,9 +371,9 @@ bool takes_several(const Option& option) {
 }
 
 Program describe_program() {
-    std::vector<Command> commands = {describe_run(),    describe_explain(), describe_compare(),
-                                     describe_size(),   describe_choose(),  describe_bound(),
-                                     describe_import(), describe_measure(), describe_export()};
+    std::vector<Command> commands = {
+        describe_run(),   describe_explain(), describe_compare(), describe_size(),    describe_choose(),
+        describe_drill(), describe_bound(),   describe_import(),  describe_measure(), describe_export()};
     commands.push_back(describe_help(commands));
     return {command("recalculo", "Places the television services of a head-end onto its modules.", {}, {}),
             std::move(commands), "recalculo " RECALCULO_VERSION};

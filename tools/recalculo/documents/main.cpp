@@ -38,6 +38,7 @@ std::vector<Kind> kinds() {
         {"comparison", "A comparison, as recalculo compare --json writes it", comparison_description()},
         {"choice", "A choice, as recalculo choose --json writes it", choice_description()},
         {"sizing", "A sizing, as recalculo size --json writes it", sizing_description()},
+        {"drill", "A drill, as recalculo drill --json writes it", drill_description()},
         {"bound", "A bound, as recalculo bound --json writes it", bound_description()}};
 }
 

@@ -3,6 +3,7 @@
 #include "placement/bound_fields.h"
 #include "placement/choice_fields.h"
 #include "placement/comparison_fields.h"
+#include "placement/drill_fields.h"
 #include "placement/sizing_fields.h"
 #include "records/describe.h"
 #include "records/write.h"
@@ -31,6 +32,14 @@ std::string comparison_json(const Comparison& comparison) {
 
 const RecordDescription& comparison_description() {
     return description_of<Comparison>();
+}
+
+std::string drill_json(const Drill& drill) {
+    return document_text(drill);
+}
+
+const RecordDescription& drill_description() {
+    return description_of<Drill>();
 }
 
 std::string sizing_json(const Sizing& sizing) {

@@ -9,6 +9,7 @@
 #include "placement/bound.h"
 #include "placement/choice.h"
 #include "placement/comparison.h"
+#include "placement/drill.h"
 #include "placement/sizing.h"
 #include "records/description.h"
 
@@ -26,6 +27,10 @@ const RecordDescription& choice_description();
 std::string comparison_json(const Comparison& comparison);
 
 const RecordDescription& comparison_description();
+
+std::string drill_json(const Drill& drill);
+
+const RecordDescription& drill_description();
 
 std::string sizing_json(const Sizing& sizing);
 

@@ -21,12 +21,6 @@ std::string more_modules(std::size_t number) {
     return counted(number, "more module");
 }
 
-std::string describe_kind(const Module& kind) {
-    return fmt::format("{}, outputs {} kbit/s, {}, transcoders SD {} HD {}", counted(kind.inputs, "input"),
-                       kind.outputs.empty() ? "none" : fmt::format("{}", fmt::join(kind.outputs, " + ")),
-                       counted(kind.pids_max, "PID"), kind.sd_transcoders, kind.hd_transcoders);
-}
-
 /// What there is to place at all.
 std::string everything(const Addition& addition) {
     const std::string wanted = addition.musts == 0
@@ -286,6 +280,12 @@ std::string remaining_text(const Addition& addition, const TextStyle& style) {
 }
 
 } // namespace
+
+std::string describe_kind(const Module& kind) {
+    return fmt::format("{}, outputs {} kbit/s, {}, transcoders SD {} HD {}", counted(kind.inputs, "input"),
+                       kind.outputs.empty() ? "none" : fmt::format("{}", fmt::join(kind.outputs, " + ")),
+                       counted(kind.pids_max, "PID"), kind.sd_transcoders, kind.hd_transcoders);
+}
 
 std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
     const std::string sentence =

@@ -10,6 +10,9 @@
 
 namespace zarven::tool {
 
+/// The limits of a kind of module, in one line.
+std::string describe_kind(const Module& kind);
+
 /// A summary line, the answer for further modules with all that was tried, and the limits worth raising; by
 /// default as for a file, in UTF-8.
 std::string sizing_text(const Sizing& sizing, const TextStyle& style = {});

@@ -10,6 +10,7 @@ extern const char* const page_frame_template;
 extern const char* const result_page_template;
 extern const char* const comparison_page_template;
 extern const char* const choice_page_template;
+extern const char* const drill_page_template;
 extern const char* const page_style;
 extern const char* const page_script;
 /// What the page's security policy lets pass: SHA-256 of the two above, in base 64.
