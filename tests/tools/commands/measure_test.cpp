@@ -11,7 +11,8 @@ namespace {
 
 using nlohmann::json;
 
-const std::string headend = R"({"modules": [{"mac": "M", "controller": true, "inputs": 1, "outputs": [38000],
+const std::string headend =
+    R"({"modules": [{"mac": "02:00:00:00:00:01", "controller": true, "inputs": 1, "outputs": [38000],
     "pids_max": 0}], "services": [{"lcn": 1, "name": "a", "onid": 1, "tsid": 7, "sid": 1},
     {"lcn": 2, "name": "b", "onid": 1, "tsid": 7, "sid": 2}]})";
 const std::string table = "onid,tsid,sid,kbit_s\n1,7,1,4200\n1,7,1,4000\n";
@@ -97,11 +98,13 @@ TEST_F(CommandLine, ReportsTellHowMuchRestsOnEstimates) {
     EXPECT_NE(run("run " + measured + " --html -").out.find("<p class=\"note\">" + sentence + "</p>"),
               std::string::npos);
     const json result = json::parse(run("run " + measured + " --json").out);
-    EXPECT_EQ(result.at("summary").at("rates"), json::parse(R"({"measured_loaded": 1, "measured": 1,
-        "estimated": 1, "bitrate": 7700, "estimated_bitrate": 3500})"));
+    EXPECT_EQ(result.at("summary").at("rates"), json::parse(R"({"measured_loaded": 1, "measured_placed": 1,
+        "estimated_placed": 1, "bitrate": 7700, "estimated_bitrate": 3500})"));
     const json services = result.at("modules").at(0).at("inputs").at(0).at("services");
     EXPECT_EQ(services.at(0).at("measured"), true);
     EXPECT_EQ(services.at(1).count("measured"), 0u);
+    const json explained = json::parse(run("explain " + measured + " --service 1 --json").out);
+    EXPECT_EQ(explained.at("services").at(0).at("measured"), true);
     const Outcome without = run("run " + file("h.json") + " --json");
     EXPECT_EQ(json::parse(without.out).at("summary").count("rates"), 0u);
     EXPECT_EQ(run("run " + file("h.json")).out.find("Bitrates of"), std::string::npos);

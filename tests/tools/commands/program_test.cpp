@@ -42,7 +42,7 @@ TEST_F(CommandLine, HelpIsACommandToo) {
     expect_refused(
         run("help rum"),
         "COMMAND: found \"rum\", expected one of run, explain, compare, size, choose, drill, bound, "
-        "import, export; did you mean \"run\"?" +
+        "import, measure, export; did you mean \"run\"?" +
             advice);
     expect_refused(run("help run size"), "The following argument was not expected: size" + advice);
 }
@@ -99,7 +99,7 @@ TEST_F(CommandLine, WrongUseIsNamed) {
     const std::string advice = "\nRun with --help for more information.";
     expect_refused(
         run(""),
-        "A command (run, explain, compare, size, choose, drill, bound, import, export, help) is required" +
+        "A command (run, explain, compare, size, choose, drill, bound, import, measure, export, help) is required" +
             advice);
     expect_refused(run("rum"),
                    "The following argument was not expected: rum; did you mean \"run\"?" + advice);

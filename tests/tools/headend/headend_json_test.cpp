@@ -82,6 +82,8 @@ TEST(ReadHeadend, AServiceWithItsDefaults) {
     EXPECT_EQ(service.descramble, 0);
     EXPECT_EQ(service.value, 1);
     EXPECT_FALSE(service.must);
+    EXPECT_FALSE(service.measured);
+    EXPECT_EQ(service.mean_bitrate, 0u);
     EXPECT_TRUE(service.ask);
 }
 
@@ -89,7 +91,8 @@ TEST(ReadHeadend, AServiceWithEveryMember) {
     const Service service = read_service(R"({"lcn": 1, "name": "a", "output_name": "b", "onid": 2, "tsid": 3,
         "sid": 4, "osid": 5, "type": 6, "video_format": 7, "bitrate": 4294967295, "video_bitrate": 9,
         "descramble": 10, "transcoding": 11, "forced_name": 12, "simulcast_lcn": 13, "sat_id": 14, "reserved1": 15,
-        "reserved2": 16, "reserved3": 17, "ca_pids": 18, "ca_pids_max": 19, "value": 1000, "must": true, "ask": false})");
+        "reserved2": 16, "reserved3": 17, "ca_pids": 18, "ca_pids_max": 19, "value": 1000, "must": true, "ask": false,
+        "measured": true, "mean_bitrate": 4294967295})");
     EXPECT_EQ(service.lcn, 1);
     EXPECT_EQ(service.name, "a");
     EXPECT_EQ(service.output_name, "b");
@@ -113,6 +116,8 @@ TEST(ReadHeadend, AServiceWithEveryMember) {
     EXPECT_EQ(service.ca_pids_max, 19);
     EXPECT_EQ(service.value, 1000);
     EXPECT_TRUE(service.must);
+    EXPECT_TRUE(service.measured);
+    EXPECT_EQ(service.mean_bitrate, 4294967295u);
     EXPECT_FALSE(service.ask);
 }
 

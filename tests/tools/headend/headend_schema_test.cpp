@@ -39,6 +39,8 @@ Headend headend_with_everything() {
     service.reserved1 = service.reserved2 = service.reserved3 = 8;
     service.ca_pids = 9;
     service.ca_pids_max = 10;
+    service.measured = true;
+    service.mean_bitrate = 4;
     service.kind_unknown = true;
     service.value = 1000;
     service.must = true;

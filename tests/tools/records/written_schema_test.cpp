@@ -91,7 +91,9 @@ ServiceResult a_service() {
 json whole_result() {
     Result result = result_with_every_cause();
     result.left_out[0].services[0].is_radio = true;
+    result.left_out[0].services[0].is_measured = true;
     result.counts.not_asked_for = 2;
+    result.counts.rates = {4, 3, 2, 7700, 3500};
     const Strategies strategies = strategies_with_everything();
     return json::parse(result_json(result, &strategies));
 }
@@ -116,6 +118,7 @@ json whole_explanation() {
             list.back().modules.at(0).label = "Rack 1";
         list.back().standing = standing;
         list.back().service.is_radio = standing == Standing::placed;
+        list.back().service.is_measured = standing == Standing::placed;
         list.back().service.is_clone = standing == Standing::attached;
     }
     list.back().remedies = every_remedy();
@@ -285,11 +288,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Kind{"result.schema.json",
                          whole_result(),
                          {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio",
-                          "reason", "cause", "nearest", "/advice", "not_asked_for"},
+                          "measured", "reason", "cause", "nearest", "/advice", "not_asked_for", "rates"},
                          result_with_strategies_not_tried()},
                     Kind{"explanation.schema.json",
                          whole_explanation(),
-                         {"/name", "/advice", "label", "radio", "output", "remedies",
+                         {"/name", "/advice", "label", "radio", "measured", "output", "remedies",
                           "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
                          explanations({}, result_with_every_cause())},
                     Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},

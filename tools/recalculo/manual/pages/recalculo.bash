@@ -34,6 +34,7 @@ _recalculo() {
     'choose --seed') return ;;
     'choose --jobs') return ;;
     'choose --keep') return ;;
+    'choose --max-seconds') return ;;
     'choose --color') words='auto always never' ;;
     'drill --set') return ;;
     'drill --most') return ;;
@@ -48,23 +49,27 @@ _recalculo() {
     'import --sd-bitrate') return ;;
     'import --hd-bitrate') return ;;
     'import --uhd-bitrate') return ;;
+    'import --margin') return ;;
     'import --only') return ;;
     'import --exclude') return ;;
+    'measure --set') return ;;
+    'measure --margin') return ;;
     'export --format') words='channels.conf csv html' ;;
-    'help help') words='run explain compare size choose drill bound import export' ;;
+    'help help') words='run explain compare size choose drill bound import measure export' ;;
     esac
     if [[ $COMP_CWORD -eq 1 ]]; then
-        words='run explain compare size choose drill bound import export help --help --version'
+        words='run explain compare size choose drill bound import measure export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
         run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
         explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
         compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
-        size) words='-h --help --set --add --most --jobs --json --max-seconds --color --version' ;;
-        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
+        size) words='-h --help --set --add --most --choose --jobs --json --max-seconds --color --version' ;;
+        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --max-seconds --color --version' ;;
         drill) words='-h --help --set --streams --spare --most --jobs --all --json --html --max-seconds --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
-        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
+        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --measured --margin --only --exclude --select --verbose --version' ;;
+        measure) words='-h --help --set -o --output --margin --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
         help) words='-h --help --version' ;;
         esac

@@ -10,6 +10,7 @@ _recalculo() {
         'drill:Tell what goes off the air when a module or an input fails, and what a new run saves'
         'bound:Tell how many services any arrangement of a head-end could place'
         'import:Make a head-end of a channel list and modules'
+        'measure:Put measured rates into a head-end'
         'export:Write the result of a run as a channel list, a table or a page'
         'help:Tell what the program or a command does, as --help'
     )
@@ -82,6 +83,7 @@ _recalculo() {
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
             '*--add[The kind of module to add\: a module, or a head-end file with one; - for standard input. Of several kinds the cheapest mix is looked for]:FILE:_files' \
             '--most[The most modules to add]:N: ' \
+            '--choose[With each number of modules, ask for what a search finds to ask for, as choose does, and not for everything]' \
             '--jobs[How many runs at once; as many as there are cores by default]:N: ' \
             '--json[Report as JSON]' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
@@ -105,6 +107,7 @@ _recalculo() {
             '--output[Write the head-end with the services marked that are not asked for; - for standard output in the place of the report]:FILE:_files' \
             '--json[Report as JSON]' \
             '--html[Write the choice as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
         ;;
@@ -150,9 +153,24 @@ _recalculo() {
             '--hd-bitrate[Bitrate to assume for an HD service, in kbit/s]:KBITS: ' \
             '--uhd-bitrate[Bitrate to assume for a UHD service, in kbit/s]:KBITS: ' \
             '--keep-duplicates[Import a service as often as the list has it; by default once]' \
+            '*--measured[Measured rates, which stand in the place of estimates\: the analysis of a stream as JSON, a log of such, or a table as CSV; - for standard input. May be given several times]:FILE:_files' \
+            '*--margin[Add so much to peak bitrates\: measured=N% to measured ones, estimated=N% to estimates, N% to both; may be given several times]:[KIND=]N%: ' \
             '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
             '*--exclude[No services that are one of these]:TERMS: ' \
             '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
+            '--verbose[Tell every message; by default three of each kind]' \
+            '--version[Display program version information and exit]'
+        ;;
+    measure)
+        _arguments -S \
+            '-h[Print this help message and exit]' \
+            '--help[Print this help message and exit]' \
+            '*:HEADEND:_files' \
+            '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*:FILES:_files' \
+            '-o[Where to write the head-end; - for standard output]:FILE:_files' \
+            '--output[Where to write the head-end; - for standard output]:FILE:_files' \
+            '*--margin[Add so much to peak bitrates\: measured=N% to those measured now, estimated=N% to estimates, N% to both; may be given several times]:[KIND=]N%: ' \
             '--verbose[Tell every message; by default three of each kind]' \
             '--version[Display program version information and exit]'
         ;;
@@ -170,7 +188,7 @@ _recalculo() {
         _arguments -S \
             '-h[Print this help message and exit]' \
             '--help[Print this help message and exit]' \
-            '*:COMMAND:(run explain compare size choose drill bound import export)' \
+            '*:COMMAND:(run explain compare size choose drill bound import measure export)' \
             '--version[Display program version information and exit]'
         ;;
     esac
