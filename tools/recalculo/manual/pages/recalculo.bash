@@ -34,6 +34,7 @@ _recalculo() {
     'choose --seed') return ;;
     'choose --jobs') return ;;
     'choose --keep') return ;;
+    'choose --max-seconds') return ;;
     'choose --color') words='auto always never' ;;
     'bound --set') return ;;
     'bound --max-seconds') return ;;
@@ -55,8 +56,8 @@ _recalculo() {
         run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
         explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
         compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
-        size) words='-h --help --set --add --most --jobs --json --max-seconds --color --version' ;;
-        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --color --version' ;;
+        size) words='-h --help --set --add --most --choose --jobs --json --max-seconds --color --version' ;;
+        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --max-seconds --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --only --exclude --select --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
