@@ -97,9 +97,10 @@ private:
         paragraph(moves_in_figures(*report_.moves, shown(kept_, style_)));
         std::vector<Row> rows;
         for (const ServiceChange& change : report_.moves->moved)
-            rows.push_back(with_identity(
-                change.service,
-                {arrow(places_text(change.before, report_.labels, style_), places_text(change.after, report_.labels, style_))}, style_));
+            rows.push_back(with_identity(change.service,
+                                         {arrow(places_text(change.before, report_.labels, style_),
+                                                places_text(change.after, report_.labels, style_))},
+                                         style_));
         write_rows(rows);
     }
 
