@@ -151,7 +151,7 @@ json whole_sizing() {
     sizing.findings = {broken_limit("what the audit found", "A")};
     sizing.addition.kind = {"", 3, false, 2, {38000}, 15, 1, 2, 3};
     sizing.addition.number = 5;
-    sizing.addition.attempts = {{2, 14, 6, 3, 1, 1}};
+    sizing.addition.attempts = {{2, 14, 6, 3, 1, 1, 1, true}};
     sizing.addition.one_more = sizing.addition.attempts[0];
     sizing.addition.impossible = sizing.addition.remaining = {a_service()};
     sizing.raises = every_raise();
@@ -171,6 +171,7 @@ json whole_choice() {
     report.gained = report.lost = {{service, {{"A", 1, {1}}}, true}};
     report.missed = {{a_service(), true, true}};
     report.is_interrupted = true;
+    report.all.is_stopped = true;
     ServiceChange change;
     change.service = a_service();
     change.before = change.after = {{"A", 1, {1}}};
@@ -296,10 +297,11 @@ INSTANTIATE_TEST_SUITE_P(
                           "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
                          explanations({}, result_with_every_cause())},
                     Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
-                    Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for"}},
+                    Kind{
+                        "sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for", "stopped"}},
                     Kind{"choice.schema.json",
                          whole_choice(),
-                         {"/name", "/moves", "/interrupted", "/labels", "not_asked_for"}},
+                         {"/name", "/moves", "/interrupted", "/labels", "not_asked_for", "stopped"}},
                     Kind{"drill.schema.json",
                          whole_drill(),
                          {"/name", "/failures/0/part/label", "/failures/1/part/label", "/failures/1/problem",
