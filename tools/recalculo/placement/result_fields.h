@@ -271,8 +271,10 @@ template <> struct Fields<RateCounts> {
     template <class Visitor, class Record> static void visit(Visitor& visit, Record& rates) {
         visit.required("measured_loaded", count(rates.measured_loaded),
                        "Services whose bitrate was measured, placed or not");
-        visit.required("measured_placed", count(rates.measured), "Placed services whose bitrate was measured");
-        visit.required("estimated_placed", count(rates.estimated), "Placed services whose bitrate is an estimate");
+        visit.required("measured_placed", count(rates.measured),
+                       "Placed services whose bitrate was measured");
+        visit.required("estimated_placed", count(rates.estimated),
+                       "Placed services whose bitrate is an estimate");
         visit.required("bitrate", count(rates.bitrate), "Of all placed services together, in kbit/s");
         visit.required("estimated_bitrate", count(rates.estimated_bitrate),
                        "Of those together whose bitrate is an estimate, in kbit/s");
