@@ -7,8 +7,6 @@
 
 #include <unistd.h>
 
-#include <fmt/format.h>
-
 #include "base/failure.h"
 #include "base/streams.h"
 #include "base/workers.h"
@@ -40,7 +38,7 @@ Sizing size_input(const SizeOptions& options) {
     sizing.jobs = options.jobs;
     sizing.progress = [&line](std::size_t done, std::size_t planned) {
         if (line)
-            line->draw([&] { return std::vector{fmt::format("{} of {} runs", done, planned)}; });
+            line->draw([&] { return std::vector{runs_in_figures(done, planned)}; });
     };
     return size_headend(headend, input_name(options.headend.path), kind, sizing);
 }
