@@ -12,6 +12,7 @@
 #include "placement/documents.h"
 #include "placement/result_json.h"
 #include "placement/sizing/further_modules.h"
+#include "loads.h"
 #include "placements.h"
 #include "questions.h"
 #include "report/import_text.h"
@@ -90,6 +91,7 @@ Message run(const Message& question) {
     const tool::Result& result = placement_of(name, question.texts.at(0));
     Message message;
     message.texts = {tool::result_json(result)};
+    message.head["loads"] = loads_of(result);
     if (question.texts.size() > 1)
         message.texts.push_back(
             tool::comparison_json(tool::compare(placement_of(name, question.texts[1]), result)));

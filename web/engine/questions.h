@@ -19,7 +19,8 @@ Message about(const Message& question);
 /// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists. A head-end
 /// as it is saved, a result or a module as it is: "kind" tells which; of lists the messages of their import.
 Message open(const Message& question);
-/// (head-end or result, another of before) name. The result, and the comparison with the other if there is one.
+/// (head-end or result, another of before) name. The result, and the comparison with the other if there is one;
+/// "loads": see loads.h.
 Message run(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);
