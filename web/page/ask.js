@@ -74,7 +74,7 @@ export class Ask {
         this.answer.replaceChildren();
         try {
             const { texts: [json, text] } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
-            this.answer.replaceChildren(h("pre", { tabindex: 0 }, text), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(json)).filter(Boolean)));
+            this.answer.replaceChildren(h("pre", { tabindex: 0 }, text), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(json))));
             this.progress.textContent = "";
         } catch (wrong) {
             this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;

@@ -1,6 +1,6 @@
 // What differs from before: services gained, lost and moved, and inputs that are tuned otherwise.
 
-import { counted, grouped, h, name } from "./dom.js";
+import { counted, grouped, h, name, put } from "./dom.js";
 import { streamOf } from "./outcome.js";
 
 const mostListed = 300;
@@ -15,10 +15,10 @@ export class Changes {
     draw(outcome) {
         const { comparison } = outcome;
         this.outcome = outcome;
-        if (!comparison) return this.element.replaceChildren(h("p", { class: "note" }, "There is nothing to compare with yet: change something, or make a variant."));
+        if (!comparison) return put(this.element, h("p", { class: "note" }, "There is nothing to compare with yet: change something, or make a variant."));
         const { summary, gained, lost, moved } = comparison;
         const isSame = gained.length + lost.length + moved.length === 0;
-        this.element.replaceChildren(
+        put(this.element,
             h("p", {}, `${counted(summary.unmoved, "service")} in the same places, ${grouped(summary.never_placed)} placed in neither.`),
             isSame && h("p", { class: "all-placed" }, "The placement of all services is the same."),
             this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved), this.inputs(comparison));

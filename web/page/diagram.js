@@ -1,14 +1,16 @@
 // Streams on the left, the modules they come to in the middle, their outputs on the right; the wider a line, the more
 // services it carries. Of a large head-end one module after the other is looked at, or what the filter leaves.
 
-import { counted, folded, grouped, h, name, svg } from "./dom.js";
+import { counted, folded, grouped, h, svg } from "./dom.js";
 import { moduleName, streamOf } from "./outcome.js";
 
 const mostModules = 12;
 const rowHeight = 26;
-const width = 760;
-const columns = [10, 300, 590];
-const boxWidth = 160;
+const width = 620;
+const columns = [2, 212, 462];
+const boxWidth = 110;
+const outputWidth = 156;
+const moduleWidth = 150;
 
 export class Diagram {
     id = "diagram";
@@ -48,6 +50,7 @@ export class Diagram {
         const streams = new Map();
         const inputs = [];
         const outputs = [];
+        const frames = [];
         let y = 24;
         for (const { module, loads } of shown) {
             const tuned = module.inputs.filter((input) => input.tuned);
@@ -58,22 +61,22 @@ export class Diagram {
                 inputs.push({ module, input, y: middle(tuned.length, at) });
             });
             module.outputs.forEach((output, at) => outputs.push({ module, output, load: loads[at], y: middle(module.outputs.length, at) }));
-            module.drawn = { y, height };
+            frames.push({ module, y, height });
             y += height + 34;
         }
         // A stream that several modules receive keeps the place of its first; no two lie upon each other.
         let last = 0;
         for (const stream of [...streams.values()].sort((one, other) => one.y - other.y)) stream.y = last = Math.max(stream.y, last + rowHeight * 0.8);
-        return svg("svg", { class: "diagram", viewBox: `0 0 ${width} ${Math.max(y, last + 30)}`, role: "img", width, height: Math.max(y, last + 30),
+        return svg("svg", { class: "diagram", viewBox: `0 0 ${width} ${Math.max(y, last + 30)}`, role: "img",
             "aria-label": `${counted(streams.size, "stream")} to ${counted(shown.length, "module")}, ${counted(outputs.length, "output")}` },
         ["Streams", "Modules and inputs", "Outputs"].map((text, at) => svg("text", { x: columns[at], y: 14, class: "heading" }, text)),
         inputs.map(({ input, y: to }) => this.line(columns[0] + boxWidth, streams.get(streamOf(input)).y, columns[1], to, input.services.length, streams.get(streamOf(input)).number)),
         inputs.flatMap(({ module, input, y: from }) => outputs.filter((output) => output.module === module).map(({ output, y: to }) => {
             const common = output.services.filter((service) => streamOf(service) === streamOf(input)).length;
-            return common > 0 && this.line(columns[1] + boxWidth + 30, from, columns[2], to, common, streams.get(streamOf(input)).number);
+            return common > 0 && this.line(columns[1] + moduleWidth, from, columns[2], to, common, streams.get(streamOf(input)).number);
         })),
         [...streams].map(([stream, { y: at }]) => this.box(columns[0], at, stream, "stream")),
-        shown.map(({ module }) => this.module(module)),
+        frames.map((frame) => this.frame(frame)),
         inputs.map(({ input, y: at }) => svg("text", { x: columns[1] + 8, y: at + 4 }, `Input ${input.number} · ${input.services.length}`)),
         outputs.map(({ output, load, y: at }) => this.box(columns[2], at, `${output.number} · ${grouped(output.bitrate)} of ${grouped(output.bitrate_max)}`, load)));
     }
@@ -85,15 +88,13 @@ export class Diagram {
     }
 
     box(x, y, text, kind) {
-        return svg("g", {}, svg("rect", { class: `node ${kind}`, x, y: y - 10, width: boxWidth, height: 20, rx: 4 }), svg("text", { x: x + 8, y: y + 4 }, text));
+        const boxed = x === columns[2] ? outputWidth : boxWidth;
+        return svg("g", {}, svg("rect", { class: `node ${kind}`, x, y: y - 10, width: boxed, height: 20, rx: 4 }), svg("text", { x: x + 8, y: y + 4 }, text));
     }
 
-    module(module) {
-        const { y, height } = module.drawn;
+    frame({ module, y, height }) {
         return svg("g", { class: "module-node", onclick: () => this.actions.showModule(module.mac) },
             svg("text", { x: columns[1], y: y + 8, class: "heading" }, moduleName(module)),
-            svg("rect", { class: "frame", x: columns[1], y: y + 14, width: boxWidth + 30, height, rx: 6 }));
+            svg("rect", { class: "frame", x: columns[1], y: y + 14, width: moduleWidth, height, rx: 6 }));
     }
 }
-
-export { name };

@@ -2,6 +2,8 @@
 
 const svgNamespace = "http://www.w3.org/2000/svg";
 
+const there = (children) => children.flat(2).filter((child) => child !== undefined && child !== null && child !== false && child !== "");
+
 const fill = (element, properties, children) => {
     for (const [name, value] of Object.entries(properties)) {
         if (value === undefined || value === null || value === false) continue;
@@ -10,7 +12,7 @@ const fill = (element, properties, children) => {
         else if (name === "data") Object.assign(element.dataset, value);
         else element.setAttribute(name, value === true ? "" : value);
     }
-    element.append(...children.flat(2).filter((child) => child !== undefined && child !== null && child !== false));
+    element.append(...there(children));
     return element;
 };
 
@@ -20,6 +22,9 @@ export const h = (tag, properties = {}, ...children) => fill(document.createElem
 /// An SVG element.
 export const svg = (tag, properties = {}, ...children) =>
     fill(document.createElementNS(svgNamespace, tag), properties, children);
+
+/// Gives an element other children.
+export const put = (element, ...children) => element.replaceChildren(...there(children));
 
 /// A name from outside: it keeps its direction of writing to itself.
 export const name = (text) => h("bdi", {}, text);

@@ -3,7 +3,7 @@
 import { Ask, Explanation } from "./ask.js";
 import { Changes } from "./changes.js";
 import { Diagram } from "./diagram.js";
-import { button, h, name } from "./dom.js";
+import { button, h, name, put } from "./dom.js";
 import { Draft, given } from "./draft.js";
 import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
@@ -45,7 +45,7 @@ class App {
     makeTables(actions) {
         const placeOf = (service) => this.outcome?.places.get(keyOf(service));
         const place = {
-            key: "place", heading: "Placed on", kind: "text", width: 150, isShown: true, isLink: true, hint: "Where the service is placed. Enter or a click explains it",
+            key: "place", heading: "Placed on", kind: "text", width: 178, isShown: true, isLink: true, hint: "Where the service is placed. Enter or a click explains it",
             get: (service) => {
                 const found = placeOf(service);
                 if (found) return `${moduleName(found.module)} → ${found.outputs.join(", ")}`;
@@ -55,7 +55,7 @@ class App {
             titleOf: (service) => this.outcome?.reasons.get(keyOf(service)),
         };
         const use = {
-            key: "use", heading: "In use", kind: "text", width: 130, isShown: true, isLink: true, hint: "Inputs and PIDs in use. Enter or a click shows the module",
+            key: "use", heading: "In use", kind: "text", width: 120, isShown: true, isLink: true, hint: "Inputs and PIDs in use. Enter or a click shows the module",
             get: ({ mac }) => {
                 const module = this.outcome?.modules.get(mac);
                 return module ? `${module.inputs.filter(({ tuned }) => tuned).length} of ${module.inputs.length}, ${module.pids} PIDs` : "";
@@ -209,7 +209,7 @@ class App {
 
     drawVariants() {
         const { variants, current } = this.plan.state;
-        byId("variants").replaceChildren(...variants.map((variant, at) => {
+        put(byId("variants"), variants.map((variant, at) => {
             const summary = this.figures?.get(variant.id);
             return h("button", { type: "button", "aria-pressed": String(at === current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
                 summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
@@ -277,10 +277,7 @@ class App {
     async begin() {
         const draft = this.draft.recall();
         if (draft) {
-            this.plan.commit({ variants: draft.variants, current: draft.current }, "Open the draft");
-            this.plan.past = [];
-            if (draft.isSaved) this.plan.saved = this.plan.state;
-            this.drawBar();
+            this.plan.recall(draft);
         } else if (given()) {
             await this.files.open([{ name: "head-end.json", text: given() }]);
         } else {

@@ -1,21 +1,19 @@
 // The first that one sees of a placement: the figures, what does not add up, and why services are left out.
 
-import { counted, grouped, h, name } from "./dom.js";
-import { keyOf, moduleName, streamOf } from "./outcome.js";
+import { counted, grouped, h, name, put } from "./dom.js";
+import { streamOf } from "./outcome.js";
 
 /// Services listed at once; more on demand.
 const mostListed = 200;
 
 const tile = (label, figure, note, state) =>
-    h("div", { class: `tile ${state ?? ""}` }, h("dt", {}, label), h("dd", {}, h("b", {}, figure), note && h("span", { class: "note" }, note)));
+    h("div", { class: `tile ${state ?? ""}` }, h("dt", {}, label), h("dd", {}, figure && h("b", {}, figure), note && h("span", { class: "note" }, note)));
 
-const signed = (number, sign) => (number === 0 ? "" : `${sign}${grouped(number)}`);
-
-/// "+3 −1 2 moved" of a comparison.
+/// "3 gained, 1 lost" of a comparison.
 export const difference = (comparison) => {
     if (!comparison) return "";
-    const { gained, lost, moved } = comparison.summary;
-    return [signed(gained, "+"), signed(lost, "−"), moved > 0 && `${grouped(moved)} moved`].filter(Boolean).join(" ");
+    const words = ["gained", "lost", "moved"].filter((word) => comparison.summary[word] > 0);
+    return words.map((word) => `${grouped(comparison.summary[word])} ${word}`).join(", ");
 };
 
 export class Overview {
@@ -29,7 +27,7 @@ export class Overview {
     draw(outcome, plan) {
         const { result, inputs } = outcome;
         this.outcome = outcome;
-        this.element.replaceChildren(
+        put(this.element,
             this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.findings(result),
             this.causes(result), this.leftOut(result));
     }
@@ -42,7 +40,7 @@ export class Overview {
             tile("Inputs in use", grouped(inputs.tuned), `of ${grouped(inputs.all)}`),
             tile("Findings", grouped(result.warnings.length), "", result.warnings.length > 0 ? "short" : ""),
             withheld > 0 && tile("Not asked for", grouped(withheld)),
-            comparison && tile("Since before", difference(comparison) || "the same"));
+            comparison && tile("Difference", "", difference(comparison) || "none"));
     }
 
     noModules() { return h("p", {}, "There is no module yet: add one in the table."); }
@@ -98,5 +96,3 @@ export class Overview {
             h("span", { class: "note" }, ` ${streamOf(service)}`), service.reason && h("p", {}, name(service.reason)));
     }
 }
-
-export { keyOf, moduleName };

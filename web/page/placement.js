@@ -1,7 +1,7 @@
 // The modules as boxes that fold: how full each output is, and inside which services come in and go out.
 
 import { counted, folded, grouped, h, name, svg } from "./dom.js";
-import { moduleName, streamOf } from "./outcome.js";
+import { streamOf } from "./outcome.js";
 
 const loadWords = { broken: "Broken", full: "Full", high: "High", free: "Free" };
 
@@ -143,5 +143,3 @@ export class Placement {
             service.hd && h("span", { class: "tag" }, "HD"), service.scrambled && h("span", { class: "tag" }, `CA ${service.ca_pids}`)))));
     }
 }
-
-export { moduleName };

@@ -20,8 +20,17 @@ export class Plan extends EventTarget {
 
     /// Begins anew with one variant; what was before can be undone to.
     open(variant, isSaved = true) {
-        this.commit({ variants: [variant], current: 0 }, `Open ${variant.file}`);
-        if (isSaved) this.saved = this.state;
+        const state = { variants: [variant], current: 0 };
+        if (isSaved) this.saved = state;
+        if (this.variant) this.commit(state, `Open ${variant.file}`);
+        else this.become(state);
+    }
+
+    /// Takes up what was open before.
+    recall({ variants, current, isSaved }) {
+        const state = { variants, current };
+        if (isSaved) this.saved = state;
+        this.become(state);
     }
 
     /// Takes a new state; `label` names the step for undoing.
