@@ -1,5 +1,5 @@
-// The questions that take longer than a run: explaining, sizing, bounding. Their texts are the tool's own, fitted to
-// the width that the page has for them.
+// The questions that take longer than a run: explaining, sizing, bounding. Their texts are the tool's own,
+// fitted to the width that the page has for them.
 
 #include <fmt/format.h>
 
@@ -47,7 +47,8 @@ Message explain(const Message& question) {
     tool::EngineRun run = tool::load_engine(headend, headend_name);
     tool::Services services = tool::services_with(queries, run, headend_name);
     run_told(run);
-    tool::Explainer explainer(run, queries.empty() ? tool::Listing::with_an_input : tool::Listing::all_modules);
+    tool::Explainer explainer(run,
+                              queries.empty() ? tool::Listing::with_an_input : tool::Listing::all_modules);
     if (queries.empty())
         services = tool::unplaced_of(run);
     std::string json = tool::explanations_json_begin(headend.name);

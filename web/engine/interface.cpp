@@ -1,5 +1,5 @@
-// The engine as the page's worker calls it, with C names and numbers alone: the worker asks for room, writes a message
-// there, and reads the answer from where it is told. One question at a time.
+// The engine as the page's worker calls it, with C names and numbers alone: the worker asks for room, writes
+// a message there, and reads the answer from where it is told. One question at a time.
 
 #include <cstddef>
 #include <exception>

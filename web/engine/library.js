@@ -15,6 +15,8 @@ mergeInto(LibraryManager.library, {
 
     recalculo_is_one_cluster: function (code, next) {
         if (!Module["segmenter"]) Module["segmenter"] = new Intl.Segmenter();
-        return [...Module["segmenter"].segment(String.fromCodePoint(code, next))].length === 1 ? 1 : 0;
+        // A joiner joins pictures alone, and stands behind one.
+        const before = code === 0x200D ? "\u{1F469}" : "";
+        return [...Module["segmenter"].segment(before + String.fromCodePoint(code, next))].length === 1 ? 1 : 0;
     },
 });

@@ -13,7 +13,8 @@ std::string load_of(const std::string& mac, const tool::OutputResult& output) {
     if (tool::is_tight({tool::TightKind::bitrate, mac, output.number, output.bitrate, output.bitrate_max}) ||
         (!is_empty && output.service_count == output.service_max))
         return "full";
-    return std::uint64_t{output.bitrate} * 4 >= std::uint64_t{output.bitrate_max} * 3 && !is_empty ? "high" : "free";
+    return std::uint64_t{output.bitrate} * 4 >= std::uint64_t{output.bitrate_max} * 3 && !is_empty ? "high"
+                                                                                                   : "free";
 }
 
 } // namespace

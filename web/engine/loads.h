@@ -10,8 +10,8 @@
 
 namespace zarven::web {
 
-/// For each module and each of its outputs: "broken" beyond its limits, "full" with little left as comparisons count
-/// it, "high" from three quarters on, else "free".
+/// For each module and each of its outputs: "broken" beyond its limits, "full" with little left as
+/// comparisons count it, "high" from three quarters on, else "free".
 std::vector<std::vector<std::string>> loads_of(const tool::Result& result);
 
 } // namespace zarven::web

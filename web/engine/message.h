@@ -1,6 +1,6 @@
-// What goes between the page and the engine: a line of JSON, then texts one behind the other, of which the line
-// tells the sizes in bytes under "texts". So head-ends and results of megabytes are neither quoted nor parsed on the
-// way.
+// What goes between the page and the engine: a line of JSON, then texts one behind the other, of which the
+// line tells the sizes in bytes under "texts". So head-ends and results of megabytes are neither quoted nor
+// parsed on the way.
 
 #ifndef RECALCULO_WEB_MESSAGE_H
 #define RECALCULO_WEB_MESSAGE_H

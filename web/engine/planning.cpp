@@ -8,11 +8,11 @@
 #include "headend/service_filter.h"
 #include "lineup/channels_conf.h"
 #include "lineup/imported_lists.h"
+#include "loads.h"
 #include "placement/comparison.h"
 #include "placement/documents.h"
 #include "placement/result_json.h"
 #include "placement/sizing/further_modules.h"
-#include "loads.h"
 #include "placements.h"
 #include "questions.h"
 #include "report/import_text.h"
@@ -69,8 +69,7 @@ Message import_lists(const Message& question, std::size_t count) {
     tool::ImportedChannels imported = tool::import_channels(lists.channels, tool::BitrateEstimates());
     const std::vector<std::string> messages =
         tool::import_messages(lists.lists, imported, {}, tool::MessageDigest::Extent::few_of_each);
-    Message message =
-        headend_message(tool::headend_of_import(std::move(planned), std::move(imported)));
+    Message message = headend_message(tool::headend_of_import(std::move(planned), std::move(imported)));
     message.head["messages"] = messages;
     return message;
 }

@@ -8,19 +8,20 @@
 
 namespace zarven::web {
 
-/// Answers, or tells the failure: the head then has "failure", the sentence, and "place", a JSON pointer into the
-/// head-end where one value is at fault.
+/// Answers, or tells the failure: the head then has "failure", the sentence, and "place", a JSON pointer into
+/// the head-end where one value is at fault.
 Message answer(const Message& question);
 
 // The questions. Texts of a question come first in brackets. Each throws `Failure`.
 
 /// (nothing) "version".
 Message about(const Message& question);
-/// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists. A head-end
-/// as it is saved, a result or a module as it is: "kind" tells which; of lists the messages of their import.
+/// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists. A
+/// head-end as it is saved, a result or a module as it is: "kind" tells which; of lists the messages of their
+/// import.
 Message open(const Message& question);
-/// (head-end or result, another of before) name. The result, and the comparison with the other if there is one;
-/// "loads": see loads.h.
+/// (head-end or result, another of before) name. The result, and the comparison with the other if there is
+/// one; "loads": see loads.h.
 Message run(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);

@@ -30,7 +30,7 @@ export class Changes {
             h("td", { class: "number" }, change.lcn),
             h("td", {}, h("button", { type: "button", class: "link", onclick: () => this.actions.explain(change) }, name(change.name))),
             h("td", {}, streamOf(change)), h("td", {}, this.places(change.before)), h("td", {}, this.places(change.after))));
-        return h("section", {}, h("h3", {}, `${title} `, h("span", { class: "note" }, grouped(changes.length))),
+        return h("section", {}, h("h2", {}, `${title} `, h("span", { class: "note" }, grouped(changes.length))),
             h("div", { class: "scroll", tabindex: 0, role: "region", "aria-label": title }, h("table", {}, h("thead", {}, h("tr", {}, ["LCN", "Service", "Stream", "Before", "After"].map((text) => h("th", { scope: "col" }, text)))),
                 h("tbody", {}, rows))),
             changes.length > mostListed && h("p", { class: "note" }, `and ${grouped(changes.length - mostListed)} more`));
@@ -51,7 +51,7 @@ export class Changes {
         const all = [...taken, ...retuned, ...freed];
         const told = (stream) => (stream ? `${stream.onid}/${stream.tsid}` : "free");
         if (all.length + added.length + gone.length === 0) return null;
-        return h("section", {}, h("h3", {}, "Modules and inputs"), h("ul", {},
+        return h("section", {}, h("h2", {}, "Modules and inputs"), h("ul", {},
             added.map((mac) => h("li", {}, "new ", this.module(mac))), gone.map((mac) => h("li", {}, "gone ", name(mac))),
             all.slice(0, mostListed).map((input) => h("li", {}, this.module(input.mac), ` input ${input.number}: ${told(input.before)} → ${told(input.after)}`))));
     }

@@ -13,6 +13,7 @@ export class Draft {
     constructor(plan, say) {
         Object.assign(this, { plan, say });
         plan.addEventListener("change", () => {
+            this.isForgotten = false;
             clearTimeout(this.timer);
             this.timer = setTimeout(() => this.keep(), 300);
         });
@@ -46,7 +47,9 @@ export class Draft {
         }
     }
 
+    /// Until the next change nothing is kept.
     forget() {
+        this.isForgotten = true;
         try {
             localStorage.removeItem(key);
         } catch {

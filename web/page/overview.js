@@ -47,7 +47,7 @@ export class Overview {
 
     findings({ warnings }) {
         if (warnings.length === 0) return null;
-        return h("section", {}, h("h3", {}, counted(warnings.length, "finding")),
+        return h("section", {}, h("h2", {}, counted(warnings.length, "finding")),
             h("ul", { class: "findings" }, warnings.slice(0, mostListed).map((warning) => h("li", {}, this.linked(warning)))));
     }
 
@@ -66,7 +66,7 @@ export class Overview {
     /// As the tool groups them, where it does.
     causes({ causes }) {
         if (!causes?.length) return null;
-        return h("section", {}, h("h3", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause))));
+        return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause))));
     }
 
     cause(cause) {
@@ -82,7 +82,7 @@ export class Overview {
         if (services.length === 0) return h("p", { class: "all-placed" }, "Every service that is asked for is placed.");
         const list = h("ul", { class: "services" }, services.slice(0, mostListed).map((service) => this.service(service)));
         const rest = services.length - mostListed;
-        return h("section", {}, h("h3", {}, counted(services.length, "service"), " without a place"), list,
+        return h("section", {}, h("h2", {}, counted(services.length, "service"), " without a place"), list,
             rest > 0 && h("button", { type: "button", onclick: (event) => {
                 list.append(...services.slice(mostListed).map((service) => this.service(service)));
                 event.target.remove();

@@ -30,7 +30,7 @@ export class Placement {
         this.colours = this.select("Colours", [["load", "Colours by load"], ["stream", "Colours by stream"]]);
         this.count = h("p", { class: "note", role: "status" });
         this.list = h("div", { class: "modules" });
-        this.element = h("div", {}, h("div", { class: "toolbar" }, this.filter, this.load, this.sort, this.colours, this.count), this.list);
+        this.element = h("div", {}, h("h2", { class: "aside" }, "Modules"), h("div", { class: "toolbar" }, this.filter, this.load, this.sort, this.colours, this.count), this.list);
     }
 
     select(label, options) {
@@ -119,11 +119,11 @@ export class Placement {
 
     inside(module, loads) {
         return h("div", { class: "inside" },
-            h("div", {}, h("h4", {}, "Inputs"), h("ul", {}, module.inputs.map((input) => h("li", {},
+            h("div", {}, h("h3", {}, "Inputs"), h("ul", {}, module.inputs.map((input) => h("li", {},
                 h("b", {}, `Input ${input.number} `),
                 input.tuned ? h("span", {}, `stream ${streamOf(input)} `, h("span", { class: "note" }, this.reception(input))) : h("span", { class: "note" }, "free"),
                 this.services(input.services))))),
-            h("div", {}, h("h4", {}, "Outputs"), h("ul", {}, module.outputs.map((output, at) => h("li", {},
+            h("div", {}, h("h3", {}, "Outputs"), h("ul", {}, module.outputs.map((output, at) => h("li", {},
                 h("b", {}, `Output ${output.number} `),
                 h("span", { class: `state ${loads[at]}` }, loadWords[loads[at]]),
                 h("span", { class: "note" }, ` ${grouped(output.bitrate)} of ${grouped(output.bitrate_max)} kbit/s, ${counted(output.service_count, "service")}`),

@@ -135,6 +135,7 @@ export class Table {
         for (const place of this.grid.meant) headend[this.key].push(clean(this.kind.copied(this.records[place], headend)));
         this.become(headend[this.key], `Copy ${counted(this.grid.meant.length, this.kind.thing)}`);
         this.grid.goTo(headend[this.key].length - 1);
+        this.grid.element.focus();
     }
 
     remove() {

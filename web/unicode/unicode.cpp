@@ -1,5 +1,5 @@
-// UTF-8 is decoded here, as strictly as the library does it; what needs tables is asked of JavaScript. Letters of
-// Western scripts, which nearly all names are made of, are answered without asking.
+// UTF-8 is decoded here, as strictly as the library does it; what needs tables is asked of JavaScript.
+// Letters of Western scripts, which nearly all names are made of, are answered without asking.
 
 #include "utf8proc.h"
 
@@ -20,7 +20,8 @@ bool is_surrogate(utf8proc_int32_t code) {
 
 } // namespace
 
-utf8proc_ssize_t utf8proc_iterate(const utf8proc_uint8_t* text, utf8proc_ssize_t size, utf8proc_int32_t* code) {
+utf8proc_ssize_t utf8proc_iterate(const utf8proc_uint8_t* text, utf8proc_ssize_t size,
+                                  utf8proc_int32_t* code) {
     *code = -1;
     if (size < 1)
         return 0;
@@ -29,7 +30,11 @@ utf8proc_ssize_t utf8proc_iterate(const utf8proc_uint8_t* text, utf8proc_ssize_t
         *code = static_cast<utf8proc_int32_t>(first);
         return 1;
     }
-    const utf8proc_ssize_t length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    const utf8proc_ssize_t length = first < 0xC2   ? 0
+                                    : first < 0xE0 ? 2
+                                    : first < 0xF0 ? 3
+                                    : first < 0xF5 ? 4
+                                                   : 0;
     if (length == 0 || length > size)
         return -1;
     auto value = static_cast<utf8proc_int32_t>(first & (0xFFU >> (length + 1)));
@@ -48,7 +53,9 @@ utf8proc_ssize_t utf8proc_iterate(const utf8proc_uint8_t* text, utf8proc_ssize_t
 utf8proc_category_t utf8proc_category(utf8proc_int32_t code) {
     if (code < 0x20 || (code >= 0x7F && code < 0xA0))
         return UTF8PROC_CATEGORY_CC;
-    return code == 0x2028 ? UTF8PROC_CATEGORY_ZL : code == 0x2029 ? UTF8PROC_CATEGORY_ZP : UTF8PROC_CATEGORY_CN;
+    return code == 0x2028   ? UTF8PROC_CATEGORY_ZL
+           : code == 0x2029 ? UTF8PROC_CATEGORY_ZP
+                            : UTF8PROC_CATEGORY_CN;
 }
 
 int utf8proc_charwidth(utf8proc_int32_t code) {
@@ -66,7 +73,7 @@ bool utf8proc_grapheme_break_stateful(utf8proc_int32_t code, utf8proc_int32_t ne
     return recalculo_is_one_cluster(code, next) == 0;
 }
 
-utf8proc_ssize_t utf8proc_decompose(const utf8proc_uint8_t*, utf8proc_ssize_t, utf8proc_int32_t*, utf8proc_ssize_t,
-                                    utf8proc_option_t) {
+utf8proc_ssize_t utf8proc_decompose(const utf8proc_uint8_t*, utf8proc_ssize_t, utf8proc_int32_t*,
+                                    utf8proc_ssize_t, utf8proc_option_t) {
     return 0;
 }
