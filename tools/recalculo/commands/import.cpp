@@ -38,17 +38,16 @@ void import_command(const ImportOptions& options) {
     ImportedLists lists;
     for (const std::string& path : options.channels)
         lists.read(input_name(path), read_text(path), format);
-    ImportedChannels imported = import_channels(
-        lists.channels, options.estimates,
-        options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over);
+    ImportedChannels imported =
+        import_channels(lists.channels, options.estimates,
+                        options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over);
     const ReadFilter read = read_filter(options.filter, imported.services);
     choose_services(imported, read.filter);
     for (const std::string& message :
          import_messages(lists.lists, imported, read.missing,
                          options.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each))
         write_message(message);
-    write_text(options.output,
-               write_headend(headend_of_import(std::move(planned), std::move(imported))));
+    write_text(options.output, write_headend(headend_of_import(std::move(planned), std::move(imported))));
 }
 
 } // namespace zarven::tool
