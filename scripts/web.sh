@@ -35,4 +35,4 @@ else
 fi
 export RECALCULO=$PWD/build/gcc/tools/recalculo/recalculo
 cd tests/tools/page
-node --test planner_engine.test.js planner.test.js
+node --test planner_engine.test.js planner.test.js planner_firefox.test.js

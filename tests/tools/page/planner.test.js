@@ -2,8 +2,8 @@
 // folder with a channels.conf.
 
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
-import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { execFileSync, spawnSync } from "node:child_process";
+import { copyFileSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join, resolve } from "node:path";
 import { after, before, describe, test } from "node:test";
@@ -24,7 +24,10 @@ after(async () => {
     rmSync(folder, { recursive: true });
 });
 
-const at = (name, use, more) => test(name, () => visit(browser, use, more));
+const at = (name, use, { before: prepare = () => {}, ...more } = {}) => test(name, () => {
+    prepare();
+    return visit(browser, use, more);
+});
 
 describe("Start", () => {
     at("an empty page says what to drop", async (page) => {
@@ -316,6 +319,35 @@ describe("Take it along", () => {
         await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
         await settled(page, () => press(page, "Space"));
         assert.equal(await leaves(), false);
+    });
+});
+
+describe("With a head-end inside", () => {
+    const file = join(folder, "live.html");
+    const named = join(folder, "named.json");
+
+    at("it is there at once, whatever its names, and a draft of it comes back", async (page) => {
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await placed(page), "11 of 12");
+        assert.equal(await page.locator("#name").inputValue(), "</script><!-- Small");
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "2", "Enter"));
+        page.on("dialog", (dialog) => dialog.accept());
+        await page.reload();
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await placed(page), "12 of 12");
+    }, { file, before: () => {
+        writeFileSync(named, JSON.stringify({ ...JSON.parse(readFileSync(small, "utf8")), name: "</script><!-- Small" }));
+        native("run", named, "--live", file);
+    } });
+
+    test("a page that is not there is told, and where it was looked for", () => {
+        const lonely = join(folder, "recalculo");
+        copyFileSync(recalculo, lonely);
+        const { status: code, stderr } = spawnSync(lonely, ["run", small, "--live", file], { encoding: "utf8", env: { ...process.env, LD_LIBRARY_PATH: join(root, "build/gcc") } });
+        assert.equal(code, 2);
+        assert.match(stderr, /--live: the page of the planner is in neither .*share\/recalculo\/recalculo\.html nor/);
     });
 });
 

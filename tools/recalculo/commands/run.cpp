@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/fail_on.h"
+#include "commands/live_output.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
@@ -57,6 +58,8 @@ void run_command(const RunOptions& options) {
     Headend headend = read_input(options.headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
 
+    if (!options.live.empty())
+        write_live_page(options.live, headend);
     const Result result = run_driver(options, headend, file);
     std::optional<Strategies> run_alone;
     if (options.strategies)
