@@ -9,12 +9,13 @@
 #include "lineup/channels_conf.h"
 #include "lineup/imported_lists.h"
 #include "loads.h"
-#include "placement/comparison.h"
-#include "placement/documents.h"
+#include "placement/comparison_fields.h"
+#include "placement/result_fields.h"
 #include "placement/result_json.h"
 #include "placement/sizing/further_modules.h"
 #include "placements.h"
 #include "questions.h"
+#include "records/write.h"
 #include "report/import_text.h"
 #include "report/page/result_page.h"
 #include "report/result_channels.h"
@@ -89,11 +90,12 @@ Message run(const Message& question) {
     const std::string name = name_of(question);
     const tool::Result& result = placement_of(name, question.texts.at(0));
     Message message;
-    message.texts = {tool::result_json(result)};
+    // On one line: of ten thousand services it is half as long, and each change waits for it.
+    message.texts = {tool::json_of(result).dump()};
     message.head["loads"] = loads_of(result);
     if (question.texts.size() > 1)
         message.texts.push_back(
-            tool::comparison_json(tool::compare(placement_of(name, question.texts[1]), result)));
+            tool::json_of(tool::compare(placement_of(name, question.texts[1]), result)).dump());
     return message;
 }
 
@@ -113,7 +115,9 @@ Message write(const Message& question) {
     const std::string format = question.head.at("format");
     const tool::Result& result = placement_of(name, question.texts.at(0));
     Message message;
-    if (format == "csv") {
+    if (format == "result") {
+        message.texts = {tool::result_json(result)};
+    } else if (format == "csv") {
         message.texts = {tool::result_csv(result)};
     } else if (format == "page") {
         message.texts = {tool::result_page(result)};

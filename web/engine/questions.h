@@ -21,7 +21,7 @@ Message about(const Message& question);
 /// import.
 Message open(const Message& question);
 /// (head-end or result, another of before) name. The result, and the comparison with the other if there is
-/// one; "loads": see loads.h.
+/// one; "loads": see loads.h. Both are on one line; else as the tool writes them.
 Message run(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);
@@ -33,7 +33,7 @@ Message explain(const Message& question);
 Message size(const Message& question);
 /// (head-end) width. JSON and text.
 Message bound(const Message& question);
-/// (head-end or result) format: channels.conf, csv, page. The text, and a message where there is one.
+/// (head-end or result) format: result, channels.conf, csv, page. The text, and a message where there is one.
 Message write(const Message& question);
 /// (head-end) terms. "services": the places of those for which they hold.
 Message filter(const Message& question);

@@ -101,10 +101,6 @@ export class Files {
         this.actions.saved();
     }
 
-    saveResult(outcome) {
-        if (outcome) download(`${this.stem}.result.json`, outcome.text, "application/json");
-    }
-
     async write(format, ending, type) {
         const { variant } = this.plan;
         if (!variant) return;
@@ -115,9 +111,9 @@ export class Files {
     }
 
     /// The ways out, as buttons of a menu.
-    ways(outcome) {
+    ways() {
         return [
-            button("Result (JSON)", () => this.saveResult(outcome())),
+            button("Result (JSON)", () => this.write("result", ".result.json", "application/json")),
             button("Channel list (channels.conf)", () => this.write("channels.conf", ".channels.conf", "text/plain")),
             button("Table (CSV)", () => this.write("csv", ".csv", "text/csv")),
             button("Report (HTML)", () => this.write("page", ".html", "text/html")),

@@ -87,7 +87,7 @@ class App {
         byId("cancel").onclick = () => this.runner.cancel();
         byId("print").onclick = () => print();
         byId("forget").onclick = () => this.forget();
-        byId("export").append(...this.files.ways(() => this.outcome));
+        byId("export").append(...this.files.ways());
         byId("name").onchange = (event) => this.plan.change({ ...this.plan.headend, name: event.target.value || undefined }, "Rename");
         for (const [title, id] of [["A small head-end", "small"], ["A hotel", "medium"]])
             byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }])));

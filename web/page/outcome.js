@@ -10,7 +10,6 @@ export const moduleName = ({ label, mac }) => label || mac;
 
 export class Outcome {
     constructor({ texts: [result, comparison], loads, milliseconds }) {
-        this.text = result;
         this.result = JSON.parse(result);
         this.comparison = comparison ? JSON.parse(comparison) : null;
         this.loads = loads;
