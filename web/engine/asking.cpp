@@ -1,10 +1,13 @@
 // The questions that take longer than a run: explaining, sizing, bounding. Their texts are the tool's own,
 // fitted to the width that the page has for them.
 
+#include <chrono>
+
 #include <fmt/format.h>
 
 #include "headend/headend_json.h"
 #include "placement/bound.h"
+#include "placement/choice.h"
 #include "placement/documents.h"
 #include "placement/engine_run.h"
 #include "placement/explanation_json.h"
@@ -15,6 +18,7 @@
 #include "progress.h"
 #include "questions.h"
 #include "report/bound_text.h"
+#include "report/choice_text.h"
 #include "report/explanation_text.h"
 #include "report/sizing_text.h"
 
@@ -59,7 +63,7 @@ Message explain(const Message& question) {
         text += (text.empty() ? "" : "\n") + tool::explanation_text(explanation, style_of(question));
     }
     Message message;
-    message.texts = {json + tool::explanations_json_end(tool::texts_of(explainer.findings())), text};
+    message.texts = {json + tool::explanations_json_end(explainer.findings()), text};
     return message;
 }
 
@@ -77,6 +81,24 @@ Message size(const Message& question) {
     const tool::Sizing sizing = tool::size_headend(headend, headend_name, kind, options);
     Message message;
     message.texts = {tool::sizing_json(sizing), tool::sizing_text(sizing, style_of(question))};
+    return message;
+}
+
+Message choose(const Message& question) {
+    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::ChoosingLimits limits;
+    limits.time = std::chrono::seconds(question.head.value("seconds", 5));
+    limits.runs = question.head.value("runs", limits.runs);
+    tool::DrawnLine line(means_of_page());
+    const tool::Choice choice =
+        tool::choose_services(headend, limits, {}, [&](const tool::ChoosingProgress& progress) {
+            line.draw([&] { return tool::progress_in_figures(progress, headend); });
+            return true;
+        });
+    const tool::ChoiceReport report = tool::report_of(headend, choice, nullptr, headend_name);
+    Message message;
+    message.texts = {tool::choice_json(report), tool::choice_text(report, "", style_of(question)),
+                     tool::write_headend(tool::with_choice(headend, choice))};
     return message;
 }
 

@@ -19,8 +19,9 @@ using Answerer = Message (*)(const Message&);
 
 const std::map<std::string, Answerer>& answerers() {
     static const std::map<std::string, Answerer> all = {
-        {"about", about},     {"open", open}, {"run", run},     {"change", change}, {"add", add},
-        {"explain", explain}, {"size", size}, {"bound", bound}, {"write", write},   {"filter", filter}};
+        {"about", about},   {"open", open},       {"run", run},      {"change", change},
+        {"add", add},       {"explain", explain}, {"size", size},    {"bound", bound},
+        {"choose", choose}, {"write", write},     {"filter", filter}};
     return all;
 }
 

@@ -31,6 +31,8 @@ Message add(const Message& question);
 Message explain(const Message& question);
 /// (head-end, module) most, width. JSON and text.
 Message size(const Message& question);
+/// (head-end) seconds, or runs for so many states; width. JSON, text, and the head-end with the choice.
+Message choose(const Message& question);
 /// (head-end) width. JSON and text.
 Message bound(const Message& question);
 /// (head-end or result) format: result, channels.conf, csv, page. The text, and a message where there is one.

@@ -25,12 +25,15 @@ export class Ask {
         engine.onprogress = (text) => { if (this.isAsking) this.progress.textContent = text; };
         this.kind = h("select", { "aria-label": "Kind of module to add" });
         this.most = h("input", { type: "number", min: 0, max: 10000, value: 32, "aria-label": "The most modules to add" });
+        this.seconds = h("input", { type: "number", min: 1, max: 3600, value: 5, "aria-label": "Seconds to search" });
         this.stop = button("Stop", () => this.engine.cancel(), { hidden: true });
         this.progress = h("p", { class: "note", role: "status" });
         this.answer = h("div", { class: "answer" });
         this.element = h("div", { class: "ask" },
             h("p", {}, "What would make everything fit: further modules like ", this.kind, ", ", this.most, " at the most, or one limit raised? ",
                 button("Size", () => this.size(), { class: "primary" })),
+            h("p", {}, "Which services are better not asked for, so that the most that matters is placed? Search for ", this.seconds, " seconds ",
+                button("Choose", () => this.choose(), { class: "primary" })),
             h("p", {}, "How many services could any arrangement place? ", button("Bound", () => this.bound(), { class: "primary" })),
             h("p", {}, this.stop), this.progress, this.answer);
     }
@@ -55,13 +58,18 @@ export class Ask {
         ]);
     }
 
+    choose() {
+        const seconds = Math.max(1, Math.min(3600, Math.trunc(Number(this.seconds.value)) || 5));
+        return this.put({ ask: "choose", seconds }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
+            [this.proposal("Ask for what was chosen", { ask: "change" }, [], chosen)]);
+    }
+
     bound() { return this.put({ ask: "bound" }, [textOf(this.plan.headend)], () => []); }
 
     /// A button that makes the change which the answer proposes.
-    proposal(title, question, texts = []) {
-        const { headend } = this.plan;
+    proposal(title, question, texts = [], headendText = textOf(this.plan.headend)) {
         return h("li", {}, h("code", {}, name(title)), " ", button("Take over", async () => {
-            const answer = await this.actions.asked(this.engine, question, [textOf(headend), ...texts]);
+            const answer = await this.actions.asked(this.engine, question, [headendText, ...texts]);
             if (answer) this.plan.change(JSON.parse(answer.texts[0]), title);
         }));
     }
@@ -73,8 +81,8 @@ export class Ask {
         this.progress.textContent = "Asking";
         this.answer.replaceChildren();
         try {
-            const { texts: [json, text] } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
-            this.answer.replaceChildren(h("pre", { tabindex: 0 }, text), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(json))));
+            const { texts: answers } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
+            this.answer.replaceChildren(h("pre", { tabindex: 0 }, answers[1]), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(answers[0]), answers)));
             this.progress.textContent = "";
         } catch (wrong) {
             this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;

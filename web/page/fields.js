@@ -10,7 +10,7 @@ const headings = {
     aux_transcoders: "AUX transcoders", ask: "Ask for",
 };
 
-const widths = { mac: 145, name: 180, output_name: 150, label: 130, outputs: 130, inputs: 62, pids_max: 58, ask: 74, must: 62, value: 62 };
+const widths = { mac: 165, controller: 92, name: 180, output_name: 150, label: 130, outputs: 130, inputs: 70, pids_max: 58, ask: 74, must: 62, value: 62 };
 
 const heading = (key) => headings[key] ?? key[0].toUpperCase() + key.slice(1).replaceAll("_", " ");
 

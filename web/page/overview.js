@@ -38,17 +38,20 @@ export class Overview {
             tile("Placed", grouped(placed), `of ${grouped(loaded)}`, placed === loaded && loaded > 0 ? "good" : ""),
             tile("Left out", grouped(left), neither ? `and ${grouped(neither)} neither` : "", left > 0 ? "short" : ""),
             tile("Inputs in use", grouped(inputs.tuned), `of ${grouped(inputs.all)}`),
-            tile("Findings", grouped(result.warnings.length), "", result.warnings.length > 0 ? "short" : ""),
+            tile("Broken", grouped(result.findings.filter(({ broken }) => broken).length), "", result.findings.some(({ broken }) => broken) ? "short" : ""),
             withheld > 0 && tile("Not asked for", grouped(withheld)),
             comparison && tile("Difference", "", difference(comparison) || "none"));
     }
 
     noModules() { return h("p", {}, "There is no module yet: add one in the table."); }
 
-    findings({ warnings }) {
-        if (warnings.length === 0) return null;
-        return h("section", {}, h("h2", {}, counted(warnings.length, "finding")),
-            h("ul", { class: "findings" }, warnings.slice(0, mostListed).map((warning) => h("li", {}, this.linked(warning)))));
+    /// What is broken first, then what is only counted; of each the sentence that the tool has for it.
+    findings({ findings, warnings }) {
+        return [true, false].map((isBroken) => {
+            const told = warnings.filter((warning, at) => (findings[at]?.broken ?? true) === isBroken);
+            return told.length > 0 && h("section", {}, h("h2", {}, isBroken ? "Broken" : "Only counted"," ", h("span", { class: "note" }, grouped(told.length))),
+                h("ul", { class: isBroken ? "findings broken" : "findings" }, told.slice(0, mostListed).map((warning) => h("li", {}, this.linked(warning)))));
+        });
     }
 
     /// A sentence in which the modules lead to their boxes.

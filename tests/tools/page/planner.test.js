@@ -246,6 +246,20 @@ describe("See and ask", () => {
         await page.locator("#panel-ask pre").getByText("12").first().waitFor();
     });
 
+    at("a choice is searched, stopped, searched again and taken over", async (page) => {
+        await openFiles(page, join(examples, "medium.json"));
+        await see(page, "Ask");
+        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("60");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await page.getByRole("button", { name: "Stop" }).click();
+        await page.getByText("Stopped.").waitFor();
+        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("1");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
+        await see(page, "Overview");
+        assert.match(await page.locator("#undo").getAttribute("title"), /Ask for what was chosen/);
+    });
+
     at("findings lead to their modules", async (page) => {
         await openFiles(page, medium);
         await page.locator(".findings .link").first().click();

@@ -118,6 +118,16 @@ describe("Every answer is the tool's", () => {
         }
     });
 
+    test("of choosing, and the choice can be taken over", () => {
+        const chosen = join(folder, "chosen.json");
+        const file = fileOf("to-choose-of.json", JSON.stringify(generated(6)));
+        const [json, told, headend] = ask({ ask: "choose", seconds: 100, runs: 200 }, [readFileSync(file, "utf8")]).texts;
+        const parameters = ["choose", file, "--runs", "200", "--jobs", "1", "-o", chosen];
+        assert.equal(json, native(...parameters, "--json"));
+        assert.equal(told, native(...parameters));
+        assert.equal(headend, readFileSync(chosen, "utf8"));
+    });
+
     test("of explaining one service, with columns that fit names of any script", () => {
         const file = join(examples, "medium.json");
         for (const service of ["212", "Vídeo Comunitario", "75"]) {
