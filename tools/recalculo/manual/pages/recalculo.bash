@@ -42,7 +42,7 @@ _recalculo() {
         words='run explain compare size choose bound import export --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --pauses --log --fail-on --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --live --strategies --pauses --log --fail-on --color --version' ;;
         explain) words='-h --help --set --service --json --color --version' ;;
         compare) words='-h --help --json --html --fail-on --color --version' ;;
         size) words='-h --help --set --add --most --jobs --json --color --version' ;;
