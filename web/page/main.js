@@ -118,10 +118,11 @@ class App {
 
     // ---- Following the plan ----------------------------------------------------------------------------
 
+    /// The engine begins first: while it works, the tables are drawn.
     follow() {
+        this.run();
         this.drawBar();
         this.drawTable();
-        this.run();
     }
 
     /// What the current variant is compared with.
