@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "placement/services.h"
 
@@ -30,6 +31,10 @@ ServiceQuery parse_service_query(const std::string& text, const std::string& opt
 /// also a clone that alone has it. A number that is no LCN is read as a name, and so is in the end the whole
 /// text. Throws `Failure` if there is none; `file` is for messages.
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file);
+
+/// The services of several queries, each once.
+Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
+                       const std::string& file);
 
 } // namespace zarven::tool
 
