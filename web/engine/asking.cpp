@@ -14,6 +14,7 @@
 #include "placement/host.h"
 #include "placement/service_query.h"
 #include "placement/sizing.h"
+#include "placement/sizing/advising.h"
 #include "placement/sizing/further_modules.h"
 #include "progress.h"
 #include "questions.h"
@@ -55,7 +56,10 @@ Message explain(const Message& question) {
                               queries.empty() ? tool::Listing::with_an_input : tool::Listing::all_modules);
     if (queries.empty())
         services = tool::unplaced_of(run);
-    std::string json = tool::explanations_json_begin(headend.name);
+    tool::Result result = tool::result_of(run, headend.name);
+    if (queries.empty())
+        result.advice = tool::advice_for(headend, headend_name, result, tool::automatic_trials);
+    std::string json = tool::explanations_json_begin(result);
     std::string text;
     for (const auto& service : services) {
         const tool::Explanation explanation = explainer.explain(service);
@@ -78,7 +82,7 @@ Message size(const Message& question) {
     options.progress = [&line](std::size_t done, std::size_t planned) {
         line.draw([&] { return std::vector{tool::runs_in_figures(done, planned)}; });
     };
-    const tool::Sizing sizing = tool::size_headend(headend, headend_name, kind, options);
+    const tool::Sizing sizing = tool::size_headend(headend, headend_name, {kind}, options);
     Message message;
     message.texts = {tool::sizing_json(sizing), tool::sizing_text(sizing, style_of(question))};
     return message;

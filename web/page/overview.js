@@ -67,17 +67,18 @@ export class Overview {
     }
 
     /// As the tool groups them, where it does.
-    causes({ causes }) {
-        if (!causes?.length) return null;
-        return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause))));
+    causes({ causes, left_out: streams, neither }) {
+        if (!causes.length) return null;
+        const services = [...streams.flatMap(({ services }) => services), ...neither];
+        return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause, services))));
     }
 
-    cause(cause) {
-        const sentence = cause.sentence ?? cause.text ?? cause.cause ?? "";
-        const services = cause.services ?? [];
+    /** Which services it keeps out, each of them tells. */
+    cause({ kind, services: number, sentence }, services) {
+        const kept = services.filter(({ cause }) => cause === kind);
         return h("li", {}, h("details", {},
-            h("summary", {}, h("b", {}, grouped(Array.isArray(services) ? services.length : services)), " ", name(String(sentence))),
-            Array.isArray(services) && h("ul", { class: "services" }, services.slice(0, mostListed).map((service) => this.service(service)))));
+            h("summary", {}, h("b", {}, grouped(number)), " ", name(sentence)),
+            h("ul", { class: "services" }, kept.slice(0, mostListed).map((service) => this.service(service)))));
     }
 
     leftOut({ left_out: streams, neither, clones_waiting: waiting }) {

@@ -48,7 +48,7 @@ describe("Start", () => {
     });
 
     at("a result is shown without tables, and compared with nothing", async (page) => {
-        await settled(page, async () => drop(page, "small.result.json", native("run", small, "--json")));
+        await settled(page, async () => drop(page, "small.result.json", native("run", small, "--json", "--trials", "0")));
         assert.equal(await placed(page), "11 of 12");
         assert.equal(await page.locator("#edit").isVisible(), false);
     });
@@ -294,7 +294,7 @@ describe("Take it along", () => {
             await page.getByText("Take along").click();
             await page.getByRole("button", { name: "Result (JSON)" }).click();
         });
-        assert.equal(result.text, native("run", file, "--json"));
+        assert.equal(result.text, native("run", file, "--json", "--trials", "0"));
         await openFiles(page, file);
         assert.equal(await placed(page), "11 of 12");
     });
@@ -306,7 +306,7 @@ describe("Take it along", () => {
             const { name: file, text } = await downloaded(page, () => page.getByRole("button", { name }).click());
             assert.equal(file, `medium${ending}`);
             const result = join(folder, "medium.result.json");
-            writeFileSync(result, native("run", medium, "--json"));
+            writeFileSync(result, native("run", medium, "--json", "--trials", "0"));
             assert.equal(text, native("export", result, "--format", format));
         });
 
