@@ -91,7 +91,7 @@ Message run(const Message& question) {
     const tool::Result& result = placement_of(name, question.texts.at(0));
     Message message;
     // On one line: of ten thousand services it is half as long, and each change waits for it.
-    message.texts = {tool::json_of(result).dump()};
+    message.texts = {tool::result_json_on_one_line(result)};
     message.head["loads"] = loads_of(result);
     if (question.texts.size() > 1)
         message.texts.push_back(

@@ -7,7 +7,7 @@ import { button, h, name, put } from "./dom.js";
 import { Draft, given } from "./draft.js";
 import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
-import { keyOf, moduleName, Outcome } from "./outcome.js";
+import { keyOf, moduleName, Outcome, usedInputs } from "./outcome.js";
 import { difference, Overview } from "./overview.js";
 import { Placement } from "./placement.js";
 import { Plan, textOf, variantName } from "./plan.js";
@@ -58,7 +58,7 @@ class App {
             key: "use", heading: "In use", kind: "text", width: 120, isShown: true, isLink: true, hint: "Inputs and PIDs in use. Enter or a click shows the module",
             get: ({ mac }) => {
                 const module = this.outcome?.modules.get(mac);
-                return module ? `${module.inputs.filter(({ tuned }) => tuned).length} of ${module.inputs.length}, ${module.pids} PIDs` : "";
+                return module ? `${usedInputs(module)} of ${module.inputs.length}, ${module.pids} PIDs` : "";
             },
             format: (value) => value,
         };
@@ -179,7 +179,7 @@ class App {
         document.body.classList.add("stale");
         if (wrong instanceof Cancelled) return void (byId("status").textContent = "Cancelled. What is shown is of before.");
         const [, list, at] = /^\/(modules|services)\/(\d+)/.exec(wrong.place ?? "") ?? [];
-        byId("failure").replaceChildren(h("p", {}, name(wrong.message)), list && button("Go there", () => this.goTo(list, Number(at))));
+        put(byId("failure"), h("p", {}, name(wrong.message)), list && button("Go there", () => this.goTo(list, Number(at))));
         byId("failure").hidden = false;
         byId("status").textContent = wrong instanceof Refused ? "The engine cannot run this. What is shown is of before." : "";
     }

@@ -8,6 +8,12 @@ export const streamOf = ({ onid, tsid }) => `${onid}/${tsid}`;
 /// The name of a module: its label, and its MAC where there is none.
 export const moduleName = ({ label, mac }) => label || mac;
 
+/// An input without services is free, whatever it is tuned to.
+export const isFree = ({ services }) => services.length === 0;
+
+/// How many inputs of a module are in use.
+export const usedInputs = ({ inputs }) => inputs.filter((input) => !isFree(input)).length;
+
 export class Outcome {
     constructor({ texts: [result, comparison], loads, milliseconds }) {
         this.result = JSON.parse(result);
@@ -50,7 +56,8 @@ export class Outcome {
     }
 
     get inputs() {
-        const all = this.result.modules.flatMap(({ inputs }) => inputs);
-        return { tuned: all.filter(({ tuned }) => tuned).length, all: all.length };
+        const { modules } = this.result;
+        const sum = (count) => modules.reduce((total, module) => total + count(module), 0);
+        return { used: sum(usedInputs), all: sum(({ inputs }) => inputs.length) };
     }
 }

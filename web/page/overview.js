@@ -37,7 +37,7 @@ export class Overview {
         return h("dl", { class: "tiles" },
             tile("Placed", grouped(placed), `of ${grouped(loaded)}`, placed === loaded && loaded > 0 ? "good" : ""),
             tile("Left out", grouped(left), neither ? `and ${grouped(neither)} neither` : "", left > 0 ? "short" : ""),
-            tile("Inputs in use", grouped(inputs.tuned), `of ${grouped(inputs.all)}`),
+            tile("Inputs in use", grouped(inputs.used), `of ${grouped(inputs.all)}`),
             tile("Broken", grouped(result.findings.filter(({ broken }) => broken).length), "", result.findings.some(({ broken }) => broken) ? "short" : ""),
             withheld > 0 && tile("Not asked for", grouped(withheld)),
             comparison && tile("Difference", "", difference(comparison) || "none"));
@@ -66,14 +66,14 @@ export class Overview {
         return h("button", { type: "button", class: "link", onclick: () => this.actions.showModule(module.mac) }, name(module.mac));
     }
 
-    /// As the tool groups them, where it does.
+    /// As the tool groups them.
     causes({ causes, left_out: streams, neither }) {
         if (!causes.length) return null;
         const services = [...streams.flatMap(({ services }) => services), ...neither];
         return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause, services))));
     }
 
-    /** Which services it keeps out, each of them tells. */
+    /// Which services it keeps out, each of them tells.
     cause({ kind, services: number, sentence }, services) {
         const kept = services.filter(({ cause }) => cause === kind);
         return h("li", {}, h("details", {},

@@ -1,7 +1,7 @@
 // The modules as boxes that fold: how full each output is, and inside which services come in and go out.
 
 import { counted, folded, grouped, h, name, svg } from "./dom.js";
-import { streamOf } from "./outcome.js";
+import { isFree, streamOf, usedInputs } from "./outcome.js";
 
 const loadWords = { broken: "Broken", full: "Full", high: "High", free: "Free" };
 
@@ -80,7 +80,6 @@ export class Placement {
 
     box(module, loads) {
         const { mac, label, controller, inputs, outputs, pids, pids_max: pidsMax } = module;
-        const tuned = inputs.filter((input) => input.tuned).length;
         const box = h("details", { class: "module", data: { mac }, ontoggle: (event) => {
             if (box.open) this.open.add(mac);
             else this.open.delete(mac);
@@ -89,7 +88,7 @@ export class Placement {
         } }, h("summary", {},
             h("span", { class: "module-name" }, name(label || mac), label && h("span", { class: "mac" }, name(mac)),
                 controller && h("span", { class: "badge" }, "controller")),
-            h("span", { class: "facts" }, `${tuned} of ${counted(inputs.length, "input")}`, h("span", {}, `${grouped(pids)} of ${counted(pidsMax, "PID")}`)),
+            h("span", { class: "facts" }, `${usedInputs(module)} of ${counted(inputs.length, "input")}`, h("span", {}, `${grouped(pids)} of ${counted(pidsMax, "PID")}`)),
             h("span", { class: "bars" }, outputs.map((output, at) => this.bar(output, loads[at])))));
         if (this.open.has(mac)) {
             box.open = true;
@@ -121,7 +120,7 @@ export class Placement {
         return h("div", { class: "inside" },
             h("div", {}, h("h3", {}, "Inputs"), h("ul", {}, module.inputs.map((input) => h("li", {},
                 h("b", {}, `Input ${input.number} `),
-                input.tuned ? h("span", {}, `stream ${streamOf(input)} `, h("span", { class: "note" }, this.reception(input))) : h("span", { class: "note" }, "free"),
+                isFree(input) ? h("span", { class: "note" }, "free") : h("span", {}, `stream ${streamOf(input)} `, h("span", { class: "note" }, this.reception(input))),
                 this.services(input.services))))),
             h("div", {}, h("h3", {}, "Outputs"), h("ul", {}, module.outputs.map((output, at) => h("li", {},
                 h("b", {}, `Output ${output.number} `),

@@ -260,6 +260,30 @@ describe("See and ask", () => {
         assert.match(await page.locator("#undo").getAttribute("title"), /Ask for what was chosen/);
     });
 
+    at("each cause counts the services that it keeps out, lists them and has them explained", async (page) => {
+        await openFiles(page, medium);
+        const { causes, left_out: streams } = JSON.parse(native("run", medium, "--json", "--trials", "0"));
+        assert.ok(causes.length > 0);
+        const told = page.locator(".causes > li");
+        assert.deepEqual(await told.locator("summary").allTextContents(), causes.map(({ services, sentence }) => `${services} ${sentence}`));
+        await told.first().locator("summary").click();
+        const kept = streams.flatMap(({ services }) => services).filter(({ cause }) => cause === causes[0].kind);
+        assert.deepEqual(await told.first().locator(".link bdi").allTextContents(), kept.map(({ name }) => name));
+        await told.first().locator(".link").first().click();
+        await page.locator(".explanation pre").getByText(kept[0].name).first().waitFor();
+    });
+
+    at("an input that carries nothing is free, whatever it is tuned to", async (page) => {
+        const input = (number, services) => ({ number, tuned: true, onid: 1, tsid: number, services });
+        const result = JSON.parse(native("run", small, "--json", "--trials", "0"));
+        const all = result.modules.flatMap(({ inputs }) => inputs).length;
+        result.modules[2].inputs[0] = input(1, []);
+        await openFiles(page, made("tuned.result.json", result));
+        assert.deepEqual(await page.locator(".tile", { hasText: "Inputs in use" }).locator("dd > *").allTextContents(), [String(all - 1), `of ${all}`]);
+        await see(page, "Modules");
+        await page.locator("details.module .facts").last().getByText("0 of 1 input").waitFor();
+    });
+
     at("findings lead to their modules", async (page) => {
         await openFiles(page, medium);
         await page.locator(".findings .link").first().click();
@@ -418,7 +442,8 @@ describe("For everybody", () => {
                 await look();
             }
             await see(page, "Overview");
-            await page.locator("#panel-overview .services .link").first().click();
+            await page.locator(".causes summary").first().click();
+            await page.locator(".causes .services .link").first().click();
             await page.locator(".explanation pre").waitFor();
             await look();
         }, { options: { colorScheme }, init: axe.source }));

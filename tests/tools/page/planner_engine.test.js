@@ -154,7 +154,7 @@ describe("What is no head-end is refused in the tool's words", () => {
     const refusal = (text) => spawnSync(recalculo, ["run", fileOf("wrong.json", text)], { encoding: "utf8" }).stderr.trim().replace("recalculo: ", "");
     const wrong = {
         "no JSON": "{ \"modules\": [", "an unknown key": "{ \"modules\": [], \"colour\": 1 }", "a number too large": "{ \"modules\": [{ \"mac\": \"a\", \"inputs\": 70000, \"outputs\": [], \"pids_max\": 0 }] }",
-        "no controller": "{ \"modules\": [] }", "two modules of one MAC": "{ \"modules\": [{ \"mac\": \"a\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }, { \"mac\": \"a\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }] }",
+        "no controller": "{ \"modules\": [] }", "two modules of one MAC": "{ \"modules\": [{ \"mac\": \"02:00:00:00:00:01\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }, { \"mac\": \"02:00:00:00:00:01\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }] }",
     };
     for (const [what, text] of Object.entries(wrong))
         test(what, () => assert.equal(ask({ ask: "run", name: join(folder, "wrong.json") }, [text]).failure, refusal(text)));

@@ -29,7 +29,8 @@ test("a plan in Firefox", async () => {
         await tab.keyboard.press("z");
         await tab.keyboard.up("Control");
         await told("11 of 12 placed");
-        await tab.click("#panel-overview .services .link");
+        await tab.click(".causes summary");
+        await tab.click(".causes .services .link");
         await tab.waitForSelector(".explanation pre");
         assert.match(await tab.$eval(".explanation pre", (element) => element.textContent), /No input is free for stream 3\/5/);
         await tab.reload();
