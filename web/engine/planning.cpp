@@ -10,7 +10,6 @@
 #include "lineup/imported_lists.h"
 #include "loads.h"
 #include "placement/comparison_fields.h"
-#include "placement/result_fields.h"
 #include "placement/result_json.h"
 #include "placement/sizing/further_modules.h"
 #include "placements.h"

@@ -1,4 +1,4 @@
-// What differs from before: services gained, lost and moved, and inputs that are tuned otherwise.
+// What differs from before: services gained, lost, moved, added and removed, and inputs that are tuned otherwise.
 
 import { counted, grouped, h, name, put } from "./dom.js";
 import { streamOf } from "./outcome.js";
@@ -16,12 +16,13 @@ export class Changes {
         const { comparison } = outcome;
         this.outcome = outcome;
         if (!comparison) return put(this.element, h("p", { class: "note" }, "There is nothing to compare with yet: change something, or make a variant."));
-        const { summary, gained, lost, moved } = comparison;
-        const isSame = gained.length + lost.length + moved.length === 0;
+        const { summary, gained, lost, moved, added, removed } = comparison;
+        const isSame = [gained, lost, moved, added, removed].every((changes) => changes.length === 0);
         put(this.element,
             h("p", {}, `${counted(summary.unmoved, "service")} in the same places, ${grouped(summary.never_placed)} placed in neither.`),
             isSame && h("p", { class: "all-placed" }, "The placement of all services is the same."),
-            this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved), this.inputs(comparison));
+            this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved),
+            this.group("Added", added), this.group("Removed", removed), this.inputs(comparison));
     }
 
     group(title, changes) {

@@ -12,7 +12,7 @@ const tile = (label, figure, note, state) =>
 /// "3 gained, 1 lost" of a comparison.
 export const difference = (comparison) => {
     if (!comparison) return "";
-    const words = ["gained", "lost", "moved"].filter((word) => comparison.summary[word] > 0);
+    const words = ["gained", "lost", "moved", "added", "removed"].filter((word) => comparison.summary[word] > 0);
     return words.map((word) => `${grouped(comparison.summary[word])} ${word}`).join(", ");
 };
 

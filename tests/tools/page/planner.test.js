@@ -224,6 +224,20 @@ describe("See and ask", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("a service that is no longer asked for is removed, and added when it is again", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.match(await status(page), /1 removed/);
+        await see(page, "Changes");
+        await page.getByRole("region", { name: "Removed" }).getByText("Canal Uno").first().waitFor();
+        assert.equal(await page.locator("#panel-changes .all-placed").count(), 0);
+        await edit(page, "Services");
+        await settled(page, () => press(page, "Space"));
+        assert.match(await status(page), /1 added/);
+    });
+
     at("a module unfolds, a service explains itself", async (page) => {
         await openFiles(page, medium);
         await see(page, "Modules");
