@@ -29,6 +29,8 @@ if(TARGET recalculo_cli)
     file(CREATE_LINK ${PROJECT_BINARY_DIR} ${link} SYMBOLIC)
     install(TARGETS recalculo_cli)
     set(pages tools/recalculo/manual/pages)
+    # The planner in the browser, if scripts/web.sh has built it.
+    install(FILES build/web/recalculo.html DESTINATION ${CMAKE_INSTALL_DATADIR}/recalculo OPTIONAL)
     install(DIRECTORY ${pages}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1")
     install(FILES ${pages}/recalculo.bash
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME recalculo)

@@ -38,3 +38,8 @@ fi
 title "The hotel as a page" "run examples/medium.json --html $build/page.html"
 "$recalculo" run examples/medium.json --html "$build/page.html" | tail -n 1
 printf '\nOpen it in a browser: file://%s/%s/page.html\n' "$PWD" "$build"
+if [ -f build/web/recalculo.html ]; then
+    printf 'Plan in the browser: file://%s/build/web/recalculo.html\n' "$PWD"
+else
+    printf 'To plan in the browser, build the page with ./scripts/web.sh, which takes two minutes.\n'
+fi

@@ -125,9 +125,9 @@ use_for_armhf() {
     in_root apt-get update -qq
     source_tree /root/build
     install_in_root crossbuild-essential-armhf debhelper
-    in_root sh -c 'cd /root/build/recalculo && apt-get build-dep -y -qq --no-install-recommends -P nocheck -a armhf .' \
+    in_root sh -c 'cd /root/build/recalculo && apt-get build-dep -y -qq --no-install-recommends --arch-only -P nocheck -a armhf .' \
         >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
-    options=nocheck build /root/build -b --host-arch armhf --build-profiles=nocheck
+    options=nocheck build /root/build -B --host-arch armhf --build-profiles=nocheck
     check_packages "$root/root/build"
 
     # The kernel here does not run ARM programs, but the packages' scripts, if they had any, would be of the shell.

@@ -52,3 +52,6 @@ ARMHF_PACKAGES=(g++-arm-linux-gnueabihf qemu-user googletest)
 
 # Libraries for those two that have no other way here; the toolchain files look for them.
 FOREIGN_PACKAGES=(libutf8proc-dev)
+
+# What the planner in the browser is built with. Of the libraries, headers that are the same everywhere.
+WEB_PACKAGES=(cmake ninja-build emscripten esbuild nlohmann-json3-dev libfmt-dev libkainjow-mustache-dev)

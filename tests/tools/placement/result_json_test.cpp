@@ -17,6 +17,11 @@ TEST(ResultJson, OneOfEverything) {
               read_text(RECALCULO_TOOL_TESTS "/placement/result_with_everything.json"));
 }
 
+TEST(ResultJson, OnOneLineItTellsTheSame) {
+    const Result result = result_with_everything();
+    EXPECT_EQ(result_json_on_one_line(result), nlohmann::ordered_json::parse(result_json(result)).dump());
+}
+
 TEST(ResultJson, WithStrategies) {
     const Strategies strategies = strategies_with_everything();
     auto expected = nlohmann::ordered_json::parse(R"({"name": "Casa", "causes": [], "strategies": [

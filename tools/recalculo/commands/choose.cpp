@@ -9,7 +9,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "base/counted.h"
 #include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
@@ -63,24 +62,6 @@ Result read_kept(const std::string& path) {
     return read_result(input_name(path), read_text(path));
 }
 
-/// What a person who waits is told.
-std::vector<std::string> parts_of(const ChoosingProgress& progress, const Headend& headend) {
-    std::size_t musts = 0;
-    bool has_values = false;
-    for (const Service& service : headend.services) {
-        musts += service.must ? 1 : 0;
-        has_values = has_values || service.value != 1;
-    }
-    std::vector<std::string> parts;
-    if (musts != 0)
-        parts.push_back(fmt::format("{} of {} musts", progress.best.musts, musts));
-    if (has_values)
-        parts.push_back(fmt::format("value {}", progress.best.value));
-    parts.push_back(fmt::format("{} placed", progress.best.placed));
-    parts.push_back(counted(progress.states, "state"));
-    return parts;
-}
-
 Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays) {
     const Surroundings surroundings = surroundings_of(STDERR_FILENO);
     std::optional<DrawnLine> line;
@@ -88,7 +69,7 @@ Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysP
         line.emplace(means_of_standard_error(surroundings));
     return choose_services(headend, limits, stays, [&](const ChoosingProgress& progress) {
         if (line)
-            line->draw([&] { return parts_of(progress, headend); });
+            line->draw([&] { return progress_in_figures(progress, headend); });
         return !interruption::is_pending();
     });
 }

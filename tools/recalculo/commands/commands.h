@@ -28,6 +28,8 @@ struct RunOptions {
     /// What else is not asked for.
     FilterInput filter;
     ReportOutput output;
+    /// The planner's page with the head-end inside; empty for none.
+    std::string live;
     StyleInput style;
     bool pauses = false;
     bool strategies = false;

@@ -26,17 +26,6 @@ namespace zarven::tool {
 
 namespace {
 
-/// The services asked for, each once.
-Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
-                       const std::string& file, const Headend& headend) {
-    Services services;
-    for (const ServiceQuery& query : queries)
-        for (const auto& service : services_with(query, run, file, headend))
-            if (std::find(services.begin(), services.end(), service) == services.end())
-                services.push_back(service);
-    return services;
-}
-
 void write(const std::string& text) {
     write_text(standard_stream, text);
 }

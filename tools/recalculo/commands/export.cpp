@@ -3,11 +3,7 @@
 #include "commands/commands.h"
 
 #include <string>
-#include <vector>
 
-#include <fmt/format.h>
-
-#include "base/counted.h"
 #include "base/streams.h"
 #include "lineup/channels_conf.h"
 #include "placement/result_json.h"
@@ -17,25 +13,6 @@
 #include "report/terminal.h"
 
 namespace zarven::tool {
-
-namespace {
-
-void tell_exported(const std::string& file, const ChannelExport& exported) {
-    std::vector<std::string> parts;
-    const auto add = [&parts](std::size_t number, const char* what) {
-        if (number != 0)
-            parts.push_back(fmt::format("{} {}", number, what));
-    };
-    add(exported.left_out, "left out");
-    add(exported.neither, "neither placed nor left out");
-    add(exported.without_lcn, "with LCN 0");
-    add(exported.clones, "that are clones");
-    write_message(fmt::format("{}: {} written, {} of them renamed; not written: {}", file,
-                              counted(exported.channels.size(), "channel"), exported.renamed,
-                              parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", "))));
-}
-
-} // namespace
 
 void export_command(const ExportOptions& options) {
     const std::string file = input_name(options.result);
@@ -49,7 +26,7 @@ void export_command(const ExportOptions& options) {
         return write_text(options.output, result_page(result));
     const ChannelExport exported = result_channels(result);
     write_text(options.output, write_channels_conf(exported.channels));
-    tell_exported(file, exported);
+    write_message(exported_message(file, exported));
 }
 
 } // namespace zarven::tool

@@ -4,15 +4,13 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "base/failure.h"
 #include "base/streams.h"
 #include "headend/headend_json.h"
-#include "headend/stream.h"
 #include "lineup/channel_import.h"
-#include "lineup/lineup.h"
+#include "lineup/imported_lists.h"
 #include "measured/measuring.h"
 #include "report/import_text.h"
 #include "report/measuring_text.h"
@@ -61,14 +59,9 @@ void import_command(const ImportOptions& options) {
     if (!options.format.empty())
         format = lineup_format(options.format);
     const ReadMeasurements measurements = read_measurements(options.measured);
-    std::vector<ImportedList> lists;
-    ChannelList channels;
-    for (const std::string& path : options.channels) {
-        Lineup lineup = read_lineup(input_name(path), read_text(path), format);
-        lists.push_back(
-            {input_name(path), lineup.format, lineup.list.channels.size(), lineup.list.numbered_by_place});
-        append(channels, std::move(lineup.list), lists.size() - 1);
-    }
+    ImportedLists lists;
+    for (const std::string& path : options.channels)
+        lists.read(input_name(path), read_text(path), format);
     std::vector<std::string> measured;
     const auto refine = [&](ImportedChannels& made) {
         const Measuring measuring = apply_measurements(measurements.files, measurements.margins,
@@ -79,29 +72,16 @@ void import_command(const ImportOptions& options) {
                 measuring_messages(measurements.files, made.services, measuring, extent_of(options.verbose));
     };
     ImportedChannels imported =
-        import_channels(channels, options.estimates,
+        import_channels(lists.channels, options.estimates,
                         options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over, refine);
     const ReadFilter read = read_filter(options.filter, imported.services);
     choose_services(imported, read.filter);
     for (const std::string& message :
-         import_messages(lists, imported, read.missing, extent_of(options.verbose)))
+         import_messages(lists.lists, imported, read.missing, extent_of(options.verbose)))
         write_message(message);
     for (const std::string& message : measured)
         write_message(message);
-    if (imported.services.empty())
-        throw Failure("nothing is imported, and no head-end is written", ExitCode::engine_did_not_run);
-
-    Headend headend;
-    headend.name = std::move(planned.name);
-    headend.modules = std::move(planned.modules);
-    headend.services = std::move(imported.services);
-    std::set<Stream> streams;
-    for (const Service& service : headend.services)
-        streams.insert({service.onid, service.tsid});
-    for (const auto& [stream, reception] : imported.receptions)
-        if (streams.count(stream) != 0 && !to_string(reception).empty())
-            headend.streams.push_back(reception);
-    write_text(options.output, write_headend(headend));
+    write_text(options.output, write_headend(headend_of_import(std::move(planned), std::move(imported))));
 }
 
 } // namespace zarven::tool

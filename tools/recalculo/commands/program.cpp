@@ -158,6 +158,8 @@ Command describe_run() {
         {headend_argument(options->headend), set_option(options->headend), only_option(options->filter),
          exclude_option(options->filter), select_option(options->filter), json_flag(options->output.json),
          html_option(options->output, "result"),
+         named_file(with_value({"--live"}, "FILE", &options->live,
+                               "Write the planner for a browser with this head-end inside, to go on there")),
          flag("--strategies", options->strategies,
               "Show first what each of the engine's four strategies alone would leave out"),
          flag("--summary", options->summary, "Report the numbers of services alone, in one line"),

@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "commands/fail_on.h"
+#include "commands/live_output.h"
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
@@ -58,7 +59,8 @@ std::string text_of(const Result& result, const Strategies* strategies, const Ru
 void run_command(const RunOptions& options) {
     apply(options.limits);
     // The log's "-" is standard error.
-    check(options.output, {{"--log", options.log == standard_stream ? "" : options.log}});
+    check(options.output,
+          {{"--log", options.log == standard_stream ? "" : options.log}, {"--live", options.live}});
     if (options.summary && options.output.json)
         throw Failure(
             "--summary and --json are two reports; expected one of them: that of --json has the summary");
@@ -71,7 +73,8 @@ void run_command(const RunOptions& options) {
     const std::string file = input_name(options.headend.path);
     Headend headend = read_input(options.headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
-
+    if (!options.live.empty())
+        write_live_page(options.live, headend);
     Result result = run_driver(options, headend, file);
     result.advice = look_for_advice(headend, file, result, options.trials);
     std::optional<Strategies> run_alone;

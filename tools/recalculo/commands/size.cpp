@@ -8,8 +8,6 @@
 
 #include <unistd.h>
 
-#include <fmt/format.h>
-
 #include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
@@ -52,7 +50,7 @@ Sizing size_input(const SizeInput& input, const SizeOptions& options) {
     sizing.are_chosen = options.choose;
     sizing.progress = [&line](std::size_t done, std::size_t planned) {
         if (line)
-            line->draw([&] { return std::vector{fmt::format("{} of {} runs", done, planned)}; });
+            line->draw([&] { return std::vector{runs_in_figures(done, planned)}; });
     };
     sizing.is_stopped = interruption::is_pending;
     return size_headend(input.headend, input_name(options.headend.path), input.kinds, sizing);

@@ -12,6 +12,14 @@
 
 namespace zarven::tool {
 
+/// Of what there is nothing, nothing is used up.
+bool is_tight(const TightLimit& limit) {
+    if (limit.max == 0)
+        return false;
+    const std::uint64_t percent = limit.kind == TightKind::inputs ? 100 : 95;
+    return limit.used * 100 >= limit.max * percent;
+}
+
 namespace {
 
 class Comparing {
@@ -148,14 +156,6 @@ std::vector<TightLimit> limits_of(const Result& result) {
                 {TightKind::bitrate, module.mac, output.number, output.bitrate, output.bitrate_max});
     }
     return limits;
-}
-
-/// Of what there is nothing, nothing is used up.
-bool is_tight(const TightLimit& limit) {
-    if (limit.max == 0)
-        return false;
-    const std::uint64_t percent = limit.kind == TightKind::inputs ? 100 : 95;
-    return limit.used * 100 >= limit.max * percent;
 }
 
 bool is_same(const TightLimit& one, const TightLimit& other) {

@@ -44,6 +44,9 @@ struct TightLimit {
     std::uint64_t max = 0;
 };
 
+/// It has little left.
+bool is_tight(const TightLimit& limit);
+
 /// A service that stays where it is under another name, output name, LCN or SID.
 struct ServiceRename {
     ServiceResult before;

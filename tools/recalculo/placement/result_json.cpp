@@ -26,10 +26,19 @@ static std::vector<ToldContested> told_contested(const Strategies& strategies) {
     return told;
 }
 
-std::string result_json(const Result& result, const Strategies* strategies) {
+static ToldResult told_of(const Result& result) {
     ToldResult told;
     told.result = result;
     told.causes = causes_of(result);
+    return told;
+}
+
+std::string result_json_on_one_line(const Result& result) {
+    return json_of(told_of(result)).dump();
+}
+
+std::string result_json(const Result& result, const Strategies* strategies) {
+    ToldResult told = told_of(result);
     if (strategies != nullptr) {
         told.has_strategies = true;
         told.strategies = told_strategies(*strategies);

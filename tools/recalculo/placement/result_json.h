@@ -16,6 +16,9 @@ namespace zarven::tool {
 /// The whole result as indented JSON with a final line end, with the strategies if there are any.
 std::string result_json(const Result& result, const Strategies* strategies = nullptr);
 
+/// The same on one line, for a program that asks after each change.
+std::string result_json_on_one_line(const Result& result);
+
 /// Every result has a summary, and no head-end does.
 bool is_result(const Document& document);
 

@@ -202,4 +202,14 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
     }
 }
 
+Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
+                       const std::string& file, const Headend& headend) {
+    Services services;
+    for (const ServiceQuery& query : queries)
+        for (const auto& service : services_with(query, run, file, headend))
+            if (std::find(services.begin(), services.end(), service) == services.end())
+                services.push_back(service);
+    return services;
+}
+
 } // namespace zarven::tool

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "headend/headend.h"
 #include "placement/services.h"
@@ -35,6 +36,10 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
 /// The same for what is loaded of a head-end; of one that it withholds the failure says so.
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file,
                        const Headend& headend);
+
+/// The services of several queries, each once.
+Services services_with(const std::vector<ServiceQuery>& queries, const EngineRun& run,
+                       const std::string& file, const Headend& headend);
 
 } // namespace zarven::tool
 

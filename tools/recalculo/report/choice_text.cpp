@@ -201,4 +201,21 @@ std::string choice_text(const ChoiceReport& report, const std::string& kept, con
     return ChoiceText(report, kept, style).text();
 }
 
+std::vector<std::string> progress_in_figures(const ChoosingProgress& progress, const Headend& headend) {
+    std::size_t musts = 0;
+    bool has_values = false;
+    for (const Service& service : headend.services) {
+        musts += service.must ? 1 : 0;
+        has_values = has_values || service.value != 1;
+    }
+    std::vector<std::string> parts;
+    if (musts != 0)
+        parts.push_back(fmt::format("{} of {} musts", progress.best.musts, musts));
+    if (has_values)
+        parts.push_back(fmt::format("value {}", progress.best.value));
+    parts.push_back(fmt::format("{} placed", progress.best.placed));
+    parts.push_back(counted(progress.states, "state"));
+    return parts;
+}
+
 } // namespace zarven::tool

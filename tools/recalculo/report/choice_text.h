@@ -4,6 +4,7 @@
 #define RECALCULO_CHOICE_TEXT_H
 
 #include <string>
+#include <vector>
 
 #include "placement/choice.h"
 #include "report/terminal.h"
@@ -21,6 +22,9 @@ std::string proof_of_musts(const ChoiceReport& report);
 std::string doubt_of(const ChoiceReport& report);
 
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept);
+
+/// What a person who waits is told of the search.
+std::vector<std::string> progress_in_figures(const ChoosingProgress& progress, const Headend& headend);
 
 /// `kept` is how the placement is called that is to be kept. By default as for a file, in UTF-8.
 std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style = {});

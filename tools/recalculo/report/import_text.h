@@ -8,19 +8,11 @@
 #include <vector>
 
 #include "lineup/channel_import.h"
-#include "lineup/lineup.h"
+#include "lineup/imported_lists.h"
 #include "report/message_digest.h"
 #include "report/wish_text.h"
 
 namespace zarven::tool {
-
-struct ImportedList {
-    std::string file;
-    LineupFormat format = LineupFormat::channels_conf;
-    std::size_t channels = 0;
-    /// Channels to which the file gives no number.
-    std::size_t numbered_by_place = 0;
-};
 
 /// One message per line. The lists are in the order of `Channel::list`, and there is one at least.
 std::vector<std::string> import_messages(const std::vector<ImportedList>& lists,

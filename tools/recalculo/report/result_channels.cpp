@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "lineup/channels_conf.h"
 
 namespace zarven::tool {
@@ -103,6 +104,21 @@ private:
 
 ChannelExport result_channels(const Result& result) {
     return Export(result).result();
+}
+
+std::string exported_message(const std::string& file, const ChannelExport& exported) {
+    std::vector<std::string> parts;
+    const auto add = [&parts](std::size_t number, const char* what) {
+        if (number != 0)
+            parts.push_back(fmt::format("{} {}", number, what));
+    };
+    add(exported.left_out, "left out");
+    add(exported.neither, "neither placed nor left out");
+    add(exported.without_lcn, "with LCN 0");
+    add(exported.clones, "that are clones");
+    return fmt::format("{}: {} written, {} of them renamed; not written: {}", file,
+                       counted(exported.channels.size(), "channel"), exported.renamed,
+                       parts.empty() ? "none" : fmt::format("{}", fmt::join(parts, ", ")));
 }
 
 } // namespace zarven::tool

@@ -3,6 +3,7 @@
 #ifndef RECALCULO_RESULT_CHANNELS_H
 #define RECALCULO_RESULT_CHANNELS_H
 
+#include <string>
 #include <vector>
 
 #include "lineup/channel.h"
@@ -26,6 +27,9 @@ struct ChannelExport {
 /// Makes a channel of each service that stands on some output. PIDs and frequencies are made up: a result
 /// knows none.
 ChannelExport result_channels(const Result& result);
+
+/// What was written of the result in the file, and what was not.
+std::string exported_message(const std::string& file, const ChannelExport& exported);
 
 } // namespace zarven::tool
 

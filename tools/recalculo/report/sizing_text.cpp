@@ -306,4 +306,8 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
     return text + closing_notes_text(sizing.findings, style, " on the head-end as it is");
 }
 
+std::string runs_in_figures(std::size_t done, std::size_t planned) {
+    return fmt::format("{} of {} runs", done, planned);
+}
+
 } // namespace zarven::tool

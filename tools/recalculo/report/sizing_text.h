@@ -3,6 +3,7 @@
 #ifndef RECALCULO_SIZING_TEXT_H
 #define RECALCULO_SIZING_TEXT_H
 
+#include <cstddef>
 #include <string>
 
 #include "placement/sizing.h"
@@ -16,6 +17,9 @@ std::string describe_kind(const Module& kind);
 /// A summary line, the answer for further modules with all that was tried, and the limits worth raising; by
 /// default as for a file, in UTF-8.
 std::string sizing_text(const Sizing& sizing, const TextStyle& style = {});
+
+/// How far it is: "3 of 12 runs".
+std::string runs_in_figures(std::size_t done, std::size_t planned);
 
 } // namespace zarven::tool
 

@@ -61,7 +61,7 @@ _recalculo() {
         words='run explain compare size choose drill bound import measure export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --json --html --live --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
         explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
         compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
         size) words='-h --help --set --add --most --choose --jobs --json --max-seconds --color --version' ;;

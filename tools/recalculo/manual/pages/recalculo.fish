@@ -21,6 +21,7 @@ complete -c recalculo -n '__fish_seen_subcommand_from run' -l exclude -x -d 'No 
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l select -r -F -d 'Only services that stand in this file, a name or LCN a line'
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l json -d 'Report as JSON'
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l html -r -F -d 'Write the result as a page for a browser; - for standard output in the place of the report'
+complete -c recalculo -n '__fish_seen_subcommand_from run' -l live -r -F -d 'Write the planner for a browser with this head-end inside, to go on there'
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l strategies -d 'Show first what each of the engine\'s four strategies alone would leave out'
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l summary -d 'Report the numbers of services alone, in one line'
 complete -c recalculo -n '__fish_seen_subcommand_from run' -l pauses -d 'Keep the engine\'s pauses, which take from seconds to minutes'

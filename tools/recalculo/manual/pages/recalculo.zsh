@@ -36,6 +36,7 @@ _recalculo() {
             '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
             '--json[Report as JSON]' \
             '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--live[Write the planner for a browser with this head-end inside, to go on there]:FILE:_files' \
             '--strategies[Show first what each of the engine'\''s four strategies alone would leave out]' \
             '--summary[Report the numbers of services alone, in one line]' \
             '--pauses[Keep the engine'\''s pauses, which take from seconds to minutes]' \

@@ -97,10 +97,10 @@ data groups_of(const ModuleResult& module, const Result& result, const StreamMar
 }
 
 /// The bitrate of each stream on an output.
-using Mix = std::map<Stream, std::uint64_t>;
+using BitrateByStream = std::map<Stream, std::uint64_t>;
 
-Mix mix_of(const OutputResult& output) {
-    Mix mix;
+BitrateByStream mix_of(const OutputResult& output) {
+    BitrateByStream mix;
     for (const ServiceResult& service : output.services)
         if (!service.is_clone && service.bitrate != 0)
             mix[service.stream] += service.bitrate;
@@ -110,7 +110,7 @@ Mix mix_of(const OutputResult& output) {
 /// The filled part of the bar is the engine's figure; the streams share it out, also where they do not add up
 /// to it.
 list segments_of(const OutputResult& output, const StreamMarks& marks) {
-    const Mix mix = mix_of(output);
+    const BitrateByStream mix = mix_of(output);
     std::uint64_t sum = 0;
     for (const auto& [stream, bitrate] : mix)
         sum += bitrate;

@@ -1,0 +1,171 @@
+// The engine of the planner's page against the tool: the same head-ends, answered byte by byte alike. RECALCULO is the
+// program, ENGINE the folder with engine.js and engine.wasm, LINEUP, if set, a folder with a channels.conf.
+
+import assert from "node:assert/strict";
+import { execFileSync, spawnSync } from "node:child_process";
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { tmpdir } from "node:os";
+import { join, resolve } from "node:path";
+import { after, describe, test } from "node:test";
+
+const root = resolve(import.meta.dirname, "../../..");
+const recalculo = resolve(process.env.RECALCULO ?? join(root, "build/gcc/tools/recalculo/recalculo"));
+const built = resolve(process.env.ENGINE ?? join(root, "build/web/web"));
+const examples = join(root, "examples");
+const folder = mkdtempSync(join(tmpdir(), "recalculo-engine-"));
+after(() => rmSync(folder, { recursive: true }));
+
+const engine = await createRequire(import.meta.url)(join(built, "engine.js"))({ wasmBinary: readFileSync(join(built, "engine.wasm")) });
+
+/// As the page's worker asks.
+const ask = (head, texts = []) => {
+    const parts = texts.map((text) => Buffer.from(text));
+    const bytes = Buffer.concat([Buffer.from(`${JSON.stringify({ ...head, texts: parts.map(({ length }) => length) })}\n`), ...parts]);
+    engine.HEAPU8.set(bytes, engine._recalculo_room(bytes.length));
+    const begin = engine._recalculo_answer();
+    const answer = Buffer.from(engine.HEAPU8.subarray(begin, begin + engine._recalculo_answer_size()));
+    const end = answer.indexOf(10);
+    const told = JSON.parse(answer.subarray(0, end).toString());
+    let from = end + 1;
+    told.texts = told.texts.map((length) => answer.subarray(from, (from += length)).toString());
+    return told;
+};
+
+const native = (...parameters) => execFileSync(recalculo, parameters, { encoding: "utf8", maxBuffer: 2 ** 28, stdio: ["ignore", "pipe", "ignore"] });
+
+/// Numbers from a seed, the same everywhere.
+const numbers = (seed) => () => {
+    seed = (seed + 0x6D2B79F5) | 0;
+    let mixed = Math.imul(seed ^ (seed >>> 15), seed | 1);
+    mixed ^= mixed + Math.imul(mixed ^ (mixed >>> 7), mixed | 61);
+    return ((mixed ^ (mixed >>> 14)) >>> 0) / 2 ** 32;
+};
+
+const generated = (seed) => {
+    const random = numbers(seed);
+    const whole = (least, most) => least + Math.floor(random() * (most - least + 1));
+    const name = (number) => ["Canal", "Télé", "Канал", "頻道", "قناة", "TV 👩‍👩‍👧"][whole(0, 5)] + ` ${number}`;
+    const modules = Array.from({ length: whole(1, 6) }, (one, at) => ({
+        mac: `02:00:00:00:00:0${at + 1}`, controller: at === 0, inputs: whole(0, 3), outputs: Array.from({ length: whole(0, 3) }, () => whole(1, 4) * 10000),
+        pids_max: whole(0, 12), sd_transcoders: whole(0, 2), hd_transcoders: whole(0, 1), aux_transcoders: whole(0, 1),
+        ...(random() < 0.3 ? { label: `Rack ${at}` } : {}),
+    }));
+    const services = [];
+    for (let stream = 1; stream <= whole(1, 7); ++stream)
+        for (let number = whole(1, 6); number > 0; --number)
+            services.push({
+                lcn: services.length + 1, name: name(services.length), onid: whole(1, 2), tsid: stream, sid: services.length + 1, bitrate: whole(200, 12000),
+                ...(random() < 0.4 ? { video_format: 4 } : {}), ...(random() < 0.4 ? { descramble: true, ca_pids: whole(1, 4) } : {}),
+                ...(random() < 0.2 ? { transcoding: 1 } : {}), ...(random() < 0.1 ? { type: 2 } : {}), ...(random() < 0.1 ? { ask: false } : {}),
+            });
+    const clones = services.filter(() => random() < 0.1).map(({ lcn, name: own, onid, tsid, sid }) => ({ lcn, name: own, onid, tsid, sid, output_name: "Again" }));
+    return { name: `Generated ${seed}`, modules, services, clones };
+};
+
+const fileOf = (name, text) => {
+    const file = join(folder, name);
+    writeFileSync(file, text);
+    return file;
+};
+
+/// All answers of one head-end, beside those of the tool.
+const compareAnswers = (file, before) => {
+    const text = readFileSync(file, "utf8");
+    const beforeText = readFileSync(before, "utf8");
+    const [result, comparison] = ask({ ask: "run", name: file }, [text, beforeText]).texts;
+    const whole = native("run", file, "--json", "--trials", "0");
+    // What follows each change has no line ends; what is saved has.
+    assert.equal(result, JSON.stringify(JSON.parse(whole)));
+    assert.equal(comparison, JSON.stringify(JSON.parse(native("compare", before, file, "--json"))));
+    assert.equal(ask({ ask: "write", format: "result" }, [text]).texts[0], whole);
+    assert.equal(ask({ ask: "bound" }, [text]).texts[0], native("bound", file, "--json"));
+    assert.equal(ask({ ask: "explain" }, [text]).texts[0], native("explain", file, "--json"));
+    assert.equal(ask({ ask: "write", format: "csv" }, [text]).texts[0], native("export", "--format", "csv", fileOf("result.json", result)));
+    assert.equal(ask({ ask: "write", format: "channels.conf" }, [text]).texts[0], native("export", "--format", "channels.conf", join(folder, "result.json")));
+    return JSON.parse(result);
+};
+
+describe("Every answer is the tool's", () => {
+    test("on the samples", () => {
+        compareAnswers(join(examples, "small.json"), join(examples, "medium.json"));
+        compareAnswers(join(examples, "medium.json"), join(examples, "small.json"));
+    });
+
+    test("on 200 generated head-ends", () => {
+        let before = join(examples, "small.json");
+        let left = 0;
+        for (let seed = 1; seed <= 200; ++seed) {
+            const file = fileOf(`generated-${seed}.json`, JSON.stringify(generated(seed)));
+            left += compareAnswers(file, before).summary.left_out;
+            before = file;
+        }
+        assert.ok(left > 200, `only ${left} services were left out: the head-ends try nothing`);
+    });
+
+    test("of sizing, and what it proposes can be taken over", () => {
+        const kind = readFileSync(join(examples, "module.json"), "utf8");
+        for (const seed of [3, 4, 5, 6]) {
+            const text = JSON.stringify(generated(seed));
+            const file = fileOf("sized.json", text);
+            const [json, told] = ask({ ask: "size", most: 4 }, [text, kind]).texts;
+            assert.equal(json, native("size", file, "--add", join(examples, "module.json"), "--most", "4", "--json"));
+            assert.equal(told, native("size", file, "--add", join(examples, "module.json"), "--most", "4"));
+            for (const { set, placed } of JSON.parse(json).raise) {
+                const changed = ask({ ask: "change", set: [set] }, [text]).texts[0];
+                assert.equal(JSON.parse(ask({ ask: "run" }, [changed]).texts[0]).summary.placed, placed);
+            }
+        }
+    });
+
+    test("of choosing, and the choice can be taken over", () => {
+        const chosen = join(folder, "chosen.json");
+        const file = fileOf("to-choose-of.json", JSON.stringify(generated(6)));
+        const [json, told, headend] = ask({ ask: "choose", seconds: 100, runs: 200 }, [readFileSync(file, "utf8")]).texts;
+        const parameters = ["choose", file, "--runs", "200", "--jobs", "1", "-o", chosen];
+        assert.equal(json, native(...parameters, "--json"));
+        assert.equal(told, native(...parameters));
+        assert.equal(headend, readFileSync(chosen, "utf8"));
+    });
+
+    test("of explaining one service, with columns that fit names of any script", () => {
+        const file = join(examples, "medium.json");
+        for (const service of ["212", "Vídeo Comunitario", "75"]) {
+            const answer = ask({ ask: "explain", services: [service] }, [readFileSync(file, "utf8")]);
+            assert.equal(answer.texts[0], native("explain", file, "--service", service, "--json"));
+            assert.ok(native("explain", file, "--service", service).startsWith(answer.texts[1]));
+        }
+    });
+
+    test("of importing lists of each format, with the same report", () => {
+        const lists = [join(examples, "sample.lamedb"), join(examples, "sample.dvbv5.conf"), ...(process.env.LINEUP ? [join(process.env.LINEUP, "channels.conf")] : [])];
+        const modules = join(examples, "modules-8-tight.json");
+        for (const chosen of [...lists.map((list) => [list]), lists]) {
+            const out = join(folder, "imported.json");
+            const { stderr } = spawnSync(recalculo, ["import", ...chosen, "--modules", modules, "-o", out], { encoding: "utf8" });
+            const answer = ask({ ask: "open", names: [...chosen, modules], modules: true }, [...chosen, modules].map((file) => readFileSync(file)));
+            assert.equal(answer.texts[0], readFileSync(out, "utf8"));
+            assert.deepEqual(answer.messages, stderr.trim().split("\n"));
+        }
+    });
+});
+
+describe("What is no head-end is refused in the tool's words", () => {
+    const refusal = (text) => spawnSync(recalculo, ["run", fileOf("wrong.json", text)], { encoding: "utf8" }).stderr.trim().replace("recalculo: ", "");
+    const wrong = {
+        "no JSON": "{ \"modules\": [", "an unknown key": "{ \"modules\": [], \"colour\": 1 }", "a number too large": "{ \"modules\": [{ \"mac\": \"a\", \"inputs\": 70000, \"outputs\": [], \"pids_max\": 0 }] }",
+        "no controller": "{ \"modules\": [] }", "two modules of one MAC": "{ \"modules\": [{ \"mac\": \"02:00:00:00:00:01\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }, { \"mac\": \"02:00:00:00:00:01\", \"inputs\": 1, \"outputs\": [], \"pids_max\": 0 }] }",
+    };
+    for (const [what, text] of Object.entries(wrong))
+        test(what, () => assert.equal(ask({ ask: "run", name: join(folder, "wrong.json") }, [text]).failure, refusal(text)));
+
+    test("and the place of what is wrong is told", () => {
+        assert.equal(ask({ ask: "run" }, [wrong["a number too large"]]).place, "/modules/0/inputs");
+        assert.equal(ask({ ask: "run" }, [wrong["two modules of one MAC"]]).place, "/modules/1");
+    });
+
+    test("a question that does not exist is a fault, and the next one is answered", () => {
+        assert.ok(ask({ ask: "nothing" }).fault);
+        assert.match(ask({ ask: "about" }).version, /^\d+\.\d+\.\d+$/);
+    });
+});

@@ -1,0 +1,85 @@
+// The planner's page in a browser, for its tests: opened from disk with its network watched, and what one does there.
+
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { join, resolve } from "node:path";
+import { pathToFileURL } from "node:url";
+
+export const root = resolve(import.meta.dirname, "../../..");
+export const examples = join(root, "examples");
+export const pageFile = resolve(process.env.PAGE ?? join(root, "build/web/recalculo.html"));
+
+/// Opens a page of its own, calls `use` and is sure that nothing was complained of and nothing asked of a network.
+export const visit = async (browser, use, { options = {}, file = pageFile, isReady = true, init } = {}) => {
+    const context = await browser.newContext({ viewport: { width: 1400, height: 900 }, acceptDownloads: true, ...options });
+    if (init) await context.addInitScript(init);
+    const page = await context.newPage();
+    const complaints = [];
+    const requests = [];
+    page.on("console", (message) => { if (["error", "warning"].includes(message.type())) complaints.push(message.text()); });
+    page.on("pageerror", (error) => complaints.push(String(error)));
+    context.on("request", (request) => requests.push(request.url()));
+    await page.goto(pathToFileURL(file).href);
+    if (isReady) await page.waitForSelector("html.ready");
+    await use(page);
+    assert.deepEqual(complaints, []);
+    const asked = requests.filter((request) => request !== pathToFileURL(file).href && !request.startsWith("blob:"));
+    assert.deepEqual(asked, []);
+    await context.close();
+};
+
+/// Does something and waits until the answer to it is drawn.
+export const settled = async (page, act) => {
+    const before = await page.evaluate(() => Number(document.documentElement.dataset.drawn ?? 0));
+    await act();
+    await page.waitForFunction((number) => Number(document.documentElement.dataset.drawn ?? 0) > number, before);
+};
+
+export const openFiles = (page, ...files) => settled(page, () => page.locator("input[type=file]").setInputFiles(files));
+
+/// A file that is not on disk.
+export const made = (name, content) => ({ name, mimeType: "application/octet-stream", buffer: Buffer.from(typeof content === "string" ? content : JSON.stringify(content)) });
+
+/// Lets go of a file over the page.
+export const drop = async (page, name, text) => {
+    const data = await page.evaluateHandle(([file, content]) => {
+        const transfer = new DataTransfer();
+        transfer.items.add(new File([content], file));
+        return transfer;
+    }, [name, text]);
+    await page.dispatchEvent("body", "drop", { dataTransfer: data });
+};
+
+export const status = (page) => page.locator("#status").textContent();
+
+/// "79 of 80 placed" of what is shown.
+export const placed = async (page) => /\d+ of \d+/.exec(await status(page))?.[0];
+
+export const grid = (page, name) => page.getByRole("grid", { name });
+
+export const tab = (page, name) => page.getByRole("tab", { name }).click();
+
+/// The table of a side: that of the head-end comes first.
+export const edit = async (page, name) => {
+    await page.locator("#edit").getByRole("tab", { name }).click();
+    await grid(page, name).focus();
+};
+
+export const see = (page, name) => page.locator("#see").getByRole("tab", { name }).click();
+
+/// What a download writes.
+export const downloaded = async (page, act) => {
+    const [download] = await Promise.all([page.waitForEvent("download"), act()]);
+    return { name: download.suggestedFilename(), text: readFileSync(await download.path(), "utf8") };
+};
+
+/// Presses keys one after the other.
+export const press = async (page, ...keys) => {
+    for (const key of keys) await page.keyboard.press(key);
+};
+
+/// The text of the cell where the keyboard is.
+export const activeCell = (page, name) => page.evaluate((label) => {
+    const table = document.querySelector(`.grid[aria-label=${label}]`);
+    return document.getElementById(table.getAttribute("aria-activedescendant"))?.textContent;
+}, name);

@@ -1,0 +1,19 @@
+// The results of the head-ends that were run last. The page asks for the same one again and again, to compare
+// with and to export, and says what it means by the text alone. A handful, each of some megabytes.
+
+#ifndef RECALCULO_WEB_PLACEMENTS_H
+#define RECALCULO_WEB_PLACEMENTS_H
+
+#include <string>
+
+#include "placement/result.h"
+
+namespace zarven::web {
+
+/// The result of a head-end, which is run unless it was among the last, or the result itself that the text
+/// is. Good until the next call but two. `file` is for messages. Throws `Failure`.
+const tool::Result& placement_of(const std::string& file, const std::string& text);
+
+} // namespace zarven::web
+
+#endif

@@ -1,0 +1,126 @@
+// Questions that take a while: what would make everything fit, how much any arrangement could place, why a service
+// stands where it does. The answers are the tool's own texts; what they propose is taken over with a button.
+
+import { button, counted, h, name } from "./dom.js";
+import { Cancelled } from "./engine.js";
+import { textOf } from "./plan.js";
+import { moduleName } from "./outcome.js";
+
+/// Columns of text that fit into an element.
+const columnsIn = (element) => {
+    const probe = h("span", { class: "probe" }, "0".repeat(20));
+    element.append(probe);
+    const width = probe.getBoundingClientRect().width / 20;
+    probe.remove();
+    return Math.max(24, Math.floor((element.clientWidth - 24) / width));
+};
+
+export class Ask {
+    id = "ask";
+    title = "Ask";
+
+    /// `engine` is one that the runs after changes do not wait for.
+    constructor(plan, engine, actions) {
+        Object.assign(this, { plan, engine, actions });
+        engine.onprogress = (text) => { if (this.isAsking) this.progress.textContent = text; };
+        this.kind = h("select", { "aria-label": "Kind of module to add" });
+        this.most = h("input", { type: "number", min: 0, max: 10000, value: 32, "aria-label": "The most modules to add" });
+        this.seconds = h("input", { type: "number", min: 1, max: 3600, value: 5, "aria-label": "Seconds to search" });
+        this.stop = button("Stop", () => this.engine.cancel(), { hidden: true });
+        this.progress = h("p", { class: "note", role: "status" });
+        this.answer = h("div", { class: "answer" });
+        this.element = h("div", { class: "ask" },
+            h("p", {}, "What would make everything fit: further modules like ", this.kind, ", ", this.most, " at the most, or one limit raised? ",
+                button("Size", () => this.size(), { class: "primary" })),
+            h("p", {}, "Which services are better not asked for, so that the most that matters is placed? Search for ", this.seconds, " seconds ",
+                button("Choose", () => this.choose(), { class: "primary" })),
+            h("p", {}, "How many services could any arrangement place? ", button("Bound", () => this.bound(), { class: "primary" })),
+            h("p", {}, this.stop), this.progress, this.answer);
+    }
+
+    draw() {
+        const modules = this.plan.headend?.modules ?? [];
+        const chosen = this.kind.value;
+        this.kind.replaceChildren(...modules.map((module, at) => h("option", { value: at }, moduleName(module))));
+        if (chosen && modules[chosen]) this.kind.value = chosen;
+    }
+
+    get module() { return this.plan.headend?.modules[this.kind.value]; }
+
+    size() {
+        const { module } = this;
+        if (!module) return this.actions.say("There is no module yet whose like could be added.");
+        const kind = JSON.stringify({ ...module, controller: undefined, label: undefined });
+        const most = Math.max(0, Math.min(10000, Math.trunc(Number(this.most.value)) || 0));
+        return this.put({ ask: "size", most }, [textOf(this.plan.headend), kind], (sizing) => [
+            sizing.add.number > 0 && this.proposal(`Add ${counted(sizing.add.number, "module")}`, { ask: "add", number: sizing.add.number }, [kind]),
+            ...sizing.raise.map((raise) => this.proposal(raise.set, { ask: "change", set: [raise.set] })),
+        ]);
+    }
+
+    choose() {
+        const seconds = Math.max(1, Math.min(3600, Math.trunc(Number(this.seconds.value)) || 5));
+        return this.put({ ask: "choose", seconds }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
+            [this.proposal("Ask for what was chosen", { ask: "change" }, [], chosen)]);
+    }
+
+    bound() { return this.put({ ask: "bound" }, [textOf(this.plan.headend)], () => []); }
+
+    /// A button that makes the change which the answer proposes.
+    proposal(title, question, texts = [], headendText = textOf(this.plan.headend)) {
+        return h("li", {}, h("code", {}, name(title)), " ", button("Take over", async () => {
+            const answer = await this.actions.asked(this.engine, question, [headendText, ...texts]);
+            if (answer) this.plan.change(JSON.parse(answer.texts[0]), title);
+        }));
+    }
+
+    async put(head, texts, proposalsOf) {
+        if (!this.plan.headend) return;
+        this.isAsking = true;
+        this.stop.hidden = false;
+        this.progress.textContent = "Asking";
+        this.answer.replaceChildren();
+        try {
+            const { texts: answers } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
+            this.answer.replaceChildren(h("pre", { tabindex: 0 }, answers[1]), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(answers[0]), answers)));
+            this.progress.textContent = "";
+        } catch (wrong) {
+            this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;
+        } finally {
+            this.isAsking = false;
+            this.stop.hidden = true;
+        }
+    }
+}
+
+/// Why a service stands where it does, beside everything else.
+export class Explanation {
+    constructor(plan, engine, actions) {
+        Object.assign(this, { plan, engine, actions });
+        this.heading = h("h2", { id: "explained", tabindex: -1 });
+        this.body = h("div", { class: "answer" });
+        this.element = h("aside", { class: "explanation", "aria-labelledby": "explained", hidden: true,
+            onkeydown: (event) => { if (event.key === "Escape") this.close(); } },
+        h("header", {}, this.heading, button("In the table", () => this.actions.showService(this.service)), button("Close", () => this.close())), this.body);
+    }
+
+    close() {
+        this.element.hidden = true;
+        this.from?.focus?.();
+    }
+
+    async explain(service) {
+        this.service = service;
+        this.from = this.element.hidden ? document.activeElement : this.from;
+        this.element.hidden = false;
+        this.heading.replaceChildren(name(service.name));
+        this.heading.focus({ preventScroll: true });
+        if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, "A result does not tell what modules answer: open its head-end."));
+        const query = `${service.lcn}@${service.onid}/${service.tsid}`;
+        const answer = await this.actions.asked(this.engine, { ask: "explain", services: [query], width: columnsIn(this.body) }, [textOf(this.plan.headend)]);
+        if (answer && this.service === service) this.body.replaceChildren(h("pre", { tabindex: 0 }, answer.texts[1]));
+    }
+
+    /// After a change the answer is another.
+    draw() { if (!this.element.hidden && this.service) this.explain(this.service); }
+}

@@ -1,0 +1,60 @@
+// What was open, kept by the browser until the page is opened again. A file that was saved is the truth; this is what
+// saves one from a window closed too soon. All pages of a disk share one store, so the name is the tool's.
+
+const key = "recalculo.draft";
+const version = 1;
+/// Browsers keep some five million characters.
+const mostCharacters = 4_500_000;
+
+/// The head-end that `recalculo run --live` has put into the page; empty for none.
+export const given = () => document.getElementById("plan").textContent.trim();
+
+export class Draft {
+    constructor(plan, say) {
+        Object.assign(this, { plan, say });
+        plan.addEventListener("change", () => {
+            this.isForgotten = false;
+            clearTimeout(this.timer);
+            this.timer = setTimeout(() => this.keep(), 300);
+        });
+        addEventListener("pagehide", () => this.keep());
+    }
+
+    keep() {
+        const { variants, current } = this.plan.state;
+        try {
+            if (this.isForgotten || variants.length === 0) return localStorage.removeItem(key);
+            const text = JSON.stringify({ version, given: given(), isSaved: !this.plan.isChanged, variants, current });
+            if (text.length < mostCharacters) localStorage.setItem(key, text);
+            else {
+                localStorage.removeItem(key);
+                if (!this.isTold) this.say("This plan is too large for the browser to keep as a draft: save it as a file.");
+                this.isTold = true;
+            }
+        } catch {
+            // A browser that keeps nothing is no reason to stop.
+        }
+    }
+
+    /// The draft, unless the page brings another head-end; null for none.
+    recall() {
+        try {
+            const draft = JSON.parse(localStorage.getItem(key));
+            const isMine = draft?.version === version && (given() === "" || draft.given === given());
+            return isMine && Array.isArray(draft.variants) && draft.variants[draft.current] ? draft : null;
+        } catch {
+            return null;
+        }
+    }
+
+    /// Until the next change nothing is kept.
+    forget() {
+        this.isForgotten = true;
+        try {
+            localStorage.removeItem(key);
+        } catch {
+            // There was nothing.
+        }
+        clearTimeout(this.timer);
+    }
+}

@@ -1,0 +1,122 @@
+// Files in and out: opened by a button, dropped or pasted; saved by a download. What a file is the engine says.
+
+import { button, h } from "./dom.js";
+import { textOf } from "./plan.js";
+
+/// Writes a file as the browser does it.
+const download = (file, text, type) => {
+    const url = URL.createObjectURL(new Blob([text], { type }));
+    const link = h("a", { href: url, download: file });
+    document.body.append(link);
+    link.click();
+    link.remove();
+    setTimeout(() => URL.revokeObjectURL(url), 10_000);
+};
+
+/// The name of a file without folder and ending.
+const stem = (file) => file.replace(/\.(json|conf|csv|html)$/i, "").replace(/[^\p{L}\p{N} ._-]+/gu, "_").slice(0, 80) || "head-end";
+
+export const sample = (name) => document.getElementById(`sample-${name}`).textContent;
+
+export class Files {
+    /// actions: asked(engine, head, texts), say(text), tell(messages).
+    constructor(plan, engine, actions) {
+        Object.assign(this, { plan, engine, actions });
+        this.input = h("input", { type: "file", multiple: true, hidden: true, onchange: () => {
+            this.openFiles([...this.input.files]);
+            this.input.value = "";
+        } });
+        document.body.append(this.input);
+        this.listen();
+    }
+
+    listen() {
+        document.addEventListener("dragover", (event) => {
+            event.preventDefault();
+            document.body.classList.add("dropping");
+        });
+        document.addEventListener("dragleave", (event) => { if (!event.relatedTarget) document.body.classList.remove("dropping"); });
+        document.addEventListener("drop", (event) => {
+            event.preventDefault();
+            document.body.classList.remove("dropping");
+            const text = event.dataTransfer.getData("text/plain");
+            if (event.dataTransfer.files.length > 0) this.openFiles([...event.dataTransfer.files]);
+            else if (text) this.open([{ name: "dropped text", text }]);
+        });
+        document.addEventListener("paste", (event) => {
+            if (event.target.closest?.("input, textarea, .grid")) return;
+            const files = [...event.clipboardData.files];
+            const text = event.clipboardData.getData("text/plain");
+            if (files.length > 0) this.openFiles(files);
+            else if (text.trim()) this.open([{ name: "pasted text", text }]);
+        });
+    }
+
+    choose() { this.input.click(); }
+
+    async openFiles(files) {
+        try {
+            const read = await Promise.all(files.map(async (file) => ({ name: file.name, text: await file.arrayBuffer() })));
+            if (read.length > 0) await this.open(read);
+        } catch (wrong) {
+            this.actions.say(`Cannot be read: ${wrong.message}`);
+        }
+    }
+
+    /// Opens texts: a head-end or a result by itself, channel lists together, on the modules that there are.
+    async open(files) {
+        const hasModules = this.plan.headend?.modules.length > 0;
+        const modules = hasModules ? textOf(this.plan.headend) : sample("modules");
+        const names = [...files.map(({ name }) => name), "modules"];
+        const answer = await this.actions.asked(this.engine, { ask: "open", names, modules: true }, [...files.map(({ text }) => text), modules]);
+        if (!answer) return false;
+        const [{ name }] = files;
+        const messages = answer.messages ?? [];
+        if (answer.messages && !hasModules) messages.push("The services are planned on the sixteen modules of a sample: change them in the table of modules.");
+        if (answer.kind === "module") return this.addModule(answer.texts[0]);
+        this.actions.tell(messages);
+        this.plan.open(answer.kind === "result" ? { id: 1, file: name, result: answer.texts[0], name: JSON.parse(answer.texts[0]).name }
+            : { id: 1, file: answer.messages ? `${stem(name)}.json` : name, headend: JSON.parse(answer.texts[0]) }, !answer.messages);
+        return true;
+    }
+
+    async addModule(text) {
+        if (!this.plan.headend) return this.actions.say("This is a single module: open a head-end first, to add it to.");
+        const answer = await this.actions.asked(this.engine, { ask: "add", number: 1 }, [textOf(this.plan.headend), text]);
+        if (answer) this.plan.change(JSON.parse(answer.texts[0]), "Add a module");
+        return Boolean(answer);
+    }
+
+    // ---- Out -------------------------------------------------------------------------------------------
+
+    get stem() { return stem(this.plan.variant?.file ?? "head-end"); }
+
+    async save() {
+        const { headend, state } = this.plan;
+        if (!headend) return this.actions.say("There is no head-end to save.");
+        const answer = await this.actions.asked(this.engine, { ask: "change" }, [textOf(headend)]);
+        if (!answer) return;
+        download(`${this.stem}.json`, answer.texts[0], "application/json");
+        this.plan.saved = state;
+        this.actions.saved();
+    }
+
+    async write(format, ending, type) {
+        const { variant } = this.plan;
+        if (!variant) return;
+        const answer = await this.actions.asked(this.engine, { ask: "write", format, name: variant.file }, [variant.result ?? textOf(variant.headend)]);
+        if (!answer) return;
+        download(`${this.stem}${ending}`, answer.texts[0], type);
+        if (answer.message) this.actions.say(answer.message);
+    }
+
+    /// The ways out, as buttons of a menu.
+    ways() {
+        return [
+            button("Result (JSON)", () => this.write("result", ".result.json", "application/json")),
+            button("Channel list (channels.conf)", () => this.write("channels.conf", ".channels.conf", "text/plain")),
+            button("Table (CSV)", () => this.write("csv", ".csv", "text/csv")),
+            button("Report (HTML)", () => this.write("page", ".html", "text/html")),
+        ];
+    }
+}

@@ -1,0 +1,300 @@
+// The page put together: the plan, the engine that follows each change of it, and the views.
+
+import { Ask, Explanation } from "./ask.js";
+import { Changes } from "./changes.js";
+import { Diagram } from "./diagram.js";
+import { button, h, name, put } from "./dom.js";
+import { Draft, given } from "./draft.js";
+import { Cancelled, compile, Engine, Refused } from "./engine.js";
+import { Files, sample } from "./files.js";
+import { keyOf, moduleName, Outcome, usedInputs } from "./outcome.js";
+import { difference, Overview } from "./overview.js";
+import { Placement } from "./placement.js";
+import { Plan, textOf, variantName } from "./plan.js";
+import { Table } from "./tables.js";
+import { Tabs } from "./tabs.js";
+
+const byId = (id) => document.getElementById(id);
+
+/// After so long a run that is no longer wanted is given up for the next.
+const patience = 400;
+
+class App {
+    constructor(compiled) {
+        this.plan = new Plan();
+        this.runner = new Engine(compiled, (text) => this.showProgress(text));
+        this.asker = new Engine(compiled);
+        const actions = {
+            say: (text) => this.say(text), tell: (messages) => this.tell(messages), saved: () => this.drawBar(),
+            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service),
+            showModule: (mac) => this.showModule(mac), showService: (service) => this.showService(service),
+        };
+        this.files = new Files(this.plan, this.asker, actions);
+        this.draft = new Draft(this.plan, actions.say);
+        this.explanation = new Explanation(this.plan, this.asker, actions);
+        this.makeTables(actions);
+        this.views = [new Overview(actions), new Placement(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.seen = new Tabs("Placement", this.views, () => this.drawView());
+        this.put();
+        this.listen();
+        this.plan.addEventListener("change", () => this.follow());
+    }
+
+    // ---- Parts -----------------------------------------------------------------------------------------
+
+    makeTables(actions) {
+        const placeOf = (service) => this.outcome?.places.get(keyOf(service));
+        const place = {
+            key: "place", heading: "Placed on", kind: "text", width: 178, isShown: true, isLink: true, hint: "Where the service is placed. Enter or a click explains it",
+            get: (service) => {
+                const found = placeOf(service);
+                if (found) return `${moduleName(found.module)} → ${found.outputs.join(", ")}`;
+                return this.outcome ? (service.ask === false ? "not asked for" : "left out") : "";
+            },
+            format: (value) => value, classOf: (service) => (!this.outcome || placeOf(service) || service.ask === false ? "" : "short"),
+            titleOf: (service) => this.outcome?.reasons.get(keyOf(service)),
+        };
+        const use = {
+            key: "use", heading: "In use", kind: "text", width: 120, isShown: true, isLink: true, hint: "Inputs and PIDs in use. Enter or a click shows the module",
+            get: ({ mac }) => {
+                const module = this.outcome?.modules.get(mac);
+                return module ? `${usedInputs(module)} of ${module.inputs.length}, ${module.pids} PIDs` : "";
+            },
+            format: (value) => value,
+        };
+        this.modules = new Table("modules", this.plan, actions.say, { extra: [use], onopen: (at) => this.showModule(this.plan.headend.modules[at].mac) });
+        this.services = new Table("services", this.plan, actions.say, {
+            extra: [place], onopen: (at) => this.explanation.explain(this.plan.headend.services[at]),
+            states: [
+                { name: "left", title: "Left out", holds: (service) => service.ask !== false && !placeOf(service) },
+                { name: "placed", title: "Placed", holds: (service) => Boolean(placeOf(service)) },
+                { name: "withheld", title: "Not asked for", holds: (service) => service.ask === false },
+                { name: "must", title: "Must", holds: (service) => service.must === true },
+            ],
+        });
+    }
+
+    put() {
+        this.edited = new Tabs("Head-end", [{ id: "modules", title: "Modules", element: this.modules.element },
+            { id: "services", title: "Services", element: this.services.element }], () => this.drawTable());
+        byId("edit").append(this.edited.list, ...this.edited.panels);
+        byId("see").append(this.seen.list, ...this.seen.panels);
+        byId("work").append(this.explanation.element);
+        byId("open").onclick = byId("open-first").onclick = () => this.files.choose();
+        byId("save").onclick = () => this.files.save();
+        byId("undo").onclick = () => this.plan.undo();
+        byId("redo").onclick = () => this.plan.redo();
+        byId("cancel").onclick = () => this.runner.cancel();
+        byId("print").onclick = () => print();
+        byId("forget").onclick = () => this.forget();
+        byId("export").append(...this.files.ways());
+        byId("name").onchange = (event) => this.plan.change({ ...this.plan.headend, name: event.target.value || undefined }, "Rename");
+        for (const [title, id] of [["A small head-end", "small"], ["A hotel", "medium"]])
+            byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }])));
+        byId("samples").append(button("An empty head-end", () => this.plan.open({ id: 1, file: "head-end.json", headend: { modules: [], services: [] } })));
+    }
+
+    listen() {
+        addEventListener("keydown", (event) => this.key(event));
+        addEventListener("beforeunload", (event) => { if (this.plan.isChanged) event.preventDefault(); });
+        document.addEventListener("click", ({ target }) => {
+            for (const menu of document.querySelectorAll("details.menu[open]"))
+                if (!menu.contains(target) || target.matches("button")) menu.open = false;
+        });
+    }
+
+    key(event) {
+        const control = event.ctrlKey || event.metaKey;
+        const letter = event.key.toLowerCase();
+        const isField = event.target.matches?.("input, textarea, select");
+        if (control && letter === "s") this.files.save();
+        else if (control && letter === "o") this.files.choose();
+        else if (control && !isField && letter === "z") event.shiftKey ? this.plan.redo() : this.plan.undo();
+        else if (control && !isField && letter === "y") this.plan.redo();
+        else if (event.key === "/" && !isField && !control) this.edited.shown.element.querySelector(".filter").focus();
+        else return;
+        event.preventDefault();
+    }
+
+    // ---- Following the plan ----------------------------------------------------------------------------
+
+    /// The engine begins first: while it works, the tables are drawn.
+    follow() {
+        this.run();
+        this.drawBar();
+        this.drawTable();
+    }
+
+    /// What the current variant is compared with.
+    get before() {
+        const { plan } = this;
+        const choice = byId("compare").value;
+        if (choice.startsWith("variant ")) return plan.state.variants.find(({ id }) => `variant ${id}` === choice);
+        if (choice === "opened") return plan.past.map(({ state }) => state.variants[0]).find(Boolean);
+        return plan.past.map(({ state }) => state.variants.find(({ id }) => id === plan.variant?.id)).findLast((variant) => variant && variant.headend !== plan.headend);
+    }
+
+    async run() {
+        const { variant } = this.plan;
+        if (!variant) return;
+        this.wanted = variant;
+        if (this.isRunning) {
+            clearTimeout(this.giveUp);
+            this.giveUp = setTimeout(() => this.runner.cancel(), patience);
+            return;
+        }
+        this.isRunning = true;
+        this.showRunning(true);
+        const texts = [variant, this.before].filter(Boolean).map((one) => one.result ?? textOf(one.headend));
+        try {
+            const answer = await this.runner.ask({ ask: "run", name: variant.file }, texts);
+            if (this.plan.variant === variant) this.take(new Outcome(answer), variant);
+        } catch (wrong) {
+            if (this.plan.variant === variant) this.fail(wrong);
+        }
+        clearTimeout(this.giveUp);
+        this.isRunning = false;
+        this.showRunning(false);
+        if (this.wanted !== variant) this.run();
+    }
+
+    take(outcome, variant) {
+        this.outcome = outcome;
+        this.figures ??= new Map();
+        this.figures.set(variant.id, outcome.result.summary);
+        byId("failure").hidden = true;
+        const { placed, loaded, left_out: left } = outcome.result.summary;
+        const since = difference(outcome.comparison);
+        byId("status").textContent = `${placed} of ${loaded} placed, ${left} left out${since ? ` (${since})` : ""} · ${Math.round(outcome.milliseconds)} ms`;
+        document.body.classList.remove("stale");
+        this.drawView();
+        this.drawTable();
+        this.drawVariants();
+        this.seen.note("changes", since);
+        this.explanation.draw();
+        document.documentElement.dataset.drawn = String(Number(document.documentElement.dataset.drawn ?? 0) + 1);
+    }
+
+    fail(wrong) {
+        document.body.classList.add("stale");
+        if (wrong instanceof Cancelled) return void (byId("status").textContent = "Cancelled. What is shown is of before.");
+        const [, list, at] = /^\/(modules|services)\/(\d+)/.exec(wrong.place ?? "") ?? [];
+        put(byId("failure"), h("p", {}, name(wrong.message)), list && button("Go there", () => this.goTo(list, Number(at))));
+        byId("failure").hidden = false;
+        byId("status").textContent = wrong instanceof Refused ? "The engine cannot run this. What is shown is of before." : "";
+    }
+
+    showRunning(isRunning) {
+        clearTimeout(this.late);
+        if (isRunning) this.late = setTimeout(() => { byId("cancel").hidden = false; document.body.classList.add("stale"); }, 150);
+        else byId("cancel").hidden = true;
+    }
+
+    showProgress(text) { byId("status").textContent = text; }
+
+    // ---- Drawing ---------------------------------------------------------------------------------------
+
+    drawBar() {
+        const { plan } = this;
+        document.body.classList.toggle("empty", !plan.variant);
+        document.body.classList.toggle("only-result", Boolean(plan.variant && !plan.headend));
+        byId("name").value = plan.headend?.name ?? plan.variant?.name ?? "";
+        for (const [id, steps] of [["undo", plan.past], ["redo", plan.future]]) {
+            byId(id).disabled = steps.length === 0;
+            byId(id).title = steps.length > 0 ? `${id === "undo" ? "Undo" : "Redo"}: ${steps.at(-1).label}` : "";
+        }
+        byId("changed").hidden = !plan.isChanged;
+        document.title = `${plan.isChanged ? "• " : ""}${plan.headend?.name || plan.variant?.file || "Planner"} · Recalculo`;
+        this.drawVariants();
+    }
+
+    drawVariants() {
+        const { variants, current } = this.plan.state;
+        put(byId("variants"), variants.map((variant, at) => {
+            const summary = this.figures?.get(variant.id);
+            return h("button", { type: "button", "aria-pressed": String(at === current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
+                summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
+        }), variants.length > 0 && this.plan.headend ? button("New variant", () => this.plan.addVariant()) : "",
+        variants.length > 1 ? button("Remove variant", () => this.plan.removeVariant()) : "");
+        const choice = byId("compare").value || "last";
+        byId("compare").replaceChildren(h("option", { value: "last" }, "the last change"), h("option", { value: "opened" }, "what was opened"),
+            ...variants.filter((variant, at) => at !== current).map((variant) => h("option", { value: `variant ${variant.id}` }, `variant ${variantName(variant)}`)));
+        byId("compare").value = [...byId("compare").options].some(({ value }) => value === choice) ? choice : "last";
+        byId("compare").onchange = () => this.run();
+    }
+
+    drawTable() { if (this.plan.headend) this[this.edited?.shown.id]?.draw(); }
+
+    drawView() { if (this.outcome) this.seen.shown.draw(this.outcome, this.plan); }
+
+    // ---- Going somewhere -------------------------------------------------------------------------------
+
+    showModule(mac) {
+        this.seen.show("placement");
+        this.views[1].reveal(mac);
+    }
+
+    showService(service) {
+        const at = (this.plan.headend?.services ?? []).findIndex((one) => keyOf(one) === keyOf(service));
+        if (at >= 0) this.goTo("services", at);
+    }
+
+    goTo(list, at) {
+        this.edited.show(list);
+        if (!this[list].grid.goTo(at)) {
+            this[list].filter.value = this[list].state.value = "";
+            this[list].draw();
+            this[list].grid.goTo(at);
+        }
+        this[list].grid.element.focus();
+    }
+
+    // ---- Telling ---------------------------------------------------------------------------------------
+
+    /// Asks, and tells what is wrong; undefined then.
+    async asked(engine, head, texts) {
+        try {
+            return await engine.ask(head, texts);
+        } catch (wrong) {
+            if (!(wrong instanceof Cancelled)) this.say(wrong.message);
+            return undefined;
+        }
+    }
+
+    say(text) { this.tell([text]); }
+
+    tell(messages) {
+        byId("messages").hidden = messages.length === 0;
+        byId("messages").replaceChildren(h("ul", {}, messages.map((message) => h("li", {}, name(message)))),
+            button("Close", () => { byId("messages").hidden = true; }));
+    }
+
+    forget() {
+        this.draft.forget();
+        this.say("The draft is forgotten; it is kept anew with the next change.");
+    }
+
+    /// What was open before, what the page brings, or nothing.
+    async begin() {
+        const draft = this.draft.recall();
+        if (draft) {
+            this.plan.recall(draft);
+        } else if (given()) {
+            await this.files.open([{ name: "head-end.json", text: given() }]);
+        } else {
+            this.drawBar();
+        }
+    }
+}
+
+const fail = (text) => {
+    byId("start-failure").textContent = text;
+    byId("start-failure").hidden = false;
+    document.body.classList.add("unable");
+};
+
+if (typeof WebAssembly !== "object" || typeof DecompressionStream !== "function")
+    fail("This browser has no WebAssembly, or it is switched off. The planner needs it: any Chrome, Edge, Firefox or Safari since 2023 has it.");
+else
+    compile().then((compiled) => new App(compiled).begin()).then(() => document.documentElement.classList.add("ready"),
+        (wrong) => fail(`The planner cannot start: ${wrong.message}`));

@@ -1,0 +1,101 @@
+// What is being planned: the variants, each a head-end as its file has it, and which of them is looked at. States are
+// never changed, only replaced, so that undoing is taking an earlier one; what two states have in common they share.
+
+/// How far back one can go.
+const mostSteps = 500;
+
+export class Plan extends EventTarget {
+    constructor() {
+        super();
+        this.state = { variants: [], current: 0 };
+        this.past = [];
+        this.future = [];
+        /// What is in a file, or was never anything: no warning before leaving it.
+        this.saved = this.state;
+    }
+
+    get variant() { return this.state.variants[this.state.current]; }
+    get headend() { return this.variant?.headend; }
+    get isChanged() { return this.state.variants !== this.saved.variants; }
+
+    /// Begins anew with one variant; what was before can be undone to.
+    open(variant, isSaved = true) {
+        const state = { variants: [variant], current: 0 };
+        if (isSaved) this.saved = state;
+        if (this.variant) this.commit(state, `Open ${variant.file}`);
+        else this.become(state);
+    }
+
+    /// Takes up what was open before.
+    recall({ variants, current, isSaved }) {
+        const state = { variants, current };
+        if (isSaved) this.saved = state;
+        this.become(state);
+    }
+
+    /// Takes a new state; `label` names the step for undoing.
+    commit(state, label) {
+        this.past.push({ state: this.state, label });
+        if (this.past.length > mostSteps) this.past.shift();
+        this.future = [];
+        this.become(state);
+    }
+
+    /// Changes the head-end that is looked at.
+    change(headend, label) {
+        this.commit(this.withVariant({ ...this.variant, headend }), label);
+    }
+
+    withVariant(variant) {
+        const { variants, current } = this.state;
+        return { variants: variants.with?.(current, variant) ?? variants.map((one, at) => (at === current ? variant : one)), current };
+    }
+
+    /// Looks at another variant, which is no step.
+    look(current) {
+        this.become({ ...this.state, current });
+    }
+
+    addVariant() {
+        const { variants, current } = this.state;
+        const variant = { ...this.variant, id: variants.reduce((most, { id }) => Math.max(most, id), 0) + 1 };
+        this.commit({ variants: [...variants.slice(0, current + 1), variant, ...variants.slice(current + 1)], current: current + 1 },
+            "New variant");
+    }
+
+    removeVariant() {
+        const { variants, current } = this.state;
+        const rest = variants.filter((one, at) => at !== current);
+        this.commit({ variants: rest, current: Math.min(current, rest.length - 1) }, "Remove variant");
+    }
+
+    undo() { this.step(this.past, this.future); }
+    redo() { this.step(this.future, this.past); }
+
+    step(from, to) {
+        const step = from.pop();
+        if (!step) return;
+        to.push({ state: this.state, label: step.label });
+        this.become(step.state);
+    }
+
+    become(state) {
+        const before = this.state;
+        this.state = state;
+        this.dispatchEvent(new CustomEvent("change", { detail: { before } }));
+    }
+}
+
+/// What a variant is called.
+export const variantName = ({ id }) => {
+    const letter = (number) => String.fromCharCode(65 + number);
+    return id <= 26 ? letter(id - 1) : letter(Math.floor((id - 1) / 26) - 1) + letter((id - 1) % 26);
+};
+
+const texts = new WeakMap();
+
+/// The head-end as the engine takes it. Each is written once.
+export const textOf = (headend) => {
+    if (!texts.has(headend)) texts.set(headend, JSON.stringify(headend));
+    return texts.get(headend);
+};
