@@ -208,7 +208,7 @@ TEST(ComparisonPage, TheOrderOfTheChangeIsATable) {
     const std::string page = body_of(a_comparison());
     EXPECT_TRUE(has(page,
                     R"(<td><span class="mac">B</span></td><td class="number">2</td><td class="number">1</td>)"
-                    R"(<td>1/30</td><td>1/40</td><td>3 Tres</td><td></td><td class="number">1</td>)"));
+                    R"(<td class=" roomy">1/30</td><td>1/40</td><td>3 Tres (step 3)</td></tr>)"));
     EXPECT_TRUE(has(page, "<span>The best order</span>"));
     Comparison found = a_comparison();
     found.order.is_least = false;

@@ -106,6 +106,8 @@ data changes_entry(const Changes& changes, const Comparison& comparison) {
 struct PageCell {
     std::string text;
     bool is_number = false;
+    /// Left away where there is no room for it, as on a phone.
+    bool is_roomy = false;
 };
 
 list cells(const std::vector<PageCell>& row, const char* name) {
@@ -114,6 +116,8 @@ list cells(const std::vector<PageCell>& row, const char* name) {
         data entry;
         entry[name] = cell.text;
         entry["is_number"] = cell.is_number;
+        entry["is_roomy"] = cell.is_roomy;
+        entry["is_plain"] = !cell.is_number && !cell.is_roomy;
         entries.push_back(entry);
     }
     return entries;
@@ -223,37 +227,41 @@ ModuleTable limits_table(const Comparison& comparison) {
     return table;
 }
 
-/// LCN and name of each.
-std::string names_in(const std::vector<ServiceResult>& services) {
-    std::vector<std::string> names;
-    for (const ServiceResult& service : services)
-        names.push_back(fmt::format("{} {}", service.lcn, printable(service.name)));
-    return fmt::format("{}", fmt::join(names, ", "));
+/// The step with which a service comes on the air again.
+std::size_t return_of(const ServiceResult& service, const ChangeOrder& order) {
+    std::size_t number = 0;
+    for (const ChangeStep& step : order.steps) {
+        ++number;
+        for (const ServiceResult& back : step.comes_back)
+            if (key_of(back) == key_of(service))
+                return number;
+    }
+    return number;
+}
+
+/// LCN and name of each service that goes off the air, and until when.
+std::string interruptions_of(const ChangeStep& step, const ChangeOrder& order) {
+    std::vector<std::string> texts;
+    for (const ServiceResult& service : step.goes_off)
+        texts.push_back(
+            fmt::format("{} {} (step {})", service.lcn, printable(service.name), return_of(service, order)));
+    return fmt::format("{}", fmt::join(texts, ", "));
 }
 
 ModuleTable order_table(const Comparison& comparison) {
     ModuleTable table(
         comparison, "order", "Change on air",
-        "In which order the inputs change with least off the air at a time. A service leaves the air "
+        "In which order the inputs change with least off the air at a time. A service leaves the air until a later step "
         "when its old input is tuned anew before its new one.",
-        {{"Step", true},
-         {"Input", true},
-         {"Before"},
-         {"After"},
-         {"Off the air"},
-         {"On again"},
-         {"Off, in all", true},
-         {"Too much meanwhile"}});
+        {{"Step", true}, {"Input", true}, {"Before", false, true}, {"After"}, {"Off the air until"}});
     std::size_t number = 0;
     table.add(comparison.order.is_least ? "The best order" : "The best order that was found",
-              comparison.order.steps, [&number](const ChangeStep& step) -> std::vector<PageCell> {
+              comparison.order.steps, [&](const ChangeStep& step) -> std::vector<PageCell> {
                   return {{std::to_string(++number), true},
                           {std::to_string(step.input.number), true},
-                          {stream_or_free(step.input.was_tuned, step.input.before)},
+                          {stream_or_free(step.input.was_tuned, step.input.before), false, true},
                           {stream_or_free(step.input.is_tuned, step.input.after)},
-                          {names_in(step.goes_off)},
-                          {names_in(step.comes_back)},
-                          {grouped(step.off_air), true}};
+                          {interruptions_of(step, comparison.order)}};
               });
     return table;
 }
