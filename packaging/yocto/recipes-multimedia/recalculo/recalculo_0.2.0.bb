@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "e142275393f3cd8b6f8531388ab10503ee0166856ba38c7413a9e9e6e98e9ae6"
+SRC_URI[sha256sum] = "317aa01923b14466c2ce947e99c04ef81d0e4e4b1e23448ede053a311dd3e084"
 
 inherit cmake pkgconfig ptest
 
