@@ -10,14 +10,13 @@
 #include <syslog.h>
 
 #include "../log/Marcos.h"
+#include "../reglas/Reglas.h"
 #include "BusquedaDePermuta.h"
 #include "Textos.h"
 
 namespace zarven {
 
 namespace {
-
-constexpr int VUELTAS_MAX = 3;
 
 // What Clear_ONID_TSID tells when the last stream of a network went.
 constexpr int ONID_ELIMINADO = 2;
@@ -69,12 +68,9 @@ int Pasada::optimizarTSID(const Receptores& receptores, unsigned short onid, uns
 
 Estado Pasada::finDeOptimizar() const {
     ::syslog(LOG_DEBUG, " Hemos hecho %d vueltas del Optimize", vueltas_);
-    Estado siguiente = Estado::STATUS_END;
-    if (vueltas_ <= VUELTAS_MAX) {
+    if (reglas::quedanVueltas(vueltas_))
         marcos::linea(textos::NO_SE_PUEDEN_ANADIR);
-        if (quedanServicios())
-            siguiente = Estado::STATUS_CHECK_EMPTY_INPUT;
-    }
+    const Estado siguiente = reglas::trasOptimizar(vueltas_, quedanServicios());
     ::syslog(LOG_DEBUG, " status_algorithm %d", static_cast<int>(siguiente));
     return siguiente;
 }

@@ -154,9 +154,7 @@ Estado Pasada::unificarEntradas() {
     marcos::linea(marcos::BLANCO);
     volcarModulosHastaElFin(motor_, motor_.Mapa_ModulosCabecera_Proceso);
 
-    if (completar)
-        return Estado::STATUS_UNCOMPLETE_MODULES;
-    return quedanServicios() ? Estado::STATUS_OPTIMIZE : Estado::STATUS_END;
+    return reglas::trasUnificar(completar, quedanServicios());
 }
 
 } // namespace zarven

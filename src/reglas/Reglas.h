@@ -432,6 +432,24 @@ constexpr Estado trasEntradaLibre(int colocados, int recurso) {
     return colocados != 0 ? estadoDeRelleno(recurso) : Estado::STATUS_OPTIMIZE;
 }
 
+// After gathering streams: `completar` where a module may have room now.
+constexpr Estado trasUnificar(bool completar, bool quedanServicios) {
+    return completar         ? Estado::STATUS_UNCOMPLETE_MODULES
+           : quedanServicios ? Estado::STATUS_OPTIMIZE
+                             : Estado::STATUS_END;
+}
+
+// Entries into optimize after which the pass goes on.
+inline constexpr int VUELTAS_MAX = 3;
+
+constexpr bool quedanVueltas(int vueltas) {
+    return vueltas <= VUELTAS_MAX;
+}
+
+constexpr Estado trasOptimizar(int vueltas, bool quedanServicios) {
+    return quedanVueltas(vueltas) && quedanServicios ? Estado::STATUS_CHECK_EMPTY_INPUT : Estado::STATUS_END;
+}
+
 // ---- The driver's choice --------------------------------------------------------------------------------
 
 // An option against the best so far.

@@ -19,7 +19,7 @@
 #include <optional>
 #include <vector>
 
-#include "placement/engine_run.h"
+#include "placement/capacity.h"
 
 namespace zarven::tool {
 
@@ -42,15 +42,10 @@ struct RehearsedStream {
     bool has_both_numbers = false;
 };
 
-struct RehearsedOutput {
-    std::uint32_t bitrate_max = 0;
-    std::uint32_t services_max = 0;
-};
-
 /// The limits of a module.
 struct RehearsedModule {
     std::size_t inputs = 0;
-    std::vector<RehearsedOutput> outputs;
+    std::vector<OutputCapacity> outputs;
     std::uint16_t pids_max = 0;
     std::uint16_t sd_transcoders = 0;
     std::uint16_t hd_transcoders = 0;
@@ -63,6 +58,8 @@ struct RehearsedHeadend {
     std::vector<RehearsedStream> streams;
     /// By MAC, as the engine walks them.
     std::vector<RehearsedModule> modules;
+    /// Of the engine: which fill its passes begin with.
+    int resource = 0;
     /// Two services with one SID may stand on one output.
     bool shares_sids = false;
 };

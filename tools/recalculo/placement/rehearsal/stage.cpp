@@ -19,6 +19,9 @@ RehearsedModule rehearsed(const tRec_Modulo& module) {
 
 std::optional<RehearsedHeadend> rehearsed(const EngineRun& loaded) {
     RehearsedHeadend headend;
+    headend.resource = loaded.engine.GetRecursoCabecera();
+    if (reglas::estadoDeRelleno(headend.resource) != Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING)
+        return {};
     std::vector<std::uint16_t> sids;
     for (const auto& [onid, network] : loaded.engine.Mapa_ONIDs_Inicial)
         for (const auto& [tsid, stream] : network.MapRec_TSIDs) {
@@ -123,26 +126,26 @@ void Rehearsal::Stage::begin() {
 }
 
 bool Rehearsal::Stage::pass(char option) {
-    State state = State::fill;
-    while (state != State::end && !gives_up_)
+    Estado state = reglas::estadoDeRelleno(headend_.resource);
+    while (state != Estado::STATUS_END && !gives_up_)
         switch (state) {
-        case State::fill:
+        case Estado::STATUS_FILL_INPUTS_SERVICE_NO_TRASCODING:
             state = fill(option);
             break;
-        case State::check:
+        case Estado::STATUS_CHECK_EMPTY_INPUT:
             state = check();
             break;
-        case State::complete:
+        case Estado::STATUS_UNCOMPLETE_MODULES:
             state = complete();
             break;
-        case State::unify:
+        case Estado::STATUS_UNIFY_INPUTS:
             state = unify();
             break;
-        case State::optimize:
+        case Estado::STATUS_OPTIMIZE:
             state = optimize();
             break;
-        case State::end:
-            break;
+        default:
+            gives_up_ = true;
         }
     return !gives_up_;
 }
@@ -162,9 +165,9 @@ void Rehearsal::Stage::put(ServiceNumbers& services, ServiceNumber number) const
 
 bool Rehearsal::Stage::fits(std::size_t module, std::size_t output, const RehearsedService& service) {
     const RehearsedModule& limits = (*limits_)[module];
-    const RehearsedOutput& most = limits.outputs[output];
+    const OutputCapacity& most = limits.outputs[output];
     const Output& now = modules_[module].outputs[output];
-    if (!reglas::cabeOtroServicio(now.count, most.services_max))
+    if (!reglas::cabeOtroServicio(now.count, most.service_max))
         return false;
     LimitTests& bitrate = tests_[module].bitrate[output];
     const std::uint64_t needed = reglas::techoPara(static_cast<std::uint32_t>(now.bitrate + service.bitrate));
@@ -252,7 +255,7 @@ bool Rehearsal::Stage::is_broken(std::size_t number) {
             return true;
         }
         tests.passed_at(reglas::techoPara(bitrate));
-        if (!reglas::hastaTecho(carried, limits.outputs[output].services_max))
+        if (!reglas::hastaTecho(carried, limits.outputs[output].service_max))
             return true;
         std::sort(sids_.begin(), sids_.end());
         if (std::adjacent_find(sids_.begin(), sids_.end()) != sids_.end())

@@ -13,6 +13,8 @@
 
 namespace zarven::tool {
 
+using reglas::Estado;
+
 using ServiceNumber = std::uint32_t;
 using ServiceNumbers = std::vector<ServiceNumber>;
 
@@ -29,8 +31,6 @@ public:
     const std::vector<ModuleTests>& tests() const { return tests_; }
 
 private:
-    enum class State { fill, check, complete, unify, optimize, end };
-
     static constexpr std::size_t no_stream = std::numeric_limits<std::size_t>::max();
 
     struct Input {
@@ -84,9 +84,9 @@ private:
     bool place(std::size_t module, std::size_t input, ServiceNumber number);
 
     // Filling and topping up (stage_fill.cpp).
-    State fill(char option);
-    State check();
-    State complete();
+    Estado fill(char option);
+    Estado check();
+    Estado complete();
     bool is_uncomplete(std::size_t module);
     void take(ServiceNumber number);
     std::size_t criterion() const;
@@ -96,7 +96,7 @@ private:
     int place_waiting(std::size_t module, std::size_t input, std::size_t stream, bool with_transcoding);
 
     // Gathering (stage_unify.cpp).
-    State unify();
+    Estado unify();
     void find_receivers();
     std::size_t next_partner(std::size_t from, std::size_t module) const;
     bool is_tuned(const Input& input) const {
@@ -117,7 +117,7 @@ private:
     bool secure(ServiceNumber number);
 
     // Exchanging (stage_optimize.cpp).
-    State optimize();
+    Estado optimize();
     bool find_exchange(std::size_t stream, Exchange& exchange) const;
     void make_room(ServiceNumber in_hand);
     bool suits(const Exchange& exchange, const int (&free)[2], std::size_t output, std::size_t other_output,

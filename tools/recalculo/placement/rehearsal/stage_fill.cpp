@@ -1,5 +1,5 @@
-// Filling inputs from what waits, and topping up modules that have room. All modules are of the one model
-// that the engine supports, so the fill for transcoding, which another kind of head-end has, never comes by.
+// Filling inputs from what waits, and topping up modules that have room. A head-end that has the fill for
+// transcoding, which none of the model that the engine supports is, is not rehearsed.
 
 #include "placement/rehearsal/stage.h"
 
@@ -95,10 +95,10 @@ int Rehearsal::Stage::fill(std::size_t module, std::size_t input, char mode) {
     return placed;
 }
 
-Rehearsal::Stage::State Rehearsal::Stage::fill(char option) {
+Estado Rehearsal::Stage::fill(char option) {
     placed_by_fill_ = 0;
     if (filled_at_ == changes_)
-        return State::unify;
+        return reglas::trasRellenar(placed_by_fill_, Estado::STATUS_CHECK_EMPTY_INPUT);
     bool are_counted = false;
     for (std::size_t module = 0; module < modules_.size(); ++module)
         for (std::size_t input = 0; input < modules_[module].inputs.size(); ++input) {
@@ -113,7 +113,7 @@ Rehearsal::Stage::State Rehearsal::Stage::fill(char option) {
             placed_by_fill_ += fill(module, input, mode);
         }
     filled_at_ = placed_by_fill_ == 0 ? changes_ : never;
-    return placed_by_fill_ == 0 ? State::unify : State::check;
+    return reglas::trasRellenar(placed_by_fill_, Estado::STATUS_CHECK_EMPTY_INPUT);
 }
 
 bool Rehearsal::Stage::is_uncomplete(std::size_t number) {
@@ -125,9 +125,9 @@ bool Rehearsal::Stage::is_uncomplete(std::size_t number) {
     }
     tests_[number].pids.passed_at(std::uint64_t{module.pids} + 1);
     for (std::size_t output = 0; output < module.outputs.size(); ++output) {
-        const RehearsedOutput& most = limits.outputs[output];
+        const OutputCapacity& most = limits.outputs[output];
         const Output& now = module.outputs[output];
-        if (!reglas::cabeOtroServicio(now.count, most.services_max))
+        if (!reglas::cabeOtroServicio(now.count, most.service_max))
             continue;
         LimitTests& tests = tests_[number].bitrate[output];
         const bool has_room = reglas::sobraBitrate(now.bitrate, most.bitrate_max);
@@ -145,21 +145,19 @@ bool Rehearsal::Stage::is_uncomplete(std::size_t number) {
     return false;
 }
 
-Rehearsal::Stage::State Rehearsal::Stage::check() {
+Estado Rehearsal::Stage::check() {
     bool is_any_uncomplete = false;
     for (std::size_t module = 0; module < modules_.size() && anything_waits() && !is_any_uncomplete; ++module)
         is_any_uncomplete = is_uncomplete(module);
-    if (!is_any_uncomplete)
-        return State::unify;
-    for (const Module& module : modules_)
-        for (const Input& input : module.inputs)
-            if (input.services.empty())
-                return State::fill;
-    return State::complete;
+    const bool is_any_input_empty = std::any_of(modules_.begin(), modules_.end(), [](const Module& module) {
+        return std::any_of(module.inputs.begin(), module.inputs.end(),
+                           [](const Input& input) { return input.services.empty(); });
+    });
+    return reglas::trasComprobar(anything_waits(), is_any_uncomplete, is_any_input_empty, headend_.resource);
 }
 
-Rehearsal::Stage::State Rehearsal::Stage::complete() {
-    State next = State::unify;
+Estado Rehearsal::Stage::complete() {
+    Estado next = Estado::STATUS_UNIFY_INPUTS;
     for (std::size_t module = 0; module < modules_.size() && anything_waits(); ++module) {
         if (!is_uncomplete(module))
             continue;
@@ -168,7 +166,7 @@ Rehearsal::Stage::State Rehearsal::Stage::complete() {
             if (stream != no_stream)
                 place_waiting(module, input, stream, true);
             else
-                next = placed_by_fill_ != 0 ? State::fill : State::optimize;
+                next = reglas::trasEntradaLibre(placed_by_fill_, headend_.resource);
         }
     }
     return next;

@@ -7,17 +7,10 @@
 
 namespace zarven::tool {
 
-namespace {
-
-/// The rounds after which the engine begins no other.
-constexpr int rounds_max = 3;
-
-} // namespace
-
-Rehearsal::Stage::State Rehearsal::Stage::optimize() {
+Estado Rehearsal::Stage::optimize() {
     // The way back here would be the same once more, and so on to the last round.
     if (optimized_at_ == changes_)
-        return State::end;
+        return Estado::STATUS_END;
     optimized_at_ = changes_;
     ++rounds_;
     find_receivers();
@@ -26,7 +19,7 @@ Rehearsal::Stage::State Rehearsal::Stage::optimize() {
              at < headend_.streams[stream].last && waiting_of_[stream] != 0 && !gives_up_; ++at)
             if (waits_[at] != 0)
                 make_room(static_cast<ServiceNumber>(at));
-    return rounds_ <= rounds_max && anything_waits() ? State::check : State::end;
+    return reglas::trasOptimizar(rounds_, anything_waits());
 }
 
 /// The first module that receives the stream, its last input that receives another, and the first other

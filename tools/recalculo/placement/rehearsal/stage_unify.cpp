@@ -33,7 +33,7 @@ std::size_t Rehearsal::Stage::next_partner(std::size_t from, std::size_t module)
     return partner;
 }
 
-Rehearsal::Stage::State Rehearsal::Stage::unify() {
+Estado Rehearsal::Stage::unify() {
     const bool is_known = unified_at_ == changes_;
     unified_at_ = changes_;
     if (!is_known)
@@ -43,9 +43,7 @@ Rehearsal::Stage::State Rehearsal::Stage::unify() {
         for (std::size_t other = next_partner(0, module); other < modules_.size();
              other = next_partner(other + 1, module))
             is_to_complete |= other == module ? unify_within(modules_[module]) : unify(module, other);
-    if (is_to_complete)
-        return State::complete;
-    return anything_waits() ? State::optimize : State::end;
+    return reglas::trasUnificar(is_to_complete, anything_waits());
 }
 
 bool Rehearsal::Stage::unify_within(Module& module) {
@@ -147,7 +145,7 @@ bool Rehearsal::Stage::has_transcoders(const Side& side) {
 bool Rehearsal::Stage::has_bitrate(const Side& side) {
     const auto& outputs = (*limits_)[side.module].outputs;
     std::uint64_t all = 0;
-    for (const RehearsedOutput& output : outputs)
+    for (const OutputCapacity& output : outputs)
         all += output.bitrate_max;
     // A sum that wraps, or counts as negative, does not grow with its parts.
     const bool is_plain = all <= static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max());
@@ -178,7 +176,7 @@ bool Rehearsal::Stage::book(Side& side) {
         std::size_t at = 0;
         for (; at < limits.size(); ++at) {
             Output& output = side.outputs[at];
-            if (!reglas::cabeOtroServicio(output.count, limits[at].services_max))
+            if (!reglas::cabeOtroServicio(output.count, limits[at].service_max))
                 continue;
             LimitTests& tests = tests_[side.module].bitrate[at];
             const bool is_within = reglas::bajoTecho(output.bitrate, limits[at].bitrate_max);
