@@ -37,10 +37,8 @@ std::string macs_of(const std::vector<Place>& places, const Labels& labels) {
 class ServiceTable {
 public:
     /// Without `column` there is nothing more to say of a service.
-    ServiceTable(const char* anchor, const char* title, std::string explanation, const char* column,
-                 bool has_values = false)
-        : anchor_(anchor), title_(title), explanation_(std::move(explanation)), column_(column),
-          has_values_(has_values) {}
+    ServiceTable(Heading heading, const char* column, bool has_values = false)
+        : heading_(std::move(heading)), column_(column), has_values_(has_values) {}
 
     void add(const ServiceResult& service, const std::string& text, const std::string& macs = "") {
         add({service, 0, false}, text, macs);
@@ -67,24 +65,15 @@ public:
     }
 
     void put_into(list& lists, list& sections) const {
-        if (number_ == 0)
-            return;
         data table;
-        table["anchor"] = anchor_;
-        table["title"] = title_;
-        table["number"] = grouped(number_);
-        table["explanation"] = explanation_;
         table["has_values"] = has_values_;
         table["column"] = column_ == nullptr ? data(false) : data(std::string(column_));
         table["services"] = rows_;
-        lists.push_back(table);
-        link_section(sections, anchor_, title_, number_);
+        add_listing(lists, sections, heading_, number_, std::move(table));
     }
 
 private:
-    const char* anchor_;
-    const char* title_;
-    std::string explanation_;
+    Heading heading_;
     const char* column_;
     bool has_values_;
     list rows_{};
@@ -92,27 +81,27 @@ private:
 };
 
 std::vector<ServiceTable> tables_of(const ChoiceReport& report, const std::string& kept) {
-    ServiceTable missed("missed", "Must be placed and is not", proof_of_musts(report), "Why");
+    ServiceTable missed({"missed", "Must be placed and is not", proof_of_musts(report)}, "Why");
     for (const MissedMust& one : report.missed)
         missed.add(one.service, printable(one.service.reason));
-    ServiceTable withheld("withheld", "Withheld", "Services not to ask for.", nullptr, report.has_values);
+    ServiceTable withheld({"withheld", "Withheld", "Services not to ask for."}, nullptr, report.has_values);
     for (const ValuedService& service : report.withheld)
         withheld.add(service, "");
-    ServiceTable gained("gained", "Gained", "Placed as chosen, and not with everything asked for.", "Where",
+    ServiceTable gained({"gained", "Gained", "Placed as chosen, and not with everything asked for."}, "Where",
                         report.has_values);
     for (const ValuedChange& change : report.gained)
         gained.add(change.service, text_of(change.places, report.labels),
                    macs_of(change.places, report.labels));
-    ServiceTable lost("lost", "Lost", "Placed with everything asked for, and not as chosen.", "Where it was",
-                      report.has_values);
+    ServiceTable lost({"lost", "Lost", "Placed with everything asked for, and not as chosen."},
+                      "Where it was", report.has_values);
     for (const ValuedChange& change : report.lost)
         lost.add(change.service,
                  fmt::format("{} → {}", text_of(change.places, report.labels),
                              change.is_withheld ? "withheld" : "left out"),
                  macs_of(change.places, report.labels));
-    ServiceTable moved("moved", "Moved",
-                       report.moves ? moves_in_figures(*report.moves, printable(kept)) + "." : "",
-                       "From where to where");
+    ServiceTable moved(
+        {"moved", "Moved", report.moves ? moves_in_figures(*report.moves, printable(kept)) + "." : ""},
+        "From where to where");
     if (report.moves)
         for (const ServiceChange& change : report.moves->moved)
             moved.add(change.service,

@@ -69,21 +69,19 @@ data change_row(const ServiceChange& change, const Comparison& comparison) {
 }
 
 struct Changes {
-    const char* anchor;
-    const char* title;
-    const char* explanation;
+    Heading heading;
     const std::vector<ServiceChange>& services;
 };
 
 std::vector<Changes> changes_of(const Comparison& comparison) {
-    return {{"gained", "Gained", "Services that are placed after and were not before.", comparison.gained},
-            {"lost", "Lost", "Services that were placed before and are wanted, but not placed after.",
+    return {{{"gained", "Gained", "Services that are placed after and were not before."}, comparison.gained},
+            {{"lost", "Lost", "Services that were placed before and are wanted, but not placed after."},
              comparison.lost},
-            {"added", "Added", "Services that are placed after and were not in the line-up before.",
+            {{"added", "Added", "Services that are placed after and were not in the line-up before."},
              comparison.added},
-            {"removed", "Removed", "Services that were placed before and are not in the line-up after.",
+            {{"removed", "Removed", "Services that were placed before and are not in the line-up after."},
              comparison.removed},
-            {"moved", "Moved", "Services that are placed in both, with another module, input or output.",
+            {{"moved", "Moved", "Services that are placed in both, with another module, input or output."},
              comparison.moved}};
 }
 
@@ -92,11 +90,7 @@ data changes_entry(const Changes& changes, const Comparison& comparison) {
     for (const ServiceChange& change : changes.services)
         rows.push_back(change_row(change, comparison));
     data entry;
-    entry["anchor"] = changes.anchor;
-    entry["found"] = changes.anchor;
-    entry["title"] = changes.title;
-    entry["number"] = grouped(changes.services.size());
-    entry["explanation"] = changes.explanation;
+    entry["found"] = changes.heading.anchor;
     entry["services"] = rows;
     return entry;
 }
@@ -126,10 +120,8 @@ list cells(const std::vector<PageCell>& row, const char* name) {
 /// A table of modules with further columns, and rows in groups of which none is empty.
 class ModuleTable {
 public:
-    ModuleTable(const Comparison& comparison, const char* anchor, const char* title, const char* explanation,
-                std::vector<PageCell> columns)
-        : comparison_(comparison), anchor_(anchor), title_(title), explanation_(explanation),
-          columns_(std::move(columns)) {}
+    ModuleTable(const Comparison& comparison, Heading heading, std::vector<PageCell> columns)
+        : comparison_(comparison), heading_(std::move(heading)), columns_(std::move(columns)) {}
 
     template <class Entry, class CellsOf>
     void add(const char* title, const std::vector<Entry>& entries, CellsOf cells_of) {
@@ -152,18 +144,11 @@ public:
     }
 
     void put_into(list& tables, list& sections) const {
-        if (number_ == 0)
-            return;
         data table;
-        table["anchor"] = anchor_;
-        table["title"] = title_;
-        table["number"] = grouped(number_);
-        table["explanation"] = explanation_;
-        table["caption"] = std::string(title_) + ", by what became of them";
+        table["caption"] = std::string(heading_.title) + ", by what became of them";
         table["columns"] = data(cells(columns_, "name"));
         table["groups"] = groups_;
-        tables.push_back(table);
-        link_section(sections, anchor_, title_, number_);
+        add_listing(tables, sections, heading_, number_, std::move(table));
     }
 
 private:
@@ -172,9 +157,7 @@ private:
     template <class Entry> static const std::string& mac_of(const Entry& entry) { return entry.mac; }
 
     const Comparison& comparison_;
-    const char* anchor_;
-    const char* title_;
-    const char* explanation_;
+    Heading heading_;
     std::vector<PageCell> columns_;
     std::size_t number_ = 0;
     list groups_{};
@@ -185,7 +168,7 @@ std::string stream_or_free(bool is_tuned, Stream stream) {
 }
 
 ModuleTable inputs_table(const Comparison& comparison) {
-    ModuleTable table(comparison, "inputs", "Inputs", "Inputs that are not tuned as before.",
+    ModuleTable table(comparison, {"inputs", "Inputs", "Inputs that are not tuned as before."},
                       {{"Input", true}, {"Before"}, {"After"}});
     const auto cells_of = [](const InputChange& change) -> std::vector<PageCell> {
         return {{std::to_string(change.number), true},
@@ -212,9 +195,10 @@ std::string limit_name(const TightLimit& limit) {
 
 ModuleTable limits_table(const Comparison& comparison) {
     ModuleTable table(
-        comparison, "limits", "Limits",
-        "Limits that became tight or no longer are, with the figures after: an output or a PID budget "
-        "is tight from 95 % on, a module's inputs are when none is free.",
+        comparison,
+        {"limits", "Limits",
+         "Limits that became tight or no longer are, with the figures after: an output or a PID budget "
+         "is tight from 95 % on, a module's inputs are when none is free."},
         {{"Limit"}, {"In use", true}, {"Of", true}, {"Share", true}});
     const auto cells_of = [](const TightLimit& limit) -> std::vector<PageCell> {
         return {{limit_name(limit)},
@@ -250,9 +234,10 @@ std::string interruptions_of(const ChangeStep& step, const ChangeOrder& order) {
 
 ModuleTable order_table(const Comparison& comparison) {
     ModuleTable table(
-        comparison, "order", "Change on air",
-        "In which order the inputs change with least off the air at a time. A service leaves the air until a later step "
-        "when its old input is tuned anew before its new one.",
+        comparison,
+        {"order", "Change on air",
+         "In which order the inputs change with least off the air at a time. A service leaves the air until a later step "
+         "when its old input is tuned anew before its new one."},
         {{"Step", true}, {"Input", true}, {"Before", false, true}, {"After"}, {"Off the air until"}});
     std::size_t number = 0;
     table.add(comparison.order.is_least ? "The best order" : "The best order that was found",
@@ -267,7 +252,7 @@ ModuleTable order_table(const Comparison& comparison) {
 }
 
 ModuleTable modules_table(const Comparison& comparison) {
-    ModuleTable table(comparison, "modules", "Modules", "Modules that only one side has.", {});
+    ModuleTable table(comparison, {"modules", "Modules", "Modules that only one side has."}, {});
     const auto no_cells = [](const std::string&) { return std::vector<PageCell>(); };
     table.add("Gone", comparison.modules_gone, no_cells);
     table.add("New", comparison.modules_new, no_cells);
@@ -327,7 +312,7 @@ list tiles_of(const Comparison& comparison) {
     for (const Changes& changes : changes_of(comparison))
         if (!is_lineup_the_same ||
             (&changes.services != &comparison.added && &changes.services != &comparison.removed))
-            tiles.push_back(tile(changes.title, grouped(changes.services.size()), "", false));
+            tiles.push_back(tile(changes.heading.title, grouped(changes.services.size()), "", false));
     tiles.push_back(tile("In the same place", grouped(comparison.unmoved), "", false));
     tiles.push_back(tile("Placed in neither", grouped(comparison.never_placed), "", false));
     return tiles;
@@ -381,11 +366,9 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
     add_broken(frame, "broken-after", "Broken after", comparison.after.findings);
     frame.sections.push_back(section_link("sides", "Before and after", false));
     list changes;
-    for (const Changes& one : changes_of(comparison)) {
-        link_section(frame.sections, one.anchor, one.title, one.services.size());
-        if (!one.services.empty())
-            changes.push_back(changes_entry(one, comparison));
-    }
+    for (const Changes& one : changes_of(comparison))
+        add_listing(changes, frame.sections, one.heading, one.services.size(),
+                    changes_entry(one, comparison));
     list tables;
     for (const ModuleTable& table : {order_table(comparison), inputs_table(comparison),
                                      limits_table(comparison), modules_table(comparison)})

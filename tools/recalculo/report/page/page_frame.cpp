@@ -152,6 +152,17 @@ void link_section(list& sections, const char* anchor, const char* title, std::si
         sections.push_back(section_link(anchor, title, grouped(number)));
 }
 
+void add_listing(list& listings, list& sections, const Heading& heading, std::size_t number, data listing) {
+    if (number == 0)
+        return;
+    listing["anchor"] = heading.anchor;
+    listing["title"] = heading.title;
+    listing["number"] = grouped(number);
+    listing["explanation"] = heading.explanation;
+    listings.push_back(std::move(listing));
+    link_section(sections, heading.anchor, heading.title, number);
+}
+
 std::string grouped(std::uint64_t number) {
     std::string digits = std::to_string(number);
     for (std::size_t place = digits.size(); place > 3; place -= 3)

@@ -60,6 +60,18 @@ void add_notes(PageFrame& frame, const char* anchor, const char* title, const st
 void link_section(kainjow::mustache::list& sections, const char* anchor, const char* title,
                   std::size_t number);
 
+/// What stands above a list or table of its own.
+struct Heading {
+    const char* anchor;
+    const char* title;
+    std::string explanation;
+};
+
+/// Adds a list or table, with the number of its entries under its heading, and a link to it; nothing without
+/// entries.
+void add_listing(kainjow::mustache::list& listings, kainjow::mustache::list& sections, const Heading& heading,
+                 std::size_t number, kainjow::mustache::data listing);
+
 /// With commas between the thousands.
 std::string grouped(std::uint64_t number);
 
