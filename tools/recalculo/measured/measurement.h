@@ -13,14 +13,8 @@
 
 namespace zarven::tool {
 
-struct MeasuredService {
-    /// Not all meters tell it.
-    std::optional<std::uint16_t> onid;
-    std::uint16_t tsid = 0;
-    /// As it is received.
-    std::uint16_t sid = 0;
-    /// In bit/s; 0 where nothing could be measured.
-    double rate = 0;
+/// What is told of a service beside its rate.
+struct MeasuredTraits {
     /// Empty where it was not told, or not seen.
     std::string name;
     bool is_name_unseen = false;
@@ -31,6 +25,16 @@ struct MeasuredService {
     std::uint16_t scrambled_pids = 0;
     bool is_scrambled = false;
     bool has_ecms = false;
+};
+
+struct MeasuredService : MeasuredTraits {
+    /// Not all meters tell it.
+    std::optional<std::uint16_t> onid;
+    std::uint16_t tsid = 0;
+    /// As it is received.
+    std::uint16_t sid = 0;
+    /// In bit/s; 0 where nothing could be measured.
+    double rate = 0;
 };
 
 /// One look at a stream, or the rows of a table, which may be of many.

@@ -17,20 +17,13 @@ namespace zarven::tool {
 namespace {
 
 /// What all looks at a service have found.
-struct Found {
+struct Found : MeasuredTraits {
     double peak = 0;
     /// Of the looks with a rate: rates by seconds, and for those that do not tell these.
     double bits = 0;
     double seconds = 0;
     double rates = 0;
     std::size_t looks = 0;
-    std::string name;
-    bool is_name_unseen = false;
-    std::optional<ChannelKind> kind;
-    bool tells_scrambling = false;
-    std::uint16_t scrambled_pids = 0;
-    bool is_scrambled = false;
-    bool has_ecms = false;
 
     void add(const MeasuredService& service, const Measurement& look);
     double mean() const { return seconds > 0 ? bits / seconds : rates / static_cast<double>(looks); }
