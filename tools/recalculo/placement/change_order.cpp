@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "Reglas.h"
+#include "placement/order_search.h"
 #include "placement/step_order.h"
 
 namespace zarven::tool {
@@ -46,22 +47,9 @@ using Charge = std::pair<std::size_t, std::int64_t>;
 class Loads {
 public:
     Loads(const Result& before, const Result& after) {
-        for (const ModuleResult& module : before.modules) {
-            at(module.mac, 0).used = module.pids;
-            at(module.mac, 0).max = module.pids_max;
-            for (const OutputResult& output : module.outputs) {
-                at(module.mac, output.number).used = output.bitrate;
-                at(module.mac, output.number).max = output.bitrate_max;
-            }
-        }
-        for (const ModuleResult& module : after.modules) {
-            at(module.mac, 0).finally = module.pids;
-            at(module.mac, 0).max = module.pids_max;
-            for (const OutputResult& output : module.outputs) {
-                at(module.mac, output.number).finally = output.bitrate;
-                at(module.mac, output.number).max = output.bitrate_max;
-            }
-        }
+        take_limits(before, &Load::used);
+        // Where a limit is another, the later one holds.
+        take_limits(after, &Load::finally);
     }
 
     /// A service is charged to the PIDs of a module once.
@@ -88,6 +76,17 @@ public:
     }
 
 private:
+    void take_limits(const Result& result, std::int64_t Load::*carried) {
+        for (const ModuleResult& module : result.modules) {
+            at(module.mac, 0).*carried = module.pids;
+            at(module.mac, 0).max = module.pids_max;
+            for (const OutputResult& output : module.outputs) {
+                at(module.mac, output.number).*carried = output.bitrate;
+                at(module.mac, output.number).max = output.bitrate_max;
+            }
+        }
+    }
+
     std::size_t number(const std::string& mac, std::uint32_t output) {
         const auto [found, is_new] = numbers_.try_emplace({mac, output}, all_.size());
         if (is_new) {
@@ -214,9 +213,6 @@ private:
     std::vector<std::size_t> off_;
 };
 
-/// The greatest number off the air at a time, then the sum over all steps.
-using Cost = std::pair<std::size_t, std::size_t>;
-
 class Changing {
 public:
     Changing(const Comparison& comparison, const Result& before, const Result& after)
@@ -240,10 +236,10 @@ public:
         for (const Mover& mover : movers_)
             moves.push_back(mover.leaves_unchanged || mover.comes_on_unchanged ? StepMove() : mover.steps);
         const StepOrder unlimited = step_order(inputs_.size(), moves);
-        const std::vector<std::size_t> off = off_air_after(unlimited.steps, moves);
-        const std::size_t least = off.empty() ? 0 : *std::max_element(off.begin(), off.end());
-        const std::vector<std::size_t> steps = improved(unlimited.steps, least);
-        ChangeOrder order = told(steps);
+        const std::size_t least = cost_of(off_air_after(unlimited.steps, moves)).first;
+        ChangeOrder order = told(improved_order(
+            unlimited.steps, [this](const auto& steps) { return cost_of(off_air(steps)); },
+            most_walked / (1 + inputs_.size() * movers_.size()), least));
         order.is_least = unlimited.is_least && order.most_off_air == least;
         return order;
     }
@@ -254,8 +250,7 @@ private:
     std::vector<Moved> walk(const std::vector<std::size_t>& order) const {
         return Walk(movers_, loads_, inputs_.size()).through(order);
     }
-    Cost cost_of(const std::vector<std::size_t>& order) const;
-    std::vector<std::size_t> improved(std::vector<std::size_t> order, std::size_t least) const;
+    std::vector<std::size_t> off_air(const std::vector<std::size_t>& order) const;
     ChangeOrder told(const std::vector<std::size_t>& order) const;
 
     Loads loads_;
@@ -285,44 +280,18 @@ Mover Changing::mover_of(const ServiceChange& change) {
     return mover;
 }
 
-Cost Changing::cost_of(const std::vector<std::size_t>& order) const {
+/// After each step.
+std::vector<std::size_t> Changing::off_air(const std::vector<std::size_t>& order) const {
     std::vector<std::ptrdiff_t> change(order.size() + 1);
     for (const Moved& moved : walk(order)) {
         ++change[moved.left];
         --change[moved.came];
     }
-    Cost cost{0, 0};
-    std::ptrdiff_t off = 0;
-    for (const std::ptrdiff_t more : change) {
-        off += more;
-        cost.first = std::max(cost.first, static_cast<std::size_t>(off));
-        cost.second += static_cast<std::size_t>(off);
-    }
-    return cost;
-}
-
-std::vector<std::size_t> Changing::improved(std::vector<std::size_t> order, std::size_t least) const {
-    Cost cost = cost_of(order);
-    std::size_t left = most_walked / (1 + order.size() * movers_.size());
-    for (bool helped = true; helped && cost.first > least;) {
-        helped = false;
-        for (std::size_t from = 0; from < order.size(); ++from)
-            for (std::size_t to = 0; to < order.size(); ++to) {
-                if (left == 0 || cost.first == least)
-                    return order;
-                --left;
-                std::vector<std::size_t> other = order;
-                other.erase(other.begin() + static_cast<std::ptrdiff_t>(from));
-                other.insert(other.begin() + static_cast<std::ptrdiff_t>(to), order[from]);
-                const Cost of_other = cost_of(other);
-                if (of_other >= cost)
-                    continue;
-                order = std::move(other);
-                cost = of_other;
-                helped = true;
-            }
-    }
-    return order;
+    std::vector<std::size_t> off;
+    std::ptrdiff_t now = 0;
+    for (const std::ptrdiff_t more : change)
+        off.push_back(static_cast<std::size_t>(now += more));
+    return off;
 }
 
 ChangeOrder Changing::told(const std::vector<std::size_t>& order) const {

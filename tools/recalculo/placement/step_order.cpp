@@ -12,6 +12,8 @@
 #include <set>
 #include <utility>
 
+#include "placement/order_search.h"
+
 namespace zarven::tool {
 
 namespace {
@@ -22,18 +24,6 @@ constexpr std::size_t most_tried_through = 14;
 constexpr std::size_t most_work = 50'000'000;
 
 using Steps = std::vector<std::size_t>;
-
-/// The greatest number off the air at a time, then the sum.
-using Cost = std::pair<std::size_t, std::size_t>;
-
-Cost cost_of(const Steps& order, const std::vector<StepMove>& moves) {
-    Cost cost{0, 0};
-    for (const std::size_t off : off_air_after(order, moves)) {
-        cost.first = std::max(cost.first, off);
-        cost.second += off;
-    }
-    return cost;
-}
 
 /// The circles of a graph, each after all that must be done before it (after Tarjan).
 class Circles {
@@ -283,30 +273,6 @@ private:
     std::vector<bool> has_come_;
 };
 
-/// Moves single steps to other places for as long as that helps.
-Steps improved(Steps order, const std::vector<StepMove>& moves) {
-    Cost cost = cost_of(order, moves);
-    std::size_t left = most_work / (order.size() + moves.size());
-    for (bool helped = true; helped;) {
-        helped = false;
-        for (std::size_t from = 0; from < order.size(); ++from)
-            for (std::size_t to = 0; to < order.size(); ++to) {
-                if (left-- == 0)
-                    return order;
-                Steps other = order;
-                other.erase(other.begin() + static_cast<std::ptrdiff_t>(from));
-                other.insert(other.begin() + static_cast<std::ptrdiff_t>(to), order[from]);
-                const Cost of_other = cost_of(other, moves);
-                if (of_other >= cost)
-                    continue;
-                order = std::move(other);
-                cost = of_other;
-                helped = true;
-            }
-    }
-    return order;
-}
-
 } // namespace
 
 std::vector<std::size_t> off_air_after(const std::vector<std::size_t>& order,
@@ -350,8 +316,12 @@ StepOrder step_order(std::size_t steps, const std::vector<StepMove>& moves) {
             continue;
         }
         order.is_least = false;
-        orders.back() = improved(NextBest(circle).order(), circle.moves);
-        peak = std::max(peak, cost_of(orders.back(), circle.moves).first);
+        const auto cost = [&circle](const Steps& steps_of_circle) {
+            return cost_of(off_air_after(steps_of_circle, circle.moves));
+        };
+        orders.back() = improved_order(NextBest(circle).order(), cost,
+                                       most_work / (circle.steps.size() + circle.moves.size()));
+        peak = std::max(peak, cost(orders.back()).first);
     }
     for (std::size_t at = 0; at < circles.size(); ++at) {
         if (orders[at].empty())
