@@ -32,7 +32,8 @@ const built = () => {
 
 const escaped = (text) => text.replaceAll("&", "&amp;").replaceAll("<", "&lt;");
 const script = inScript(readFileSync(scriptFile, "utf8"));
-const style = read(here, "page/style.css");
+// The palette is that of the tool's own pages.
+const style = read(root, "tools/recalculo/report/page/palette.css") + read(here, "page/style.css");
 const parts = {
     version, style, script, built: built(), "script-hash": hash(script), "style-hash": hash(style),
     schema: inData(read(root, "docs/headend.schema.json")), "sample-small": inData(read(root, "examples/small.json")),
