@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include "Bitacora.h"
+#include "Correr.h"
 #include "Medida.h"
 
 using namespace zarven;
@@ -95,10 +96,5 @@ void registrar() {
 
 int main(int argc, char** argv) {
     registrar();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return medida::correr(argc, argv);
 }

@@ -6,6 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "Correr.h"
 #include "generated_headend.h"
 #include "placement/host.h"
 #include "placement/sizing/runner.h"
@@ -55,10 +56,5 @@ int main(int argc, char** argv) {
     const host::Log silence("");
     for (const int services : {150, 1200, 4800})
         benchmark::RegisterBenchmark("Rehearsed_against_run", trials)->Arg(services);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return medida::correr(argc, argv);
 }

@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "Correr.h"
 #include "Reglas.h"
 #include "generated_headend.h"
 #include "placement/choosing/asked_parts.h"
@@ -67,10 +68,5 @@ int main(int argc, char** argv) {
             ->Arg(services);
         benchmark::RegisterBenchmark("Model_one_strategy", model, std::size_t{1})->Arg(services);
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return medida::correr(argc, argv);
 }
