@@ -47,12 +47,7 @@ TEST_F(OnATerminal, DrillTellsItsRuns) {
     // Spares that take nothing do not help, and so the search has much to try.
     const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [1], "pids_max": 0})");
     start({"drill", "--most", "1000", "--jobs", "1", small, "--spare", kind});
-    EXPECT_TRUE(shows(" runs · "));
-    press_control_c();
-    EXPECT_EQ(exit_code(), 130);
-    EXPECT_NE(shown_.find("Interrupted: this is what was found until then."), std::string::npos) << shown_;
-    EXPECT_NE(shown_.find("None of the numbers tried before the interruption is enough"), std::string::npos);
-    EXPECT_TRUE(ends_with("recalculo: interrupted\r\n")) << shown_;
+    expect_runs_until_control_c();
 }
 
 } // namespace

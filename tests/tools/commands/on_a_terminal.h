@@ -82,6 +82,18 @@ protected:
         return shown_.size() >= end.size() && shown_.compare(shown_.size() - end.size(), end.npos, end) == 0;
     }
 
+    /// Of a search that tries numbers: it tells its runs, and in the middle of them what it has found.
+    void expect_runs_until_control_c() {
+        EXPECT_TRUE(shows(" runs · "));
+        press_control_c();
+        EXPECT_EQ(exit_code(), 130);
+        EXPECT_NE(shown_.find("Interrupted: this is what was found until then."), std::string::npos)
+            << shown_;
+        EXPECT_NE(shown_.find("None of the numbers tried before the interruption is enough"),
+                  std::string::npos);
+        EXPECT_TRUE(ends_with("recalculo: interrupted\r\n")) << shown_;
+    }
+
     pid_t child_ = -1;
     std::string shown_;
 

@@ -72,12 +72,7 @@ TEST_F(OnATerminal, SizeTellsItsRuns) {
     const std::string crowded = write("crowded.json", headend.dump());
     const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [100], "pids_max": 0})");
     start({"size", "--most", "10000", "--jobs", "1", crowded, "--add", kind});
-    EXPECT_TRUE(shows(" runs · "));
-    press_control_c();
-    EXPECT_EQ(exit_code(), 130);
-    EXPECT_NE(shown_.find("Interrupted: this is what was found until then."), std::string::npos) << shown_;
-    EXPECT_NE(shown_.find("None of the numbers tried before the interruption is enough"), std::string::npos);
-    EXPECT_TRUE(ends_with("recalculo: interrupted\r\n")) << shown_;
+    expect_runs_until_control_c();
 }
 
 TEST_F(CommandLine, SizeRefuses) {
