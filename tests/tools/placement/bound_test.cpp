@@ -4,13 +4,13 @@
 #include "placement/bound.h"
 
 #include <algorithm>
-#include <random>
 
 #include <gtest/gtest.h>
 
 #include "headend/headend_json.h"
 #include "placement/host.h"
 #include "placement/made_services.h"
+#include "placement/random_headend.h"
 
 namespace zarven::tool::bound_test {
 namespace {
@@ -91,39 +91,27 @@ private:
     std::size_t best_ = 0;
 };
 
-/// Small numbers, so that every limit is met often.
-Headend tiny_headend(std::mt19937& random) {
-    const auto up_to = [&random](unsigned most) { return static_cast<std::uint16_t>(random() % (most + 1)); };
+Headend tiny_headend(Dice& dice) {
+    const ModuleSizes sizes{{0, 3}, {1, 2}, {0, 12}, {0, 6}, {0, 3}, {0, 0}};
     Headend headend;
-    for (std::uint16_t module = 0; module <= up_to(1); ++module) {
-        Module made{std::string(1, static_cast<char>('A' + module)),
-                    3,
-                    true,
-                    up_to(3),
-                    {},
-                    up_to(6),
-                    up_to(2),
-                    up_to(3),
-                    0};
-        for (std::uint16_t output = 0; output <= up_to(1); ++output)
-            made.outputs.push_back(up_to(12));
-        headend.modules.push_back(made);
-    }
-    const unsigned services = 1u + up_to(5);
+    const unsigned modules = dice.one_of({1, 2});
+    for (unsigned module = 0; module < modules; ++module)
+        headend.modules.push_back(random_module(dice, letter(module), true, sizes));
+    const unsigned services = dice.one_of({1, 6});
     for (std::uint16_t lcn = 1; lcn <= services; ++lcn) {
-        headend.services.push_back(service(lcn, static_cast<std::uint16_t>(1 + up_to(3)), up_to(7), up_to(3),
-                                           up_to(3) == 0 ? 1 : 0));
-        headend.services.back().video_format = up_to(1) != 0 ? 4 : 0;
+        headend.services.push_back(
+            service(lcn, dice.one_of({1, 4}), dice.up_to(7), dice.up_to(3), dice.once_in(4) ? 1 : 0));
+        headend.services.back().video_format = dice.once_in(2) ? 0 : 4;
     }
     return headend;
 }
 
 TEST(Bound, IsNeverUnderTheBestArrangement) {
-    std::mt19937 random(7);
+    Dice dice(7);
     int reached = 0;
     const int rounds = 3000;
     for (int round = 0; round < rounds; ++round) {
-        const Headend headend = tiny_headend(random);
+        const Headend headend = tiny_headend(dice);
         const std::size_t best = BestArrangement(headend).value();
         const Bound bound = bound_of(headend);
         ASSERT_GE(bound.most, best) << write_headend(headend);
@@ -134,13 +122,13 @@ TEST(Bound, IsNeverUnderTheBestArrangement) {
 }
 
 TEST(Bound, OfTheValueIsNeverUnderTheBestArrangement) {
-    std::mt19937 random(9);
+    Dice dice(9);
     int reached = 0;
     const int rounds = 2000;
     for (int round = 0; round < rounds; ++round) {
-        Headend headend = tiny_headend(random);
+        Headend headend = tiny_headend(dice);
         for (Service& service : headend.services)
-            service.value = static_cast<std::uint16_t>(random() % 3 == 0 ? random() % 1001 : random() % 4);
+            service.value = dice.once_in(3) ? dice.up_to(1000) : dice.up_to(3);
         const std::size_t best = BestArrangement(headend).value();
         const Bound bound = bound_of_value(headend);
         ASSERT_GE(bound.most, best) << write_headend(headend);
@@ -150,16 +138,15 @@ TEST(Bound, OfTheValueIsNeverUnderTheBestArrangement) {
 }
 
 TEST(Bound, IsNotUnderTheEngineWhereThereIsRoom) {
-    std::mt19937 random(8);
+    Dice dice(8);
     const host::Log no_log("");
     for (int round = 0; round < 30; ++round) {
         Headend headend;
         for (char mac = 'A'; mac <= 'D'; ++mac)
             headend.modules.push_back({std::string(1, mac), 3, true, 2, {38000, 38000}, 40, 0, 0, 0});
         for (std::uint16_t lcn = 1; lcn <= 30; ++lcn)
-            headend.services.push_back(service(lcn, static_cast<std::uint16_t>(1 + random() % 8),
-                                               static_cast<std::uint32_t>(3000 + random() % 3000),
-                                               static_cast<std::uint16_t>(random() % 4)));
+            headend.services.push_back(
+                service(lcn, dice.one_of({1, 8}), dice.one_of({3000, 5999}), dice.up_to(3)));
         EngineRun run = load_engine(headend, "f");
         const Bound bound = bound_of(run, capacities_of(run));
         run_engine(run, "f");

@@ -13,43 +13,34 @@
 #include "placement/audit.h"
 #include "placement/host.h"
 #include "placement/made_services.h"
+#include "placement/random_headend.h"
 
 namespace zarven::tool::choice_random_test {
 namespace {
 
 /// Up to three modules that are too small, services that share keys, clones, values.
 Headend random_headend(unsigned seed) {
-    std::mt19937 random(seed);
-    const auto up_to = [&random](unsigned most) { return static_cast<std::uint16_t>(random() % (most + 1)); };
+    const ModuleSizes sizes{{0, 3}, {1, 2}, {4000, 18000, 1000}, {0, 12}, {0, 2}, {0, 2}};
+    Dice dice(seed);
     Headend headend;
-    const unsigned modules = 1u + up_to(2);
-    for (unsigned module = 0; module < modules; ++module) {
-        Module made;
-        made.mac = std::string(1, static_cast<char>('A' + module));
-        made.controller = module == 0;
-        made.inputs = up_to(3);
-        for (unsigned output = 0; output <= up_to(1); ++output)
-            made.outputs.push_back(4000u + 1000u * up_to(14));
-        made.pids_max = up_to(12);
-        made.sd_transcoders = up_to(2);
-        made.hd_transcoders = up_to(2);
-        made.aux_transcoders = up_to(2);
-        headend.modules.push_back(made);
-    }
-    const unsigned services = 1u + up_to(15);
+    const unsigned modules = dice.one_of({1, 3});
+    for (unsigned module = 0; module < modules; ++module)
+        headend.modules.push_back(random_module(dice, letter(module), module == 0, sizes));
+    const unsigned services = dice.one_of({1, 16});
     for (unsigned number = 0; number < services; ++number) {
-        Service made = service(static_cast<std::uint16_t>(1 + (up_to(9) == 0 ? up_to(number) : number)),
-                               static_cast<std::uint16_t>(10 * (1 + up_to(5))), 1000u + 500u * up_to(14),
-                               up_to(4), up_to(5) == 0 ? 1 : 0);
+        Service made =
+            service(static_cast<std::uint16_t>(1 + (dice.once_in(10) ? dice.up_to(number) : number)),
+                    dice.one_of({10, 60, 10}), dice.one_of({1000, 8000, 500}), dice.up_to(4),
+                    dice.once_in(6) ? 1 : 0);
         made.sid = made.osid = static_cast<std::uint16_t>(200 + number);
-        made.ca_pids_max = static_cast<std::uint16_t>(made.ca_pids + up_to(2));
-        made.video_format = up_to(2) == 0 ? 4 : 0;
-        made.value = up_to(1) == 0 ? 1 : up_to(5) == 0 ? most_value : up_to(4);
-        made.must = up_to(5) == 0;
-        made.ask = up_to(9) != 0;
+        made.ca_pids_max = static_cast<std::uint16_t>(made.ca_pids + dice.up_to(2));
+        made.video_format = dice.once_in(3) ? 4 : 0;
+        made.value = dice.once_in(2) ? 1 : dice.once_in(6) ? most_value : dice.up_to(4);
+        made.must = dice.once_in(6);
+        made.ask = !dice.once_in(10);
         headend.services.push_back(made);
-        if (up_to(7) == 0)
-            headend.clones.push_back(clone_of(made, up_to(1)));
+        if (dice.once_in(8))
+            headend.clones.push_back(clone_of(made, dice.up_to(1)));
     }
     return headend;
 }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <map>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -13,39 +12,30 @@
 #include "placement/audit.h"
 #include "placement/host.h"
 #include "placement/made_services.h"
+#include "placement/random_headend.h"
 
 namespace zarven::tool::drill_random_test {
 namespace {
 
 Headend random_headend(unsigned seed) {
-    std::mt19937 random(seed);
-    const auto up_to = [&random](unsigned most) { return static_cast<std::uint16_t>(random() % (most + 1)); };
+    const ModuleSizes sizes{{1, 4}, {1, 3}, {6000, 26000, 1000}, {4, 16}, {0, 2}, {0, 0}};
+    Dice dice(seed);
     Headend headend;
-    const unsigned modules = 1u + up_to(3);
-    for (unsigned module = 0; module < modules; ++module) {
-        Module made;
-        made.mac = std::string(1, static_cast<char>('A' + (module * 3) % modules));
-        if (modules % 3 == 0)
-            made.mac = std::string(1, static_cast<char>('A' + module));
-        made.controller = module == modules / 2 || up_to(6) == 0;
-        made.inputs = static_cast<std::uint16_t>(1 + up_to(3));
-        for (unsigned output = 0; output <= up_to(2); ++output)
-            made.outputs.push_back(6000u + 1000u * up_to(20));
-        made.pids_max = static_cast<std::uint16_t>(4 + up_to(12));
-        made.sd_transcoders = up_to(2);
-        made.hd_transcoders = up_to(2);
-        headend.modules.push_back(made);
-    }
-    const unsigned services = 1u + up_to(17);
+    const unsigned modules = dice.one_of({1, 4});
+    for (unsigned module = 0; module < modules; ++module)
+        // Not in the order of their MACs.
+        headend.modules.push_back(random_module(dice,
+                                                letter(modules % 3 == 0 ? module : module * 3 % modules),
+                                                module == modules / 2 || dice.once_in(7), sizes));
+    const unsigned services = dice.one_of({1, 18});
     for (unsigned number = 0; number < services; ++number) {
-        Service made =
-            service(static_cast<std::uint16_t>(1 + number), static_cast<std::uint16_t>(10 * (1 + up_to(6))),
-                    1000u + 500u * up_to(12), up_to(3), up_to(6) == 0 ? 1 : 0);
-        made.video_format = up_to(2) == 0 ? 4 : 0;
-        made.must = seed % 2 == 0 && up_to(3) == 0;
-        made.ask = up_to(9) != 0;
+        Service made = service(static_cast<std::uint16_t>(1 + number), dice.one_of({10, 70, 10}),
+                               dice.one_of({1000, 7000, 500}), dice.up_to(3), dice.once_in(7) ? 1 : 0);
+        made.video_format = dice.once_in(3) ? 4 : 0;
+        made.must = seed % 2 == 0 && dice.once_in(4);
+        made.ask = !dice.once_in(10);
         headend.services.push_back(made);
-        if (up_to(9) == 0)
+        if (dice.once_in(10))
             headend.clones.push_back(clone_of(made));
     }
     return headend;

@@ -3,7 +3,6 @@
 #include "placement/strategies.h"
 
 #include <map>
-#include <random>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -13,6 +12,7 @@
 #include "headend/headend_json.h"
 #include "placement/engine_by_hand.h"
 #include "placement/host.h"
+#include "placement/random_headend.h"
 #include "placement/result_json.h"
 
 namespace zarven::tool::strategies_test {
@@ -201,33 +201,24 @@ TEST_F(StrategiesOf, ARefusalIsTold) {
 
 /// A tight head-end; streams share LCNs, so that the engine's exchanges fail now and then.
 Headend random_headend(unsigned seed) {
-    std::mt19937 generator(seed);
-    const auto below = [&](unsigned limit) { return static_cast<std::uint16_t>(generator() % limit); };
+    const ModuleSizes sizes{{1, 3}, {1, 3}, {6000, 15000, 3000}, {0, 8}, {0, 3}, {0, 2}};
+    Dice dice(seed);
     Headend headend;
-    const unsigned modules = 2 + below(3);
-    for (unsigned index = 0; index < modules; ++index) {
-        Module module{std::string(1, static_cast<char>('A' + index)), 3, index == 0, 0, {}, 0, 0, 0, 0};
-        module.inputs = static_cast<std::uint16_t>(1 + below(3));
-        for (unsigned outputs = 1 + below(3); outputs != 0; --outputs)
-            module.outputs.push_back(6000 + 3000u * below(4));
-        module.pids_max = below(9);
-        module.sd_transcoders = below(4);
-        module.hd_transcoders = below(4);
-        module.aux_transcoders = below(3);
-        headend.modules.push_back(module);
-    }
-    const unsigned streams = 2 + below(7);
+    const unsigned modules = dice.one_of({2, 4});
+    for (unsigned index = 0; index < modules; ++index)
+        headend.modules.push_back(random_module(dice, letter(index), index == 0, sizes));
+    const unsigned streams = dice.one_of({2, 8});
     for (std::uint16_t tsid = 1; tsid <= streams; ++tsid)
         for (std::uint16_t lcn = 1; lcn <= 6; ++lcn) {
-            if (below(5) < 3)
+            if (dice.up_to(4) < 3)
                 continue;
-            Service made = service(lcn, tsid, 1000 + 1000u * below(6));
-            made.ca_pids = made.ca_pids_max = below(2) == 0 ? below(5) : std::uint16_t{0};
-            made.transcoding = below(4) == 0;
-            made.video_format = below(3) == 0 ? 4 : 0;
+            Service made = service(lcn, tsid, dice.one_of({1000, 6000, 1000}));
+            made.ca_pids = made.ca_pids_max = dice.once_in(2) ? dice.up_to(4) : std::uint16_t{0};
+            made.transcoding = dice.once_in(4);
+            made.video_format = dice.once_in(3) ? 4 : 0;
             headend.services.push_back(made);
-            if (below(6) == 0)
-                headend.clones.push_back(clone_of(made, below(2)));
+            if (dice.once_in(6))
+                headend.clones.push_back(clone_of(made, dice.up_to(1)));
         }
     return headend;
 }
