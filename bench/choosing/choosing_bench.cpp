@@ -6,12 +6,12 @@
 #include "Correr.h"
 #include "Reglas.h"
 #include "generated_headend.h"
-#include "placement/choosing/asked_parts.h"
 #include "placement/choosing/engine_trial.h"
-#include "placement/choosing/fill_model.h"
-#include "placement/choosing/fill_run.h"
 #include "placement/choosing/numbers.h"
 #include "placement/host.h"
+#include "placement/rehearsal/asked_parts.h"
+#include "placement/rehearsal/filling.h"
+#include "placement/rehearsal/rehearsed_headend.h"
 
 using namespace zarven;
 using namespace zarven::tool;
@@ -24,8 +24,8 @@ unsigned services_of(const benchmark::State& state) {
 
 void model(benchmark::State& state, std::size_t strategies) {
     const EngineRun loaded = load_engine(crowded_headend(services_of(state)), "bench");
-    const FillModel flat(loaded);
-    FillRun fill(flat);
+    const RehearsedHeadend flat(loaded);
+    Filling<false> fill(flat);
     AskedParts asked(flat);
     Numbers numbers(1);
     std::uint64_t tried = 0;

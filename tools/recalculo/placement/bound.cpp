@@ -118,7 +118,7 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
             continue;
         totals_.inputs += module.inputs;
         totals_.pids += module.pids_max / pids_step * pids_step;
-        totals_.transcoders += module.transcoders;
+        totals_.transcoders += module.transcoders();
         for (const OutputCapacity& output : module.outputs) {
             if (!reglas::bajoTecho(0, output.bitrate_max))
                 continue;

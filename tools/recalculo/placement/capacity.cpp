@@ -44,7 +44,7 @@ ModuleCapacity most_of(const std::vector<ModuleCapacity>& modules) {
         most.inputs = std::max(most.inputs, module.inputs);
         output.bitrate_max = std::max(output.bitrate_max, largest_output(module));
         most.pids_max = std::max(most.pids_max, module.pids_max);
-        most.transcoders = std::max(most.transcoders, module.transcoders);
+        most.sd_transcoders = std::max(most.sd_transcoders, module.sd_transcoders);
         most.hd_transcoders = std::max(most.hd_transcoders, module.hd_transcoders);
     }
     most.outputs = {output};
@@ -53,13 +53,17 @@ ModuleCapacity most_of(const std::vector<ModuleCapacity>& modules) {
 
 } // namespace
 
+std::uint32_t ModuleCapacity::transcoders() const {
+    return reglas::masTranscoders(sd_transcoders, hd_transcoders);
+}
+
 ModuleCapacity capacity_of(const tRec_Modulo& module) {
     ModuleCapacity capacity;
     capacity.inputs = module.mapEntradas.size();
     for (const auto& [number, output] : module.mapSalidas)
         capacity.outputs.push_back({output.BitRateMax, output.NumServiciosMax});
     capacity.pids_max = module.PIDsModuloMax;
-    capacity.transcoders = reglas::masTranscoders(module.SD_MAX_Transcoding, module.HD_MAX_Transcoding);
+    capacity.sd_transcoders = module.SD_MAX_Transcoding;
     capacity.hd_transcoders = module.HD_MAX_Transcoding;
     return capacity;
 }
@@ -74,7 +78,7 @@ std::vector<ModuleCapacity> capacities_of(const EngineRun& loaded) {
 bool could_take(const ModuleCapacity& module, const tRec_Servicio& service) {
     return module.inputs != 0 && reglas::cabeBitrate(0, service.peakBitRate, largest_output(module)) &&
            reglas::cabenPIDs(0, service.number_PIDs_CA, module.pids_max) &&
-           (!reglas::ocupaTranscoder(service.Transcoding) || module.transcoders != 0);
+           (!reglas::ocupaTranscoder(service.Transcoding) || module.transcoders() != 0);
 }
 
 std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, const tRec_Servicio& service) {
@@ -92,9 +96,9 @@ std::string why_none_could_take(const std::vector<ModuleCapacity>& modules, cons
         return fmt::format("it needs {} and the largest budget is {}", counted(service.number_PIDs_CA, "PID"),
                            most.pids_max);
     const bool needs_transcoder = reglas::ocupaTranscoder(service.Transcoding);
-    if (needs_transcoder && most.hd_transcoders == 0 && most.transcoders == 0)
+    if (needs_transcoder && most.hd_transcoders == 0 && most.transcoders() == 0)
         return "it needs a transcoder and none has one";
-    if (needs_transcoder && most.transcoders == 0)
+    if (needs_transcoder && most.transcoders() == 0)
         return "it needs a transcoder, and the limit for the first one, that for SD, is 0 everywhere";
     return fmt::format("not even when empty does one offer the {} that it needs", needs_of(service));
 }

@@ -23,10 +23,12 @@ struct ModuleCapacity {
     std::size_t inputs = 0;
     std::vector<OutputCapacity> outputs;
     std::uint16_t pids_max = 0;
+    std::uint16_t sd_transcoders = 0;
+    /// The limit once there is an HD service among those that are transcoded.
+    std::uint16_t hd_transcoders = 0;
+
     /// The most services that can be transcoded at once.
-    std::uint32_t transcoders = 0;
-    /// The limit once there is an HD service among them.
-    std::uint32_t hd_transcoders = 0;
+    std::uint32_t transcoders() const;
 };
 
 ModuleCapacity capacity_of(const tRec_Modulo& module);

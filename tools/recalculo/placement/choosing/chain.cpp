@@ -19,14 +19,15 @@ constexpr int most_attempts = 16;
 
 } // namespace
 
-Chain::Chain(const FillModel& model, const Goal& goal, const reglas::Estrategia& strategy, std::uint64_t seed)
+Chain::Chain(const RehearsedHeadend& model, const Goal& goal, const reglas::Estrategia& strategy,
+             std::uint64_t seed)
     : goal_(goal), strategy_(strategy), numbers_(seed), asked_(model), fill_(model),
       moves_(model, goal, numbers_) {}
 
 FillWorth Chain::worth_of(const PartFlags& asked) {
     asked_.assign(asked);
     fill_.run(asked_, strategy_);
-    return goal_.worth_of(fill_);
+    return goal_.worth_of(fill_.seating());
 }
 
 void Chain::begin(const PartFlags& asked, std::uint64_t length) {
@@ -45,7 +46,7 @@ void Chain::keep_if_best() {
         state.asked = asked_.flags();
         state.placed.resize(state.asked.size());
         for (PartIndex part = 0; part < state.placed.size(); ++part)
-            state.placed[part] = fill_.is_placed(part) ? 1 : 0;
+            state.placed[part] = fill_.seating().is_placed(part) ? 1 : 0;
         return true;
     };
     if (keep(best_of_epoch_))
@@ -53,10 +54,10 @@ void Chain::keep_if_best() {
 }
 
 void Chain::step(double temperature) {
-    for (int attempt = 0; attempt < most_attempts && !moves_.make(asked_, fill_); ++attempt)
+    for (int attempt = 0; attempt < most_attempts && !moves_.make(asked_, fill_.seating()); ++attempt)
         ;
     fill_.run(asked_, strategy_);
-    const FillWorth worth = goal_.worth_of(fill_);
+    const FillWorth worth = goal_.worth_of(fill_.seating());
     const auto gain = static_cast<double>(worth.height - worth_.height);
     moves_.reward(std::max(gain, 0.0));
     if (gain < 0 && gain < temperature * std::log(1 - numbers_.fraction())) {

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "Reglas.h"
-#include "placement/choosing/asked_parts.h"
-#include "placement/choosing/fill_run.h"
 #include "placement/choosing/goal.h"
 #include "placement/choosing/moves.h"
+#include "placement/rehearsal/asked_parts.h"
+#include "placement/rehearsal/filling.h"
 
 namespace zarven::tool {
 
@@ -28,7 +28,8 @@ struct ChainState {
 class Chain {
 public:
     /// Model and goal must outlive this.
-    Chain(const FillModel& model, const Goal& goal, const reglas::Estrategia& strategy, std::uint64_t seed);
+    Chain(const RehearsedHeadend& model, const Goal& goal, const reglas::Estrategia& strategy,
+          std::uint64_t seed);
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
 
@@ -53,7 +54,7 @@ private:
     const reglas::Estrategia& strategy_;
     Numbers numbers_;
     AskedParts asked_;
-    FillRun fill_;
+    Filling<false> fill_;
     Moves moves_;
     FillWorth worth_;
     ChainState best_;

@@ -18,9 +18,9 @@ constexpr double share_step = 0.1;
 
 } // namespace
 
-ChainPool::ChainPool(const FillModel& model, const Goal& goal, std::uint64_t seed)
+ChainPool::ChainPool(const RehearsedHeadend& model, const Goal& goal, std::uint64_t seed)
     : goal_(goal), numbers_(seed), all_(model.parts.size(), 1), length_(shortest_epoch) {
-    for (const FillStream& stream : model.streams)
+    for (const RehearsedStream& stream : model.streams)
         largest_stream_ = std::max(largest_stream_, stream.last - stream.first);
     for (std::size_t strategy = 0; strategy < chains_.size(); ++strategy)
         chains_[strategy] =

@@ -15,7 +15,7 @@ namespace zarven::tool {
 class ChainPool {
 public:
     /// Model and goal must outlive this.
-    ChainPool(const FillModel& model, const Goal& goal, std::uint64_t seed);
+    ChainPool(const RehearsedHeadend& model, const Goal& goal, std::uint64_t seed);
 
     /// Tries so many states. `best`: the best that is known, from which some epochs go on.
     void run(std::uint64_t states, const PartFlags& best);

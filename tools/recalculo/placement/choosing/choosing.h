@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct ChoosingLimits {
     std::uint64_t runs = 0;
     std::uint64_t seed = 1;
     unsigned jobs = 1;
+    /// At the end, so many groups of services and single ones are tried to be given back.
+    std::uint64_t giving_back = std::numeric_limits<std::uint64_t>::max();
 };
 
 /// Where services stand today, by their place in `Headend::services`. The lists are empty, or as long as

@@ -18,7 +18,8 @@ constexpr std::uint64_t runs_of_epoch = 400;
 
 } // namespace
 
-EngineChain::EngineChain(const EngineTrial& trial, std::uint64_t seed) : trial_(trial), numbers_(seed) {
+EngineChain::EngineChain(Judge& judge, std::uint64_t seed) : judge_(judge), numbers_(seed) {
+    const EngineTrial& trial = judge.trial();
     std::map<Stream, std::vector<std::size_t>> streams;
     double sum = 0;
     std::size_t number = 0;
@@ -69,7 +70,7 @@ TriedChoice EngineChain::run(std::uint64_t runs, const TriedChoice& best) {
         change(next.asked);
         if (next.asked == now_.asked)
             continue;
-        next.outcome = trial_.run(next.asked);
+        next.outcome = judge_.run(next.asked);
         const double gain = height_of(next.outcome.worth) - height_of(now_.outcome.worth);
         if (!next.outcome.is_sound ||
             (gain < 0 && gain < climbing_temperature * unit_ * std::log(1 - numbers_.fraction())))

@@ -1,5 +1,5 @@
-// Annealing through the engine itself, for head-ends so small that it is quick: there its gatherings,
-// exchanges and transcoders decide, of which the model knows nothing.
+// Annealing through whole runs of the engine, rehearsed where they can be: there its gatherings, exchanges
+// and transcoders decide, of which the filling knows nothing.
 
 #ifndef RECALCULO_CHOOSING_ENGINE_CHAIN_H
 #define RECALCULO_CHOOSING_ENGINE_CHAIN_H
@@ -7,17 +7,17 @@
 #include <cstdint>
 #include <vector>
 
-#include "placement/choosing/engine_trial.h"
+#include "placement/choosing/judge.h"
 #include "placement/choosing/numbers.h"
 
 namespace zarven::tool {
 
 class EngineChain {
 public:
-    /// `trial` must outlive this.
-    EngineChain(const EngineTrial& trial, std::uint64_t seed);
+    /// `judge` must outlive this.
+    EngineChain(Judge& judge, std::uint64_t seed);
 
-    /// Runs the engine so many times, from where the last call ended or, every now and then, from `best`.
+    /// Tries so many states, from where the last call ended or, every now and then, from `best`.
     /// Gives the best sound state that it came by, and may well give one that is not better than `best`.
     TriedChoice run(std::uint64_t runs, const TriedChoice& best);
 
@@ -25,7 +25,7 @@ private:
     void change(std::vector<bool>& asked);
     double height_of(const ChoiceWorth& worth) const;
 
-    const EngineTrial& trial_;
+    Judge& judge_;
     Numbers numbers_;
     /// The places of the services that may be asked for, by stream.
     std::vector<std::vector<std::size_t>> streams_;

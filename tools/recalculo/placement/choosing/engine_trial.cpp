@@ -71,12 +71,18 @@ EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
     return load_engine(part, headend_.name);
 }
 
+std::size_t EngineTrial::withheld_of(const std::vector<bool>& asked) const {
+    std::size_t withheld = 0;
+    for (std::size_t index = 0; index < asked.size(); ++index)
+        withheld += askable_[index] && !asked[index];
+    return withheld;
+}
+
 TrialOutcome EngineTrial::run(const std::vector<bool>& asked, const ChoiceWorth* bar) const {
     EngineRun run = load(asked);
     TrialOutcome outcome;
     outcome.placed.assign(headend_.services.size(), false);
-    for (std::size_t index = 0; index < asked.size(); ++index)
-        outcome.worth.withheld += askable_[index] && !asked[index];
+    outcome.worth.withheld = withheld_of(asked);
     try {
         run_engine(run, headend_.name);
     } catch (const EngineStopped&) {

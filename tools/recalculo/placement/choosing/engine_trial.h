@@ -35,6 +35,9 @@ public:
     /// Those that may be asked for.
     const std::vector<bool>& askable() const { return askable_; }
 
+    /// How many of those are not.
+    std::size_t withheld_of(const std::vector<bool>& asked) const;
+
     const Headend& headend() const { return headend_; }
 
     /// From several threads at once, if the log is masked. What is no better than `bar` is not looked at

@@ -7,8 +7,8 @@
 
 namespace zarven::tool {
 
-GivingBack::GivingBack(const EngineTrial& trial, unsigned jobs, TriedChoice best)
-    : trial_(trial), jobs_(std::max(1U, jobs)), best_(std::move(best)) {
+GivingBack::GivingBack(std::vector<Judge*> judges, TriedChoice best)
+    : trial_(judges.front()->trial()), judges_(std::move(judges)), best_(std::move(best)) {
     gather();
 }
 
@@ -38,12 +38,12 @@ void GivingBack::split(const Group& group) {
 }
 
 std::uint64_t GivingBack::step() {
-    const std::size_t number = std::min<std::size_t>(jobs_, groups_.size());
+    const std::size_t number = std::min(judges_.size(), groups_.size());
     std::vector<TriedChoice> tried(number, {best_.asked, {}});
-    in_parallel(number, jobs_, [&](std::size_t index) {
+    in_parallel(number, static_cast<unsigned>(number), [&](std::size_t index) {
         for (const std::size_t service : groups_[groups_.size() - 1 - index])
             tried[index].asked[service] = true;
-        tried[index].outcome = trial_.run(tried[index].asked, &best_.outcome.worth);
+        tried[index].outcome = judges_[index]->run_confirmed(tried[index].asked, best_.outcome.worth);
     });
     const auto kept =
         std::find_if(tried.begin(), tried.end(), [](const TriedChoice& one) { return one.outcome.is_sound; });

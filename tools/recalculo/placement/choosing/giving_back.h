@@ -7,17 +7,17 @@
 #include <cstdint>
 #include <vector>
 
-#include "placement/choosing/engine_trial.h"
+#include "placement/choosing/judge.h"
 
 namespace zarven::tool {
 
 class GivingBack {
 public:
-    /// `trial` must outlive this; `best` is sound.
-    GivingBack(const EngineTrial& trial, unsigned jobs, TriedChoice best);
+    /// One judge for each job, which must outlive this; `best` is sound.
+    GivingBack(std::vector<Judge*> judges, TriedChoice best);
 
     bool has_ended() const { return groups_.empty(); }
-    /// Tries one group a job, and keeps the first that does no harm. Gives the runs of the engine.
+    /// Tries one group a job, and keeps the first that does no harm. Gives how many it has tried.
     std::uint64_t step();
 
     const TriedChoice& best() const { return best_; }
@@ -29,7 +29,7 @@ private:
     void split(const Group& group);
 
     const EngineTrial& trial_;
-    const unsigned jobs_;
+    std::vector<Judge*> judges_;
     TriedChoice best_;
     /// Those still to be tried; the last first.
     std::vector<Group> groups_;

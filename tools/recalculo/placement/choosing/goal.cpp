@@ -18,7 +18,7 @@ bool is_better(const FillWorth& one, const FillWorth& other) {
     return std::tie(one.musts, one.value, other.moved) > std::tie(other.musts, other.value, one.moved);
 }
 
-Goal::Goal(const Headend& headend, const StaysPut& stays, const FillModel& model,
+Goal::Goal(const Headend& headend, const StaysPut& stays, const RehearsedHeadend& model,
            std::vector<std::vector<std::size_t>> services)
     : parts_(model.parts.size()), services_(std::move(services)) {
     for (PartIndex part = 0; part < parts_.size(); ++part)
@@ -42,36 +42,33 @@ void Goal::find_heights() {
     unit_ = static_cast<double>(height_of_value * mean);
 }
 
-void Goal::find_places(const StaysPut& stays, const FillModel& model) {
+void Goal::find_places(const StaysPut& stays, const RehearsedHeadend& model) {
     if (stays.module.empty())
         return;
     for (PartIndex part = 0; part < parts_.size(); ++part)
-        for (const std::size_t service : services_[part])
-            for (const FillModule& module : model.modules) {
-                if (stays.module[service].empty() || stays.module[service] != module.mac)
-                    continue;
-                const std::uint32_t output = service < stays.output.size() ? stays.output[service] : 0;
-                parts_[part].first_output = module.first_output + (output == 0 ? 0 : output - 1);
-                parts_[part].last_output = output == 0 ? module.last_output : parts_[part].first_output + 1;
-                const std::uint16_t input = service < stays.input.size() ? stays.input[service] : 0;
-                parts_[part].first_input = module.first_input;
-                parts_[part].last_input = module.last_input;
-                if (input == 0)
-                    continue;
-                const auto inputs = model.inputs.begin();
-                const auto found = std::find(inputs + module.first_input, inputs + module.last_input, input);
-                parts_[part].first_input = static_cast<std::uint32_t>(found - inputs);
-                parts_[part].last_input = std::min(parts_[part].first_input + 1, module.last_input);
-            }
+        for (const std::size_t service : services_[part]) {
+            const auto mac = std::find(model.macs.begin(), model.macs.end(), stays.module[service]);
+            if (stays.module[service].empty() || mac == model.macs.end())
+                continue;
+            const auto place = static_cast<std::size_t>(mac - model.macs.begin());
+            const FlatModules::Module& module = model.flat.modules[place];
+            const std::uint32_t output = service < stays.output.size() ? stays.output[service] : 0;
+            parts_[part].first_output = module.first_output + (output == 0 ? 0 : output - 1);
+            parts_[part].last_output = output == 0 ? module.last_output : parts_[part].first_output + 1;
+            const std::uint16_t input = service < stays.input.size() ? stays.input[service] : 0;
+            const bool is_known = input != 0 && input <= module.last_input - module.first_input;
+            parts_[part].first_input = input == 0 ? module.first_input : module.first_input + input - 1U;
+            parts_[part].last_input = is_known ? parts_[part].first_input + 1 : module.last_input;
+        }
 }
 
-void Goal::find_costs(const FillModel& model) {
+void Goal::find_costs(const RehearsedHeadend& model) {
     streams_ = model.streams.size();
     double bitrate = 1;
     double pids = 1;
-    for (const FillOutput& output : model.outputs)
+    for (const OutputCapacity& output : model.flat.outputs)
         bitrate += output.bitrate_max;
-    for (const FillModule& module : model.modules)
+    for (const ModuleCapacity& module : model.modules)
         pids += module.pids_max;
     for (PartIndex part = 0; part < parts_.size(); ++part) {
         parts_[part].bitrate = model.parts[part].bitrate / bitrate;
@@ -139,17 +136,17 @@ std::int64_t Goal::height_of(const std::vector<std::uint8_t>& asked) const {
     return height;
 }
 
-FillWorth Goal::worth_of(const FillRun& fill) const {
+FillWorth Goal::worth_of(const Seating& seating) const {
     FillWorth worth;
     for (PartIndex index = 0; index < parts_.size(); ++index) {
-        const std::uint32_t output = fill.output_of(index);
+        const std::uint32_t output = seating.output_of[index];
         if (output == no_index)
             continue;
         const Part& part = parts_[index];
         worth.musts += part.musts;
         worth.value += part.value;
         worth.height += part.height;
-        const std::uint32_t input = fill.input_of(index);
+        const std::uint32_t input = seating.input_of[index];
         if (part.last_output != 0 && (output < part.first_output || output >= part.last_output ||
                                       input < part.first_input || input >= part.last_input)) {
             ++worth.moved;

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "placement/choosing/choosing.h"
-#include "placement/choosing/fill_model.h"
-#include "placement/choosing/fill_run.h"
+#include "placement/rehearsal/filling.h"
+#include "placement/rehearsal/rehearsed_headend.h"
 
 namespace zarven::tool {
 
@@ -30,10 +30,10 @@ bool is_better(const FillWorth& one, const FillWorth& other);
 class Goal {
 public:
     /// `services`: of each part, the places in `Headend::services` that it stands for.
-    Goal(const Headend& headend, const StaysPut& stays, const FillModel& model,
+    Goal(const Headend& headend, const StaysPut& stays, const RehearsedHeadend& model,
          std::vector<std::vector<std::size_t>> services);
 
-    FillWorth worth_of(const FillRun& fill) const;
+    FillWorth worth_of(const Seating& seating) const;
 
     /// The height of a service of the mean value.
     double unit() const { return unit_; }
@@ -66,8 +66,8 @@ private:
     };
 
     void find_heights();
-    void find_places(const StaysPut& stays, const FillModel& model);
-    void find_costs(const FillModel& model);
+    void find_places(const StaysPut& stays, const RehearsedHeadend& model);
+    void find_costs(const RehearsedHeadend& model);
     void sort_by_cost(double weight_of_pids);
     std::vector<std::uint8_t> best_within(double share, std::uint32_t most_of_stream) const;
     std::int64_t height_of(const std::vector<std::uint8_t>& asked) const;

@@ -14,7 +14,7 @@ constexpr double least_share = 0.25;
 
 } // namespace
 
-Moves::Moves(const FillModel& model, const Goal& goal, Numbers& numbers)
+Moves::Moves(const RehearsedHeadend& model, const Goal& goal, Numbers& numbers)
     : model_(model), goal_(goal), numbers_(numbers) {
     uses_.fill(1);
     gains_.fill(1);
@@ -67,7 +67,7 @@ void Moves::take_back(AskedParts& asked) const {
 }
 
 void Moves::ask(AskedParts& asked, std::uint32_t stream, std::uint32_t number) {
-    const FillStream& range = model_.streams[stream];
+    const RehearsedStream& range = model_.streams[stream];
     for (PartIndex place = range.first; place < range.last && number != 0; ++place)
         if (!asked.is_asked(goal_.cheapest_first()[place])) {
             turn(asked, goal_.cheapest_first()[place]);
@@ -76,7 +76,7 @@ void Moves::ask(AskedParts& asked, std::uint32_t stream, std::uint32_t number) {
 }
 
 void Moves::withhold(AskedParts& asked, std::uint32_t stream, std::uint32_t number) {
-    const FillStream& range = model_.streams[stream];
+    const RehearsedStream& range = model_.streams[stream];
     for (PartIndex place = range.last; place > range.first && number != 0; --place)
         if (asked.is_asked(goal_.cheapest_first()[place - 1])) {
             turn(asked, goal_.cheapest_first()[place - 1]);
@@ -85,31 +85,32 @@ void Moves::withhold(AskedParts& asked, std::uint32_t stream, std::uint32_t numb
 }
 
 /// Those of a stream that are placed on such outputs.
-void Moves::withhold_where(AskedParts& asked, const FillRun& fill, std::uint32_t stream,
+void Moves::withhold_where(AskedParts& asked, const Seating& seating, std::uint32_t stream,
                            OutputRange outputs) {
-    const FillStream& range = model_.streams[stream];
+    const RehearsedStream& range = model_.streams[stream];
     for (PartIndex part = range.first; part < range.last; ++part) {
-        const std::uint32_t output = fill.output_of(part);
+        const std::uint32_t output = seating.output_of[part];
         if (asked.is_asked(part) && output >= outputs.first && output <= outputs.last)
             turn(asked, part);
     }
 }
 
-void Moves::withhold_on_module(AskedParts& asked, const FillRun& fill) {
-    const std::uint32_t output = fill.output_of(any_part());
+void Moves::withhold_on_module(AskedParts& asked, const Seating& seating) {
+    const std::uint32_t output = seating.output_of[any_part()];
     if (output == no_index)
         return;
-    const auto module = std::find_if(model_.modules.begin(), model_.modules.end(),
-                                     [&](const FillModule& one) { return output < one.last_output; });
+    const auto module =
+        std::find_if(model_.flat.modules.begin(), model_.flat.modules.end(),
+                     [&](const FlatModules::Module& one) { return output < one.last_output; });
     const std::uint32_t inputs = module->last_input - module->first_input;
     const std::uint32_t stream =
-        fill.stream_of_input(module->first_input + static_cast<std::uint32_t>(numbers_.below(inputs)));
+        seating.stream_of[module->first_input + static_cast<std::uint32_t>(numbers_.below(inputs))];
     if (stream != no_index)
-        withhold_where(asked, fill, stream, {module->first_output, module->last_output - 1});
+        withhold_where(asked, seating, stream, {module->first_output, module->last_output - 1});
 }
 
 void Moves::exchange(AskedParts& asked, std::uint32_t stream) {
-    const FillStream& range = model_.streams[stream];
+    const RehearsedStream& range = model_.streams[stream];
     const std::uint32_t size = range.last - range.first;
     const auto one = range.first + static_cast<PartIndex>(numbers_.below(size));
     const auto other = range.first + static_cast<PartIndex>(numbers_.below(size));
@@ -119,16 +120,16 @@ void Moves::exchange(AskedParts& asked, std::uint32_t stream) {
     turn(asked, other);
 }
 
-bool Moves::make(AskedParts& asked, const FillRun& fill) {
+bool Moves::make(AskedParts& asked, const Seating& seating) {
     changed_.clear();
     last_ = drawn();
-    make(asked, fill, last_);
+    make(asked, seating, last_);
     return !changed_.empty();
 }
 
-void Moves::make(AskedParts& asked, const FillRun& fill, Kind kind) {
+void Moves::make(AskedParts& asked, const Seating& seating, Kind kind) {
     const std::uint32_t stream = any_stream();
-    const FillStream& range = model_.streams[stream];
+    const RehearsedStream& range = model_.streams[stream];
     const std::uint32_t size = range.last - range.first;
     const std::uint32_t number = asked.count_of(stream);
     switch (kind) {
@@ -154,9 +155,9 @@ void Moves::make(AskedParts& asked, const FillRun& fill, Kind kind) {
     case ask_all:
         return ask(asked, stream, size - number);
     case withhold_on_one_module:
-        return withhold_on_module(asked, fill);
+        return withhold_on_module(asked, seating);
     case withhold_left_out:
-        return withhold_where(asked, fill, stream, {no_index, no_index});
+        return withhold_where(asked, seating, stream, {no_index, no_index});
     case turn_any:
     case number_of_kinds:
         return turn(asked, any_part());

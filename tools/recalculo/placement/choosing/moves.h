@@ -9,20 +9,20 @@
 #include <cstdint>
 #include <vector>
 
-#include "placement/choosing/asked_parts.h"
-#include "placement/choosing/fill_run.h"
 #include "placement/choosing/goal.h"
 #include "placement/choosing/numbers.h"
+#include "placement/rehearsal/asked_parts.h"
+#include "placement/rehearsal/filling.h"
 
 namespace zarven::tool {
 
 class Moves {
 public:
     /// All must outlive this.
-    Moves(const FillModel& model, const Goal& goal, Numbers& numbers);
+    Moves(const RehearsedHeadend& model, const Goal& goal, Numbers& numbers);
 
-    /// Changes what is asked for, and gives whether it did. `fill`: what the engine made of it before.
-    bool make(AskedParts& asked, const FillRun& fill);
+    /// Changes what is asked for, and gives whether it did. `seating`: what the engine made of it before.
+    bool make(AskedParts& asked, const Seating& seating);
     /// Takes the last move back.
     void take_back(AskedParts& asked) const;
 
@@ -53,19 +53,19 @@ private:
         std::uint32_t last;
     };
 
-    void make(AskedParts& asked, const FillRun& fill, Kind kind);
+    void make(AskedParts& asked, const Seating& seating, Kind kind);
     Kind drawn();
     std::uint32_t any_stream();
     PartIndex any_part() { return static_cast<PartIndex>(numbers_.below(model_.parts.size())); }
     void turn(AskedParts& asked, PartIndex part);
     void ask(AskedParts& asked, std::uint32_t stream, std::uint32_t number);
     void withhold(AskedParts& asked, std::uint32_t stream, std::uint32_t number);
-    void withhold_where(AskedParts& asked, const FillRun& fill, std::uint32_t stream, OutputRange outputs);
-    void withhold_on_module(AskedParts& asked, const FillRun& fill);
+    void withhold_where(AskedParts& asked, const Seating& seating, std::uint32_t stream, OutputRange outputs);
+    void withhold_on_module(AskedParts& asked, const Seating& seating);
     void exchange(AskedParts& asked, std::uint32_t stream);
     void renew_chances();
 
-    const FillModel& model_;
+    const RehearsedHeadend& model_;
     const Goal& goal_;
     Numbers& numbers_;
     std::vector<PartIndex> changed_;

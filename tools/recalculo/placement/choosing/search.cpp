@@ -14,6 +14,10 @@ std::uint64_t states_of_round(std::size_t parts) {
     return std::clamp<std::uint64_t>(2500000 / (parts + 1), 200, 10000);
 }
 
+/// What a whole run takes, rehearsed, as so many states of the filling, in such shares that the two take
+/// about the same time.
+constexpr std::uint64_t states_of_a_run = 30;
+
 /// How often the placed alone are asked for, and those of them that are placed then.
 constexpr int most_purifications = 3;
 
@@ -23,6 +27,10 @@ ChoosingSearch::ChoosingSearch(const Headend& headend, const ChoosingLimits& lim
                                const ChoosingWatch& watch)
     : limits_(limits), watch_(watch), trial_(headend, stays), loaded_(trial_.load(trial_.askable())),
       model_(loaded_), goal_(trial_.headend(), stays, model_, trial_.numbers_of(model_.services, loaded_)) {}
+
+ChoosingSearch::Job::Job(const ChoosingSearch& search, Numbers& seeds)
+    : pool(search.model_, search.goal_, seeds.next()), judge(search.trial_, search.model_, search.goal_),
+      engine(judge, seeds.next()) {}
 
 Choice ChoosingSearch::choice() {
     const Clock::time_point before = Clock::now();
@@ -34,7 +42,7 @@ Choice ChoosingSearch::choice() {
     Choice choice;
     choice.asked_for_all = best_.outcome.worth;
     choice.is_asked_for_all_sound = best_.outcome.is_sound;
-    if (!model_.parts.empty() && !model_.inputs.empty()) {
+    if (!model_.parts.empty() && model_.flat.inputs != 0) {
         search();
         give_back();
     }
@@ -68,8 +76,7 @@ ChoosingSearch::Clock::duration ChoosingSearch::time_of_giving_back() const {
 void ChoosingSearch::search() {
     Numbers seeds(limits_.seed);
     for (unsigned job = 0; job < std::max(1U, limits_.jobs); ++job)
-        jobs_.push_back(
-            std::unique_ptr<Job>(new Job{{model_, goal_, seeds.next()}, {trial_, seeds.next()}, {}, 0}));
+        jobs_.push_back(std::make_unique<Job>(*this, seeds));
     const std::uint64_t states = states_of_round(model_.parts.size());
     for (std::uint64_t tried = 0; limits_.runs == 0 || tried < limits_.runs;) {
         if (!may_go_on(time_of_giving_back()) || is_all_reached())
@@ -91,12 +98,13 @@ void ChoosingSearch::round(std::uint64_t states) {
     in_parallel(jobs_.size(), limits_.jobs, [&](std::size_t index) {
         Job& job = *jobs_[index];
         job.pool.run(states, best_parts_);
+        look_at_found(job);
+        climb(job, states);
         confirm(job);
-        climb(job);
     });
     for (const auto& job : jobs_) {
         states_ += states;
-        engine_runs_ += std::exchange(job->engine_runs, 0);
+        engine_runs_ += job->judge.take_engine_runs();
         if (job->found)
             take(std::move(*std::exchange(job->found, {})));
     }
@@ -109,8 +117,8 @@ void ChoosingSearch::take(TriedChoice tried) {
     best_parts_ = parts_of(best_.asked);
 }
 
-/// What the model promises is kept by the engine as a rule, and sometimes surpassed.
-void ChoosingSearch::confirm(Job& job) const {
+/// What the filling promises is kept by the engine as a rule, and sometimes surpassed.
+void ChoosingSearch::look_at_found(Job& job) const {
     const ChainState& found = job.pool.found();
     const ChoiceWorth& best = best_.outcome.worth;
     if (best_.outcome.is_sound && !is_better(found.worth, FillWorth{best.musts, best.value, best.moved, 0}))
@@ -119,24 +127,32 @@ void ChoosingSearch::confirm(Job& job) const {
     consider(job, services_of(found.placed));
 }
 
-/// The engine takes its share of the time where it is quick.
-void ChoosingSearch::climb(Job& job) const {
-    const std::uint64_t parts = model_.parts.size();
-    const std::uint64_t runs = std::min<std::uint64_t>(400000 / (parts * parts), 200);
-    if (runs == 0)
-        return;
-    job.engine_runs += runs;
-    TriedChoice found = job.engine.run(runs, job.found ? *job.found : best_);
+/// Whole runs take their share of the time.
+void ChoosingSearch::climb(Job& job, std::uint64_t states) const {
+    TriedChoice found =
+        job.engine.run(std::max<std::uint64_t>(states / states_of_a_run, 1), job.found ? *job.found : best_);
     if (found.outcome.is_sound)
         job.found = std::move(found);
+}
+
+/// A rehearsal has told; the engine has the last word.
+void ChoosingSearch::confirm(Job& job) const {
+    if (!job.found)
+        return;
+    if (best_.outcome.is_sound && !is_better(job.found->outcome.worth, best_.outcome.worth)) {
+        job.found.reset();
+        return;
+    }
+    job.found->outcome = job.judge.confirmed(job.found->asked);
+    if (!job.found->outcome.is_sound)
+        job.found.reset();
 }
 
 void ChoosingSearch::consider(Job& job, const std::vector<bool>& asked) const {
     TriedChoice tried{asked, {}};
     for (int round = 0; round <= most_purifications; ++round) {
         const ChoiceWorth& bar = job.found ? job.found->outcome.worth : best_.outcome.worth;
-        tried.outcome = trial_.run(tried.asked, job.found || best_.outcome.is_sound ? &bar : nullptr);
-        ++job.engine_runs;
+        tried.outcome = job.judge.run(tried.asked, job.found || best_.outcome.is_sound ? &bar : nullptr);
         std::vector<bool> placed = tried.outcome.placed;
         if (tried.outcome.is_sound)
             job.found = tried;
@@ -167,10 +183,16 @@ PartFlags ChoosingSearch::parts_of(const std::vector<bool>& services) const {
 void ChoosingSearch::give_back() {
     if (!best_.outcome.is_sound)
         return;
-    GivingBack giving(trial_, limits_.jobs, best_);
-    while (!giving.has_ended() && may_go_on({})) {
-        engine_runs_ += giving.step();
+    std::vector<Judge*> judges;
+    for (const auto& job : jobs_)
+        judges.push_back(&job->judge);
+    GivingBack giving(std::move(judges), best_);
+    std::uint64_t tried = 0;
+    while (!giving.has_ended() && tried < limits_.giving_back && may_go_on({})) {
+        tried += giving.step();
         best_ = giving.best();
+        for (const auto& job : jobs_)
+            engine_runs_ += job->judge.take_engine_runs();
     }
 }
 

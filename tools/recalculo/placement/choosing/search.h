@@ -15,9 +15,9 @@
 #include "placement/choosing/choosing.h"
 #include "placement/choosing/engine_chain.h"
 #include "placement/choosing/engine_trial.h"
-#include "placement/choosing/fill_model.h"
 #include "placement/choosing/giving_back.h"
 #include "placement/choosing/goal.h"
+#include "placement/rehearsal/rehearsed_headend.h"
 
 namespace zarven::tool {
 
@@ -34,11 +34,12 @@ private:
 
     /// One thread's share.
     struct Job {
+        Job(const ChoosingSearch& search, Numbers& seeds);
         ChainPool pool;
+        Judge judge;
         EngineChain engine;
-        /// Better than the best before the round, and confirmed.
+        /// Better than the best before the round.
         std::optional<TriedChoice> found;
-        std::uint64_t engine_runs = 0;
     };
 
     bool may_go_on(Clock::duration reserve);
@@ -46,8 +47,9 @@ private:
     Clock::duration time_of_giving_back() const;
     void search();
     void round(std::uint64_t states);
+    void look_at_found(Job& job) const;
     void confirm(Job& job) const;
-    void climb(Job& job) const;
+    void climb(Job& job, std::uint64_t states) const;
     bool is_all_reached() const;
     void consider(Job& job, const std::vector<bool>& asked) const;
     void take(TriedChoice tried);
@@ -60,7 +62,7 @@ private:
     const Clock::time_point start_ = Clock::now();
     const EngineTrial trial_;
     const EngineRun loaded_;
-    const FillModel model_;
+    const RehearsedHeadend model_;
     const Goal goal_;
     std::vector<std::unique_ptr<Job>> jobs_;
     TriedChoice best_;

@@ -14,22 +14,24 @@ namespace zarven::tool {
 
 namespace {
 
-RehearsedModule rehearsed(const Module& module) {
-    RehearsedModule changed;
-    changed.inputs = module.inputs;
+ModuleCapacity capacity_of(const Module& module) {
+    ModuleCapacity capacity;
+    capacity.inputs = module.inputs;
     for (const std::uint32_t bitrate : module.outputs)
-        changed.outputs.push_back({bitrate, tRec_Modulo::SERVICIOS_POR_SALIDA});
-    changed.pids_max = module.pids_max;
-    changed.sd_transcoders = module.sd_transcoders;
-    changed.hd_transcoders = module.hd_transcoders;
-    return changed;
+        capacity.outputs.push_back({bitrate, tRec_Modulo::SERVICIOS_POR_SALIDA});
+    capacity.pids_max = module.pids_max;
+    capacity.sd_transcoders = module.sd_transcoders;
+    capacity.hd_transcoders = module.hd_transcoders;
+    return capacity;
 }
 
 } // namespace
 
 Runner::Runner(const Headend& headend, const std::string& file, const SizingOptions& options)
     : headend_(headend), file_(file), options_(options), rank_(headend.modules.size()) {
-    rehearsed_ = tool::rehearsed(load_engine(headend, file));
+    rehearsed_.emplace(load_engine(headend, file));
+    if (!rehearsed_->allows_passes)
+        rehearsed_.reset();
     for (std::size_t module = 0; module < rank_.size(); ++module)
         rank_[module] = static_cast<std::size_t>(
             std::count_if(headend.modules.begin(), headend.modules.end(),
@@ -109,8 +111,8 @@ void Runner::give_back(std::unique_ptr<Rehearsal> rehearsal) {
 
 Outcome Runner::with_module(std::size_t index, const Module& changed, ModuleTests* tests) {
     if (rehearsed_) {
-        std::vector<RehearsedModule> modules = rehearsed_->modules;
-        modules[rank_[index]] = rehearsed(changed);
+        std::vector<ModuleCapacity> modules = rehearsed_->modules;
+        modules[rank_[index]] = capacity_of(changed);
         std::unique_ptr<Rehearsal> rehearsal = take_rehearsal();
         const std::optional<Rehearsed> outcome = rehearsal->run(modules);
         if (outcome && tests != nullptr)

@@ -1,20 +1,20 @@
-#include "placement/choosing/asked_parts.h"
+#include "placement/rehearsal/asked_parts.h"
 
 #include "Reglas.h"
 
 namespace zarven::tool {
 
-AskedParts::AskedParts(const FillModel& model)
-    : model_(&model), asked_(model.parts.size()), lists_(model.parts.size()), counts_(model.streams.size()),
-      counts_by_(model.parts.size()), counting_(model.streams.size()) {
+AskedParts::AskedParts(const RehearsedHeadend& headend)
+    : headend_(&headend), asked_(headend.parts.size()), lists_(headend.parts.size()),
+      counts_(headend.streams.size()), counts_by_(headend.parts.size()), counting_(headend.streams.size()) {
     for (PartIndex part = 0; part < asked_.size(); ++part)
         for (const bool positive_only : {false, true})
             for (const bool of_kind_only : {false, true}) {
                 const reglas::Criterio criterion{positive_only, of_kind_only, false};
-                counts_by_[part][place_of(criterion)] =
-                    reglas::cuentaParaElegir(model.parts[part].key, model.parts[part].transcoding, criterion);
+                counts_by_[part][place_of(criterion)] = reglas::cuentaParaElegir(
+                    headend.parts[part].key, headend.parts[part].transcoding, criterion);
             }
-    assign(std::vector<std::uint8_t>(model.parts.size(), 1));
+    assign(std::vector<std::uint8_t>(headend.parts.size(), 1));
 }
 
 void AskedParts::assign(const std::vector<std::uint8_t>& asked) {
@@ -25,7 +25,7 @@ void AskedParts::assign(const std::vector<std::uint8_t>& asked) {
         }
     for (std::uint32_t stream = 0; stream < counts_.size(); ++stream) {
         list(stream);
-        const FillStream& range = model_->streams[stream];
+        const RehearsedStream& range = headend_->streams[stream];
         counting_[stream] = {};
         for (PartIndex part = range.first; part < range.last; ++part)
             if (asked_[part] != 0)
@@ -39,25 +39,25 @@ void AskedParts::ask(PartIndex part, bool asked) {
     asked_[part] = asked ? 1 : 0;
     note(part, asked ? 1 : ~0U);
     count(part, asked ? 1 : ~0U);
-    list(model_->parts[part].stream);
+    list(headend_->parts[part].stream);
 }
 
 void AskedParts::count(PartIndex part, std::uint32_t one) {
     for (std::size_t criterion = 0; criterion < criteria; ++criterion)
-        counting_[model_->parts[part].stream][criterion] += counts_by_[part][criterion] != 0 ? one : 0;
+        counting_[headend_->parts[part].stream][criterion] += counts_by_[part][criterion] != 0 ? one : 0;
 }
 
 /// `one` is added, and may be the one that takes away.
 void AskedParts::note(PartIndex part, std::uint32_t one) {
     count_ += one;
-    if (reglas::esClavePositiva(model_->parts[part].key))
+    if (reglas::esClavePositiva(headend_->parts[part].key))
         with_positive_key_ += one;
-    if (reglas::necesitaTranscoding(model_->parts[part].transcoding))
+    if (reglas::necesitaTranscoding(headend_->parts[part].transcoding))
         with_transcoding_ += one;
 }
 
 void AskedParts::list(std::uint32_t stream) {
-    const FillStream& range = model_->streams[stream];
+    const RehearsedStream& range = headend_->streams[stream];
     PartIndex end = range.first;
     for (PartIndex part = range.first; part < range.last; ++part) {
         lists_[end] = part;

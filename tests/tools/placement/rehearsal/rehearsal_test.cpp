@@ -40,13 +40,13 @@ struct Tally {
 /// Rehearses and runs.
 void compare(const generador::Parametros& parameters, Tally& tally) {
     EngineRun run = made(parameters);
-    const auto headend = rehearsed(run);
-    if (!headend) {
+    const RehearsedHeadend headend(run);
+    if (!headend.allows_passes) {
         ++tally.given_up;
         return;
     }
-    Rehearsal rehearsal(*headend);
-    const std::optional<Rehearsed> outcome = rehearsal.run(headend->modules);
+    Rehearsal rehearsal(headend);
+    const std::optional<Rehearsed> outcome = rehearsal.run(headend.modules);
     if (!outcome) {
         ++tally.given_up;
         return;
@@ -96,7 +96,7 @@ TEST(Rehearsal, TheTestsOfABitrateTellWhichHigherOnesGiveTheSameRun) {
     std::size_t others = 0;
     const auto walk = [&others](Rehearsal& rehearsal, const RehearsedHeadend& headend, std::size_t module,
                                 std::size_t output) {
-        std::vector<RehearsedModule> changed = headend.modules;
+        std::vector<ModuleCapacity> changed = headend.modules;
         std::uint32_t& value = changed[module].outputs[output].bitrate_max;
         std::optional<Rehearsed> here = rehearsal.run(changed);
         for (int step = 0; here && step < 20; ++step) {
@@ -118,13 +118,13 @@ TEST(Rehearsal, TheTestsOfABitrateTellWhichHigherOnesGiveTheSameRun) {
     };
     for (std::uint32_t seed = 1; seed <= 60; ++seed) {
         const EngineRun run = made(seed % 4 == 0 ? crowded(seed) : generador::escasa(seed));
-        const auto headend = rehearsed(run);
-        if (!headend)
+        const RehearsedHeadend headend(run);
+        if (!headend.allows_passes)
             continue;
-        Rehearsal rehearsal(*headend);
-        for (std::size_t module = 0; module < headend->modules.size(); ++module)
-            for (std::size_t output = 0; output < headend->modules[module].outputs.size(); ++output)
-                ASSERT_NO_FATAL_FAILURE(walk(rehearsal, *headend, module, output)) << seed;
+        Rehearsal rehearsal(headend);
+        for (std::size_t module = 0; module < headend.modules.size(); ++module)
+            for (std::size_t output = 0; output < headend.modules[module].outputs.size(); ++output)
+                ASSERT_NO_FATAL_FAILURE(walk(rehearsal, headend, module, output)) << seed;
     }
     EXPECT_GT(others, 100u);
 }
@@ -136,7 +136,7 @@ TEST(Rehearsal, TheTestsOfALimitTellWhichValuesGiveTheSameRun) {
     const auto check = [&same](Rehearsal& rehearsal, const RehearsedHeadend& headend, auto set,
                                auto tests_of) {
         for (std::size_t module = 0; module < headend.modules.size(); ++module) {
-            std::vector<RehearsedModule> changed = headend.modules;
+            std::vector<ModuleCapacity> changed = headend.modules;
             set(changed[module], 60000);
             const std::optional<Rehearsed> generous = rehearsal.run(changed);
             if (!generous)
@@ -154,35 +154,35 @@ TEST(Rehearsal, TheTestsOfALimitTellWhichValuesGiveTheSameRun) {
     };
     for (std::uint32_t seed = 1; seed <= 60; ++seed) {
         const EngineRun run = made(seed % 2 == 0 ? crowded(seed) : generador::escasa(seed));
-        const auto headend = rehearsed(run);
-        if (!headend)
+        const RehearsedHeadend headend(run);
+        if (!headend.allows_passes)
             continue;
-        Rehearsal rehearsal(*headend);
+        Rehearsal rehearsal(headend);
         check(
-            rehearsal, *headend,
-            [](RehearsedModule& module, std::uint32_t value) {
+            rehearsal, headend,
+            [](ModuleCapacity& module, std::uint32_t value) {
                 module.pids_max = static_cast<std::uint16_t>(value);
             },
             [](const ModuleTests& tests) { return tests.pids; });
         check(
-            rehearsal, *headend,
-            [](RehearsedModule& module, std::uint32_t value) { module.inputs = std::min(value, 50U); },
+            rehearsal, headend,
+            [](ModuleCapacity& module, std::uint32_t value) { module.inputs = std::min(value, 50U); },
             [](const ModuleTests& tests) { return tests.inputs; });
         check(
-            rehearsal, *headend,
-            [](RehearsedModule& module, std::uint32_t value) {
+            rehearsal, headend,
+            [](ModuleCapacity& module, std::uint32_t value) {
                 module.sd_transcoders = static_cast<std::uint16_t>(value);
             },
             [](const ModuleTests& tests) { return tests.sd_transcoders; });
         check(
-            rehearsal, *headend,
-            [](RehearsedModule& module, std::uint32_t value) {
+            rehearsal, headend,
+            [](ModuleCapacity& module, std::uint32_t value) {
                 module.hd_transcoders = static_cast<std::uint16_t>(value);
             },
             [](const ModuleTests& tests) { return tests.hd_transcoders; });
         check(
-            rehearsal, *headend,
-            [](RehearsedModule& module, std::uint32_t value) {
+            rehearsal, headend,
+            [](ModuleCapacity& module, std::uint32_t value) {
                 if (!module.outputs.empty())
                     module.outputs[0].bitrate_max = value == 60000 ? 100000000 : value;
             },

@@ -2,14 +2,14 @@
 // at once and changed in a few steps. A tree in an array, each node the better of the two below it; up to
 // some thousands of streams.
 
-#ifndef RECALCULO_CHOOSING_STREAM_RANKING_H
-#define RECALCULO_CHOOSING_STREAM_RANKING_H
+#ifndef RECALCULO_REHEARSAL_STREAM_RANKING_H
+#define RECALCULO_REHEARSAL_STREAM_RANKING_H
 
 #include <algorithm>
 #include <cstdint>
 #include <vector>
 
-#include "placement/choosing/fill_model.h"
+#include "placement/rehearsal/rehearsed_headend.h"
 
 namespace zarven::tool {
 

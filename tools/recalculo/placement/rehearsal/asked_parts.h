@@ -1,26 +1,26 @@
-// Which parts of a model are asked for, kept so that a fill can begin with a copy of flat arrays. Changed by
-// one part at a time, at the cost of its stream.
+// Which parts of a head-end are asked for, kept so that a fill can begin with a copy of flat arrays. Changed
+// by one part at a time, at the cost of its stream.
 
-#ifndef RECALCULO_CHOOSING_ASKED_PARTS_H
-#define RECALCULO_CHOOSING_ASKED_PARTS_H
+#ifndef RECALCULO_REHEARSAL_ASKED_PARTS_H
+#define RECALCULO_REHEARSAL_ASKED_PARTS_H
 
 #include <array>
 #include <cstdint>
 #include <vector>
 
 #include "Reglas.h"
-#include "placement/choosing/fill_model.h"
+#include "placement/rehearsal/rehearsed_headend.h"
 
 namespace zarven::tool {
 
 class AskedParts {
 public:
-    /// At first all are asked for. The model must outlive this.
-    explicit AskedParts(const FillModel& model);
+    /// At first all are asked for. The head-end must outlive this.
+    explicit AskedParts(const RehearsedHeadend& headend);
 
     bool is_asked(PartIndex part) const { return asked_[part] != 0; }
     void ask(PartIndex part, bool asked);
-    /// As many as the model has parts.
+    /// As many as the headend has parts.
     void assign(const std::vector<std::uint8_t>& asked);
 
     const std::vector<std::uint8_t>& flags() const { return asked_; }
@@ -52,7 +52,7 @@ private:
     void note(PartIndex part, std::uint32_t one);
     void count(PartIndex part, std::uint32_t one);
 
-    const FillModel* model_;
+    const RehearsedHeadend* headend_;
     std::vector<std::uint8_t> asked_;
     std::vector<PartIndex> lists_;
     std::vector<std::uint32_t> counts_;

@@ -1,7 +1,7 @@
 // The model of the filling against the engine: the same services on the same inputs and outputs when the
 // engine is about to gather for the first time, whatever it is asked for.
 
-#include "placement/choosing/fill_run.h"
+#include "placement/rehearsal/filling.h"
 
 #include <map>
 #include <random>
@@ -16,7 +16,7 @@
 #include "placement/host.h"
 #include "placement/strategies.h"
 
-namespace zarven::tool::fill_run_test {
+namespace zarven::tool::filling_test {
 namespace {
 
 /// Of each service the module, the input and the output.
@@ -52,7 +52,7 @@ private:
     Seats seats_;
 };
 
-Seats seats_of(const FillModel& model, const FillRun& fill, const EngineRun& loaded) {
+Seats seats_of(const RehearsedHeadend& model, const Filling<false>& fill, const EngineRun& loaded) {
     Seats seats;
     std::vector<std::pair<std::string, std::uint32_t>> outputs;
     std::vector<std::uint16_t> inputs;
@@ -63,10 +63,10 @@ Seats seats_of(const FillModel& model, const FillRun& fill, const EngineRun& loa
             inputs.push_back(number);
     }
     for (PartIndex part = 0; part < model.parts.size(); ++part)
-        if (fill.is_placed(part))
-            seats[model.services[part]->SID] = {outputs[fill.output_of(part)].first,
-                                                inputs[fill.input_of(part)],
-                                                outputs[fill.output_of(part)].second};
+        if (fill.seating().is_placed(part))
+            seats[model.services[part]->SID] = {outputs[fill.seating().output_of[part]].first,
+                                                inputs[fill.seating().input_of[part]],
+                                                outputs[fill.seating().output_of[part]].second};
     return seats;
 }
 
@@ -90,7 +90,7 @@ void withhold(EngineRun& run, const std::set<std::uint16_t>& sids) {
 void compare(const generador::Parametros& parameters, std::mt19937& numbers, unsigned asked_percent) {
     EngineRun full;
     generador::cargar(full.engine, parameters);
-    const FillModel model(full);
+    const RehearsedHeadend model(full);
     AskedParts asked(model);
     std::set<std::uint16_t> withheld;
     for (PartIndex part = 0; part < model.parts.size(); ++part)
@@ -98,7 +98,7 @@ void compare(const generador::Parametros& parameters, std::mt19937& numbers, uns
             asked.ask(part, false);
             withheld.insert(model.services[part]->SID);
         }
-    FillRun fill(model);
+    Filling<false> fill(model);
     for (std::size_t strategy = 0; strategy < strategy_count; ++strategy) {
         EngineRun run;
         generador::cargar(run.engine, parameters);
@@ -117,7 +117,7 @@ void compare(const generador::Parametros& parameters, std::mt19937& numbers, uns
     }
 }
 
-TEST(FillRun, PlacesWhatTheEngineDoesUpToItsFirstGathering) {
+TEST(Filling, PlacesWhatTheEngineDoesUpToItsFirstGathering) {
     std::mt19937 numbers(15);
     for (std::uint32_t seed = 1; seed <= 300; ++seed) {
         ASSERT_NO_FATAL_FAILURE(compare(generador::escasa(seed), numbers, 100));
@@ -125,7 +125,7 @@ TEST(FillRun, PlacesWhatTheEngineDoesUpToItsFirstGathering) {
     }
 }
 
-TEST(FillRun, OnModulesWithSeveralInputsToo) {
+TEST(Filling, OnModulesWithSeveralInputsToo) {
     std::mt19937 numbers(16);
     for (std::uint32_t seed = 1; seed <= 20; ++seed) {
         generador::Parametros parameters;
@@ -147,21 +147,21 @@ TEST(FillRun, OnModulesWithSeveralInputsToo) {
 }
 
 /// Services without LCN count for the choice of a stream only when no other is left.
-TEST(FillRun, WhatCountsChangesWithTheLastServiceOfItsKind) {
+TEST(Filling, WhatCountsChangesWithTheLastServiceOfItsKind) {
     Headend headend = two_modules();
     headend.services = {service(0, 1), service(1, 2), service(0, 3), service(0, 4)};
     EngineRun run = load_engine(headend, "f");
-    const FillModel model(run);
-    FillRun fill(model);
+    const RehearsedHeadend model(run);
+    Filling<false> fill(model);
     AtFirstGathering watcher(run);
     const host::Watching watching(&watcher);
     run_strategy(run, 0, "f");
     fill.run(AskedParts(model), reglas::ESTRATEGIAS[0]);
     EXPECT_EQ(seats_of(model, fill, run), watcher.seats());
     // Stream 2 first, which alone counts at the beginning.
-    EXPECT_EQ(fill.stream_of_input(0), 1U);
-    EXPECT_EQ(fill.stream_of_input(1), 0U);
+    EXPECT_EQ(fill.seating().stream_of[0], 1U);
+    EXPECT_EQ(fill.seating().stream_of[1], 0U);
 }
 
 } // namespace
-} // namespace zarven::tool::fill_run_test
+} // namespace zarven::tool::filling_test
