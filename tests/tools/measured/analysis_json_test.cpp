@@ -81,6 +81,28 @@ TEST(AnalysisJson, TheSizeCountsMoreThanTheType) {
     EXPECT_EQ(kind(R"("type": 1)", picture("HEVC video (main 10 profile)")), ChannelKind::hd);
 }
 
+TEST(AnalysisJson, OfSeveralPicturesTheGreatestCounts) {
+    const std::string hd = picture("AVC video (1920x1080)");
+    const std::string sd = picture("AVC video (720x576)");
+    const std::string unknown = picture("AVC video");
+    EXPECT_EQ(kind(R"("type": 1)", hd + "," + sd), ChannelKind::hd);
+    EXPECT_EQ(kind(R"("type": 1)", sd + "," + hd), ChannelKind::hd);
+    EXPECT_EQ(kind(R"("type": 1)", hd + "," + unknown), ChannelKind::hd);
+}
+
+TEST(AnalysisJson, WhatIsNotToldIsNothing) {
+    const Measurement look = read_analysis("x", R"({"ts": {"id": 7}, "services": [{"id": 5}]})");
+    EXPECT_EQ(look.seconds, 0);
+    EXPECT_EQ(look.room, std::nullopt);
+    EXPECT_EQ(look.services.at(0).rate, 0);
+    EXPECT_FALSE(look.services.at(0).tells_scrambling);
+}
+
+TEST(AnalysisJson, EitherOfTwoMembersTellsScrambling) {
+    EXPECT_TRUE(with_service(R"("is-scrambled": false)").services.at(0).tells_scrambling);
+    EXPECT_TRUE(with_service(R"("components": {"scrambled": 0})").services.at(0).tells_scrambling);
+}
+
 TEST(AnalysisJson, TheTypeTellsHdAndRadioButNotSd) {
     for (const int type : {0, 1, 3, 6, 8, 9, 11, 16, 18, 22, 24, 33})
         EXPECT_EQ(kind("\"type\": " + std::to_string(type)), std::nullopt) << type;
@@ -105,6 +127,8 @@ TEST(AnalysisJson, DamageIsToldWithItsPlace) {
               "x: /services/0/bitrate: found \"fast\", expected a number from 0 to 1000000000000");
     EXPECT_EQ(failure_message([] { with_service(R"("bitrate": -1)"); }),
               "x: /services/0/bitrate: found -1, expected a number from 0 to 1000000000000");
+    EXPECT_EQ(failure_message([] { read_analysis("x", R"({"ts": [], "services": []})"); }),
+              "x: /ts: found a list of 0 entries, expected an object");
     EXPECT_EQ(failure_message([] { read_analysis("x", R"({"modules": []})"); }),
               "x: top level: found no \"ts\" and \"services\", expected the analysis of a stream");
     EXPECT_NE(failure_message([] { read_analysis("x", R"({"ts": {)"); }).find("x: line 1"),

@@ -34,6 +34,7 @@ TEST(Margins, AreRoundedUp) {
     EXPECT_EQ(with_margin(1000, 0), 1000u);
     EXPECT_EQ(with_margin(1000, 10), 1100u);
     EXPECT_EQ(with_margin(1001, 10), 1102u);
+    EXPECT_EQ(with_margin(1, 1), 2u) << "by a hundredth";
     EXPECT_EQ(with_margin(0, 10), 0u);
     EXPECT_EQ(with_margin(4294967295u, 0), 4294967295u);
     EXPECT_EQ(with_margin(4294967295u, 1), 4294967295u);

@@ -173,6 +173,9 @@ TEST(Measuring, ScrambledPidsAreTheCaPids) {
     Service with_ceiling = scrambled(5, 2);
     with_ceiling.ca_pids_max = 6;
     EXPECT_EQ(after(with_ceiling, measured).ca_pids_max, 6);
+    measured.scrambled_pids = 7;
+    EXPECT_EQ(after(with_ceiling, measured).ca_pids_max, 7);
+    measured.scrambled_pids = 3;
     // Planned not to be descrambled.
     EXPECT_EQ(after(service(5), measured).descramble, 0);
     EXPECT_EQ(after(service(5), measured).ca_pids, 0);
@@ -223,6 +226,19 @@ TEST(Measuring, TheKindIsTheMeasuredOne) {
     EXPECT_EQ(services[0].video_format, 0);
 }
 
+TEST(Measuring, ALaterLookMayTellLessOfTheKind) {
+    MeasuredService hd = seen(5, 4000);
+    hd.kind = ChannelKind::hd;
+    MeasuredService sd = hd;
+    sd.kind = ChannelKind::sd;
+    for (const auto& looks : {std::vector<MeasuredService>{hd, seen(5, 4000)}, {hd, sd}, {sd, hd}}) {
+        std::vector<Service> services{service(5)};
+        const Measuring measuring = measure(services, {look(60, {looks[0]}), look(60, {looks[1]})});
+        EXPECT_EQ(services[0].video_format, tRec_Servicio::VIDEO_HD);
+        EXPECT_EQ(measuring.kinds.at(0), ChannelKind::hd);
+    }
+}
+
 TEST(Measuring, ANameIsTakenOnlyWhereNoneIsKnown) {
     MeasuredService measured = seen(5, 4000);
     measured.name = "Uno";
@@ -240,6 +256,8 @@ TEST(Measuring, ANameIsTakenOnlyWhereNoneIsKnown) {
     std::vector<Service> services{service(5)};
     EXPECT_EQ(measure(services, {look(60, {measured})}).without_name, (ServicePlaces{0}));
     EXPECT_EQ(services[0].name, "Canal");
+    // A meter that never tells names has not missed one.
+    EXPECT_TRUE(measure(services, {look(60, {seen(5, 4000)})}).without_name.empty());
 }
 
 TEST(Measuring, AServiceIsKnownByItsThreeIds) {
@@ -252,6 +270,22 @@ TEST(Measuring, AServiceIsKnownByItsThreeIds) {
     EXPECT_EQ(services[0].bitrate, 5000u);
     EXPECT_EQ(services[1].bitrate, 3500u);
     EXPECT_EQ(services[2].bitrate, 6000u);
+}
+
+TEST(Measuring, AStreamIsUnknownIfItsNetworkIs) {
+    std::vector<Service> services{service(5)};
+    MeasuredService of_another_network = seen(5, 4000);
+    of_another_network.onid = 2;
+    MeasuredService without_onid = seen(6, 4000);
+    without_onid.onid.reset();
+    const Measuring measuring =
+        measure(services, {look(60, {of_another_network, without_onid, seen(8, 4000)})});
+    EXPECT_TRUE(measuring.measured.empty());
+    ASSERT_EQ(measuring.unknown_streams.size(), 1u);
+    EXPECT_EQ(measuring.unknown_streams[0].onid, 2);
+    ASSERT_EQ(measuring.unknown_services.size(), 2u);
+    EXPECT_EQ(measuring.unknown_services[0].sid, 6);
+    EXPECT_EQ(measuring.unknown_services[1].sid, 8);
 }
 
 TEST(Measuring, WhatDoesNotMatchIsToldOnce) {

@@ -24,6 +24,7 @@ TEST(PictureSize, StandsAnywhere) {
     EXPECT_EQ(kind_by_size("x12"), std::nullopt);
     EXPECT_EQ(kind_by_size(""), std::nullopt);
     EXPECT_EQ(kind_by_size("100001x5"), std::nullopt);
+    EXPECT_EQ(kind_by_size("100000x5"), ChannelKind::uhd);
 }
 
 } // namespace

@@ -34,6 +34,21 @@ TEST(RatesCsv, TakesColumnsByTheirNames) {
     EXPECT_EQ(only_row("onid\ttsid\tsid\tkbit_s\n\t1\t2\t3\n").onid, std::nullopt);
 }
 
+TEST(RatesCsv, TheFirstSeparatorOfCommaSemicolonAndTabIsTheOne) {
+    EXPECT_EQ(only_row("tsid,sid,kbit_s,\"a;b\"\n1,2,3\n").rate, 3000);
+    EXPECT_EQ(only_row("tsid;sid;kbit_s;a\tb\n1;2;3\n").rate, 3000);
+}
+
+TEST(RatesCsv, AQuoteThatIsNotClosedIsPartOfTheField) {
+    EXPECT_EQ(read_rates_csv("x", "tsid,sid,kbit_s\n1,2,\"30\n").unreadable.size(), 1u);
+    EXPECT_EQ(read_rates_csv("x", "tsid,sid,kbit_s\n1,2,\"\n").unreadable.size(), 1u);
+    EXPECT_EQ(only_row("tsid,sid,kbit_s\n1,2,\"3\"\n").rate, 3000);
+}
+
+TEST(RatesCsv, TheCaseOfAHeadingDoesNotMatter) {
+    EXPECT_EQ(only_row("ABCDEFGHIJKLMNOPQRSTUVWXYZ,TSID,SID,KBIT_S\n,1,2,3\n").rate, 3000);
+}
+
 TEST(RatesCsv, TellsRowsThatCannotBeReadAndGoesOn) {
     const MeasuredFile read =
         read_rates_csv("x", "onid,tsid,sid,kbit_s\n"
@@ -50,6 +65,8 @@ TEST(RatesCsv, NeedsItsHeading) {
     EXPECT_EQ(failure_message([] { read_rates_csv("x", "\nonid,tsid,sid\n1,1,1\n"); }),
               "x: line 2: found the heading \"onid,tsid,sid\", expected onid,tsid,sid,kbit_s");
     EXPECT_TRUE(is_rates_csv("\n# rates\ntsid;sid;kbit_s\n"));
+    for (const char* one_column : {"tsid", "sid", "kbit_s"})
+        EXPECT_TRUE(is_rates_csv(one_column)) << "its reader then tells what is missing";
     EXPECT_FALSE(is_rates_csv("1,1,1,4200\n"));
     EXPECT_FALSE(is_rates_csv(""));
 }
