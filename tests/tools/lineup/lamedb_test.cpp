@@ -284,6 +284,8 @@ TEST(Lamedb, AFileCutShortIsTold) {
     const std::string whole = version_4(service());
     const std::string cut = whole.substr(0, whole.find("end\nthe end"));
     EXPECT_EQ(complaint_of(cut), "10: the file ends before the \"end\" of its services");
+    const std::string damaged = version_4("broken\n");
+    EXPECT_EQ(read_lamedb(damaged.substr(0, damaged.find("end\nthe end"))).unreadable.size(), 2u);
     EXPECT_EQ(complaint_of("eDVB services /4/"), "1: the file ends before the \"end\" of its services");
     EXPECT_EQ(read_lamedb("eDVB services /5/").unreadable.size(), 0u);
 }

@@ -78,6 +78,13 @@ TEST(StreamIds, IdsOfOneTransponderAreNotShared) {
     EXPECT_EQ(import({shared_ids(1, 0), shared_ids(2, 11362, 'V', "S13.0E")}).shared_ids.size(), 1u);
 }
 
+TEST(StreamIds, TwoOfUnknownFrequencyAreOneBeforeAnyOther) {
+    const ImportedChannels imported =
+        import({shared_ids(1, 0, 'H'), shared_ids(2, 11362, 'V'), shared_ids(3, 0, '\0')});
+    EXPECT_NE(imported.services.at(1).tsid, imported.services.at(0).tsid);
+    EXPECT_EQ(imported.services.at(2).tsid, imported.services.at(0).tsid);
+}
+
 TEST(StreamIds, TellsWhereStreamsAreReceived) {
     const ImportedChannels imported =
         import({channel(1), nameless(2, 514000000, '\0', "T"), shared_ids(3, 12187500, 'V')});

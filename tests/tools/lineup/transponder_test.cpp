@@ -46,6 +46,8 @@ TEST(NetRate, DvbS2WithAndWithoutPilots) {
     EXPECT_EQ(net_rate(satellite(Delivery::dvb_s2, 29'700'000, 3, {2, 3}, true)), 57489u);
     EXPECT_EQ(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 2, {9, 10})), 49186u);
     EXPECT_EQ(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 3, {3, 4})), 61273u);
+    EXPECT_EQ(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 2, {5, 6})), 45503u);
+    EXPECT_EQ(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 2, {8, 9})), 48577u);
 }
 
 TEST(NetRate, DvbC) {
@@ -76,6 +78,8 @@ TEST(NetRate, WhatIsNotToldGivesNone) {
 TEST(NetRate, WhatTheSystemDoesNotHaveGivesNone) {
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s, 27'500'000, 3, {3, 4})));
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s, 27'500'000, 2, {9, 10})));
+    EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s, 27'500'000, 2, {1, 3}))) << "as many parts as 2/3";
+    EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s, 27'500'000, 2, {2, 9}))) << "as many as of 2/3";
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 2, {7, 8})));
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 1, {3, 4})));
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s2, 27'500'000, 6, {3, 4})));
@@ -89,6 +93,11 @@ TEST(NetRate, WhatTheSystemDoesNotHaveGivesNone) {
 TEST(NetRate, FewSymbolsAreASlip) {
     EXPECT_FALSE(net_rate(satellite(Delivery::dvb_s, 99'999, 2, {3, 4})));
     EXPECT_TRUE(net_rate(satellite(Delivery::dvb_s, 100'000, 2, {3, 4})));
+}
+
+TEST(NetRate, LessThanAKilobitIsNone) {
+    EXPECT_FALSE(net_rate(terrestrial(2, {1, 2}, 4, 1607)));
+    EXPECT_EQ(net_rate(terrestrial(2, {1, 2}, 4, 1608)), 1u);
 }
 
 TEST(NetRate, UnitsShowThemselves) {
