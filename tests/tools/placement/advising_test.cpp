@@ -90,6 +90,13 @@ TEST_F(Advising, OfTheModulesTheOneNearestToMostServices) {
     const Advice other = advice_for(headend, "f", now, 8);
     for (const Raise& raise : other.raises)
         EXPECT_NE(raise.mac, nearest);
+    // Two services to one.
+    std::vector<ServiceResult>& left_out = now.left_out[0].services;
+    left_out.assign(3, left_out[0]);
+    left_out[0].nearest = nearest;
+    EXPECT_TRUE(advice_for(headend, "f", now, 8).raises.empty()) << "that module is the second";
+    left_out[1].nearest = nearest;
+    EXPECT_EQ(advice_for(headend, "f", now, 8).raises.at(0).mac, nearest);
 }
 
 TEST_F(Advising, NoneIsGivenWhereARunFails) {

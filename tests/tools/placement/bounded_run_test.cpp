@@ -103,6 +103,53 @@ TEST_F(Bounded, BetweenTwoStrategiesTheOneThatExplodedIsBlamed) {
     EXPECT_NE(message.find(blame), std::string::npos) << message;
 }
 
+/// What is told of an index in which the services of streams 1/10 and 1/20 stand so many times.
+std::string told_of_index(const Headend& headend, const std::vector<std::size_t>& times) {
+    const host::Log silence("");
+    EngineRun run = load_engine(headend, "f");
+    const std::string message = failure_message([&] {
+        run_bounded(run, "f", [&] {
+            run.engine.Mapa_ONIDs.clear();
+            for (std::size_t index = 0; index < times.size(); ++index) {
+                const auto& service = run.engine.listaServicios[index];
+                for (std::size_t time = 0; time < times[index]; ++time)
+                    run.engine.Mapa_ONIDs[service->ONID].MapRec_TSIDs[service->TSID].MapRec_Services.emplace(
+                        service->idService, service);
+            }
+            throw host::RunStopped("enough");
+        });
+    });
+    const std::string begin = "f: the engine was stopped: enough";
+    EXPECT_EQ(message.substr(0, begin.size()), begin);
+    return message.substr(std::min(begin.size(), message.size()));
+}
+
+std::string blamed(std::size_t entries, const std::string& services, const std::string& whom) {
+    return "; exchanges that fail one after the other have left " + std::to_string(entries) + " entries of " +
+           services + ", to make room for services of stream " + whom +
+           ". Do not ask for them: \"ask\": false in the head-end";
+}
+
+TEST_F(Bounded, MoreThanTwoEntriesForEachServiceAreAnExplosion) {
+    Headend headend = exploding(1, 8, 0);
+    headend.services = {service(1, 10, 100), service(2, 20, 100), service(3, 20, 100)};
+    EXPECT_EQ(told_of_index(headend, {2, 2, 2}), "");
+    EXPECT_EQ(told_of_index(headend, {1, 2, 4}), blamed(7, "3 services", "1/20: LCN 2 \"S2\", LCN 3 \"S3\""));
+    EXPECT_EQ(told_of_index(headend, {4, 1, 1}), "") << "six entries of three";
+    EXPECT_EQ(told_of_index(headend, {5, 1, 1}), blamed(7, "3 services", "1/10: LCN 1 \"S1\""));
+    EXPECT_EQ(told_of_index(headend, {0, 3, 0}), blamed(3, "1 service", "1/20: LCN 2 \"S2\""));
+}
+
+TEST_F(Bounded, TheFirstThatNoModuleCouldTakeTellsWhy) {
+    Headend headend = exploding(1, 8, 0);
+    headend.services = {service(1, 20, 100), service(2, 20, 100, 0, 1), service(3, 20, 70000)};
+    const std::string told = told_of_index(headend, {1, 3, 4});
+    EXPECT_NE(told.find(": LCN 2 \"S2\", LCN 3 \"S3\", which no module could ever take (it needs a "
+                        "transcoder and none has one)"),
+              std::string::npos)
+        << told;
+}
+
 TEST_F(Bounded, AnUsualRunIsNotBlamed) {
     const host::Log logged(log);
     host::RunLimits limits;

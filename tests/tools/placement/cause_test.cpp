@@ -99,13 +99,23 @@ TEST(Causes, AFreeInputForManyStreamsIsToldOnce) {
 }
 
 TEST(Causes, EachHasWords) {
-    for (const Cause cause :
-         {Cause::impossible, Cause::no_input, Cause::stream_not_chosen, Cause::places, Cause::bitrate,
-          Cause::pids, Cause::transcoders, Cause::unused_input, Cause::unused_room, Cause::contradictory}) {
+    const auto sentence = [](Cause cause) {
         Result result = three_modules();
         leave_out(result, 1, cause, "A");
-        EXPECT_NE(only_sentence(result), "lost by the engine's exchanges");
-    }
+        return only_sentence(result);
+    };
+    EXPECT_EQ(sentence(Cause::impossible), "too much for every module, even an empty one");
+    EXPECT_EQ(sentence(Cause::stream_not_chosen),
+              "the engine tunes no input for transcoding, nor for LCN 0 while others wait, and nothing else "
+              "asks for the stream");
+    EXPECT_EQ(sentence(Cause::places), "no place for another service on an output on module A");
+    EXPECT_EQ(sentence(Cause::bitrate), "the bitrate of the outputs is short on module A");
+    EXPECT_EQ(sentence(Cause::transcoders), "no transcoder is left on module A");
+    EXPECT_EQ(sentence(Cause::unused_room),
+              "the stream is received and there is room on module A: the engine's strategies did not use it");
+    EXPECT_EQ(sentence(Cause::contradictory),
+              "on an output all the same: the engine has placed and left out");
+    EXPECT_EQ(sentence(Cause::lost), "lost by the engine's exchanges");
 }
 
 } // namespace

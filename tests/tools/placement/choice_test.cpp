@@ -167,27 +167,30 @@ TEST_F(ChoiceReportOf, MovesAreThoseOfAComparison) {
     EXPECT_EQ(moved.moves->moved[0].service.lcn, 2);
     EXPECT_EQ(moved.moves->unmoved, 1u);
     EXPECT_EQ(report({true, false, false}, &kept).moves->gone, 2u);
+    // Asked for, and left out.
+    headend.services[1].bitrate = 10000;
+    EXPECT_EQ(report({true, true, true}, &kept).moves->gone, 1u);
 }
 
-/// Stops the first run.
+/// Stops one run.
 class Stopping : public host::Watcher {
 public:
+    explicit Stopping(int run) : runs_(run) {}
+
     void hear(std::string_view line) override {
-        if (!has_stopped_ && line.find("START Service Recalculation") != line.npos) {
-            has_stopped_ = true;
-            throw host::RunStopped("it is the first");
-        }
+        if (line.find("HEADEND::: **************** START") != line.npos && --runs_ == 0)
+            throw host::RunStopped("it is the one");
     }
     void wait() override {}
 
 private:
-    bool has_stopped_ = false;
+    int runs_;
 };
 
 TEST(ChoiceReportOfAStoppedRun, HasNothingToCompareWith) {
     const host::Log logged("/dev/null");
     const Headend headend = one_input();
-    Stopping stopping;
+    Stopping stopping(1);
     const host::Watching watching(&stopping);
     const ChoiceReport told = report_of(headend, choice_of({true, false, true}), nullptr, "f");
     EXPECT_TRUE(told.all.is_stopped);
@@ -200,6 +203,19 @@ TEST(ChoiceReportOfAStoppedRun, HasNothingToCompareWith) {
     EXPECT_EQ(told.gained.size(), 1u);
     EXPECT_TRUE(told.lost.empty());
     EXPECT_EQ(lcns(told.withheld), (Lcns{2}));
+}
+
+/// The third run asks for what is withheld, too.
+TEST(ChoiceReportOfAStoppedRun, AMustWithWhichTheEngineDoesNotEndIsToldSo) {
+    const host::Log logged("/dev/null");
+    Headend headend = one_input();
+    headend.services[1].must = true;
+    Stopping stopping(3);
+    const host::Watching watching(&stopping);
+    const ChoiceReport told = report_of(headend, choice_of({true, false, true}), nullptr, "f");
+    ASSERT_EQ(told.missed.size(), 1u);
+    EXPECT_EQ(told.missed[0].service.reason,
+              "It is withheld: asked for, the engine does not end within its limits.");
 }
 
 TEST_F(ChoiceReportOf, AServiceOfTheSameKeyCountsAsItself) {
@@ -261,6 +277,26 @@ TEST(Reach, TheServicesOfAKeyAreOneThatTakesTheLeast) {
     headend.services[0].ask = false;
     EXPECT_EQ(reach_of_value(headend, "f").wanted, 11u);
     EXPECT_EQ(reach_of_value(headend, "f").most, 10u);
+}
+
+/// The first of its key takes the most.
+TEST(Reach, OfEachResourceTheLeastOfAKeyCounts) {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 9, {1000}, 8, 0, 0, 0});
+    const auto most = [&headend](const Service& large, const Service& small, const Service& other) {
+        headend.services = {large, small, other};
+        EXPECT_EQ(reach_of_value(headend, "f").wanted, 3u);
+        return reach_of_value(headend, "f").most;
+    };
+    EXPECT_EQ(most(service(1, 10, 600), service(1, 10, 400), service(2, 10, 500)), 3u) << "bitrate";
+    EXPECT_EQ(most(service(1, 10, 600), service(1, 10, 500), service(2, 10, 500)), 2u);
+    EXPECT_EQ(most(service(1, 10, 10, 5), service(1, 10, 10, 4), service(2, 10, 10, 4)), 3u) << "PIDs";
+    EXPECT_EQ(most(service(1, 10, 10, 6), service(1, 10, 10, 5), service(2, 10, 10, 4)), 2u);
+    Service ceiling = service(1, 10, 10, 5);
+    ceiling.ca_pids_max = 4;
+    EXPECT_EQ(most(service(1, 10, 10, 5), ceiling, service(2, 10, 10, 4)), 3u) << "the ceiling of PIDs";
+    EXPECT_EQ(most(service(1, 10, 10, 0, 1), service(1, 10, 10, 0, 1), service(2, 10, 10)), 3u)
+        << "a clone takes a transcoder of the other pool";
 }
 
 TEST(Reach, CeilingsOfPidsCountWhereThereAreClones) {

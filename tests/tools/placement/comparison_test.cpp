@@ -105,6 +105,7 @@ TEST(Compare, TheLabelAfterCounts) {
     const Comparison comparison =
         compare(result({labelled("A", "old"), labelled("B", "gone"), module("C", 0, {})}),
                 result({labelled("A", "new"), module("C", 0, {})}));
+    EXPECT_EQ(comparison.labels, (Labels{{"A", "new"}, {"B", "gone"}}));
     EXPECT_EQ(comparison.name_of("A"), "A (new)");
     EXPECT_EQ(comparison.name_of("B"), "B (gone)");
     EXPECT_EQ(comparison.name_of("C"), "C");
@@ -155,6 +156,15 @@ TEST(Compare, ADifferentModuleInputOrOutputIsAMove) {
     ModuleResult a_second_time = module("A", 10, {service(1, 10, {1})});
     a_second_time.without_input = {service(1, 10, {1})};
     EXPECT_TRUE(is_moved(a_second_time));
+}
+
+TEST(Compare, AServiceThatMovesIsToldAsItIsAfter) {
+    ServiceResult renamed = service(1, 10, {2});
+    renamed.name = "New";
+    const Comparison comparison =
+        compare(result({module("A", 10, {service(1, 10, {1})})}), result({module("A", 10, {renamed})}));
+    ASSERT_EQ(comparison.moved.size(), 1u);
+    EXPECT_EQ(comparison.moved[0].service.name, "New");
 }
 
 TEST(Compare, OnNoInputThatReceivesItIsNotPlaced) {
@@ -270,7 +280,9 @@ TEST(Compare, PidsAreTightFrom95Percent) {
     EXPECT_EQ(tight_in(used), 0u);
     used.pids = 95;
     EXPECT_EQ(tight_in(used), 1u);
-    EXPECT_EQ(compare(result({module("A", 0, {})}), result({used})).became_tight.at(0).kind, TightKind::pids);
+    const TightLimit limit = compare(result({module("A", 0, {})}), result({used})).became_tight.at(0);
+    EXPECT_EQ(limit.kind, TightKind::pids);
+    EXPECT_EQ(limit.output, 0u);
 }
 
 TEST(Compare, InputsAreTightWhenNoneIsFree) {

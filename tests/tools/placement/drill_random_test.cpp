@@ -294,7 +294,15 @@ TEST_F(RandomDrills, AreWhatRunsGive) {
         Module kind = headend.modules.front();
         kind.controller = false;
         options.spare = kind;
+        std::size_t runs_done = 0;
+        std::size_t runs_planned = 0;
+        options.progress = [&](std::size_t done, std::size_t planned) {
+            EXPECT_LE(done, planned);
+            runs_done = done;
+            runs_planned = planned;
+        };
         const Drill drill = drill_headend(headend, "f", options);
+        EXPECT_EQ(runs_done, runs_planned);
         EXPECT_EQ(broken_among(drill.findings).all() == 0, before.has_value());
         EXPECT_EQ(drill.spare->attempts[0].is_broken, !before);
         if (!before) {

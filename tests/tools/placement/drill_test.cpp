@@ -49,7 +49,7 @@ TEST_F(DrillOf, AModuleAndItsInputs) {
     EXPECT_EQ(worst.part.kind, PartKind::module);
     EXPECT_EQ(worst.part.mac, "A");
     EXPECT_EQ(worst.part.label, "Rack 1");
-    EXPECT_EQ(told.labels.size(), 1u);
+    EXPECT_EQ(told.labels, (Labels{{"A", "Rack 1"}}));
     EXPECT_TRUE(worst.part.is_controller);
     EXPECT_EQ(worst.off_air(), 2u);
     EXPECT_EQ(worst.saved.size(), 1u);
@@ -57,12 +57,41 @@ TEST_F(DrillOf, AModuleAndItsInputs) {
     for (const std::size_t index : {1u, 2u}) {
         const DrilledFailure& failure = told.failures[index];
         EXPECT_EQ(failure.part.kind, PartKind::input);
-        EXPECT_EQ(failure.part.input, index) << "equal ones stay in their order";
+        EXPECT_EQ(failure.part.input, index);
         EXPECT_EQ(failure.part.stream.tsid, 10 * index);
         EXPECT_EQ(failure.off_air(), 1u);
         EXPECT_EQ(failure.saved.size(), 1u);
         EXPECT_EQ(failure.all_lost(), 0u);
     }
+}
+
+/// One module for each stream, and without one module the engine gives up either stream for the other.
+TEST_F(DrillOf, EqualFailuresStayInTheirOrder) {
+    headend.modules[0].inputs = 1;
+    headend.modules[0].sd_transcoders = headend.modules[0].hd_transcoders = 0;
+    const Drill told = drill();
+    std::vector<std::string> parts;
+    for (const DrilledFailure& failure : told.failures) {
+        EXPECT_EQ(failure.all_lost(), 1u);
+        EXPECT_EQ(failure.off_air(), 1u);
+        EXPECT_EQ(failure.moved, 0u);
+        parts.push_back(failure.part.mac + std::to_string(failure.part.input));
+    }
+    EXPECT_EQ(parts, (std::vector<std::string>{"A0", "B0", "A1", "B1"}));
+}
+
+TEST_F(DrillOf, RunsThatArePlannedAreDone) {
+    std::vector<std::size_t> runs;
+    std::size_t last = 0;
+    options.progress = [&](std::size_t done, std::size_t planned) {
+        EXPECT_LE(done, planned);
+        last = planned;
+        runs.push_back(done);
+    };
+    ASSERT_EQ(drill().failures.front().moved, 0u);
+    // As it is, without A, and with an input less: the worst moves nothing that would have to be told.
+    EXPECT_EQ(runs, (std::vector<std::size_t>{1, 2, 3}));
+    EXPECT_EQ(last, 3u);
 }
 
 /// What stays on the second input has not moved because the engine now counts it as the first.
@@ -94,6 +123,8 @@ TEST_F(DrillOf, Musts) {
     const Drill told = drill();
     EXPECT_EQ(told.musts, 2u);
     EXPECT_EQ(told.musts_placed, 1u);
+    headend.services[0].must = true;
+    EXPECT_EQ(drill().musts_placed, 2u);
 }
 
 TEST_F(DrillOf, TheOnlyModule) {
@@ -167,6 +198,7 @@ TEST_F(DrillOf, ANewRunThatIsStoppedChangesNothing) {
     EXPECT_EQ(told.spare->attempts[0].worst, 2u);
     ASSERT_EQ(told.spare->attempts.size(), options.most + 1);
     EXPECT_TRUE(told.spare->attempts[1].is_broken);
+    EXPECT_EQ(told.spare->attempts[1].missing, 0u) << "nothing is told of a run that does not count";
     EXPECT_FALSE(told.spare->number);
 }
 
