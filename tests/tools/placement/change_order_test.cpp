@@ -187,6 +187,43 @@ TEST(ChangeOrder, APlacementBeyondItsLimitsIsReachedAllTheSame) {
     EXPECT_EQ(order.most_off_air, 0u);
 }
 
+TEST(ChangeOrder, WhatIsBeyondItsLimitInTheEndIsGoneOverToAtOnce) {
+    const ServiceResult moves = service(1, 10, {1}, 700);
+    const ServiceResult stays = service(2, 20, {1}, 700);
+    const ServiceResult follows = service(3, 30, {1});
+    const ChangeOrder order =
+        order_of(result({module("A", {{moves}}), module("B", {{stays}, {}}), module("C", {{follows}})}),
+                 result({module("A", {{follows}}), module("B", {{stays}, {moves}}), module("C", {{}})}));
+    EXPECT_EQ(inputs_of(order), (std::vector<std::string>{"B2", "A1", "C1"}));
+    EXPECT_EQ(order.most_off_air, 0u);
+}
+
+TEST(ChangeOrder, AServiceOnTwoInputsOfAModuleNeedsItsPIDsOnce) {
+    const ServiceResult moves = service(1, 10, {1}, 100, 6);
+    const ServiceResult follows = service(3, 30, {1});
+    ModuleResult twice = module("B", {{moves}, {moves}});
+    twice.pids = 6;
+    const ChangeOrder order =
+        order_of(result({module("A", {{moves}}), module("B", {{}, {}}), module("C", {{follows}})}),
+                 result({module("A", {{follows}}), twice, module("C", {{}})}));
+    EXPECT_EQ(order.steps.size(), 4u);
+    EXPECT_EQ(order.most_off_air, 0u);
+}
+
+TEST(ChangeOrder, AServiceThatHasToWaitTakesItsRoomMeanwhile) {
+    // The first two change places and go over with the last step, so that the third finds no room before.
+    const ServiceResult one = service(1, 10, {1}, 900);
+    const ServiceResult other = service(2, 10, {1}, 300);
+    const ServiceResult third = service(3, 20, {1}, 600);
+    const ServiceResult follows = service(4, 30, {1});
+    const ChangeOrder order = order_of(result({module("A", {{one}, {}}), module("B", {{other}}),
+                                               module("C", {{third}}), module("D", {{follows}})}),
+                                       result({module("A", {{other}, {third}}), module("B", {{one}}),
+                                               module("C", {{follows}}), module("D", {{}})}));
+    EXPECT_EQ(order.most_off_air, 1u);
+    EXPECT_FALSE(order.is_least);
+}
+
 // ---- Random placements --------------------------------------------------------------------------------
 
 /// Puts streams of one to three services on the inputs of three modules at random; a stream stands once.
