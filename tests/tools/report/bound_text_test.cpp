@@ -58,6 +58,12 @@ No module can take: 1 service
 )");
 }
 
+TEST(BoundText, WhereEveryServiceIsPossibleNoneIsListed) {
+    Bound bound = a_bound();
+    bound.impossible.clear();
+    EXPECT_EQ(bound_text(bound, placed(8)).find("No module can take"), std::string::npos);
+}
+
 TEST(BoundText, WhatWasNotAskedFor) {
     Result result = placed(8);
     result.counts.not_asked_for = 3;

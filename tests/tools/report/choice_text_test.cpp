@@ -103,6 +103,23 @@ TEST(ChoiceText, SaysWhatIsProvenOfTheMusts) {
     EXPECT_EQ(proof_of_musts(report), "");
 }
 
+TEST(ChoiceText, ProgressTellsWhatThereIsToReach) {
+    ChoosingProgress progress;
+    progress.best.musts = 1;
+    progress.best.value = 7;
+    progress.best.placed = 3;
+    progress.states = 1;
+    Headend headend;
+    headend.services.resize(4);
+    using Parts = std::vector<std::string>;
+    EXPECT_EQ(progress_in_figures(progress, headend), (Parts{"3 placed", "1 state"}));
+    headend.services[0].must = headend.services[3].must = true;
+    EXPECT_EQ(progress_in_figures(progress, headend), (Parts{"1 of 2 musts", "3 placed", "1 state"}));
+    headend.services[0].value = 5;
+    EXPECT_EQ(progress_in_figures(progress, headend),
+              (Parts{"1 of 2 musts", "value 7", "3 placed", "1 state"}));
+}
+
 TEST(ChoiceText, WhatIsBrokenComesFirstAndNotesComeLast) {
     ChoiceReport report = choice_with_everything();
     report.all.findings = {{{}, "one", true, false, {}}, {{}, "two", false, false, {}}};

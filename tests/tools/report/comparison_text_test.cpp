@@ -74,6 +74,17 @@ TEST(ComparisonText, TheLineupIsToldApartAndModulesByTheirLabels) {
     EXPECT_TRUE(has("\n  A (Rack 1\uFFFD)  PIDs: 15 of 15\n")) << text;
 }
 
+TEST(ComparisonText, ALineupThatOnlyGrewOrShrankIsAnother) {
+    Comparison grown = with_another_lineup();
+    grown.removed.clear();
+    EXPECT_NE(comparison_text(grown, {"a", "b"}).find("1 lost, 1 added, 0 removed, 1 moved"),
+              std::string::npos);
+    Comparison shrunk = with_another_lineup();
+    shrunk.added.clear();
+    EXPECT_NE(comparison_text(shrunk, {"a", "b"}).find("1 lost, 0 added, 2 removed, 1 moved"),
+              std::string::npos);
+}
+
 TEST(ComparisonText, OneOfEverything) {
     EXPECT_EQ(comparison_text(a_comparison(), {"old.json", "new.json"}),
               R"(Broken before: 1 finding

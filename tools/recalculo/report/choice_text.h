@@ -17,10 +17,10 @@ std::string verdict_of(const ChoiceReport& report);
 /// What the bound says of the services that must be placed and are not; empty where all are.
 std::string proof_of_musts(const ChoiceReport& report);
 
-/// "3 services move against FILE, 5 stay, 1 is no longer placed".
 /// Why what is compared with everything asked for tells little; empty where it does not.
 std::string doubt_of(const ChoiceReport& report);
 
+/// How many services of the placement to be kept are in another place, where they were, or no longer placed.
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept);
 
 /// What a person who waits is told of the search.
