@@ -92,7 +92,7 @@ TEST_F(Advising, OfTheModulesTheOneNearestToMostServices) {
         EXPECT_NE(raise.mac, nearest);
     // Two services to one.
     std::vector<ServiceResult>& left_out = now.left_out[0].services;
-    left_out.assign(3, left_out[0]);
+    left_out.resize(3, ServiceResult(left_out[0]));
     left_out[0].nearest = nearest;
     EXPECT_TRUE(advice_for(headend, "f", now, 8).raises.empty()) << "that module is the second";
     left_out[1].nearest = nearest;

@@ -241,6 +241,9 @@ TEST_F(Audit, WhatIsBrokenIsCountedByLimitsAndServices) {
     EXPECT_EQ(broken_among(found).limits, 2u);
     EXPECT_EQ(broken_among(found).services, 1u);
     EXPECT_FALSE(found.back().is_broken);
+    Finding only_counted = found.back();
+    only_counted.is_limit = true;
+    EXPECT_EQ(broken_among({only_counted}).all(), 0u);
 }
 
 // ---- Clones -----------------------------------------------------------------------------------------------

@@ -55,8 +55,10 @@ protected:
 
 TEST_F(ChoiceReportOf, WhatIsGainedAndLost) {
     headend.services[0].value = 5;
+    headend.modules[0].label = "Rack 1";
     const ChoiceReport told = report({true, false, false});
     EXPECT_EQ(told.name, "Casa");
+    EXPECT_EQ(told.labels, (Labels{{"A", "Rack 1"}}));
     EXPECT_EQ(told.all.counts.placed, 2u);
     EXPECT_EQ(told.all.value, 2u);
     EXPECT_EQ(told.chosen.counts.placed, 1u);

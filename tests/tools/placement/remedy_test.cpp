@@ -88,6 +88,40 @@ TEST_F(Remedying, AServiceThatCountsForLessMayBeWithheld) {
         EXPECT_TRUE(remedy.kind != RemedyKind::withheld_service || remedy.withheld.lcn == 1);
 }
 
+TEST_F(Remedying, AMustMayTakeThePlaceOfWhatIsWorthMore) {
+    headend = short_of_pids();
+    headend.services[0].value = headend.services[1].value = 5;
+    const auto withholds = [this] {
+        const std::vector<Remedy> found = remedies(3).found;
+        return std::any_of(found.begin(), found.end(),
+                           [](const Remedy& remedy) { return remedy.kind == RemedyKind::withheld_service; });
+    };
+    EXPECT_FALSE(withholds());
+    headend.services[2].must = true;
+    EXPECT_TRUE(withholds());
+}
+
+TEST_F(Remedying, AHigherBitrateOfAnOutput) {
+    headend.modules = {{"A", 3, true, 1, {10000}, 6, 0, 0, 0}};
+    headend.services = {service(1, 10, 6000), service(2, 10, 6000)};
+    const Remedy first = remedies(2).found.at(0);
+    EXPECT_EQ(first.raise.kind, LimitKind::bitrate);
+    EXPECT_EQ(first.raise.output, 1u);
+    EXPECT_EQ(first.setting, "modules[0].outputs[0]=12001");
+}
+
+/// No other limit of a module makes room for more services than an output may carry.
+TEST_F(Remedying, OneMoreOutput) {
+    headend.modules = {{"A", 3, true, 1, {10000}, 6, 0, 0, 0}};
+    for (std::uint16_t lcn = 1; lcn <= tRec_Modulo::SERVICIOS_POR_SALIDA + 1; ++lcn)
+        headend.services.push_back(service(lcn, 10, 1));
+    const std::uint16_t left_out = outcome(headend).left_out.at(0).services.at(0).lcn;
+    const Remedy first = remedies(left_out).found.at(0);
+    EXPECT_EQ(first.raise.kind, LimitKind::one_more_output);
+    EXPECT_EQ(first.raise.output, 2u);
+    EXPECT_EQ(first.setting, "modules[0].outputs=[10000, 10000]");
+}
+
 TEST_F(Remedying, AFurtherModule) {
     headend.modules = {{"A", 3, true, 1, {38000}, 0, 0, 0, 0}, {"B", 3, false, 1, {38000}, 0, 0, 0, 0}};
     headend.modules[1].label = "Rack";
@@ -140,7 +174,14 @@ TEST_F(Remedying, HoldsWhenItIsRunAgain) {
         const Result now = outcome(headend);
         for (const StreamResult& stream : now.left_out) {
             const ServiceResult& service = stream.services.front();
-            for (const Remedy& remedy : remedies(service.lcn).found) {
+            const std::vector<Remedy> found = remedies(service.lcn).found;
+            // Another change of a kind is told only if the first costs others and that one does not.
+            for (std::size_t second = 1; second < found.size(); ++second)
+                if (found[second].kind == found[second - 1].kind) {
+                    EXPECT_FALSE(found[second - 1].lost.empty());
+                    EXPECT_TRUE(found[second].lost.empty());
+                }
+            for (const Remedy& remedy : found) {
                 SCOPED_TRACE(fmt::format("variant {}, LCN {}: {}", variant, service.lcn, remedy.setting));
                 Headend changed = headend;
                 if (remedy.kind == RemedyKind::further_module)
