@@ -9,6 +9,7 @@
 #include "placement/bound.h"
 #include "placement/choice.h"
 #include "placement/documents.h"
+#include "placement/drill.h"
 #include "placement/engine_run.h"
 #include "placement/explanation_json.h"
 #include "placement/host.h"
@@ -16,10 +17,12 @@
 #include "placement/sizing.h"
 #include "placement/sizing/advising.h"
 #include "placement/sizing/further_modules.h"
+#include "placements.h"
 #include "progress.h"
 #include "questions.h"
 #include "report/bound_text.h"
 #include "report/choice_text.h"
+#include "report/drill_text.h"
 #include "report/explanation_text.h"
 #include "report/sizing_text.h"
 
@@ -93,16 +96,35 @@ Message choose(const Message& question) {
     tool::ChoosingLimits limits;
     limits.time = std::chrono::seconds(question.head.value("seconds", 5));
     limits.runs = question.head.value("runs", limits.runs);
+    const tool::Result* const kept =
+        question.head.value("keep", false) ? &placement_of(headend_name, question.texts[0]).result : nullptr;
     tool::DrawnLine line(means_of_page());
+    const tool::StaysPut stays = kept != nullptr ? tool::stays_put(headend, *kept) : tool::StaysPut();
     const tool::Choice choice =
-        tool::choose_services(headend, limits, {}, [&](const tool::ChoosingProgress& progress) {
+        tool::choose_services(headend, limits, stays, [&](const tool::ChoosingProgress& progress) {
             line.draw([&] { return tool::progress_in_figures(progress, headend); });
             return true;
         });
-    const tool::ChoiceReport report = tool::report_of(headend, choice, nullptr, headend_name);
+    const tool::ChoiceReport report = tool::report_of(headend, choice, kept, headend_name);
     Message message;
-    message.texts = {tool::choice_json(report), tool::choice_text(report, "", style_of(question)),
+    message.texts = {tool::choice_json(report),
+                     tool::choice_text(report, "the placement now", style_of(question)),
                      tool::write_headend(tool::with_choice(headend, choice))};
+    return message;
+}
+
+Message drill(const Message& question) {
+    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::DrawnLine line(means_of_page());
+    tool::DrillOptions options;
+    options.has_streams = question.head.value("streams", false);
+    options.progress = [&line](std::size_t done, std::size_t planned) {
+        line.draw([&] { return std::vector{tool::runs_in_figures(done, planned)}; });
+    };
+    const tool::Drill drill = tool::drill_headend(headend, headend_name, options);
+    Message message;
+    message.texts = {tool::drill_json(drill),
+                     tool::drill_text(drill, tool::FailuresShown::worst, style_of(question))};
     return message;
 }
 

@@ -3,6 +3,7 @@
 #include <list>
 
 #include "headend/headend_json.h"
+#include "headend/odd_macs.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
 #include "placement/result_json.h"
@@ -12,38 +13,33 @@ namespace zarven::web {
 
 namespace {
 
-struct Placement {
-    std::string text;
-    tool::Result result;
-};
-
 constexpr std::size_t most_kept = 4;
 
-tool::Result result_in(const std::string& file, const std::string& text) {
+Placement placement_in(const std::string& file, const std::string& text) {
     const tool::Document document(file, text);
     if (tool::is_result(document))
-        return tool::read_result(document);
+        return {text, tool::read_result(document), {}};
     const tool::Headend headend = tool::read_headend(document);
     tool::EngineRun run = tool::load_engine(headend, file);
     tool::ProgressLine line(means_of_page(), [&run] { return tool::services_left(run.engine); });
     const tool::host::Watching watching(&line);
     tool::run_engine(run, file);
-    return tool::result_of(run, headend.name);
+    return {text, tool::result_of(run, headend.name), tool::odd_mac_messages(file, headend)};
 }
 
 } // namespace
 
-const tool::Result& placement_of(const std::string& file, const std::string& text) {
+const Placement& placement_of(const std::string& file, const std::string& text) {
     static std::list<Placement> kept;
     for (auto one = kept.begin(); one != kept.end(); ++one)
         if (one->text == text) {
             kept.splice(kept.begin(), kept, one);
-            return kept.front().result;
+            return kept.front();
         }
-    kept.push_front({text, result_in(file, text)});
+    kept.push_front(placement_in(file, text));
     if (kept.size() > most_kept)
         kept.pop_back();
-    return kept.front().result;
+    return kept.front();
 }
 
 } // namespace zarven::web

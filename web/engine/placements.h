@@ -5,14 +5,22 @@
 #define RECALCULO_WEB_PLACEMENTS_H
 
 #include <string>
+#include <vector>
 
 #include "placement/result.h"
 
 namespace zarven::web {
 
-/// The result of a head-end, which is run unless it was among the last, or the result itself that the text
-/// is. Good until the next call but two. `file` is for messages. Throws `Failure`.
-const tool::Result& placement_of(const std::string& file, const std::string& text);
+struct Placement {
+    std::string text;
+    tool::Result result;
+    /// What the tool says of the head-end before it runs it.
+    std::vector<std::string> warnings;
+};
+
+/// The placement of a head-end, which is run unless it was among the last, or of the result that the text is.
+/// Good until the next call but two. `file` is for messages. Throws `Failure`.
+const Placement& placement_of(const std::string& file, const std::string& text);
 
 } // namespace zarven::web
 

@@ -8,6 +8,8 @@
 #include <tRec_Version.h>
 
 #include "base/failure.h"
+#include "headend/service_filter.h"
+#include "lineup/import_choices.h"
 #include "placement/host.h"
 #include "records/document_failure.h"
 
@@ -19,9 +21,9 @@ using Answerer = Message (*)(const Message&);
 
 const std::map<std::string, Answerer>& answerers() {
     static const std::map<std::string, Answerer> all = {
-        {"about", about},   {"open", open},       {"run", run},      {"change", change},
-        {"add", add},       {"explain", explain}, {"size", size},    {"bound", bound},
-        {"choose", choose}, {"write", write},     {"filter", filter}};
+        {"about", about},     {"open", open},       {"run", run},     {"change", change}, {"add", add},
+        {"explain", explain}, {"size", size},       {"bound", bound}, {"choose", choose}, {"write", write},
+        {"filter", filter},   {"compare", compare}, {"drill", drill}};
     return all;
 }
 
@@ -45,6 +47,12 @@ std::string place_in(const std::string& sentence) {
 Message about(const Message&) {
     Message message;
     message.head["version"] = RECALCULO_VERSION;
+    auto& choices = message.head["choices"];
+    for (const tool::EstimateChoice& choice : tool::estimate_choices)
+        choices[choice.option] = {{"meaning", choice.meaning},
+                                  {"bitrate", tool::BitrateEstimates().*choice.bitrate}};
+    choices["--keep-duplicates"] = {{"meaning", tool::meaning_of_keep_duplicates}};
+    message.head["terms"] = tool::meaning_of_terms;
     return message;
 }
 

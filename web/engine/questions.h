@@ -4,6 +4,7 @@
 #ifndef RECALCULO_WEB_QUESTIONS_H
 #define RECALCULO_WEB_QUESTIONS_H
 
+#include "headend/headend.h"
 #include "message.h"
 
 namespace zarven::web {
@@ -14,15 +15,19 @@ Message answer(const Message& question);
 
 // The questions. Texts of a question come first in brackets. Each throws `Failure`.
 
-/// (nothing) "version".
+/// (nothing) "version"; "choices": of an import, by option the meaning, and the bitrate that is assumed where
+/// it is one; "terms": what they may be.
 Message about(const Message& question);
-/// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists. A
-/// head-end as it is saved, a result or a module as it is: "kind" tells which; of lists the messages of their
-/// import.
+/// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists, and
+/// whose services for measured rates; choices: of an import, by option. A head-end as it is saved, a result
+/// or a module as it is: "kind" tells which; of lists and rates the messages about them.
 Message open(const Message& question);
 /// (head-end or result, another of before) name. The result, and the comparison with the other if there is
-/// one; "loads": see loads.h. Both are on one line; else as the tool writes them.
+/// one, but for the order of its steps; "loads": see loads.h; "warnings" of the head-end. Both are on one
+/// line; else as the tool writes them.
 Message run(const Message& question);
+/// (head-end or result, another of before) name. The whole comparison.
+Message compare(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);
 /// (head-end, module) number. The head-end with further modules of that kind.
@@ -31,14 +36,20 @@ Message add(const Message& question);
 Message explain(const Message& question);
 /// (head-end, module) most, width. JSON and text.
 Message size(const Message& question);
-/// (head-end) seconds, or runs for so many states; width. JSON, text, and the head-end with the choice.
+/// (head-end) seconds, or runs for so many states; keep: whether the placement that it has now is to change
+/// as little as may be; width. JSON, text, and the head-end with the choice.
 Message choose(const Message& question);
 /// (head-end) width. JSON and text.
 Message bound(const Message& question);
+/// (head-end) streams: whether they fail, too; width. JSON and text.
+Message drill(const Message& question);
 /// (head-end or result) format: result, channels.conf, csv, page. The text, and a message where there is one.
 Message write(const Message& question);
 /// (head-end) terms. "services": the places of those for which they hold.
 Message filter(const Message& question);
+
+/// An answer that is a head-end.
+Message headend_message(const tool::Headend& headend);
 
 } // namespace zarven::web
 

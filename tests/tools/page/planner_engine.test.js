@@ -77,7 +77,10 @@ const compareAnswers = (file, before) => {
     const whole = native("run", file, "--json", "--trials", "0");
     // What follows each change has no line ends; what is saved has.
     assert.equal(result, JSON.stringify(JSON.parse(whole)));
-    assert.equal(comparison, JSON.stringify(JSON.parse(native("compare", before, file, "--json"))));
+    const compared = native("compare", before, file, "--json");
+    assert.equal(ask({ ask: "compare", name: file }, [text, beforeText]).texts[0], compared);
+    // The order of the steps is asked for apart.
+    assert.equal(comparison, JSON.stringify({ ...JSON.parse(compared), order: { steps: [], most_off_air: 0, is_least: true } }));
     assert.equal(ask({ ask: "write", format: "result" }, [text]).texts[0], whole);
     assert.equal(ask({ ask: "bound" }, [text]).texts[0], native("bound", file, "--json"));
     assert.equal(ask({ ask: "explain" }, [text]).texts[0], native("explain", file, "--json"));
@@ -122,6 +125,9 @@ describe("Every answer is the tool's", () => {
         const chosen = join(folder, "chosen.json");
         const file = fileOf("to-choose-of.json", JSON.stringify(generated(6)));
         const [json, told, headend] = ask({ ask: "choose", seconds: 100, runs: 200 }, [readFileSync(file, "utf8")]).texts;
+        const keeping = ask({ ask: "choose", seconds: 100, runs: 50, keep: true }, [readFileSync(file, "utf8")]).texts[0];
+        const kept = fileOf("kept.result.json", native("run", file, "--json"));
+        assert.equal(keeping, native("choose", file, "--runs", "50", "--jobs", "1", "--keep", kept, "--json"));
         const parameters = ["choose", file, "--runs", "200", "--jobs", "1", "-o", chosen];
         assert.equal(json, native(...parameters, "--json"));
         assert.equal(told, native(...parameters));
@@ -137,6 +143,54 @@ describe("Every answer is the tool's", () => {
         }
     });
 
+    test("of drilling, streams and all", () => {
+        const file = join(examples, "medium.json");
+        for (const streams of [false, true]) {
+            const [json, told] = ask({ ask: "drill", streams }, [readFileSync(file, "utf8")]).texts;
+            const parameters = ["drill", file, ...(streams ? ["--streams"] : [])];
+            assert.equal(json, native(...parameters, "--json"));
+            assert.equal(told, native(...parameters));
+        }
+    });
+
+    test("of the terms that cut services down", () => {
+        const file = join(examples, "medium.json");
+        const text = readFileSync(file, "utf8");
+        const { services } = JSON.parse(text);
+        for (const terms of ["hd", "radio,100-140", "name=*Vídeo*"]) {
+            const meant = ask({ ask: "filter", terms }, [text]).services;
+            const asked = JSON.parse(native("run", file, "--only", terms, "--json")).summary.loaded;
+            assert.ok(meant.length > 0 && meant.length < services.length);
+            assert.equal(meant.filter((place) => services[place].ask !== false).length, asked);
+        }
+        assert.match(ask({ ask: "filter", terms: "colour" }, [text]).failure, /colour/);
+    });
+
+    test("of measured rates, in each form", () => {
+        const services = [101, 102, 201, 202].map((sid, at) => ({ lcn: at + 1, name: `Service ${sid}`, onid: 1, tsid: sid < 200 ? 1001 : 1002, sid }));
+        const modules = [{ mac: "02:00:00:00:00:01", controller: true, inputs: 1, outputs: [38000], pids_max: 0 }];
+        const headend = fileOf("to-measure.json", JSON.stringify({ modules, services }));
+        const log = fileOf("log", `analyze: ${JSON.stringify(JSON.parse(readFileSync(join(examples, "sample.analysis.json"), "utf8")))}\n`);
+        for (const measured of [join(examples, "sample.analysis.json"), join(examples, "sample.rates.csv"), log]) {
+            const out = join(folder, "measured.json");
+            const { stderr, status } = spawnSync(recalculo, ["measure", headend, measured, "-o", out], { encoding: "utf8" });
+            assert.equal(status, 0, stderr);
+            const answer = ask({ ask: "open", names: [measured, "head-end"], modules: true }, [measured, headend].map((file) => readFileSync(file)));
+            assert.equal(answer.kind, "measured");
+            assert.equal(answer.texts[0], readFileSync(out, "utf8"));
+            assert.deepEqual(answer.messages, stderr.trim().split("\n"));
+        }
+        const other = ask({ ask: "open", names: ["rates.csv", "head-end"], modules: true }, ["onid,tsid,sid,kbit_s\n9,9,9,100\n", readFileSync(headend)]);
+        assert.equal(other.kind, "nothing measured");
+    });
+
+    test("of MACs that no module has", () => {
+        const file = fileOf("odd.json", JSON.stringify({ modules: ["rack", "01:00:5E:00:00:01", "x", "y", "z"].map((mac, at) => ({ mac, controller: at === 0, inputs: 1, outputs: [9000], pids_max: 0 })) }));
+        const { stderr } = spawnSync(recalculo, ["run", file], { encoding: "utf8" });
+        assert.deepEqual(ask({ ask: "run", name: file }, [readFileSync(file)]).warnings, stderr.trim().split("\n"));
+        assert.deepEqual(ask({ ask: "run" }, [readFileSync(join(examples, "small.json"))]).warnings, []);
+    });
+
     test("of importing lists of each format, with the same report", () => {
         const lists = [join(examples, "sample.lamedb"), join(examples, "sample.dvbv5.conf"), ...(process.env.LINEUP ? [join(process.env.LINEUP, "channels.conf")] : [])];
         const modules = join(examples, "modules-8-tight.json");
@@ -147,6 +201,27 @@ describe("Every answer is the tool's", () => {
             assert.equal(answer.texts[0], readFileSync(out, "utf8"));
             assert.deepEqual(answer.messages, stderr.trim().split("\n"));
         }
+    });
+
+    test("of importing otherwise, with every choice that the command has", () => {
+        const list = join(examples, "sample.lamedb");
+        const modules = join(examples, "modules-8-tight.json");
+        const { choices, terms } = ask({ ask: "about" });
+        assert.match(native("import", "--help").replace(/\s+/g, " "), new RegExp(terms.slice(0, 60)));
+        for (const [chosen, parameters] of [
+            [{ "--sd-bitrate": 1234, "--hd-bitrate": 5678 }, ["--sd-bitrate", "1234", "--hd-bitrate", "5678"]],
+            [{ "--radio-bitrate": 99, "--uhd-bitrate": 30001, "--keep-duplicates": true }, ["--radio-bitrate", "99", "--uhd-bitrate", "30001", "--keep-duplicates"]],
+            [{ "--only": "tv", "--exclude": "scrambled" }, ["--only", "tv", "--exclude", "scrambled"]],
+        ]) {
+            const out = join(folder, "otherwise.json");
+            const files = [list, list];
+            const { stderr } = spawnSync(recalculo, ["import", ...files, "--modules", modules, "-o", out, ...parameters], { encoding: "utf8" });
+            const answer = ask({ ask: "open", names: [...files, modules], modules: true, choices: chosen }, [...files, modules].map((file) => readFileSync(file)));
+            assert.equal(answer.texts[0], readFileSync(out, "utf8"));
+            assert.deepEqual(answer.messages, stderr.trim().split("\n"));
+            for (const option of Object.keys(chosen)) assert.ok(option in choices || /only|exclude/.test(option));
+        }
+        assert.match(ask({ ask: "open", names: ["a", "b"], modules: true, choices: { "--only": "colour" } }, [readFileSync(list), readFileSync(modules)]).failure, /--only/);
     });
 });
 

@@ -6,7 +6,7 @@
 
 #include "base/counted.h"
 #include "base/utf8.h"
-#include "headend/mac.h"
+#include "headend/odd_macs.h"
 #include "headend/override.h"
 #include "lineup/lineup.h"
 #include "report/terminal.h"
@@ -22,17 +22,8 @@ Headend read_input(const HeadendInput& input) {
 }
 
 void warn_of_odd_macs(const std::string& name, const Headend& headend) {
-    const std::size_t most_told = 3;
-    std::size_t odd = 0;
-    for (std::size_t index = 0; index < headend.modules.size(); ++index) {
-        const std::string& mac = headend.modules[index].mac;
-        const std::string oddity = oddity_of_mac(mac);
-        if (!oddity.empty() && !mac.empty() && ++odd <= most_told) // the engine refuses an empty one
-            write_message(fmt::format("{}: /modules/{}/mac: \"{}\" {}", name, index, shortened(mac), oddity));
-    }
-    if (odd > most_told)
-        write_message(
-            fmt::format("{}: {} with an odd MAC", name, counted(odd - most_told, "further module")));
+    for (const std::string& message : odd_mac_messages(name, headend))
+        write_message(message);
 }
 
 void complain_of_channel_list(const std::string& name, const std::string& text) {

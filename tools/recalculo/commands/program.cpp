@@ -11,6 +11,7 @@
 
 #include "commands/commands.h"
 #include "commands/fail_on.h"
+#include "lineup/import_choices.h"
 #include "lineup/lineup.h"
 #include "report/terminal.h"
 
@@ -118,10 +119,9 @@ Option output_option(std::string& path, const char* description) {
 }
 
 Option only_option(FilterInput& filter) {
-    return with_value(
-        {"--only"}, "TERMS", &filter.only,
-        "Only services that are one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs "
-        "as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold");
+    return with_value({"--only"}, "TERMS", &filter.only,
+                      std::string("Only services that are ") + meaning_of_terms +
+                          ". Of several --only all must hold");
 }
 
 Option exclude_option(FilterInput& filter) {
@@ -294,8 +294,9 @@ Command describe_bound() {
 
 Command describe_import() {
     const auto options = std::make_shared<ImportOptions>();
-    const auto estimate = [](const char* name, std::uint32_t& bitrate, const char* description) {
-        return with_fallback(with_value({name}, "KBITS", &bitrate, description));
+    const auto estimate = [&](const EstimateChoice& choice) {
+        return with_fallback(
+            with_value({choice.option}, "KBITS", &(options->estimates.*choice.bitrate), choice.meaning));
     };
     return command(
         "import", "Make a head-end of a channel list and modules",
@@ -306,13 +307,9 @@ Command describe_import() {
          one_of(lineup_format_names(), with_value({"--format"}, "", &options->format,
                                                   "What the list is; by default it shows that itself")),
          output_option(options->output, "Where to write the head-end; - for standard output"),
-         estimate("--radio-bitrate", options->estimates.radio,
-                  "Bitrate to assume for a radio service, in kbit/s"),
-         estimate("--sd-bitrate", options->estimates.sd, "Bitrate to assume for an SD service, in kbit/s"),
-         estimate("--hd-bitrate", options->estimates.hd, "Bitrate to assume for an HD service, in kbit/s"),
-         estimate("--uhd-bitrate", options->estimates.uhd, "Bitrate to assume for a UHD service, in kbit/s"),
-         flag("--keep-duplicates", options->keep_duplicates,
-              "Import a service as often as the list has it; by default once"),
+         estimate(estimate_choices[0]), estimate(estimate_choices[1]), estimate(estimate_choices[2]),
+         estimate(estimate_choices[3]),
+         flag("--keep-duplicates", options->keep_duplicates, meaning_of_keep_duplicates),
          named_file(
              with_value({"--measured"}, "FILE", &options->measured.files,
                         "Measured rates, which stand in the place of estimates: the analysis of a "

@@ -2,7 +2,6 @@
 
 #include "headend/headend_fields.h"
 #include "records/json_cursor.h"
-#include "records/json_layout.h"
 #include "records/read.h"
 #include "records/write.h"
 
@@ -41,7 +40,7 @@ Module read_module(const std::string& file, const std::string& text) {
 
 std::string write_headend(const Headend& headend) {
     const std::size_t levels_of_lists = 2;
-    return laid_out(json_of(headend), {levels_of_lists});
+    return json_text(headend, {levels_of_lists}) + "\n";
 }
 
 const RecordDescription& headend_description() {

@@ -14,6 +14,11 @@
 
 namespace zarven::tool {
 
+/// What each of a list of terms may be, for people.
+inline constexpr const char* meaning_of_terms =
+    "one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, "
+    "name=PATTERN; with commas between them";
+
 /// Terms with commas between them, of which one must hold: `tv`, `radio`, `hd`, `sd`, `scrambled`, `free`,
 /// `unknown`, a stream `1/1002`, an LCN `12` or several `100-199`, a name `name=*Sport*` with * for anything
 /// and ? for one character, whatever the case of the letters A to Z.

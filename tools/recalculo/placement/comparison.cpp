@@ -26,13 +26,14 @@ class Comparing {
 public:
     Comparing(const Result& before, const Result& after) : before_(before), after_(after) {}
 
-    Comparison comparison() && {
+    Comparison comparison(OrderOfSteps order) && {
         comparison_.before = {before_.name, before_.counts, before_.findings};
         comparison_.after = {after_.name, after_.counts, after_.findings};
         compare_services();
         compare_modules();
         compare_limits();
-        comparison_.order = change_order(comparison_, before_, after_);
+        if (order == OrderOfSteps::told)
+            comparison_.order = change_order(comparison_, before_, after_);
         for (const Result* result : {&after_, &before_})
             for (const ModuleResult& module : result->modules)
                 if (!module.label.empty())
@@ -198,9 +199,9 @@ std::string Comparison::name_of(const std::string& mac) const {
     return module_name(mac, labels);
 }
 
-Comparison compare(const Result& before, const Result& after) {
+Comparison compare(const Result& before, const Result& after, OrderOfSteps order) {
     const Result respelled = spelled_as_in(after, before);
-    return Comparing(respelled, after).comparison();
+    return Comparing(respelled, after).comparison(order);
 }
 
 } // namespace zarven::tool

@@ -109,10 +109,13 @@ struct Comparison {
     std::string name_of(const std::string& mac) const;
 };
 
+/// The order of the changes takes longer than all else, and can be asked for apart.
+enum class OrderOfSteps { told, omitted };
+
 /// Compares two results. A service is the same in both if stream, LCN and SID are; of those then left, if the
 /// name is and no other has it. Clones stand with their parents and are not told apart. A module is the same
 /// in both if its MAC is, however it is spelled; it is told as it is spelled after.
-Comparison compare(const Result& before, const Result& after);
+Comparison compare(const Result& before, const Result& after, OrderOfSteps order = OrderOfSteps::told);
 
 } // namespace zarven::tool
 

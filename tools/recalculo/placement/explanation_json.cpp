@@ -2,15 +2,13 @@
 
 #include "placement/explanation_fields.h"
 #include "records/describe.h"
-#include "records/json_layout.h"
 #include "records/write.h"
 
 namespace zarven::tool {
 
 /// The document around the services.
 static OpenedList opened_services(const Result& result, const std::vector<Finding>& findings) {
-    return opened_at("services",
-                     json_of(Explanations{result.name, causes_of(result), result.advice, {}, findings}));
+    return opened_at("services", Explanations{result.name, causes_of(result), result.advice, {}, findings});
 }
 
 std::string explanations_json_begin(const Result& result) {
@@ -18,7 +16,7 @@ std::string explanations_json_begin(const Result& result) {
 }
 
 std::string explanation_json(const Explanation& explanation) {
-    return entry_of_opened(json_of(explanation));
+    return entry_of_opened(explanation);
 }
 
 std::string explanations_json_end(const std::vector<Finding>& findings) {

@@ -34,7 +34,7 @@ static ToldResult told_of(const Result& result) {
 }
 
 std::string result_json_on_one_line(const Result& result) {
-    return json_of(told_of(result)).dump();
+    return text_on_one_line(told_of(result));
 }
 
 std::string result_json(const Result& result, const Strategies* strategies) {

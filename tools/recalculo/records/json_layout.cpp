@@ -1,8 +1,5 @@
 #include "records/json_layout.h"
 
-#include <stdexcept>
-
-#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace zarven::tool {
@@ -62,58 +59,10 @@ private:
     const JsonLayout& layout_;
 };
 
-/// All on lines of their own, as `document_text` does it.
-constexpr JsonLayout spread{std::numeric_limits<std::size_t>::max()};
-
 } // namespace
 
-std::string escaped_for_terminals(const std::string& text) {
-    std::string escaped;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = [&](std::size_t ahead) {
-            return at + ahead < text.size() ? static_cast<unsigned char>(text[at + ahead]) : 0u;
-        };
-        if (byte(0) == 0x7F) {
-            escaped += "\\u007f";
-        } else if (byte(0) == 0xC2 && byte(1) < 0xA0) { // U+0080 to U+009F
-            escaped += fmt::format("\\u{:04x}", byte(1));
-            at += 1;
-        } else if (byte(0) == 0xE2 && ((byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE) ||
-                                       (byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9))) {
-            escaped += fmt::format("\\u{:04x}", 0x2000 + ((byte(1) & 0x3F) << 6) + (byte(2) & 0x3F));
-            at += 2;
-        } else {
-            escaped += text[at];
-        }
-    }
-    return escaped;
-}
-
 std::string laid_out(const ordered_json& document, const JsonLayout& layout) {
-    return escaped_for_terminals(LayoutMaker(layout).text(document, 0, 0)) + "\n";
-}
-
-OpenedList opened_at(const char* key, const ordered_json& document) {
-    OpenedList list;
-    bool is_open = false;
-    for (const auto& member : document.items()) {
-        std::string& text = is_open ? list.end : list.begin;
-        text += (is_open || !text.empty() ? "," : "") + line_begin(1) + label(document, member.key());
-        if (member.key() == key) {
-            text += "[";
-            is_open = true;
-            list.end = line_begin(1) + "]";
-        } else {
-            text += LayoutMaker(spread).text(member.value(), 1, 0);
-        }
-    }
-    if (!is_open)
-        throw std::logic_error(fmt::format("a document without the list \"{}\"", key));
-    return {"{" + escaped_for_terminals(list.begin), escaped_for_terminals(list.end) + "\n}\n"};
-}
-
-std::string entry_of_opened(const ordered_json& entry) {
-    return line_begin(2) + escaped_for_terminals(LayoutMaker(spread).text(entry, 2, 0));
+    return LayoutMaker(layout).text(document, 0, 0) + "\n";
 }
 
 } // namespace zarven::tool

@@ -19,25 +19,8 @@ struct JsonLayout {
     std::size_t most_columns = std::numeric_limits<std::size_t>::max();
 };
 
-/// JSON text of the library with escapes for what a terminal would obey and the library leaves as it is: DEL,
-/// U+0080 to U+009F, and the characters that end a line or turn it round. It says the same as before.
-std::string escaped_for_terminals(const std::string& text);
-
 /// With a final line end.
 std::string laid_out(const nlohmann::ordered_json& document, const JsonLayout& layout);
-
-/// A document with a list that is written entry by entry, in the layout of `document_text`. Between two
-/// entries stands a comma.
-struct OpenedList {
-    /// What stands before the first entry, and after the last.
-    std::string begin;
-    std::string end;
-};
-
-/// Opens the list that the document has under the key, whatever its entries.
-OpenedList opened_at(const char* key, const nlohmann::ordered_json& document);
-
-std::string entry_of_opened(const nlohmann::ordered_json& entry);
 
 } // namespace zarven::tool
 

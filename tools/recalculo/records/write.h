@@ -1,47 +1,52 @@
-// From a record to JSON. For the one source of a kind of document: the library's header takes long to
-// compile.
+// From a record to the text of a document. For the one source of a kind of document: its templates take long
+// to compile.
 
 #ifndef RECALCULO_RECORDS_WRITE_H
 #define RECALCULO_RECORDS_WRITE_H
 
-#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
 
 #include "records/fields.h"
-#include "records/json_layout.h"
+#include "records/json_writer.h"
 
 namespace zarven::tool {
 
-template <class Value> nlohmann::ordered_json json_of(const Value& value);
+/// Tells a value.
+template <class Value> void tell(JsonWriter& json, const Value& value);
 
-/// Collects what a record has to tell.
+/// Tells what a record has to tell.
 class RecordWriter {
 public:
+    explicit RecordWriter(JsonWriter& json) : json_(json) {}
+
     template <class Value>
     void required(const char* key, const Value& value, const char*, Since = Since::the_first_version) {
-        object_[key] = json_of(value);
+        json_.key(key);
+        tell(json_, value);
     }
 
-    template <class Value> void unless_empty(const char* key, const Value& value, const char*) {
+    template <class Value> void unless_empty(const char* key, const Value& value, const char* meaning) {
         if (!value.empty())
-            object_[key] = json_of(value);
+            required(key, value, meaning);
     }
 
-    void if_true(const char* key, bool value, const char*) {
+    void if_true(const char* key, bool value, const char* meaning) {
         if (value)
-            object_[key] = true;
+            required(key, true, meaning);
     }
 
     template <class Value>
-    void where(const Condition& condition, const char* key, const Value& value, const char*,
+    void where(const Condition& condition, const char* key, const Value& value, const char* meaning,
                Since = Since::the_first_version) {
         if (condition.holds)
-            object_[key] = json_of(value);
+            required(key, value, meaning);
     }
 
     template <class Value>
-    void optional(const char* key, const Value& value, const Bare<Value>& fallback, const char*) {
+    void optional(const char* key, const Value& value, const Bare<Value>& fallback, const char* meaning) {
         if (bare(value) != fallback)
-            object_[key] = json_of(value);
+            required(key, value, meaning);
     }
 
     template <class Value>
@@ -51,13 +56,11 @@ public:
     }
 
     template <class Value>
-    void estimated(const char* key, const Value& value, const Derived<Value>&, const char*) {
-        object_[key] = json_of(value);
+    void estimated(const char* key, const Value& value, const Derived<Value>&, const char* meaning) {
+        required(key, value, meaning);
     }
 
     void flag(const char* key, std::uint16_t value, const char* meaning) { optional(key, value, 0, meaning); }
-
-    nlohmann::ordered_json take() { return std::move(object_); }
 
 private:
     template <class Value> static const Bare<Value>& bare(const Value& value) {
@@ -67,33 +70,73 @@ private:
             return value;
     }
 
-    nlohmann::ordered_json object_ = nlohmann::ordered_json::object();
+    JsonWriter& json_;
 };
 
-template <class Value> nlohmann::ordered_json json_of(const Value& value) {
+template <class Value> void tell(JsonWriter& json, const Value& value) {
     if constexpr (is_wrapped<Value>) {
-        return json_of(value.value);
+        tell(json, value.value);
     } else if constexpr (IsRecord<Value>::value) {
-        RecordWriter writer;
+        json.open('{');
+        RecordWriter writer(json);
         Fields<Value>::visit(writer, value);
-        return writer.take();
+        json.close('}');
     } else if constexpr (HasWords<Value>::value) {
-        return Words<Value>::of(value);
+        json.string(Words<Value>::of(value));
     } else if constexpr (IsOptional<Value>::value) {
-        return value ? json_of(*value) : nlohmann::ordered_json();
+        if (value)
+            tell(json, *value);
+        else
+            json.null();
     } else if constexpr (IsList<Value>::value) {
-        nlohmann::ordered_json list = nlohmann::ordered_json::array();
-        for (const auto& entry : value)
-            list.push_back(json_of(entry));
-        return list;
+        json.open('[');
+        for (const auto& entry : value) {
+            json.entry();
+            tell(json, entry);
+        }
+        json.close(']');
     } else {
-        return value;
+        json.scalar(value);
     }
+}
+
+template <class Value>
+std::string json_text(const Value& value, const JsonStyle& style, std::size_t level = 0) {
+    JsonWriter json(style, level);
+    tell(json, value);
+    return json.take();
+}
+
+template <class Value> std::string text_on_one_line(const Value& value) {
+    return json_text(value, JsonStyle::on_one_line());
 }
 
 /// A document as indented JSON with a final line end.
 template <class Record> std::string document_text(const Record& record) {
-    return escaped_for_terminals(json_of(record).dump(2)) + "\n";
+    return json_text(record, {}) + "\n";
+}
+
+/// A document with a list that is written entry by entry, in the layout of `document_text`. Between two
+/// entries stands a comma.
+struct OpenedList {
+    /// What stands before the first entry, and after the last.
+    std::string begin;
+    std::string end;
+};
+
+/// Opens the list that the document has under the key, and that is empty there.
+template <class Record> OpenedList opened_at(const std::string& key, const Record& record) {
+    const std::string text = document_text(record);
+    // No line begins within a text.
+    const std::string list = "\n  \"" + key + "\": [";
+    const std::size_t place = text.find(list + "]");
+    if (place == text.npos)
+        throw std::logic_error("a document without the empty list \"" + key + "\"");
+    return {text.substr(0, place + list.size()), "\n  " + text.substr(place + list.size())};
+}
+
+template <class Record> std::string entry_of_opened(const Record& record) {
+    return "\n    " + json_text(record, {}, 2);
 }
 
 } // namespace zarven::tool
