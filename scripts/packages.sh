@@ -54,4 +54,4 @@ ARMHF_PACKAGES=(g++-arm-linux-gnueabihf qemu-user googletest)
 FOREIGN_PACKAGES=(libutf8proc-dev)
 
 # What the planner in the browser is built with. Of the libraries, headers that are the same everywhere.
-WEB_PACKAGES=(cmake ninja-build emscripten esbuild nlohmann-json3-dev libfmt-dev libkainjow-mustache-dev)
+WEB_PACKAGES=(cmake ninja-build emscripten esbuild xz-utils nlohmann-json3-dev libfmt-dev libkainjow-mustache-dev)

@@ -16,7 +16,7 @@ need "${WEB_PACKAGES[@]}"
 export NODE_PATH=/usr/share/nodejs
 cmake --preset web >/dev/null
 cmake --build --preset web -- --quiet
-esbuild --bundle --format=iife --target=es2022 --charset=utf8 --log-level=warning web/page/main.js \
+esbuild --bundle --minify --format=iife --target=es2022 --charset=utf8 --log-level=warning web/page/main.js \
     --outfile=build/web/page.js
 node web/build.mjs build/web/web/engine.js build/web/web/engine.wasm build/web/page.js build/web/recalculo.html
 echo "build/web/recalculo.html: $(stat -c %s build/web/recalculo.html) bytes"
@@ -40,4 +40,4 @@ else
 fi
 export RECALCULO=$PWD/build/gcc/tools/recalculo/recalculo
 cd tests/tools/page
-node --test planner_engine.test.js planner.test.js planner_firefox.test.js
+node --test planner_unpack.test.js planner_engine.test.js planner.test.js planner_firefox.test.js

@@ -26,6 +26,8 @@ export class Ask {
         this.kind = h("select", { "aria-label": "Kind of module to add" });
         this.most = h("input", { type: "number", min: 0, max: 10000, value: 32, "aria-label": "The most modules to add" });
         this.seconds = h("input", { type: "number", min: 1, max: 3600, value: 5, "aria-label": "Seconds to search" });
+        this.keeps = h("input", { type: "checkbox" });
+        this.streams = h("input", { type: "checkbox" });
         this.stop = button("Stop", () => this.engine.cancel(), { hidden: true });
         this.progress = h("p", { class: "note", role: "status" });
         this.answer = h("div", { class: "answer" });
@@ -33,8 +35,10 @@ export class Ask {
             h("p", {}, "What would make everything fit: further modules like ", this.kind, ", ", this.most, " at the most, or one limit raised? ",
                 button("Size", () => this.size(), { class: "primary" })),
             h("p", {}, "Which services are better not asked for, so that the most that matters is placed? Search for ", this.seconds, " seconds ",
-                button("Choose", () => this.choose(), { class: "primary" })),
+                h("label", { class: "check inline" }, this.keeps, "and move as little as may be "), button("Choose", () => this.choose(), { class: "primary" })),
             h("p", {}, "How many services could any arrangement place? ", button("Bound", () => this.bound(), { class: "primary" })),
+            h("p", {}, "What goes off the air when a module or an input fails? ", h("label", { class: "check inline" }, this.streams, "Each stream, too "),
+                button("Drill", () => this.drill(), { class: "primary" })),
             h("p", {}, this.stop), this.progress, this.answer);
     }
 
@@ -60,9 +64,11 @@ export class Ask {
 
     choose() {
         const seconds = Math.max(1, Math.min(3600, Math.trunc(Number(this.seconds.value)) || 5));
-        return this.put({ ask: "choose", seconds }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
+        return this.put({ ask: "choose", seconds, keep: this.keeps.checked }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
             [this.proposal("Ask for what was chosen", { ask: "change" }, [], chosen)]);
     }
+
+    drill() { return this.put({ ask: "drill", streams: this.streams.checked }, [textOf(this.plan.headend)], () => []); }
 
     bound() { return this.put({ ask: "bound" }, [textOf(this.plan.headend)], () => []); }
 

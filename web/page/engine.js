@@ -2,6 +2,8 @@
 // to cancel, because nothing can interrupt it; another starts from the compiled module within some tens of
 // milliseconds.
 
+import { unpack } from "./unpack.js";
+
 /// A question was given up.
 export class Cancelled extends Error {}
 
@@ -15,9 +17,9 @@ export class Refused extends Error {
 
 /// The compiled engine and the script of its worker, out of the page's data blocks.
 export const compile = async () => {
-    const bytes = Uint8Array.from(atob(document.getElementById("engine").textContent), (letter) => letter.charCodeAt(0));
-    const unpacked = new Blob([bytes]).stream().pipeThrough(new DecompressionStream("gzip"));
-    const module = await WebAssembly.compile(await new Response(unpacked).arrayBuffer());
+    const packed = document.getElementById("engine");
+    const bytes = Uint8Array.from(atob(packed.textContent), (letter) => letter.charCodeAt(0));
+    const module = await WebAssembly.compile(unpack(bytes, Number(packed.dataset.size)));
     const script = new Blob([document.getElementById("worker").textContent], { type: "text/javascript" });
     return { module, url: URL.createObjectURL(script), warmUp: document.getElementById("sample-small").textContent };
 };

@@ -1,6 +1,7 @@
 // Files in and out: opened by a button, dropped or pasted; saved by a download. What a file is the engine says.
 
 import { button, h } from "./dom.js";
+import { ImportChoices } from "./imports.js";
 import { textOf } from "./plan.js";
 
 /// Writes a file as the browser does it.
@@ -28,6 +29,12 @@ export class Files {
         } });
         document.body.append(this.input);
         this.listen();
+    }
+
+    /// The choices of an import are made once, of what the engine tells of them.
+    async choices() {
+        this.choosing ??= new ImportChoices(await this.engine.ask({ ask: "about" }), () => this.open(this.lists));
+        return this.choosing;
     }
 
     listen() {
@@ -63,20 +70,34 @@ export class Files {
         }
     }
 
-    /// Opens texts: a head-end or a result by itself, channel lists together, on the modules that there are.
+    /// Opens texts: a head-end or a result by itself; channel lists together, on the modules that there are; measured
+    /// rates for the services that there are.
     async open(files) {
         const hasModules = this.plan.headend?.modules.length > 0;
         const modules = hasModules ? textOf(this.plan.headend) : sample("modules");
         const names = [...files.map(({ name }) => name), "modules"];
-        const answer = await this.actions.asked(this.engine, { ask: "open", names, modules: true }, [...files.map(({ text }) => text), modules]);
+        const answer = await this.actions.asked(this.engine, { ask: "open", names, modules: true, choices: this.choosing?.chosen ?? {} },
+            [...files.map(({ text }) => text), modules]);
         if (!answer) return false;
+        if (answer.kind === "module") return this.addModule(answer.texts[0]);
+        if (/measured/.test(answer.kind)) return this.takeRates(answer);
         const [{ name }] = files;
         const messages = answer.messages ?? [];
         if (answer.messages && !hasModules) messages.push("The services are planned on the sixteen modules of a sample: change them in the table of modules.");
-        if (answer.kind === "module") return this.addModule(answer.texts[0]);
-        this.actions.tell(messages);
+        this.lists = answer.messages ? files : null;
+        this.actions.tell(messages, this.lists && (await this.choices()).element);
         this.plan.open(answer.kind === "result" ? { id: 1, file: name, result: answer.texts[0], name: JSON.parse(answer.texts[0]).name }
             : { id: 1, file: answer.messages ? `${stem(name)}.json` : name, headend: JSON.parse(answer.texts[0]) }, !answer.messages);
+        return true;
+    }
+
+    takeRates({ kind, messages, texts }) {
+        if (!this.plan.headend) {
+            this.actions.say("These are measured rates: open the head-end first whose services they are of.");
+            return false;
+        }
+        this.actions.tell(messages);
+        if (kind === "measured") this.plan.change(JSON.parse(texts[0]), "Take measured rates");
         return true;
     }
 

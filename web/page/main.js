@@ -13,6 +13,7 @@ import { Placement } from "./placement.js";
 import { Plan, textOf, variantName } from "./plan.js";
 import { Table } from "./tables.js";
 import { Tabs } from "./tabs.js";
+import { Terms } from "./terms.js";
 
 const byId = (id) => document.getElementById(id);
 
@@ -25,8 +26,8 @@ class App {
         this.runner = new Engine(compiled, (text) => this.showProgress(text));
         this.asker = new Engine(compiled);
         const actions = {
-            say: (text) => this.say(text), tell: (messages) => this.tell(messages), saved: () => this.drawBar(),
-            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service),
+            say: (text) => this.say(text), tell: (messages, more) => this.tell(messages, more), saved: () => this.drawBar(),
+            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(),
             showModule: (mac) => this.showModule(mac), showService: (service) => this.showService(service),
         };
         this.files = new Files(this.plan, this.asker, actions);
@@ -65,18 +66,29 @@ class App {
         this.modules = new Table("modules", this.plan, actions.say, { extra: [use], onopen: (at) => this.showModule(this.plan.headend.modules[at].mac) });
         this.services = new Table("services", this.plan, actions.say, {
             extra: [place], onopen: (at) => this.explanation.explain(this.plan.headend.services[at]),
-            states: [
-                { name: "left", title: "Left out", holds: (service) => service.ask !== false && !placeOf(service) },
-                { name: "placed", title: "Placed", holds: (service) => Boolean(placeOf(service)) },
-                { name: "withheld", title: "Not asked for", holds: (service) => service.ask === false },
-                { name: "must", title: "Must", holds: (service) => service.must === true },
+            terms: new Terms(this.plan, (...question) => this.asked(this.asker, ...question), () => this.services.draw()),
+            states: () => [
+                { title: "State", states: [
+                    { name: "left", title: "Left out", holds: (service) => service.ask !== false && !placeOf(service) },
+                    { name: "placed", title: "Placed", holds: (service) => Boolean(placeOf(service)) },
+                    { name: "withheld", title: "Not asked for", holds: (service) => service.ask === false },
+                    { name: "must", title: "Must", holds: (service) => service.must === true },
+                ] },
+                { title: "Left out because", states: (this.outcome?.result.causes ?? []).map(({ kind, sentence }) => (
+                    { name: `cause ${kind}`, title: sentence, holds: (service) => this.outcome.causes.get(keyOf(service)) === kind })) },
+                { title: "On module", states: (this.outcome?.result.modules ?? []).map((module) => (
+                    { name: `module ${module.mac}`, title: moduleName(module), holds: (service) => placeOf(service)?.module === module })) },
             ],
         });
+        const parent = () => this.plan.headend.services?.[this.services.grid.order[this.services.grid.row]];
+        this.clones = new Table("clones", this.plan, actions.say, { parent });
+        this.pids = new Table("pids", this.plan, actions.say, { parent });
     }
 
     put() {
         this.edited = new Tabs("Head-end", [{ id: "modules", title: "Modules", element: this.modules.element },
-            { id: "services", title: "Services", element: this.services.element }], () => this.drawTable());
+            { id: "services", title: "Services", element: this.services.element }, { id: "clones", title: "Clones", element: this.clones.element },
+            { id: "pids", title: "PIDs", element: this.pids.element }], () => this.drawTable());
         byId("edit").append(this.edited.list, ...this.edited.panels);
         byId("see").append(this.seen.list, ...this.seen.panels);
         byId("work").append(this.explanation.element);
@@ -148,7 +160,10 @@ class App {
         const texts = [variant, this.before].filter(Boolean).map((one) => one.result ?? textOf(one.headend));
         try {
             const answer = await this.runner.ask({ ask: "run", name: variant.file }, texts);
-            if (this.plan.variant === variant) this.take(new Outcome(answer), variant);
+            if (this.plan.variant === variant) {
+                this.compared = texts;
+                this.take(new Outcome(answer), variant);
+            }
         } catch (wrong) {
             if (this.plan.variant === variant) this.fail(wrong);
         }
@@ -156,6 +171,12 @@ class App {
         this.isRunning = false;
         this.showRunning(false);
         if (this.wanted !== variant) this.run();
+    }
+
+    /// In which order what was before becomes what is.
+    async ordered() {
+        const answer = await this.asked(this.asker, { ask: "compare", name: this.plan.variant.file }, this.compared);
+        return answer && JSON.parse(answer.texts[0]).order;
     }
 
     take(outcome, variant) {
@@ -178,7 +199,7 @@ class App {
     fail(wrong) {
         document.body.classList.add("stale");
         if (wrong instanceof Cancelled) return void (byId("status").textContent = "Cancelled. What is shown is of before.");
-        const [, list, at] = /^\/(modules|services)\/(\d+)/.exec(wrong.place ?? "") ?? [];
+        const [, list, at] = /^\/(modules|services|clones|pids)\/(\d+)/.exec(wrong.place ?? "") ?? [];
         put(byId("failure"), h("p", {}, name(wrong.message)), list && button("Go there", () => this.goTo(list, Number(at))));
         byId("failure").hidden = false;
         byId("status").textContent = wrong instanceof Refused ? "The engine cannot run this. What is shown is of before." : "";
@@ -242,8 +263,7 @@ class App {
     goTo(list, at) {
         this.edited.show(list);
         if (!this[list].grid.goTo(at)) {
-            this[list].filter.value = this[list].state.value = "";
-            this[list].draw();
+            this[list].clearFilters();
             this[list].grid.goTo(at);
         }
         this[list].grid.element.focus();
@@ -263,9 +283,10 @@ class App {
 
     say(text) { this.tell([text]); }
 
-    tell(messages) {
+    /// `more` stands below the messages.
+    tell(messages, more) {
         byId("messages").hidden = messages.length === 0;
-        byId("messages").replaceChildren(h("ul", {}, messages.map((message) => h("li", {}, name(message)))),
+        put(byId("messages"), h("div", {}, h("ul", {}, messages.map((message) => h("li", {}, name(message)))), more),
             button("Close", () => { byId("messages").hidden = true; }));
     }
 
@@ -293,7 +314,7 @@ const fail = (text) => {
     document.body.classList.add("unable");
 };
 
-if (typeof WebAssembly !== "object" || typeof DecompressionStream !== "function")
+if (typeof WebAssembly !== "object")
     fail("This browser has no WebAssembly, or it is switched off. The planner needs it: any Chrome, Edge, Firefox or Safari since 2023 has it.");
 else
     compile().then((compiled) => new App(compiled).begin()).then(() => document.documentElement.classList.add("ready"),

@@ -15,10 +15,11 @@ export const isFree = ({ services }) => services.length === 0;
 export const usedInputs = ({ inputs }) => inputs.filter((input) => !isFree(input)).length;
 
 export class Outcome {
-    constructor({ texts: [result, comparison], loads, milliseconds }) {
+    constructor({ texts: [result, comparison], loads, warnings, milliseconds }) {
         this.result = JSON.parse(result);
         this.comparison = comparison ? JSON.parse(comparison) : null;
         this.loads = loads;
+        this.warnings = warnings;
         this.milliseconds = milliseconds;
     }
 
@@ -47,6 +48,12 @@ export class Outcome {
             for (const service of this.result.neither) this.told.set(keyOf(service), service.reason);
         }
         return this.told;
+    }
+
+    /// What keeps the services out that are left out, by key.
+    get causes() {
+        this.kept ??= new Map([...this.result.left_out.flatMap(({ services }) => services), ...this.result.neither].map((service) => [keyOf(service), service.cause]));
+        return this.kept;
     }
 
     /// Modules by MAC.

@@ -28,7 +28,7 @@ export class Overview {
         const { result, inputs } = outcome;
         this.outcome = outcome;
         put(this.element,
-            this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.findings(result),
+            this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.warnings(outcome), this.findings(result),
             this.causes(result), this.leftOut(result));
     }
 
@@ -44,6 +44,11 @@ export class Overview {
     }
 
     noModules() { return h("p", {}, "There is no module yet: add one in the table."); }
+
+    /// What is odd in the head-end, in the tool's words.
+    warnings({ warnings }) {
+        return warnings.length > 0 && h("section", {}, h("h2", {}, "Odd"), h("ul", { class: "findings" }, warnings.map((warning) => h("li", {}, name(warning)))));
+    }
 
     /// What is broken first, then what is only counted; of each the sentence that the tool has for it.
     findings({ findings, warnings }) {

@@ -25,7 +25,24 @@ const kinds = {
         },
         copied: (service) => ({ ...service, sid: Math.min(service.sid + 1, 65535), osid: undefined }),
     },
+    clones: {
+        record: "clone", thing: "clone", identity: ["onid", "tsid", "lcn", "sid", "output_name"],
+        shown: ["lcn", "name", "output_name", "onid", "tsid", "sid", "parent_sid", "transcoding"],
+        // Of the service that is looked at.
+        fresh: (headend, service) => {
+            const { lcn = 1, name = "New clone", onid = 1, tsid = 1, sid = 1 } = service ?? headend.services?.[0] ?? {};
+            return { lcn, name, output_name: `${name} 2`, onid, tsid, sid };
+        },
+        copied: (clone) => ({ ...clone }),
+    },
+    pids: {
+        record: "pid", thing: "PID", identity: ["sid", "id"], shown: ["sid", "id", "audio", "order"],
+        fresh: (headend, service) => ({ sid: service?.sid ?? headend.services?.[0]?.sid ?? 1, id: (headend.pids ?? []).reduce((most, { id }) => Math.max(most, id), 255) + 1 }),
+        copied: (pid) => ({ ...pid, id: pid.id + 1 }),
+    },
 };
+
+const titles = { modules: "Modules", services: "Services", clones: "Clones", pids: "PIDs" };
 
 /// A locally administered address that no module has.
 const freeMac = (modules) => {
@@ -40,13 +57,15 @@ const freeMac = (modules) => {
 const clean = (record) => Object.fromEntries(Object.entries(record).filter(([, value]) => value !== undefined));
 
 export class Table {
-    /// `extra` are columns that show what became of the records; `onopen` is told the place of a record.
-    constructor(key, plan, say, { extra = [], states = [], onopen } = {}) {
-        Object.assign(this, { key, plan, say, states, kind: kinds[key] });
+    /// `extra` are columns that show what became of the records; `states` gives groups of what the table can be cut
+    /// down to, { title, states: [{ name, title, holds(record) }] }; `terms` is a filter of the engine's; `parent` the
+    /// service that new records are of; `onopen` is told the place of a record.
+    constructor(key, plan, say, { extra = [], states, terms, parent = () => undefined, onopen } = {}) {
+        Object.assign(this, { key, plan, say, statesOf: states, terms, parent, kind: kinds[key] });
         const columns = columnsOf(this.kind.record, this.kind.shown);
         columns.splice(2, 0, ...extra);
         this.grid = new Grid({
-            label: key === "modules" ? "Modules" : "Services", columns, onopen,
+            label: titles[key], columns, onopen,
             onedit: (edits, label) => this.edit(edits, label), onmark: () => this.showMarked(), onpaste: (lines) => this.paste(lines),
         });
         this.grid.onsort = () => this.draw();
@@ -55,11 +74,11 @@ export class Table {
                 if (event.key === "ArrowDown") { event.preventDefault(); this.grid.element.focus(); }
             } });
         this.state = h("select", { "aria-label": `Which ${key}`, onchange: () => this.draw() },
-            h("option", { value: "" }, "All"), states.map(({ name, title }) => h("option", { value: name }, title)));
+            h("option", { value: "" }, "All"));
         this.count = h("p", { class: "note", role: "status" });
         this.marked = h("div", { class: "marked-actions" });
         this.element = h("div", { class: "table" },
-            h("div", { class: "toolbar" }, this.filter, states.length > 0 && this.state, this.count,
+            h("div", { class: "toolbar" }, this.filter, states && this.state, terms?.element, this.count,
                 h("span", { class: "spring" }), button("Add", () => this.add()), this.allColumns()),
             this.marked, this.grid.element);
         this.showMarked();
@@ -78,9 +97,10 @@ export class Table {
     draw() {
         const { records } = this;
         const words = folded(this.filter.value).split(/\s+/).filter(Boolean);
-        const state = this.states.find(({ name }) => name === this.state.value);
+        const state = this.drawStates();
         let places = records.map((record, place) => place);
         if (state) places = places.filter((place) => state.holds(records[place], place));
+        if (this.terms?.meant) places = places.filter((place) => this.terms.meant.has(place));
         if (words.length > 0) places = places.filter((place) => words.every((word) => this.textOf(records[place]).includes(word)));
         this.grid.show(records, this.grid.inOrder(places, records));
         this.count.textContent = places.length === records.length ? counted(records.length, this.kind.thing)
@@ -88,10 +108,31 @@ export class Table {
         this.showMarked();
     }
 
+    /// Offers what there is now, and gives the state that is chosen.
+    drawStates() {
+        const groups = this.statesOf?.() ?? [];
+        const { value } = this.state;
+        const shown = JSON.stringify(groups.map(({ title, states }) => [title, states.map((state) => [state.name, state.title])]));
+        if (this.statesShown !== shown) {
+            this.statesShown = shown;
+            this.state.replaceChildren(h("option", { value: "" }, "All"), ...groups.filter(({ states }) => states.length > 0).map(({ title, states }) =>
+                h("optgroup", { label: title }, states.map((state) => h("option", { value: state.name }, state.title)))));
+            this.state.value = [...this.state.options].some((option) => option.value === value) ? value : "";
+        }
+        return groups.flatMap(({ states }) => states).find(({ name }) => name === this.state.value);
+    }
+
     /// What the filter looks at.
     textOf(record) {
-        return folded(this.key === "modules" ? `${record.mac} ${record.label ?? ""}`
-            : `${record.lcn} ${record.name} ${record.output_name ?? ""} ${record.onid}/${record.tsid}`);
+        const { mac, label, lcn, name, output_name: sent, onid, tsid, sid, id, audio } = record;
+        return folded([mac, label, lcn !== undefined && `${lcn}`, name, sent, onid !== undefined && `${onid}/${tsid}`, id !== undefined && `${sid} ${id}`, audio].filter(Boolean).join(" "));
+    }
+
+    /// Shows all records again.
+    clearFilters() {
+        this.filter.value = this.state.value = "";
+        this.terms?.clear();
+        this.draw();
     }
 
     showMarked() {
@@ -123,14 +164,15 @@ export class Table {
     }
 
     add() {
-        const records = [...this.records, this.kind.fresh(this.plan.headend)];
-        this.filter.value = "";
+        const records = [...this.records, this.kind.fresh(this.plan.headend, this.parent())];
+        this.clearFilters();
         this.become(records, `Add a ${this.kind.thing}`);
         this.grid.goTo(records.length - 1);
         this.grid.element.focus();
     }
 
     duplicate() {
+        if (this.records.length === 0) return;
         const headend = { ...this.plan.headend, [this.key]: [...this.records] };
         for (const place of this.grid.meant) headend[this.key].push(clean(this.kind.copied(this.records[place], headend)));
         this.become(headend[this.key], `Copy ${counted(this.grid.meant.length, this.kind.thing)}`);
