@@ -24,6 +24,7 @@ template <bool is_noted> void Filling<is_noted>::set_modules(const std::vector<M
     loads_.modules.resize(limits_.modules.size());
     loads_.on_input.resize(limits_.inputs);
     seating_.stream_of.resize(limits_.inputs);
+    changed_at_.resize(limits_.modules.size());
     if constexpr (is_noted)
         forget_tests();
 }
@@ -230,7 +231,8 @@ std::uint32_t Filling<is_noted>::offer(std::uint32_t module, std::uint32_t input
     counts_[stream] -= number;
     left_ -= number;
     loads_.on_input[input] += number;
-    changes_ += number;
+    if (number != 0)
+        note_change(module);
     return number;
 }
 

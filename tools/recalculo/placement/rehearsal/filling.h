@@ -102,7 +102,9 @@ public:
     void take(PartIndex part);
     /// So many things have changed since the object was made.
     std::uint64_t changes() const { return changes_; }
-    void note_change() { ++changes_; }
+    void note_change(std::uint32_t module) { changed_at_[module] = ++changes_; }
+    /// What the module carries has changed since there were so many.
+    bool has_changed(std::uint32_t module, std::uint64_t since) const { return changed_at_[module] > since; }
 
 private:
     std::uint32_t output_for(std::uint32_t module, const RehearsedPart& part);
@@ -141,6 +143,8 @@ private:
     int filled_ = 0;
     static constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t changes_ = 0;
+    /// By module, the number of its last change.
+    std::vector<std::uint64_t> changed_at_;
     /// What the ranking is of, and what a fill found nothing to do in.
     std::uint64_t ranked_at_ = never;
     std::uint64_t filled_at_ = never;

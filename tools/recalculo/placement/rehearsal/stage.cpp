@@ -64,6 +64,8 @@ void Rehearsal::Stage::begin(const AskedParts& asked, const reglas::Estrategia& 
         parts.clear();
     for (PartIndices& parts : on_output_)
         parts.clear();
+    for (Exchange& exchange : exchanges_)
+        exchange.round = 0;
     listed_ = 0;
     rounds_ = 0;
     gives_up_ = false;

@@ -54,6 +54,8 @@ private:
         std::uint32_t input[2] = {};
         std::uint32_t input_in_hand = 0;
         std::uint32_t stream = no_index;
+        /// Of exchanging, in which it was looked for.
+        int round = 0;
     };
 
     // The frame (stage.cpp).
@@ -96,7 +98,8 @@ private:
     // Exchanging (stage_optimize.cpp).
     Estado optimize();
     bool find_exchange(std::uint32_t stream, Exchange& exchange) const;
-    void make_room(PartIndex in_hand);
+    void make_room(std::uint32_t stream, const Exchange& exchange);
+    void make_room_for(PartIndex in_hand, const Exchange& exchange);
     bool suits(const Exchange& exchange, const int (&free)[2], const std::uint32_t (&outputs)[2],
                PartIndex leaves, PartIndex comes, PartIndex in_hand);
     bool exchange_for(const Exchange& exchange, PartIndex leaves, PartIndex comes, PartIndex in_hand);
@@ -132,6 +135,8 @@ private:
     std::uint64_t optimized_at_ = never;
     /// By stream, the modules with an input tuned to it, ascending; some that were.
     std::vector<std::vector<std::uint32_t>> receivers_;
+    /// By stream, the last that was tried for it; of round 0 if none was.
+    std::vector<Exchange> exchanges_;
     Side principal_;
     Side auxiliary_;
     std::vector<std::uint16_t> sids_;

@@ -11,22 +11,41 @@ Estado Rehearsal::Stage::optimize() {
     // The way back here would be the same once more, and so on to the last round.
     if (optimized_at_ == filling_.changes())
         return Estado::STATUS_END;
+    const std::uint64_t before = optimized_at_;
     optimized_at_ = filling_.changes();
     ++rounds_;
     list_placed();
     find_receivers();
+    exchanges_.resize(headend_.streams.size());
     for (std::uint32_t stream = 0; stream < headend_.streams.size() && !gives_up_; ++stream) {
-        PartIndex next = headend_.streams[stream].first;
-        while (!gives_up_) {
-            const PartIndex* const end = filling_.waiting_end(stream);
-            const PartIndex* const waiting = std::lower_bound(filling_.waiting_begin(stream), end, next);
-            if (waiting == end)
-                break;
-            next = *waiting + 1;
-            make_room(*waiting);
-        }
+        Exchange exchange;
+        // No exchange tunes an input, so who receives what holds for the whole sweep.
+        if (filling_.waiting_begin(stream) == filling_.waiting_end(stream) ||
+            !find_exchange(stream, exchange))
+            continue;
+        Exchange& last = exchanges_[stream];
+        exchange.round = rounds_;
+        const bool is_same = before != never && last.round + 1 == rounds_ && last.stream == exchange.stream &&
+                             last.module[0] == exchange.module[0] && last.module[1] == exchange.module[1] &&
+                             !filling_.has_changed(exchange.module[0], before) &&
+                             !filling_.has_changed(exchange.module[1], before);
+        last = exchange;
+        if (!is_same)
+            make_room(stream, exchange);
     }
     return reglas::trasOptimizar(rounds_, anything_waits());
+}
+
+void Rehearsal::Stage::make_room(std::uint32_t stream, const Exchange& exchange) {
+    PartIndex next = headend_.streams[stream].first;
+    while (!gives_up_) {
+        const PartIndex* const end = filling_.waiting_end(stream);
+        const PartIndex* const waiting = std::lower_bound(filling_.waiting_begin(stream), end, next);
+        if (waiting == end)
+            return;
+        next = *waiting + 1;
+        make_room_for(*waiting, exchange);
+    }
 }
 
 /// The first module that receives the stream, its last input that receives another, and the first other
@@ -61,10 +80,7 @@ bool Rehearsal::Stage::find_exchange(std::uint32_t stream, Exchange& exchange) c
     return true;
 }
 
-void Rehearsal::Stage::make_room(PartIndex in_hand) {
-    Exchange exchange;
-    if (!find_exchange(part(in_hand).stream, exchange))
-        return;
+void Rehearsal::Stage::make_room_for(PartIndex in_hand, const Exchange& exchange) {
     const FlatModules::Module& first = limits(exchange.module[0]);
     const FlatModules::Module& second = limits(exchange.module[1]);
     const std::vector<PassLoads::Module>& loads = filling_.loads().modules;
@@ -176,6 +192,8 @@ bool Rehearsal::Stage::exchange_for(const Exchange& exchange, PartIndex leaves, 
         !place(exchange.module[0], exchange.input_in_hand, in_hand))
         return false;
     filling_.take(in_hand);
+    filling_.note_change(exchange.module[0]);
+    filling_.note_change(exchange.module[1]);
     return true;
 }
 

@@ -36,6 +36,7 @@ std::uint32_t Rehearsal::Stage::next_partner(std::uint32_t from, std::uint32_t m
 
 Estado Rehearsal::Stage::unify() {
     const bool is_known = unified_at_ == filling_.changes();
+    const std::uint64_t before = unified_at_;
     unified_at_ = filling_.changes();
     if (!is_known) {
         list_placed();
@@ -46,7 +47,10 @@ Estado Rehearsal::Stage::unify() {
     for (std::uint32_t module = 0; module < modules() && !is_known; ++module)
         for (std::uint32_t other = next_partner(0, module); other < modules();
              other = next_partner(other + 1, module))
-            is_to_complete |= other == module ? unify_within(module) : unify(module, other);
+            // Two that have not changed since the last walk refuse each other once more.
+            if (before == never || filling_.has_changed(module, before) ||
+                filling_.has_changed(other, before))
+                is_to_complete |= other == module ? unify_within(module) : unify(module, other);
     return reglas::trasUnificar(is_to_complete, anything_waits());
 }
 
@@ -64,7 +68,7 @@ bool Rehearsal::Stage::unify_within(std::uint32_t module) {
             on_input_[second].clear();
             loads[first] += std::exchange(loads[second], 0);
             stream_of(second) = no_index;
-            filling_.note_change();
+            filling_.note_change(module);
             is_to_complete = true;
         }
     }
@@ -308,7 +312,8 @@ bool Rehearsal::Stage::gather(std::uint32_t module, std::uint32_t input, std::ui
     divide(stream);
     if (!book(principal_) || !book(auxiliary_) || !retune(input - limits(module).first_input, stream))
         return false;
-    filling_.note_change();
+    filling_.note_change(module);
+    filling_.note_change(other);
     take_over(principal_);
     take_over(auxiliary_);
     return true;
