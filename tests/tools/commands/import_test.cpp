@@ -213,7 +213,7 @@ TEST_F(CommandLine, ImportTakesWhatIsWanted) {
     expect_refused(
         run(import + " --exclude hdd"),
         "--exclude: found \"hdd\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, "
-        "LCNs as 12 or 100-199, or name=PATTERN with * and ?");
+        "LCNs as 12 or 100-199, name=PATTERN or group=PATTERN with * and ?");
 }
 
 TEST_F(CommandLine, ImportReadsEveryFormat) {

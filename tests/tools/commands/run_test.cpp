@@ -71,7 +71,7 @@ TEST_F(CommandLine, RunRefusesWishesThatItCannotRead) {
     expect_refused(
         run("run " + small + " --only tele"),
         "--only: found \"tele\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream as "
-        "1/1002, LCNs as 12 or 100-199, or name=PATTERN with * and ?");
+        "1/1002, LCNs as 12 or 100-199, name=PATTERN or group=PATTERN with * and ?");
     expect_refused(run("run - --select -", two_streams),
                    "standard input: found \"-\" for the head-end and for --select, expected it once");
     expect_refused(run("run " + small + " --select - --select -"),

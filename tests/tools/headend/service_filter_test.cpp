@@ -72,6 +72,14 @@ TEST(ServiceTerms, Names) {
     EXPECT_FALSE(holds("name=" + std::string(2000, '*') + "x", service(std::string(2000, 'a'))));
 }
 
+TEST(ServiceTerms, Groups) {
+    Service sport = service();
+    sport.group = "Sport and more";
+    EXPECT_TRUE(holds("group=sport*", sport));
+    EXPECT_FALSE(holds("group=Sport", sport));
+    EXPECT_FALSE(holds("group=?*", service()));
+}
+
 TEST(ServiceTerms, OneOfSeveralMustHold) {
     EXPECT_TRUE(holds("hd, 12", service()));
     EXPECT_FALSE(holds("hd,13", service()));
@@ -79,22 +87,21 @@ TEST(ServiceTerms, OneOfSeveralMustHold) {
 
 TEST(ServiceTerms, WhatIsNoneIsRefused) {
     for (const std::string bad :
-         {"", "HD", "hdd", "1/", "1/x", "1/65536", "65536", "13-12", "1-", "-1", "name=", "*x*"})
+         {"", "HD", "hdd", "1/", "1/x", "1/65536", "65536", "13-12", "1-", "-1", "name=", "group=", "*x*"})
         EXPECT_EQ(
             failure_message([&bad] { ServiceTerms("--only", bad); }),
             "--only: found \"" + bad +
                 "\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or "
-                "100-199, or name=PATTERN with * and ?");
+                "100-199, name=PATTERN or group=PATTERN with * and ?");
     EXPECT_ANY_THROW(ServiceTerms("--only", "hd,"));
 }
 
 TEST(ServiceSelection, NamesAndNumbers) {
-    const ServiceSelection selection("# wishes\nCanal UNO\r\n\n  7 \n24\n");
+    const ServiceSelection selection({{2, "Canal UNO"}, {4, "7"}, {5, "24"}});
     EXPECT_TRUE(selection.has(service("Canal Uno")));
     EXPECT_TRUE(selection.has(service("x", 7)));
     EXPECT_TRUE(selection.has(service("24")));
     EXPECT_FALSE(selection.has(service("Canal", 8)));
-    EXPECT_FALSE(selection.has(service("# wishes")));
     const auto missing = selection.without_service({service("Canal Uno"), service("x", 24)});
     ASSERT_EQ(missing.size(), 1u);
     EXPECT_EQ(missing[0].number, 4u);
@@ -113,7 +120,7 @@ TEST(ServiceFilter, AllWishesMustBeMet) {
     filter.exclude = {{"--exclude", "hd"}, {"--exclude", "13"}};
     EXPECT_TRUE(filter.wants(service()));
     EXPECT_FALSE(filter.wants(service("Canal", 13)));
-    filter.selections = {ServiceSelection("Canal")};
+    filter.selections = {ServiceSelection({{1, "Canal"}})};
     EXPECT_TRUE(filter.wants(service()));
     EXPECT_FALSE(filter.wants(service("Otro")));
     EXPECT_FALSE(filter.wants_all());

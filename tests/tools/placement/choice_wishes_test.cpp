@@ -103,7 +103,7 @@ TEST(ValueServices, Complaints) {
     EXPECT_EQ(
         complaint("tele=3"),
         "--value 'tele=3': found \"tele\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream "
-        "as 1/1002, LCNs as 12 or 100-199, or name=PATTERN with * and ?");
+        "as 1/1002, LCNs as 12 or 100-199, name=PATTERN or group=PATTERN with * and ?");
     EXPECT_EQ(headend.services[0].value, 1);
 }
 

@@ -35,21 +35,32 @@ double part_to_change(std::string_view word, std::string_view valid) {
     return longer == 0 ? 0 : static_cast<double>(slips(word, valid)) / static_cast<double>(longer);
 }
 
+std::vector<std::string>::const_iterator nearest(std::string_view word,
+                                                 const std::vector<std::string>& valid) {
+    return std::min_element(valid.begin(), valid.end(),
+                            [word](const std::string& one, const std::string& other) {
+                                return part_to_change(word, one) < part_to_change(word, other);
+                            });
+}
+
 } // namespace
 
 std::string nearest_word(std::string_view word, const std::vector<std::string>& valid) {
-    const auto nearest = std::min_element(valid.begin(), valid.end(),
-                                          [word](const std::string& one, const std::string& other) {
-                                              return part_to_change(word, one) < part_to_change(word, other);
-                                          });
-    return nearest == valid.end() ? "" : *nearest;
+    const auto found = nearest(word, valid);
+    return found == valid.end() ? "" : *found;
+}
+
+std::size_t near_word(std::string_view word, const std::vector<std::string>& valid) {
+    const auto found = nearest(word, valid);
+    return found == valid.end() || part_to_change(word, *found) > 0.5
+               ? valid.size()
+               : static_cast<std::size_t>(found - valid.begin());
 }
 
 std::string did_you_mean(std::string_view word, const std::vector<std::string>& valid) {
-    const std::string nearest = nearest_word(word, valid);
-    if (nearest.empty() || part_to_change(word, nearest) > 0.5)
-        return "";
-    return fmt::format("; did you mean \"{}\"?", nearest);
+    const std::size_t near = near_word(word, valid);
+    return near == valid.size() || valid[near].empty() ? ""
+                                                       : fmt::format("; did you mean \"{}\"?", valid[near]);
 }
 
 } // namespace zarven::tool

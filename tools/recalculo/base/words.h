@@ -3,6 +3,7 @@
 #ifndef RECALCULO_BASE_WORDS_H
 #define RECALCULO_BASE_WORDS_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,9 @@ namespace zarven::tool {
 /// The valid word of which the least part must change, the first of equals; empty only for an empty list. A
 /// slip is a letter too many, too few, wrong, or two of them exchanged.
 std::string nearest_word(std::string_view word, const std::vector<std::string>& valid);
+
+/// The place of that word; the number of words where more than half of it would have to change, and of none.
+std::size_t near_word(std::string_view word, const std::vector<std::string>& valid);
 
 /// `; did you mean "run"?` with the nearest valid word, or nothing where more than half of it would have to
 /// change.

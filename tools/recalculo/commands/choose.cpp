@@ -80,7 +80,8 @@ void choose_command(const ChooseOptions& options) {
     check(options);
     apply(options.limits);
     const std::string file = input_name(options.headend.path);
-    const Headend written = read_input(options.headend);
+    Headend written = read_input(options.headend);
+    ask_for_wishes(options.wishes, options.headend.path, written);
     std::optional<Result> kept;
     if (!options.keep.empty())
         kept = read_kept(options.keep);

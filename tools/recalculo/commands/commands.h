@@ -16,6 +16,7 @@
 #include "commands/measured_input.h"
 #include "commands/report_output.h"
 #include "commands/style_input.h"
+#include "commands/wish_input.h"
 #include "lineup/channel_import.h"
 #include "placement/drill.h"
 #include "placement/sizing.h"
@@ -25,6 +26,7 @@ namespace zarven::tool {
 
 struct RunOptions {
     HeadendInput headend;
+    WishInput wishes;
     /// What else is not asked for.
     FilterInput filter;
     ReportOutput output;
@@ -107,6 +109,7 @@ void drill_command(const DrillCommandOptions& options);
 
 struct ChooseOptions {
     HeadendInput headend;
+    WishInput wishes;
     std::vector<std::string> musts;
     std::vector<std::string> values;
     /// 0: `usual_seconds`, or with runs as long as these take.
@@ -149,6 +152,7 @@ struct ImportOptions {
     BitrateEstimates estimates;
     bool keep_duplicates = false;
     FilterInput filter;
+    WishInput wishes;
     MeasuredInput measured;
     bool verbose = false;
 };

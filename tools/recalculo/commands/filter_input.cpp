@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/streams.h"
 #include "report/terminal.h"
+#include "wishes/wish_list.h"
 
 namespace zarven::tool {
 
@@ -18,7 +19,10 @@ ReadFilter read_filter(const FilterInput& input, const std::vector<Service>& ser
     for (const std::string& terms : input.exclude)
         read.filter.exclude.emplace_back("--exclude", terms);
     for (const std::string& file : input.selections) {
-        read.filter.selections.emplace_back(read_text(file));
+        std::vector<ServiceSelection::Line> lines;
+        for (NamedLine& line : named_lines_of(read_text(file)))
+            lines.push_back({line.number, std::move(line.text)});
+        read.filter.selections.emplace_back(std::move(lines));
         for (ServiceSelection::Line& line : read.filter.selections.back().without_service(services))
             read.missing.push_back({input_name(file), std::move(line)});
     }

@@ -33,6 +33,14 @@ void check_standard_input(const ImportOptions& options) {
         throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
 }
 
+bool is_standard_input_taken(const ImportOptions& options) {
+    const auto is_in = [](const std::vector<std::string>& files) {
+        return std::count(files.begin(), files.end(), standard_stream) != 0;
+    };
+    return is_in(options.channels) || is_in(options.measured.files) || is_in(options.filter.selections) ||
+           options.modules == standard_stream;
+}
+
 MessageDigest::Extent extent_of(bool verbose) {
     return verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
 }
@@ -60,6 +68,9 @@ void import_command(const ImportOptions& options) {
         format = lineup_format(options.format);
     const ReadMeasurements measurements = read_measurements(options.measured);
     ImportedLists lists;
+    WishInput wish_input = options.wishes;
+    wish_input.verbose = options.verbose;
+    const std::vector<WishList> wishes = read_wishes(wish_input, is_standard_input_taken(options));
     for (const std::string& path : options.channels)
         lists.read(input_name(path), read_text(path), format);
     std::vector<std::string> measured;
@@ -76,12 +87,17 @@ void import_command(const ImportOptions& options) {
                         options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over, refine);
     const ReadFilter read = read_filter(options.filter, imported.services);
     choose_services(imported, read.filter);
+    Wishing wishing;
+    if (!wishes.empty())
+        wishing = keep_wishes(wish_input, wishes, imported);
     for (const std::string& message :
          import_messages(lists.lists, imported, read.missing, extent_of(options.verbose)))
         write_message(message);
     for (const std::string& message : measured)
         write_message(message);
-    write_text(options.output, write_headend(headend_of_import(std::move(planned), std::move(imported))));
+    Headend headend = headend_of_import(std::move(planned), std::move(imported));
+    take_wished_lcns(wish_input, wishes, wishing, headend);
+    write_text(options.output, write_headend(headend));
 }
 
 } // namespace zarven::tool

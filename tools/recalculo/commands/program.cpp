@@ -133,6 +133,20 @@ Option select_option(FilterInput& filter) {
                       "Only services that stand in this file, a name or LCN a line");
 }
 
+/// `effect` is what becomes of the services of the list.
+Option wish_option(WishInput& input, const std::string& effect) {
+    return named_file(with_value({"--wish"}, "FILE", &input.files,
+                                 effect +
+                                     " that stand in this wish list, those first that stand first: a "
+                                     "receiver's bouquet, a table as CSV, or a name or LCN a line; - for "
+                                     "standard input. May be given several times"));
+}
+
+Option wish_lcns_flag(WishInput& input) {
+    return flag("--wish-lcns", input.lcns,
+                "Take over the LCNs of the wish lists, or where these have none the places in them");
+}
+
 Option margin_option(MeasuredInput& input, const std::string& which) {
     return with_value({"--margin"}, "[KIND=]N%", &input.margins,
                       "Add so much to peak bitrates: measured=N% to " + which +
@@ -155,8 +169,15 @@ Command describe_run() {
     const auto options = std::make_shared<RunOptions>();
     return command(
         "run", "Place the services of a head-end and report where they went",
-        {headend_argument(options->headend), set_option(options->headend), only_option(options->filter),
-         exclude_option(options->filter), select_option(options->filter), json_flag(options->output.json),
+        {headend_argument(options->headend),
+         set_option(options->headend),
+         only_option(options->filter),
+         exclude_option(options->filter),
+         select_option(options->filter),
+         wish_option(options->wishes, "Ask only for services"),
+         wish_lcns_flag(options->wishes),
+         verbose_flag(options->wishes.verbose),
+         json_flag(options->output.json),
          html_option(options->output, "result"),
          named_file(with_value({"--live"}, "FILE", &options->live,
                                "Write the planner for a browser with this head-end inside, to go on there")),
@@ -168,8 +189,10 @@ Command describe_run() {
                                "Write the engine's log to a file; - for standard error")),
          with_fallback(with_value({"--max-log"}, "MB", &options->limits.log_megabytes,
                                   "Stop a run whose log is longer, in millions of bytes; 0 for no limit")),
-         fail_on_option(options->fail_on, "the placement"), trials_option(options->trials),
-         max_seconds_option(options->limits), color_option(options->style)},
+         fail_on_option(options->fail_on, "the placement"),
+         trials_option(options->trials),
+         max_seconds_option(options->limits),
+         color_option(options->style)},
         [options] { run_command(*options); });
 }
 
@@ -230,6 +253,8 @@ Command describe_choose() {
     return command(
         "choose", "Find which services to ask for, so that the most that matters is placed",
         {headend_argument(options->headend), set_option(options->headend),
+         wish_option(options->wishes, "Choose only among services"), wish_lcns_flag(options->wishes),
+         verbose_flag(options->wishes.verbose),
          with_value(
              {"--must"}, "KEY", &options->musts,
              "A service that must be placed, by its LCN or its name; with @ONID/TSID for one stream only. "
@@ -316,7 +341,9 @@ Command describe_import() {
                         "stream as JSON, a log of such, or a table as CSV; - for standard input. May be "
                         "given several times")),
          margin_option(options->measured, "measured ones"), only_option(options->filter),
-         exclude_option(options->filter), select_option(options->filter), verbose_flag(options->verbose)},
+         exclude_option(options->filter), select_option(options->filter),
+         wish_option(options->wishes, "Only services"), wish_lcns_flag(options->wishes),
+         verbose_flag(options->verbose)},
         [options] { import_command(*options); });
 }
 

@@ -72,6 +72,7 @@ void run_command(const RunOptions& options) {
             "a file for --html");
     const std::string file = input_name(options.headend.path);
     Headend headend = read_input(options.headend);
+    ask_for_wishes(options.wishes, options.headend.path, headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
     if (!options.live.empty())
         write_live_page(options.live, headend);

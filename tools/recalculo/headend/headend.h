@@ -88,6 +88,13 @@ struct Service : Programme {
     bool must = false;
     /// The engine is asked for it.
     bool ask = true;
+    /// A heading of its planner's list, for reports and selections; empty for none.
+    std::string group = {};
+    /// What the planner wants one of, as "Das Erste": of the services that have the same here, one is asked
+    /// for. Empty for a service that stands for itself.
+    std::string one_of = {};
+    /// Its place in the wish list of this run, from 1, behind all others where it has none; in no file.
+    std::size_t wished_as = static_cast<std::size_t>(-1);
 };
 
 /// A second appearance of a service of the same stream and LCN. It stands where its parent stands.

@@ -145,6 +145,11 @@ template <> struct Fields<Service> {
         visit.optional(
             "ask", service.ask, true,
             "false: the engine is not asked for it, nor for its clones and PIDs. `choose` writes it");
+        visit.optional("group", service.group, "",
+                       "A heading of its planner's, for reports and selections; `--wish` writes it");
+        visit.optional("one_of", service.one_of, "",
+                       "What one of is wanted, as \"Das Erste\": of the services that have the same here and "
+                       "may be asked for, exactly one is");
     }
 };
 

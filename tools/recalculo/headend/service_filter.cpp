@@ -134,22 +134,15 @@ ServiceTerms::Term ServiceTerms::term_of(const std::string& option, std::string_
         return [pattern = std::string(text.substr(by_name.size()))](const Service& service) {
             return matches(pattern, service.name);
         };
+    const std::string_view by_group = "group=";
+    if (text.substr(0, by_group.size()) == by_group && text.size() > by_group.size())
+        return [pattern = std::string(text.substr(by_group.size()))](const Service& service) {
+            return matches(pattern, service.group);
+        };
     throw Failure(
         fmt::format("{}: found \"{}\", expected tv, radio, hd, sd, scrambled, free, unknown, a stream as "
-                    "1/1002, LCNs as 12 or 100-199, or name=PATTERN with * and ?",
+                    "1/1002, LCNs as 12 or 100-199, name=PATTERN or group=PATTERN with * and ?",
                     option, shortened(text)));
-}
-
-ServiceSelection::ServiceSelection(std::string_view text) {
-    for (std::size_t number = 1;; ++number) {
-        const std::size_t end = text.find('\n');
-        const std::string_view line = trimmed(text.substr(0, end));
-        if (!line.empty() && line.front() != '#')
-            lines_.push_back({number, std::string(line)});
-        if (end == text.npos)
-            return;
-        text.remove_prefix(end + 1);
-    }
 }
 
 bool ServiceSelection::names(const Line& line, const Service& service) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "headend/headend.h"
@@ -17,11 +18,11 @@ namespace zarven::tool {
 /// What each of a list of terms may be, for people.
 inline constexpr const char* meaning_of_terms =
     "one of: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, "
-    "name=PATTERN; with commas between them";
+    "name=PATTERN, group=PATTERN; with commas between them";
 
 /// Terms with commas between them, of which one must hold: `tv`, `radio`, `hd`, `sd`, `scrambled`, `free`,
 /// `unknown`, a stream `1/1002`, an LCN `12` or several `100-199`, a name `name=*Sport*` with * for anything
-/// and ? for one character, whatever the case of the letters A to Z.
+/// and ? for one character, whatever the case of the letters A to Z, and a group `group=Sport` likewise.
 class ServiceTerms {
 public:
     /// Throws `Failure`; `option` is for messages.
@@ -37,18 +38,17 @@ private:
     std::vector<Term> terms_;
 };
 
-/// A wish list: a name or an LCN on each line, whatever the case of the letters A to Z; blank lines and those
-/// that begin with # are none. Some thousand lines.
+/// A list of names and LCNs, whatever the case of the letters A to Z. Some thousand lines.
 class ServiceSelection {
 public:
-    explicit ServiceSelection(std::string_view text);
-
-    bool has(const Service& service) const;
-
     struct Line {
         std::size_t number = 0;
         std::string text;
     };
+
+    explicit ServiceSelection(std::vector<Line> lines) : lines_(std::move(lines)) {}
+
+    bool has(const Service& service) const;
 
     /// The lines that name none of the services.
     std::vector<Line> without_service(const std::vector<Service>& services) const;

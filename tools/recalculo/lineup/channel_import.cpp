@@ -224,14 +224,19 @@ std::string name_of_nameless(std::uint16_t sid) {
 }
 
 void choose_services(ImportedChannels& imported, const ServiceFilter& filter) {
+    std::vector<std::size_t> wanted;
+    for (std::size_t index = 0; index < imported.services.size(); ++index)
+        if (filter.wants(imported.services[index]))
+            wanted.push_back(index);
+    keep_services(imported, wanted);
+}
+
+void keep_services(ImportedChannels& imported, const std::vector<std::size_t>& places) {
     std::vector<Service> services;
     std::vector<ServiceFacts> facts;
-    for (std::size_t index = 0; index < imported.services.size(); ++index) {
-        Service& service = imported.services[index];
-        if (!filter.wants(service))
-            continue;
-        services.push_back(std::move(service));
-        facts.push_back(imported.facts[index]);
+    for (const std::size_t place : places) {
+        services.push_back(std::move(imported.services[place]));
+        facts.push_back(imported.facts[place]);
     }
     imported.not_wanted += imported.services.size() - services.size();
     imported.services = std::move(services);

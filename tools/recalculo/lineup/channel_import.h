@@ -76,6 +76,10 @@ struct ImportedChannels {
 /// Leaves the services that are not wanted away, and counts again.
 void choose_services(ImportedChannels& imported, const ServiceFilter& filter);
 
+/// Keeps the services of these places alone, each given once, in this order; leaves the others away, and
+/// counts again.
+void keep_services(ImportedChannels& imported, const std::vector<std::size_t>& places);
+
 /// What becomes of a service that a list has twice, by ONID, TSID and SID of one transponder. SID 0 is none.
 enum class Duplicates { passed_over, kept };
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <map>
-#include <string>
 #include <tuple>
 #include <utility>
 
@@ -40,20 +39,6 @@ StreamKey read_stream(const Fields& fields, std::size_t first) {
     key.tsid = read_id("TSID", fields[first + 1], 16);
     key.onid = read_id("ONID", fields[first + 2], 16);
     return key;
-}
-
-/// The upper half of a namespace is the satellite's place in orbit, in tenths of a degree to the east.
-std::string source_of(std::uint32_t name_space) {
-    const std::uint32_t place = name_space >> 16;
-    if (place == 0xEEEE)
-        return "T";
-    if (place == 0xFFFF)
-        return "C";
-    if (place >= 3600)
-        return fmt::format("{:08x}", name_space);
-    const bool is_east = place <= 1800;
-    const std::uint32_t tenths = is_east ? place : 3600 - place;
-    return fmt::format("S{}.{}{}", tenths / 10, tenths % 10, is_east ? 'E' : 'W');
 }
 
 /// What a service type says; nothing for the types that are neither television nor radio, and for those that
@@ -237,7 +222,7 @@ void Lamedb::add(std::size_t line, const Fields& head, std::string_view name, st
         throw BadLine(fmt::format("found no transponder {:08x}:0000:0000, expected it: the stream has no ids",
                                   key.name_space));
     }
-    channel.source = source_of(key.name_space);
+    channel.source = source_of_namespace(key.name_space);
     for (const std::string& complaint : complaints)
         list_.remarks.push_back({line, complaint});
     list_.channels.push_back(std::move(channel));
@@ -368,6 +353,19 @@ void Lamedb::read_one_line(const Line& line) {
 
 ChannelList read_lamedb(std::string_view text) {
     return Lamedb(text).list();
+}
+
+std::string source_of_namespace(std::uint32_t name_space) {
+    const std::uint32_t place = name_space >> 16;
+    if (place == 0xEEEE)
+        return "T";
+    if (place == 0xFFFF)
+        return "C";
+    if (place >= 3600)
+        return fmt::format("{:08x}", name_space);
+    const bool is_east = place <= 1800;
+    const std::uint32_t tenths = is_east ? place : 3600 - place;
+    return fmt::format("S{}.{}{}", tenths / 10, tenths % 10, is_east ? 'E' : 'W');
 }
 
 } // namespace zarven::tool

@@ -17,6 +17,8 @@
 #ifndef RECALCULO_LAMEDB_H
 #define RECALCULO_LAMEDB_H
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "lineup/channel.h"
@@ -29,6 +31,10 @@ inline constexpr std::string_view lamedb_header = "eDVB services /";
 /// Reads a list in UTF-8 or Latin-1. A service that cannot be read keeps its place in the numbering. Throws
 /// `BadLine` (lineup/text_lines.h) for a first line that names no known version.
 ChannelList read_lamedb(std::string_view text);
+
+/// As `Channel::source`. The upper half of a namespace is the satellite's place in orbit, in tenths of a
+/// degree to the east.
+std::string source_of_namespace(std::uint32_t name_space);
 
 } // namespace zarven::tool
 

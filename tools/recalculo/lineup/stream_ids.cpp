@@ -19,7 +19,20 @@ std::uint32_t distance(std::uint32_t one, std::uint32_t other) {
     return one < other ? other - one : one - other;
 }
 
+/// In the largest unit in which it has 16 bits.
+std::uint16_t tsid_of_frequency(std::uint32_t frequency) {
+    while (frequency > 65535)
+        frequency /= 1000;
+    return static_cast<std::uint16_t>(frequency);
+}
+
 } // namespace
+
+bool is_made_up(std::uint16_t tsid, const Reception& reception) {
+    const std::uint16_t start = tsid_of_frequency(reception.frequency);
+    const std::uint16_t most_taken = 16;
+    return start != 0 && tsid >= start && tsid - start <= most_taken;
+}
 
 void FreeTsids::take(std::uint16_t tsid) {
     auto run = runs_.upper_bound(tsid);
@@ -82,11 +95,9 @@ std::optional<Stream> StreamIds::of(const Channel& channel) {
 std::optional<Stream> StreamIds::give(const Channel& channel, Stream listed) {
     if (listed != no_ids && given_.count(listed) == 0)
         return listed;
-    std::uint32_t start = channel.frequency;
-    while (start > 65535)
-        start /= 1000;
+    const std::uint16_t start = tsid_of_frequency(channel.frequency);
     FreeTsids& free = free_[listed.onid];
-    const std::uint16_t tsid = free.first_from(static_cast<std::uint16_t>(start));
+    const std::uint16_t tsid = free.first_from(start);
     if (tsid == 0)
         return std::nullopt;
     free.take(tsid);

@@ -35,6 +35,9 @@ private:
     std::map<std::uint16_t, std::uint16_t> runs_{{std::uint16_t{1}, std::uint16_t{65535}}};
 };
 
+/// The TSID of a stream may have been given to it: it is what its frequency gives, or the next that was free.
+bool is_made_up(std::uint16_t tsid, const Reception& reception);
+
 class StreamIds {
 public:
     /// Ids that a channel of the list has are given to no other stream.

@@ -1,16 +1,15 @@
-// The separator is the one of the heading. Fields are numbers, so that quotes need not be understood, only
-// passed over.
+// A rate is read as two whole numbers: not every standard library reads a decimal one without a locale.
 
 #include "measured/rates_csv.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 #include <fmt/format.h>
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "lineup/csv.h"
 #include "lineup/text_lines.h"
 
 namespace zarven::tool {
@@ -18,56 +17,6 @@ namespace zarven::tool {
 namespace {
 
 constexpr std::string_view expected_heading = "onid,tsid,sid,kbit_s";
-constexpr std::size_t no_column = std::string_view::npos;
-
-bool is_passed_over(std::string_view line) {
-    return is_blank(line) || trimmed(line).front() == '#';
-}
-
-std::string_view unquoted(std::string_view field) {
-    field = trimmed(field);
-    if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
-        return field.substr(1, field.size() - 2);
-    return field;
-}
-
-char lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-/// Where the columns stand.
-class Heading {
-public:
-    explicit Heading(std::string_view line) {
-        for (const std::string_view candidate : {",", ";", "\t"})
-            if (line.find(candidate) != line.npos) {
-                separator_ = candidate;
-                break;
-            }
-        for (const std::string_view field : split(line, separator_)) {
-            std::string name(unquoted(field));
-            std::transform(name.begin(), name.end(), name.begin(), lower);
-            names_.push_back(std::move(name));
-        }
-    }
-
-    std::size_t column(std::string_view name) const {
-        const auto found = std::find(names_.begin(), names_.end(), name);
-        return found == names_.end() ? no_column : static_cast<std::size_t>(found - names_.begin());
-    }
-
-    bool has(std::string_view name) const { return column(name) != no_column; }
-
-    /// The field of a line in that column; empty where the line has none.
-    std::string_view field(std::string_view line, std::string_view name) const {
-        const auto fields = split(line, separator_);
-        return column(name) < fields.size() ? unquoted(fields[column(name)]) : std::string_view();
-    }
-
-private:
-    std::string_view separator_ = ",";
-    std::vector<std::string> names_;
-};
 
 /// In bit/s.
 double read_rate(std::string_view text) {
@@ -86,14 +35,15 @@ double read_rate(std::string_view text) {
     return (whole + part) * 1000;
 }
 
-MeasuredService read_row(const Heading& heading, std::string_view line) {
+MeasuredService read_row(const CsvHeading& heading, std::string_view line) {
     MeasuredService service;
-    const std::string_view onid = heading.field(line, "onid");
+    const std::vector<std::string> fields = heading.fields_of(line);
+    const std::string_view onid = heading.field(fields, "onid");
     if (!onid.empty())
         service.onid = read_id("onid", onid);
-    service.tsid = read_id("tsid", heading.field(line, "tsid"));
-    service.sid = read_id("sid", heading.field(line, "sid"));
-    service.rate = read_rate(heading.field(line, "kbit_s"));
+    service.tsid = read_id("tsid", heading.field(fields, "tsid"));
+    service.sid = read_id("sid", heading.field(fields, "sid"));
+    service.rate = read_rate(heading.field(fields, "kbit_s"));
     return service;
 }
 
@@ -101,8 +51,8 @@ MeasuredService read_row(const Heading& heading, std::string_view line) {
 
 bool is_rates_csv(std::string_view text) {
     for (const Line& line : lines_of(text))
-        if (!is_passed_over(line.text)) {
-            const Heading heading(line.text);
+        if (!is_passed_over_in_csv(line.text)) {
+            const CsvHeading heading(line.text);
             return heading.has("tsid") || heading.has("sid") || heading.has("kbit_s");
         }
     return false;
@@ -110,9 +60,9 @@ bool is_rates_csv(std::string_view text) {
 
 MeasuredFile read_rates_csv(const std::string& file, std::string_view text) {
     MeasuredFile read{file, {{}}, {}};
-    std::optional<Heading> heading;
+    std::optional<CsvHeading> heading;
     for (const Line& line : lines_of(text)) {
-        if (is_passed_over(line.text))
+        if (is_passed_over_in_csv(line.text))
             continue;
         if (!heading) {
             heading.emplace(line.text);

@@ -61,14 +61,14 @@ _recalculo() {
         words='run explain compare size choose drill bound import measure export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --json --html --live --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --wish --wish-lcns --verbose --json --html --live --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
         explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
         compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
         size) words='-h --help --set --add --most --choose --jobs --json --max-seconds --color --version' ;;
-        choose) words='-h --help --set --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --max-seconds --color --version' ;;
+        choose) words='-h --help --set --wish --wish-lcns --verbose --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --max-seconds --color --version' ;;
         drill) words='-h --help --set --streams --spare --most --jobs --all --json --html --max-seconds --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
-        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --measured --margin --only --exclude --select --verbose --version' ;;
+        import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --measured --margin --only --exclude --select --wish --wish-lcns --verbose --version' ;;
         measure) words='-h --help --set -o --output --margin --verbose --version' ;;
         export) words='-h --help --format -o --output --version' ;;
         help) words='-h --help --version' ;;

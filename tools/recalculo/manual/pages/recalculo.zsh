@@ -31,9 +31,12 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
-            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
+            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN, group=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
             '*--exclude[No services that are one of these]:TERMS: ' \
             '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
+            '*--wish[Ask only for services that stand in this wish list, those first that stand first\: a receiver'\''s bouquet, a table as CSV, or a name or LCN a line; - for standard input. May be given several times]:FILE:_files' \
+            '--wish-lcns[Take over the LCNs of the wish lists, or where these have none the places in them]' \
+            '--verbose[Tell every message; by default three of each kind]' \
             '--json[Report as JSON]' \
             '--html[Write the result as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '--live[Write the planner for a browser with this head-end inside, to go on there]:FILE:_files' \
@@ -97,6 +100,9 @@ _recalculo() {
             '--help[Print this help message and exit]' \
             '*:HEADEND:_files' \
             '*--set[Change a value for this run, as in modules\[2\].pids_max=64, counted from 0, or modules\[MAC\].pids_max=64; \[*\] for all of a list; may be given several times]:PATH=VALUE: ' \
+            '*--wish[Choose only among services that stand in this wish list, those first that stand first\: a receiver'\''s bouquet, a table as CSV, or a name or LCN a line; - for standard input. May be given several times]:FILE:_files' \
+            '--wish-lcns[Take over the LCNs of the wish lists, or where these have none the places in them]' \
+            '--verbose[Tell every message; by default three of each kind]' \
             '*--must[A service that must be placed, by its LCN or its name; with @ONID/TSID for one stream only. May be given several times]:KEY: ' \
             '*--value[What services are worth, from 0 (leave it out) to 1000; 1 by default. The selection is as for --only of run; of several values for one service the last counts]:SELECTION=N: ' \
             '--seconds[How long to search; 20 by default, with --runs as long as these take]:N: ' \
@@ -156,9 +162,11 @@ _recalculo() {
             '--keep-duplicates[Import a service as often as the list has it; by default once]' \
             '*--measured[Measured rates, which stand in the place of estimates\: the analysis of a stream as JSON, a log of such, or a table as CSV; - for standard input. May be given several times]:FILE:_files' \
             '*--margin[Add so much to peak bitrates\: measured=N% to measured ones, estimated=N% to estimates, N% to both; may be given several times]:[KIND=]N%: ' \
-            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
+            '*--only[Only services that are one of\: tv, radio, hd, sd, scrambled, free, unknown, a stream as 1/1002, LCNs as 12 or 100-199, name=PATTERN, group=PATTERN; with commas between them. Of several --only all must hold]:TERMS: ' \
             '*--exclude[No services that are one of these]:TERMS: ' \
             '*--select[Only services that stand in this file, a name or LCN a line]:FILE:_files' \
+            '*--wish[Only services that stand in this wish list, those first that stand first\: a receiver'\''s bouquet, a table as CSV, or a name or LCN a line; - for standard input. May be given several times]:FILE:_files' \
+            '--wish-lcns[Take over the LCNs of the wish lists, or where these have none the places in them]' \
             '--verbose[Tell every message; by default three of each kind]' \
             '--version[Display program version information and exit]'
         ;;

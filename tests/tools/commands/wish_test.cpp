@@ -1,0 +1,73 @@
+// The option --wish, of each command that has it.
+
+#include "commands/command_line.h"
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace zarven::tool::wish_test {
+namespace {
+
+using nlohmann::json;
+
+TEST_F(CommandLine, RunAsksForWishesAlone) {
+    const std::string headend = write("headend.json", two_streams);
+    const std::string wishes = write("wishes.csv", "name,lcn\nB,7\nnobody,\n");
+    const Outcome outcome = run("run --json " + headend + " --wish " + wishes);
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, wishes + ": line 3: no service is called \"nobody\"\n" + wishes +
+                               ": read as table: 2 wishes, of which 1 found, 1 not found\n");
+    const json summary = json::parse(outcome.out).at("summary");
+    EXPECT_EQ(summary.at("loaded"), 1);
+    EXPECT_EQ(summary.at("not_asked_for"), 1);
+    EXPECT_EQ(outcome.out.find("\"lcn\": 7"), std::string::npos);
+    EXPECT_NE(run("run --json --wish-lcns " + headend + " --wish " + wishes).out.find("\"lcn\": 7"),
+              std::string::npos);
+    EXPECT_EQ(json::parse(run("run --json " + headend + " --wish " + wishes + " --exclude B").out)
+                  .at("summary")
+                  .at("loaded"),
+              0);
+}
+
+TEST_F(CommandLine, WishesThatNobodyMeetsAreAFailure) {
+    const Outcome outcome = run("run " + small + " --wish " + write("wishes", "nobody\n"));
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_NE(outcome.err.find("recalculo: none of the wishes is found, and nothing is asked for\n"),
+              std::string::npos);
+    expect_refused(run("run - --wish -", two_streams),
+                   "standard input: found \"-\" for --wish and for something else, expected it once");
+    expect_refused(run("run " + small + " --wish - --wish -"),
+                   "standard input: found \"-\" for two --wish, expected it once");
+}
+
+TEST_F(CommandLine, ImportTakesWishesInTheirOrder) {
+    const std::string wishes = write("wishes", "[Radio]\nRadio Faro\n[TV]\ncanal norte\nRia Cultura\n");
+    const Outcome outcome = run("import " + examples + "/sample.dvbv5.conf --modules " + small + " --wish " +
+                                wishes + " --wish-lcns");
+    EXPECT_EQ(outcome.code, 0);
+    std::vector<std::string> told;
+    for (const json& service : json::parse(outcome.out).at("services"))
+        told.push_back(service.at("name").get<std::string>() + " " + service.at("lcn").dump() + " " +
+                       service.value("group", "") + " " + std::to_string(service.value("value", 1)));
+    EXPECT_EQ(told,
+              (std::vector<std::string>{"Radio Faro 1 Radio 3", "Canal Norte 2 TV 2", "Ría Cultura 3 TV 1"}));
+    EXPECT_NE(outcome.err.find("1 service not wanted\n"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("\"Ria Cultura\" is taken for \"Ría Cultura\""), std::string::npos);
+}
+
+TEST_F(CommandLine, ChooseWritesWhatIsWished) {
+    const std::string headend = write("headend.json", two_streams);
+    const std::string wishes = write("wishes.csv", "name,lcn,group\nB,7,Best\n");
+    const Outcome outcome =
+        run("choose --runs 10 --jobs 1 " + headend + " --wish-lcns --wish " + wishes + " -o -");
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    const json services = json::parse(outcome.out).at("services");
+    EXPECT_EQ(services.at(0).at("ask"), false);
+    EXPECT_EQ(services.at(1).value("ask", true), true);
+    EXPECT_EQ(services.at(1).at("lcn"), 7);
+    EXPECT_EQ(services.at(1).at("group"), "Best");
+}
+
+} // namespace
+} // namespace zarven::tool::wish_test

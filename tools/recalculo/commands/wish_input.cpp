@@ -1,0 +1,84 @@
+// What a wish means is told before anything is numbered anew, by the LCNs that stand in the head-end.
+
+#include "commands/wish_input.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+#include "base/streams.h"
+#include "report/terminal.h"
+#include "report/wishing_text.h"
+
+namespace zarven::tool {
+
+namespace {
+
+MessageDigest::Extent extent_of(const WishInput& input) {
+    return input.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
+}
+
+void tell(const std::vector<std::string>& messages) {
+    for (const std::string& message : messages)
+        write_message(message);
+}
+
+Wishing find_told(const WishInput& input, const std::vector<WishList>& lists, std::vector<Service>& services,
+                  const std::vector<Reception>& streams) {
+    const Wishing wishing = find_wishes(lists, services, streams);
+    tell(wishing_messages(lists, services, wishing, extent_of(input)));
+    if (wishing.met.empty())
+        throw Failure("none of the wishes is found, and nothing is asked for", ExitCode::engine_did_not_run);
+    value_wishes(lists, wishing, services);
+    return wishing;
+}
+
+} // namespace
+
+std::vector<WishList> read_wishes(const WishInput& input, bool is_taken) {
+    const auto from_standard_input = std::count(input.files.begin(), input.files.end(), standard_stream);
+    if (from_standard_input + (is_taken ? 1 : 0) > 1 && from_standard_input != 0)
+        throw Failure(is_taken
+                          ? "standard input: found \"-\" for --wish and for something else, expected it once"
+                          : "standard input: found \"-\" for two --wish, expected it once");
+    std::vector<WishList> lists;
+    for (const std::string& path : input.files)
+        lists.push_back(read_wish_list(input_name(path), read_text(path)));
+    return lists;
+}
+
+void ask_for_wishes(const WishInput& input, const std::string& path, Headend& headend) {
+    if (input.files.empty())
+        return;
+    const std::vector<WishList> lists = read_wishes(input, path == standard_stream);
+    Wishing wishing = find_told(input, lists, headend.services, headend.streams);
+    std::vector<bool> is_wished(headend.services.size(), false);
+    for (const MetWish& met : wishing.met)
+        is_wished[met.service] = true;
+    for (std::size_t service = 0; service < headend.services.size(); ++service)
+        headend.services[service].ask = headend.services[service].ask && is_wished[service];
+    take_wished_lcns(input, lists, wishing, headend);
+}
+
+Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, ImportedChannels& imported) {
+    std::vector<Reception> streams;
+    for (const auto& [stream, reception] : imported.receptions)
+        streams.push_back(reception);
+    Wishing wishing = find_told(input, lists, imported.services, streams);
+    std::vector<std::size_t> order;
+    for (MetWish& met : wishing.met) {
+        order.push_back(met.service);
+        met.service = order.size() - 1;
+    }
+    keep_services(imported, order);
+    return wishing;
+}
+
+void take_wished_lcns(const WishInput& input, const std::vector<WishList>& lists, Wishing& wishing,
+                      Headend& headend) {
+    if (!input.lcns)
+        return;
+    number_wishes(lists, wishing, headend);
+    tell(lcn_messages(lists, headend.services, wishing, extent_of(input)));
+}
+
+} // namespace zarven::tool
