@@ -13,6 +13,7 @@
 #include "placement/engine_run.h"
 #include "placement/explanation_json.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/service_query.h"
 #include "placement/sizing.h"
 #include "placement/sizing/advising.h"
@@ -48,7 +49,8 @@ void run_told(tool::EngineRun& run) {
 } // namespace
 
 Message explain(const Message& question) {
-    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::settle_variants(headend, headend_name);
     std::vector<tool::ServiceQuery> queries;
     for (const std::string& text : question.head.value("services", std::vector<std::string>()))
         queries.push_back(tool::parse_service_query(text));
@@ -75,7 +77,8 @@ Message explain(const Message& question) {
 }
 
 Message size(const Message& question) {
-    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::settle_variants(headend, headend_name);
     const tool::Module kind = tool::read_module("module", question.texts.at(1));
     // What the engine refuses of the module is told under its own name.
     tool::load_engine(tool::with_modules({}, kind, 1), "module");
@@ -129,9 +132,10 @@ Message drill(const Message& question) {
 }
 
 Message bound(const Message& question) {
-    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::settle_variants(headend, headend_name);
     tool::EngineRun run = tool::load_engine(headend, headend_name);
-    const tool::Bound bound = tool::bound_of(run, tool::capacities_of(run));
+    const tool::Bound bound = tool::bound_of(headend, headend_name);
     run_told(run);
     const tool::Result result = tool::result_of(run, headend.name, tool::Reasons::omitted);
     Message message;

@@ -7,17 +7,19 @@
 #include "placement/bound.h"
 #include "placement/documents.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "report/bound_text.h"
 
 namespace zarven::tool {
 
 void bound_command(const BoundOptions& options) {
     apply(options.limits);
-    const Headend headend = read_input(options.headend);
+    Headend headend = read_input(options.headend);
     const std::string file = input_name(options.headend.path);
     const host::Log no_log("");
+    settle_variants(headend, file);
     EngineRun run = load_engine(headend, file);
-    const Bound bound = bound_of(run, capacities_of(run));
+    const Bound bound = bound_of(headend, file);
     run_watched(run, file);
     const Result result = result_of(run, headend.name, Reasons::omitted);
     write_text(standard_stream,

@@ -15,6 +15,7 @@
 #include "placement/comparison.h"
 #include "placement/documents.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/result_json.h"
 #include "report/comparison_text.h"
 #include "report/page/comparison_page.h"
@@ -23,9 +24,10 @@ namespace zarven::tool {
 
 namespace {
 
-Result result_of_run(const Headend& headend, const std::string& file) {
+Result result_of_run(Headend headend, const std::string& file) {
     warn_of_odd_macs(file, headend);
     const host::Log no_log("");
+    settle_variants(headend, file);
     EngineRun run = load_engine(headend, file);
     run_watched(run, file);
     return result_of(run, headend.name);

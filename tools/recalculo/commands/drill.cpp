@@ -14,6 +14,7 @@
 #include "placement/documents.h"
 #include "placement/drill.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/sizing/further_modules.h"
 #include "report/drill_text.h"
 #include "report/page/drill_page.h"
@@ -59,7 +60,8 @@ void drill_command(const DrillCommandOptions& options) {
     if (options.headend.path == standard_stream && options.spare == standard_stream)
         throw Failure("standard input: found \"-\" for the head-end and for --spare, expected it once");
     const host::Log no_log("");
-    const Headend headend = read_input(options.headend);
+    Headend headend = read_input(options.headend);
+    settle_variants(headend, input_name(options.headend.path));
     const std::optional<Module> spare = read_spare(options.spare);
     // What has been found is told before the program ends.
     const interruption::Deferred deferred;

@@ -16,6 +16,7 @@
 #include "placement/explanation.h"
 #include "placement/explanation_json.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/service_query.h"
 #include "placement/sizing/advising.h"
 #include "report/causes_text.h"
@@ -89,10 +90,11 @@ void explain_command(const ExplainOptions& options) {
     if (options.remedy && queries.empty())
         throw Failure("--remedy looks for what would place single services; expected --service for each");
     const std::string file = input_name(options.headend.path);
-    const Headend headend = read_input(options.headend);
+    Headend headend = read_input(options.headend);
 
     // No log: the engine is asked much that is no part of a run.
     const host::Log silence("");
+    settle_variants(headend, file);
     EngineRun run = load_engine(headend, file);
     Services services = services_with(queries, run, file, headend);
     run_watched(run, file);

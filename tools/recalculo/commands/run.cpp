@@ -12,6 +12,7 @@
 #include "commands/watched_run.h"
 #include "placement/engine_run.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/result.h"
 #include "placement/result_json.h"
 #include "placement/sizing/advising.h"
@@ -40,6 +41,12 @@ Advice look_for_advice(const Headend& headend, const std::string& file, const Re
     const host::Log no_log("");
     host::keep_pauses(false);
     return advice_for(headend, file, result, trials);
+}
+
+void settle(Headend& headend, const std::string& file) {
+    const host::Log no_log("");
+    host::keep_pauses(false);
+    settle_variants(headend, file);
 }
 
 Strategies run_strategies(const Headend& headend, const std::string& file) {
@@ -74,6 +81,7 @@ void run_command(const RunOptions& options) {
     Headend headend = read_input(options.headend);
     ask_for_wishes(options.wishes, options.headend.path, headend);
     withhold_unwanted(options.filter, options.headend.path, headend);
+    settle(headend, file);
     if (!options.live.empty())
         write_live_page(options.live, headend);
     Result result = run_driver(options, headend, file);

@@ -15,6 +15,7 @@
 #include "headend/headend_json.h"
 #include "placement/documents.h"
 #include "placement/host.h"
+#include "placement/one_of.h"
 #include "placement/sizing.h"
 #include "placement/sizing/further_modules.h"
 #include "report/progress_line.h"
@@ -64,7 +65,8 @@ void size_command(const SizeOptions& options) {
     if (from_standard_input + (options.headend.path == standard_stream ? 1 : 0) > 1)
         throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
     const host::Log no_log("");
-    const SizeInput input = read_inputs(options);
+    SizeInput input = read_inputs(options);
+    settle_variants(input.headend, input_name(options.headend.path));
     // What has been found is told before the program ends.
     const interruption::Deferred deferred;
     const Sizing sizing = size_input(input, options);

@@ -93,6 +93,8 @@ struct Service : Programme {
     /// What the planner wants one of, as "Das Erste": of the services that have the same here, one is asked
     /// for. Empty for a service that stands for itself.
     std::string one_of = {};
+    /// Another of its one-of group is asked for in its place; in no file.
+    bool yields = false;
     /// Its place in the wish list of this run, from 1, behind all others where it has none; in no file.
     std::size_t wished_as = static_cast<std::size_t>(-1);
 };

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "headend/stream.h"
+#include "placement/one_of.h"
 
 namespace zarven::tool {
 
@@ -33,12 +34,13 @@ Key key_of(const Programme& programme, std::uint16_t number) {
     return {{programme.onid, programme.tsid}, number};
 }
 
-std::vector<bool> clones_asked_for(const Headend& headend) {
+std::vector<bool> clones_asked_for(const Headend& headend, const std::vector<bool>& services) {
     Holders by_lcn;
     Holders by_osid;
-    for (const Service& service : headend.services) {
-        by_lcn.add(key_of(service, service.lcn), service.ask);
-        by_osid.add(key_of(service, service.osid), service.ask);
+    for (std::size_t index = 0; index < services.size(); ++index) {
+        const Service& service = headend.services[index];
+        by_lcn.add(key_of(service, service.lcn), services[index]);
+        by_osid.add(key_of(service, service.osid), services[index]);
     }
     std::vector<bool> asked;
     for (const Clone& clone : headend.clones)
@@ -47,13 +49,16 @@ std::vector<bool> clones_asked_for(const Headend& headend) {
     return asked;
 }
 
-std::vector<bool> pids_asked_for(const Headend& headend, const std::vector<bool>& clones) {
+std::vector<bool> pids_asked_for(const Headend& headend, const std::vector<bool>& services,
+                                 const std::vector<bool>& clones) {
     std::map<std::uint16_t, bool> of_clones;
     std::map<std::uint16_t, bool> of_services;
     std::set<Key> keys;
-    for (const Service& service : headend.services)
+    for (std::size_t index = 0; index < services.size(); ++index) {
+        const Service& service = headend.services[index];
         (keys.insert(key_of(service, service.lcn)).second ? of_services : of_clones)
-            .emplace(service.sid, service.ask);
+            .emplace(service.sid, services[index]);
+    }
     for (std::size_t index = 0; index < clones.size(); ++index)
         of_clones.emplace(headend.clones[index].sid, clones[index]);
     of_clones.merge(of_services);
@@ -68,15 +73,13 @@ std::vector<bool> pids_asked_for(const Headend& headend, const std::vector<bool>
 } // namespace
 
 AskedFor asked_for(const Headend& headend) {
-    const auto is_asked = [](const Service& service) { return service.ask; };
-    if (std::all_of(headend.services.begin(), headend.services.end(), is_asked))
-        return {std::vector<bool>(headend.services.size(), true),
-                std::vector<bool>(headend.clones.size(), true), std::vector<bool>(headend.pids.size(), true)};
     AskedFor asked;
-    for (const Service& service : headend.services)
-        asked.services.push_back(service.ask);
-    asked.clones = clones_asked_for(headend);
-    asked.pids = pids_asked_for(headend, asked.clones);
+    asked.services = services_asked_for(headend.services);
+    if (std::find(asked.services.begin(), asked.services.end(), false) == asked.services.end())
+        return {std::move(asked.services), std::vector<bool>(headend.clones.size(), true),
+                std::vector<bool>(headend.pids.size(), true)};
+    asked.clones = clones_asked_for(headend, asked.services);
+    asked.pids = pids_asked_for(headend, asked.services, asked.clones);
     return asked;
 }
 

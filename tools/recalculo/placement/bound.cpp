@@ -48,7 +48,7 @@ std::uint64_t sum_of_largest(std::uint64_t number, std::vector<std::uint64_t> va
 class Relaxation {
 public:
     Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
-               const std::vector<std::uint64_t>& values);
+               const std::vector<std::uint64_t>& values, const std::vector<bool>& of_any_stream = {});
 
     Bound limits() &&;
     Bound bound() &&;
@@ -78,13 +78,15 @@ private:
     std::vector<Demand> demands_;
     /// The numbers of services and their demands, stream by stream.
     std::vector<std::vector<Demand>> streams_;
+    /// Those whose stream is not known.
+    std::vector<Demand> of_any_stream_;
     Totals totals_;
     std::vector<Priced> priced_;
     Bound bound_;
 };
 
 Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
-                       const std::vector<std::uint64_t>& values) {
+                       const std::vector<std::uint64_t>& values, const std::vector<bool>& of_any_stream) {
     std::map<Stream, std::vector<Demand>> by_stream;
     for (std::size_t index = 0; index < values.size(); ++index) {
         if (values[index] == 0)
@@ -99,7 +101,9 @@ Relaxation::Relaxation(const EngineRun& loaded, const std::vector<ModuleCapacity
         possible_.push_back(service.get());
         demands_.push_back({service->peakBitRate, service->number_PIDs_CA,
                             reglas::ocupaTranscoder(service->Transcoding) ? 1u : 0u, values[index]});
-        by_stream[stream_of(*service)].push_back(demands_.back());
+        (index < of_any_stream.size() && of_any_stream[index] ? of_any_stream_
+                                                              : by_stream[stream_of(*service)])
+            .push_back(demands_.back());
     }
     for (auto& [stream, demands] : by_stream)
         streams_.push_back(std::move(demands));
@@ -164,13 +168,15 @@ BoundLimit Relaxation::limit_of(Resource resource, std::uint64_t capacity) const
 }
 
 BoundLimit Relaxation::limit_of_inputs() const {
+    const auto value_of = [](const std::vector<Demand>& demands) {
+        return std::accumulate(demands.begin(), demands.end(), std::uint64_t{0},
+                               [](std::uint64_t sum, const Demand& demand) { return sum + demand.value; });
+    };
     std::vector<std::uint64_t> values;
     for (const auto& stream : streams_)
-        values.push_back(
-            std::accumulate(stream.begin(), stream.end(), std::uint64_t{0},
-                            [](std::uint64_t sum, const Demand& demand) { return sum + demand.value; }));
+        values.push_back(value_of(stream));
     return {totals_.inputs, streams_.size(),
-            static_cast<std::size_t>(sum_of_largest(totals_.inputs, values))};
+            static_cast<std::size_t>(sum_of_largest(totals_.inputs, values) + value_of(of_any_stream_))};
 }
 
 BoundLimit Relaxation::limit_of_places() const {
@@ -195,23 +201,25 @@ void Relaxation::price(Resource resource, const BoundLimit& limit) {
 
 /// The bound at the prices in force.
 double Relaxation::value() const {
-    std::vector<double> worths;
-    for (const auto& stream : streams_) {
+    const auto worth_of = [this](const std::vector<Demand>& demands) {
         double worth = 0;
-        for (const Demand& demand : stream) {
+        for (const Demand& demand : demands) {
             double left = static_cast<double>(demand.value);
             for (const Priced& priced : priced_)
                 left -= priced.price * (demand.*priced.resource);
             worth += std::max(left, 0.0);
         }
-        worths.push_back(worth);
-    }
+        return worth;
+    };
+    std::vector<double> worths;
+    for (const auto& stream : streams_)
+        worths.push_back(worth_of(stream));
     if (totals_.inputs < worths.size()) {
         const auto middle = worths.begin() + static_cast<std::ptrdiff_t>(totals_.inputs);
         std::nth_element(worths.begin(), middle, worths.end(), std::greater<>());
         worths.erase(middle, worths.end());
     }
-    double sum = std::accumulate(worths.begin(), worths.end(), 0.0);
+    double sum = std::accumulate(worths.begin(), worths.end(), worth_of(of_any_stream_));
     for (const Priced& priced : priced_)
         sum += priced.price * static_cast<double>(priced.capacity);
     return sum;
@@ -301,8 +309,8 @@ Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modul
 }
 
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
-               const std::vector<std::uint64_t>& values) {
-    return Relaxation(loaded, modules, values).bound();
+               const std::vector<std::uint64_t>& values, const std::vector<bool>& of_any_stream) {
+    return Relaxation(loaded, modules, values, of_any_stream).bound();
 }
 
 } // namespace zarven::tool

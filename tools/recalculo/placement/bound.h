@@ -6,6 +6,7 @@
 #define RECALCULO_BOUND_H
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "placement/capacity.h"
@@ -59,9 +60,14 @@ Bound single_limits_of(const EngineRun& loaded, const std::vector<ModuleCapacity
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
 
 /// Bounds what could be placed by what it is worth, with a value for each of the loaded services; all that
-/// limits allow is then told in values. Services of value 0 are passed over.
+/// limits allow is then told in values. Services of value 0 are passed over. Those that are of one of several
+/// streams count as if they needed no input; the list is empty, or has one for each.
 Bound bound_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules,
-               const std::vector<std::uint64_t>& values);
+               const std::vector<std::uint64_t>& values, const std::vector<bool>& of_any_stream = {});
+
+/// Bounds how many services a head-end could place, whatever is asked for of its one-of groups, each of which
+/// counts once. Throws `Failure`.
+Bound bound_of(const Headend& headend, const std::string& file);
 
 } // namespace zarven::tool
 

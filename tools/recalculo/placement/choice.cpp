@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -12,6 +13,7 @@
 #include "placement/audit.h"
 #include "placement/bounded_run.h"
 #include "placement/capacity.h"
+#include "placement/one_of.h"
 #include "placement/reason.h"
 #include "placement/refusal.h"
 #include "placement/services.h"
@@ -121,6 +123,7 @@ public:
         report_.chosen = chosen_.side();
         report_.musts = reach_of_musts(headend_, file_);
         report_.value = reach_of_value(headend_, file_);
+        note_groups();
         report_.states = choice.states;
         report_.engine_runs = choice.engine_runs;
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
@@ -133,6 +136,35 @@ public:
     }
 
 private:
+    /// What stands for each service of a one-of group with everything asked for, and in the choice: the
+    /// variant that is asked for.
+    void note_groups() {
+        all_variant_.resize(headend_.services.size());
+        std::iota(all_variant_.begin(), all_variant_.end(), std::size_t{0});
+        chosen_variant_ = all_variant_;
+        for (const OneOf& group : one_of_groups(headend_.services)) {
+            const auto asked_in = [&group](const ChosenRun& run) {
+                const auto found =
+                    std::find_if(group.variants.begin(), group.variants.end(),
+                                 [&run](std::size_t variant) { return run.record(variant) != nullptr; });
+                return static_cast<std::size_t>(found - group.variants.begin());
+            };
+            const std::size_t chosen = asked_in(chosen_);
+            for (const std::size_t variant : group.variants) {
+                all_variant_[variant] = group.variants[asked_in(all_)];
+                if (chosen != group.variants.size())
+                    chosen_variant_[variant] = group.variants[chosen];
+            }
+            if (chosen == group.variants.size())
+                continue;
+            const std::size_t service = group.variants[chosen];
+            report_.variants.push_back({group.name, described(service), chosen_.is_placed(service),
+                                        chosen + 1, group.variants.size()});
+        }
+    }
+
+    /// With the choice, another of its group is asked for.
+    bool gives_way(std::size_t service) const { return chosen_variant_[service] != service; }
     bool is_withheld(std::size_t service) const { return chosen_.record(service) == nullptr; }
     bool is_in_choice(std::size_t service) const {
         return !is_withheld(service) && chosen_.is_placed(service);
@@ -141,6 +173,8 @@ private:
     ServiceResult described(std::size_t service) const {
         const auto& clones = all_.run().clones;
         const tRec_Servicio* record = all_.record(service);
+        if (record == nullptr)
+            record = chosen_.record(service);
         return describe(*record, std::any_of(clones.begin(), clones.end(),
                                              [record](const auto& clone) { return clone.get() == record; }));
     }
@@ -151,16 +185,24 @@ private:
 
     void sort_in(std::size_t service) {
         report_.has_values = report_.has_values || headend_.services[service].value != 1;
-        const bool was = all_.is_placed(service);
-        const bool is = is_in_choice(service);
+        // A group is told of by what is asked for of it.
+        if (all_.record(service) == nullptr && chosen_.record(service) == nullptr)
+            return;
+        const bool was = all_.is_placed(all_variant_[service]);
+        const bool is = is_in_choice(chosen_variant_[service]);
+        // Of a group the best variant, which is a must if any is.
+        if (headend_.services[service].must && all_variant_[service] == service &&
+            !(is && headend_.services[chosen_variant_[service]].must))
+            missed_.push_back(service);
+        if (gives_way(service))
+            return;
         if (is_withheld(service))
             report_.withheld.push_back(valued(service));
         if (is && !was)
             report_.gained.push_back({valued(service), chosen_.places(service), false});
         if (was && !is)
-            report_.lost.push_back({valued(service), all_.places(service), is_withheld(service)});
-        if (headend_.services[service].must && !is)
-            missed_.push_back(service);
+            report_.lost.push_back(
+                {valued(all_variant_[service]), all_.places(all_variant_[service]), is_withheld(service)});
     }
 
     /// A must that is withheld is asked for once more: the engine then tells why, or places it at a price.
@@ -225,6 +267,8 @@ private:
     ChosenRun all_;
     ChosenRun chosen_;
     std::vector<std::size_t> missed_;
+    std::vector<std::size_t> all_variant_;
+    std::vector<std::size_t> chosen_variant_;
     ChoiceReport report_;
 };
 

@@ -77,6 +77,8 @@ struct ChoiceReport {
     Reach value;
     /// In the order of the head-end.
     std::vector<ValuedService> withheld;
+    /// In the order of the groups; without those that are withheld.
+    std::vector<VariantResult> variants;
     std::vector<ValuedChange> gained;
     std::vector<ValuedChange> lost;
     std::vector<MissedMust> missed;

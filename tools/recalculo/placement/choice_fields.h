@@ -127,6 +127,7 @@ template <> struct Fields<ChoiceReport> {
                        "No arrangement places more of those that must be placed");
         visit.required("missed", report.missed, "Those that must be placed and are not");
         visit.required("withheld", report.withheld, "Services not to ask for");
+        visit.unless_empty("one_of", report.variants, meaning_of_variants);
         visit.required("gained", told_as<Gain>(report.gained), "Placed with the choice only");
         visit.required("lost", told_as<Loss>(report.lost), "Placed with everything asked for only");
         visit.where(Condition{report.moves.has_value()}, "moves", report.moves.value_or(MovesAgainstKept()),

@@ -45,8 +45,10 @@ void demand_services(const std::vector<std::string>& keys, const std::string& fi
     if (queries.empty())
         return;
     Headend everything = headend;
-    for (Service& service : everything.services)
+    for (Service& service : everything.services) {
         service.ask = true;
+        service.one_of.clear();
+    }
     const EngineRun run = load_engine(everything, file);
     for (const ServiceQuery& query : queries)
         for (const auto& record : services_with(query, run, file)) {

@@ -10,6 +10,7 @@
 
 #include "base/workers.h"
 #include "placement/drill_parts.h"
+#include "placement/one_of.h"
 #include "placement/sizing/further_modules.h"
 
 namespace zarven::tool {
@@ -20,9 +21,12 @@ class Drilling {
 public:
     Drilling(const Headend& headend, const std::string& file, const DrillOptions& options)
         : headend_(headend), file_(file), options_(options) {
-        for (const Service& service : headend.services)
-            if (service.must && service.ask)
+        const std::vector<bool> asked = services_asked_for(headend.services);
+        for (std::size_t index = 0; index < asked.size(); ++index) {
+            const Service& service = headend.services[index];
+            if (service.must && asked[index])
                 musts_.insert({{service.onid, service.tsid}, service.lcn, service.sid});
+        }
     }
 
     Drill drill() && {

@@ -12,6 +12,7 @@
 #include "headend/mac.h"
 #include "placement/asked_for.h"
 #include "placement/bounded_run.h"
+#include "placement/one_of.h"
 
 namespace zarven::tool {
 
@@ -143,6 +144,27 @@ void Loader::load(const HomeChannel& channel, std::size_t index) {
            fmt::format("home channel {}/{}", channel.onid, channel.tsid)});
 }
 
+void note_groups(const Headend& headend, EngineRun& run) {
+    std::map<std::string, std::size_t> known;
+    bool has_variants = false;
+    for (std::size_t index = 0; index < headend.services.size(); ++index) {
+        const Service& service = headend.services[index];
+        has_variants = has_variants || is_variant(service);
+        if (run.services[index] == nullptr || service.group.empty())
+            continue;
+        const auto [group, is_new] = known.emplace(service.group, run.groups.size());
+        if (is_new)
+            run.groups.push_back(service.group);
+        run.group_of.emplace(run.services[index], group->second);
+    }
+    if (!has_variants)
+        return;
+    for (const OneOf& group : one_of_groups(headend.services))
+        for (std::size_t place = 0; place < group.variants.size(); ++place)
+            if (const tRec_Servicio* const record = run.services[group.variants[place]])
+                run.variants.push_back({group.name, record, place + 1, group.variants.size()});
+}
+
 } // namespace
 
 std::string name_in(const EngineRun& run, const std::string& mac) {
@@ -183,6 +205,7 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     loader.load_all(headend.clones, asked.clones);
     loader.load_all(headend.pids, asked.pids);
     loader.load_all(headend.home_channels);
+    note_groups(headend, run);
     run.not_asked_for =
         static_cast<std::size_t>(std::count(asked.services.begin(), asked.services.end(), false));
     for (const Module& module : headend.modules)

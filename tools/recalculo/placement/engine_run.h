@@ -15,6 +15,15 @@
 
 namespace zarven::tool {
 
+/// The service that is asked for of a one-of group.
+struct AskedVariant {
+    std::string one_of;
+    const tRec_Servicio* service = nullptr;
+    /// Among the variants, the best of which is 1.
+    std::size_t place = 1;
+    std::size_t variants = 1;
+};
+
 /// A loaded engine.
 struct EngineRun {
     tRecalculo engine;
@@ -28,6 +37,12 @@ struct EngineRun {
     std::map<Stream, Reception> receptions;
     /// The records of services whose bitrate was measured.
     std::set<const tRec_Servicio*> measured;
+    /// The groups of the services that are asked for, in the order of the head-end, and of each record in one
+    /// the place of its group there.
+    std::vector<std::string> groups;
+    std::map<const tRec_Servicio*, std::size_t> group_of;
+    /// What is asked for of each one-of group.
+    std::vector<AskedVariant> variants;
     /// Services of the head-end that the engine is not asked for.
     std::size_t not_asked_for = 0;
 };

@@ -64,6 +64,8 @@ private:
     void gather_neither(Reasons reasons);
     void count();
     void count_rates();
+    void count_groups();
+    void gather_variants();
     std::size_t number_of(const ServiceSet& services, bool are_clones) const;
 
     const EngineRun& run_;
@@ -207,6 +209,25 @@ void Gathering::count() {
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
     counts.not_asked_for = run_.not_asked_for;
     count_rates();
+    count_groups();
+    gather_variants();
+}
+
+void Gathering::count_groups() {
+    for (const std::string& group : run_.groups)
+        result_.groups.push_back({group});
+    for (const auto& [service, group] : run_.group_of) {
+        if (clones_.count(service) != 0)
+            continue;
+        ++result_.groups[group].loaded;
+        result_.groups[group].placed += placed_.count(service);
+    }
+}
+
+void Gathering::gather_variants() {
+    for (const AskedVariant& variant : run_.variants)
+        result_.variants.push_back({variant.one_of, describe_service(*variant.service),
+                                    placed_.count(variant.service) != 0, variant.place, variant.variants});
 }
 
 void Gathering::count_rates() {

@@ -121,6 +121,23 @@ struct Counts {
     RateCounts rates = {};
 };
 
+/// A heading of the planner's list, and what became of its services.
+struct GroupResult {
+    std::string name;
+    std::size_t loaded = 0;
+    std::size_t placed = 0;
+};
+
+/// What is asked for of a one-of group, and what became of it.
+struct VariantResult {
+    std::string one_of;
+    ServiceResult service;
+    bool is_placed = false;
+    /// Among the variants, the best of which is 1.
+    std::size_t place = 1;
+    std::size_t variants = 1;
+};
+
 struct Result {
     std::string name;
     std::vector<ModuleResult> modules;
@@ -130,6 +147,9 @@ struct Result {
     Counts counts;
     /// Each stream once.
     std::vector<Reception> streams;
+    /// In the order of the head-end; clones do not count.
+    std::vector<GroupResult> groups;
+    std::vector<VariantResult> variants;
     /// Which limit to raise; a run does not tell it of itself.
     Advice advice;
     /// What the audit found; first what is broken.

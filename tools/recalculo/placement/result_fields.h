@@ -299,6 +299,32 @@ template <class Visitor, class Record> void visit_name(Visitor& visit, Record& n
     visit.unless_empty("name", name, "Name of the head-end, if it has one");
 }
 
+template <> struct Fields<GroupResult> {
+    static constexpr const char* name = "group";
+    static constexpr const char* meaning = "A group of services; clones do not count";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& group) {
+        visit.required("name", group.name, "The `group` of its services");
+        visit.required("loaded", count(group.loaded), "Services that the engine is asked for");
+        visit.required("placed", count(group.placed), "Those of them that are placed");
+    }
+};
+
+template <> struct Fields<VariantResult> {
+    static constexpr const char* name = "variant";
+    static constexpr const char* meaning = "What is asked for of a one-of group";
+
+    template <class Visitor, class Record> static void visit(Visitor& visit, Record& variant) {
+        visit.required("one_of", variant.one_of, "The `one_of` of the group");
+        visit_identity_of(visit, variant.service);
+        visit.required("placed", variant.is_placed, "It is placed");
+        visit.required("place", count(variant.place), "Which of the variants it is, from 1, the best");
+        visit.required("variants", count(variant.variants), "How many the group has that may be asked for");
+    }
+};
+
+inline constexpr const char* meaning_of_variants = "Of which services one of several is asked for, and which";
+
 inline constexpr const char* meaning_of_causes =
     "Why services are not placed, the cause of most of them first";
 
@@ -318,6 +344,8 @@ template <class Visitor, class Record> void visit_placement(Visitor& visit, Reco
         "Services neither placed nor left out, and clones neither attached nor waiting; empty as a rule",
         Since::a_later_version);
     visit_advice(visit, result.advice);
+    visit.unless_empty("groups", result.groups, "What became of groups, if services are in some");
+    visit.unless_empty("one_of", result.variants, meaning_of_variants);
     visit.unless_empty("streams", result.streams, "Where streams are received, if the head-end tells");
     visit_findings(visit, result.findings);
     visit.required("summary", result.counts, "The numbers of services");

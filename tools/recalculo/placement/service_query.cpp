@@ -13,6 +13,7 @@
 #include "base/utf8.h"
 #include "base/words.h"
 #include "placement/engine_run.h"
+#include "placement/one_of.h"
 
 namespace zarven::tool {
 
@@ -181,6 +182,23 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
     complain(query, run, file);
 }
 
+namespace {
+
+constexpr const char* no_ask = "it, or the service that it is a clone of, has \"ask\": false";
+
+std::string why_not_asked_for(const Service& service, const EngineRun& run) {
+    const auto asked =
+        std::find_if(run.variants.begin(), run.variants.end(),
+                     [&service](const AskedVariant& variant) { return variant.one_of == service.one_of; });
+    if (!service.ask || !is_variant(service) || asked == run.variants.end())
+        return no_ask;
+    return fmt::format("another of its group \"{}\" is asked for, \"{}\" (LCN {}, stream {})",
+                       shortened(service.one_of), shortened(asked->service->NombreEntrada),
+                       asked->service->LCN, to_string(stream_of(*asked->service)));
+}
+
+} // namespace
+
 Services services_with(const ServiceQuery& query, const EngineRun& run, const std::string& file,
                        const Headend& headend) {
     try {
@@ -189,16 +207,21 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
         if (run.not_asked_for == 0)
             throw;
         Headend everything = headend;
-        for (Service& service : everything.services)
+        for (Service& service : everything.services) {
             service.ask = true;
+            service.one_of.clear();
+        }
         const EngineRun loaded = load_engine(everything, file);
         // Where there is none at all, this tells of those that are withheld, too.
         const auto withheld = services_with(query, loaded, file).front();
-        throw Failure(
-            fmt::format("{}: {} {}: \"{}\" (LCN {}, stream {}) is not asked for: it, or the service "
-                        "that it is a clone of, has \"ask\": false",
-                        file, query.option, query.text, shortened(withheld->NombreEntrada), withheld->LCN,
-                        to_string(stream_of(*withheld))));
+        const auto place = std::find(loaded.services.begin(), loaded.services.end(), withheld.get());
+        throw Failure(fmt::format(
+            "{}: {} {}: \"{}\" (LCN {}, stream {}) is not asked for: {}", file, query.option, query.text,
+            shortened(withheld->NombreEntrada), withheld->LCN, to_string(stream_of(*withheld)),
+            place == loaded.services.end()
+                ? no_ask
+                : why_not_asked_for(
+                      headend.services[static_cast<std::size_t>(place - loaded.services.begin())], run)));
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/counted.h"
 #include "report/comparison_text.h"
+#include "report/groups_text.h"
 #include "report/service_list.h"
 #include "report/summary_text.h"
 #include "report/table.h"
@@ -40,6 +41,8 @@ public:
         write_missed();
         write_moves();
         write_withheld();
+        if (const std::string variants = variants_text(report_.variants, style_); !variants.empty())
+            text_ += '\n' + variants;
         write_changes("Gained", report_.gained);
         write_changes("Lost", report_.lost);
         text_ += '\n';

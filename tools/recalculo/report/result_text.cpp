@@ -13,6 +13,7 @@
 #include "base/counted.h"
 #include "base/utf8.h"
 #include "report/causes_text.h"
+#include "report/groups_text.h"
 #include "report/service_list.h"
 #include "report/service_marks.h"
 #include "report/summary_text.h"
@@ -157,6 +158,9 @@ public:
         write_without_place("Clones that found no place", result_.clones_waiting);
         write_without_place("Neither placed nor left out", result_.neither);
         write_notes();
+        for (const std::string& text :
+             {groups_text(result_.groups, style_), variants_text(result_.variants, style_)})
+            text_ += text.empty() ? "" : text + '\n';
         text_ += result_summary_text(result_, style_);
         return std::move(text_);
     }

@@ -25,7 +25,7 @@ Chain::Chain(const RehearsedHeadend& model, const Goal& goal, const reglas::Estr
       moves_(model, goal, numbers_) {}
 
 FillWorth Chain::worth_of(const PartFlags& asked) {
-    asked_.assign(asked);
+    asked_.assign(goal_.one_of_each(asked));
     fill_.run(asked_, strategy_);
     return goal_.worth_of(fill_.seating());
 }

@@ -49,13 +49,19 @@ void EngineChain::change(std::vector<bool>& asked) {
     if (kind == 0) {
         const bool are_asked = numbers_.below(2) == 0;
         for (const std::size_t service : any_stream())
-            asked[service] = are_asked;
+            if (are_asked)
+                judge_.trial().ask_instead(service, asked);
+            else
+                asked[service] = false;
         return;
     }
     for (std::uint64_t change = 0; change < (kind + 1) / 2; ++change) {
         const std::vector<std::size_t>& stream = any_stream();
         const std::size_t service = stream[numbers_.below(stream.size())];
-        asked[service] = !asked[service];
+        if (asked[service])
+            asked[service] = false;
+        else
+            judge_.trial().ask_instead(service, asked);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "placement/choosing/engine_trial.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -55,13 +56,48 @@ std::size_t number_of(const tRec_Servicio& service) {
 
 } // namespace
 
-EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays) : headend_(headend), stays_(stays) {
+EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays)
+    : headend_(headend), stays_(stays), groups_(one_of_groups(headend.services)),
+      group_of_(headend.services.size(), groups_.size()) {
+    for (std::size_t group = 0; group < groups_.size(); ++group)
+        for (const std::size_t variant : groups_[group].variants)
+            group_of_[variant] = group;
+    // From here on it is told which of them are asked for.
+    for (Service& service : headend_.services)
+        service.one_of.clear();
     headend_.pids.clear();
     headend_.home_channels.clear();
     headend_.streams.clear();
     number_services(headend_);
     for (const Service& service : headend_.services)
         askable_.push_back(service.ask && (service.must || service.value != 0));
+}
+
+void EngineTrial::keep_one_of_each(std::vector<bool>& asked) const {
+    for (const OneOf& group : groups_) {
+        bool has_one = false;
+        for (const std::size_t variant : group.variants) {
+            asked[variant] = asked[variant] && !has_one;
+            has_one = has_one || asked[variant];
+        }
+    }
+}
+
+void EngineTrial::ask_instead(std::size_t service, std::vector<bool>& asked) const {
+    if (group_of_[service] != groups_.size())
+        for (const std::size_t variant : groups_[group_of_[service]].variants)
+            asked[variant] = false;
+    asked[service] = true;
+}
+
+bool EngineTrial::is_withheld(std::size_t service, const std::vector<bool>& asked) const {
+    if (!askable_[service] || asked[service])
+        return false;
+    if (group_of_[service] == groups_.size())
+        return true;
+    const std::vector<std::size_t>& variants = groups_[group_of_[service]].variants;
+    return std::none_of(variants.begin(), variants.end(),
+                        [&asked](std::size_t variant) { return asked[variant]; });
 }
 
 EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
@@ -74,7 +110,9 @@ EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
 std::size_t EngineTrial::withheld_of(const std::vector<bool>& asked) const {
     std::size_t withheld = 0;
     for (std::size_t index = 0; index < asked.size(); ++index)
-        withheld += askable_[index] && !asked[index];
+        withheld += is_withheld(index, asked) &&
+                    (group_of_[index] == groups_.size() ||
+                     groups_[group_of_[index]].variants.front() == index);
     return withheld;
 }
 

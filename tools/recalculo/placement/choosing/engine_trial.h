@@ -9,6 +9,7 @@
 #include "headend/headend.h"
 #include "placement/choosing/choosing.h"
 #include "placement/engine_run.h"
+#include "placement/one_of.h"
 
 namespace zarven::tool {
 
@@ -35,8 +36,17 @@ public:
     /// Those that may be asked for.
     const std::vector<bool>& askable() const { return askable_; }
 
-    /// How many of those are not.
+    /// How many of those are not; of a group that is withheld as a whole, the best stands for all.
     std::size_t withheld_of(const std::vector<bool>& asked) const;
+
+    /// The one-of groups of what may be asked for. What is asked for has one of each at the most: as it is
+    /// changed it is made so again, and of several the best stays.
+    const std::vector<OneOf>& groups() const { return groups_; }
+    void keep_one_of_each(std::vector<bool>& asked) const;
+    /// Asks for one more, and for no other of its group.
+    void ask_instead(std::size_t service, std::vector<bool>& asked) const;
+    /// It is not asked for, and no other of its group is.
+    bool is_withheld(std::size_t service, const std::vector<bool>& asked) const;
 
     const Headend& headend() const { return headend_; }
 
@@ -61,6 +71,9 @@ private:
     Headend headend_;
     const StaysPut& stays_;
     std::vector<bool> askable_;
+    std::vector<OneOf> groups_;
+    /// Of each service, the place of its group; the number of groups for those in none.
+    std::vector<std::size_t> group_of_;
 };
 
 } // namespace zarven::tool

@@ -16,7 +16,7 @@ GivingBack::GivingBack(std::vector<Judge*> judges, TriedChoice best)
 void GivingBack::gather() {
     Group all;
     for (std::size_t service = 0; service < best_.asked.size(); ++service)
-        if (trial_.askable()[service] && !best_.asked[service])
+        if (trial_.is_withheld(service, best_.asked))
             all.push_back(service);
     if (all.empty())
         return;
@@ -42,7 +42,9 @@ std::uint64_t GivingBack::step() {
     std::vector<TriedChoice> tried(number, {best_.asked, {}});
     in_parallel(number, static_cast<unsigned>(number), [&](std::size_t index) {
         for (const std::size_t service : groups_[groups_.size() - 1 - index])
-            tried[index].asked[service] = true;
+            if (trial_.is_withheld(service, best_.asked))
+                tried[index].asked[service] = true;
+        trial_.keep_one_of_each(tried[index].asked);
         tried[index].outcome = judges_[index]->run_confirmed(tried[index].asked, best_.outcome.worth);
     });
     const auto kept =

@@ -1,6 +1,7 @@
 #include "placement/choosing/goal.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <tuple>
 
@@ -19,16 +20,51 @@ bool is_better(const FillWorth& one, const FillWorth& other) {
 }
 
 Goal::Goal(const Headend& headend, const StaysPut& stays, const RehearsedHeadend& model,
-           std::vector<std::vector<std::size_t>> services)
+           std::vector<std::vector<std::size_t>> services, const std::vector<OneOf>& groups)
     : parts_(model.parts.size()), services_(std::move(services)) {
     for (PartIndex part = 0; part < parts_.size(); ++part)
         for (const std::size_t service : services_[part]) {
             parts_[part].musts += headend.services[service].must;
             parts_[part].value += headend.services[service].value;
         }
+    find_rivals(groups);
     find_heights();
     find_places(stays, model);
     find_costs(model);
+}
+
+void Goal::find_rivals(const std::vector<OneOf>& groups) {
+    rivals_.resize(parts_.size());
+    if (groups.empty())
+        return;
+    std::map<std::size_t, PartIndex> parts;
+    for (PartIndex part = 0; part < parts_.size(); ++part)
+        for (const std::size_t service : services_[part])
+            parts.emplace(service, part);
+    for (const OneOf& group : groups) {
+        groups_.emplace_back();
+        for (const std::size_t variant : group.variants)
+            if (const auto part = parts.find(variant);
+                part != parts.end() &&
+                std::find(groups_.back().begin(), groups_.back().end(), part->second) == groups_.back().end())
+                groups_.back().push_back(part->second);
+        for (const PartIndex part : groups_.back())
+            for (const PartIndex rival : groups_.back())
+                if (rival != part)
+                    rivals_[part].push_back(rival);
+    }
+}
+
+std::vector<std::uint8_t> Goal::one_of_each(std::vector<std::uint8_t> asked) const {
+    for (const std::vector<PartIndex>& group : groups_) {
+        bool has_one = false;
+        for (const PartIndex part : group) {
+            if (has_one)
+                asked[part] = 0;
+            has_one = has_one || asked[part] != 0;
+        }
+    }
+    return asked;
 }
 
 void Goal::find_heights() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "placement/choosing/choosing.h"
+#include "placement/one_of.h"
 #include "placement/rehearsal/filling.h"
 #include "placement/rehearsal/rehearsed_headend.h"
 
@@ -31,7 +32,7 @@ class Goal {
 public:
     /// `services`: of each part, the places in `Headend::services` that it stands for.
     Goal(const Headend& headend, const StaysPut& stays, const RehearsedHeadend& model,
-         std::vector<std::vector<std::size_t>> services);
+         std::vector<std::vector<std::size_t>> services, const std::vector<OneOf>& groups = {});
 
     FillWorth worth_of(const Seating& seating) const;
 
@@ -39,6 +40,11 @@ public:
     double unit() const { return unit_; }
 
     const std::vector<std::size_t>& services_of(PartIndex part) const { return services_[part]; }
+
+    /// The parts of which one at the most is asked for together with this one, without itself.
+    const std::vector<PartIndex>& rivals_of(PartIndex part) const { return rivals_[part]; }
+    /// Of several rivals asked for, the best alone is left.
+    std::vector<std::uint8_t> one_of_each(std::vector<std::uint8_t> asked) const;
 
     /// The parts of each stream, from the place of its first on, those first that give most for what they
     /// take.
@@ -65,6 +71,7 @@ private:
         double pids = 0;
     };
 
+    void find_rivals(const std::vector<OneOf>& groups);
     void find_heights();
     void find_places(const StaysPut& stays, const RehearsedHeadend& model);
     void find_costs(const RehearsedHeadend& model);
@@ -74,6 +81,9 @@ private:
 
     std::vector<Part> parts_;
     std::vector<std::vector<std::size_t>> services_;
+    std::vector<std::vector<PartIndex>> rivals_;
+    /// Of each group the parts, the best first.
+    std::vector<std::vector<PartIndex>> groups_;
     std::vector<PartIndex> cheapest_first_;
     /// All of them, whatever their stream.
     std::vector<PartIndex> order_;

@@ -57,6 +57,12 @@ std::uint32_t Moves::any_stream() {
 }
 
 void Moves::turn(AskedParts& asked, PartIndex part) {
+    if (!asked.is_asked(part))
+        for (const PartIndex rival : goal_.rivals_of(part))
+            if (asked.is_asked(rival)) {
+                asked.ask(rival, false);
+                changed_.push_back(rival);
+            }
     asked.ask(part, !asked.is_asked(part));
     changed_.push_back(part);
 }

@@ -26,7 +26,8 @@ constexpr int most_purifications = 3;
 ChoosingSearch::ChoosingSearch(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays,
                                const ChoosingWatch& watch)
     : limits_(limits), watch_(watch), trial_(headend, stays), loaded_(trial_.load(trial_.askable())),
-      model_(loaded_), goal_(trial_.headend(), stays, model_, trial_.numbers_of(model_.services, loaded_)) {}
+      model_(loaded_),
+      goal_(trial_.headend(), stays, model_, trial_.numbers_of(model_.services, loaded_), trial_.groups()) {}
 
 ChoosingSearch::Job::Job(const ChoosingSearch& search, Numbers& seeds)
     : pool(search.model_, search.goal_, seeds.next()), judge(search.trial_, search.model_, search.goal_),
@@ -35,6 +36,7 @@ ChoosingSearch::Job::Job(const ChoosingSearch& search, Numbers& seeds)
 Choice ChoosingSearch::choice() {
     const Clock::time_point before = Clock::now();
     best_.asked = trial_.askable();
+    trial_.keep_one_of_each(best_.asked);
     best_.outcome = trial_.run(best_.asked);
     time_of_trial_ = Clock::now() - before;
     best_parts_ = parts_of(best_.asked);
@@ -91,7 +93,13 @@ void ChoosingSearch::search() {
 bool ChoosingSearch::is_all_reached() const {
     const ChoiceWorth& worth = best_.outcome.worth;
     return best_.outcome.is_sound && worth.withheld == 0 && worth.moved == 0 &&
-           best_.outcome.placed == trial_.askable();
+           best_.outcome.placed == best_.asked && is_best_of_each();
+}
+
+bool ChoosingSearch::is_best_of_each() const {
+    const std::vector<OneOf>& groups = trial_.groups();
+    return std::all_of(groups.begin(), groups.end(),
+                       [this](const OneOf& group) { return best_.asked[group.variants.front()]; });
 }
 
 void ChoosingSearch::round(std::uint64_t states) {
@@ -168,6 +176,7 @@ std::vector<bool> ChoosingSearch::services_of(const PartFlags& parts) const {
         if (parts[part] != 0)
             for (const std::size_t service : goal_.services_of(part))
                 services[service] = true;
+    trial_.keep_one_of_each(services);
     return services;
 }
 
@@ -194,6 +203,26 @@ void ChoosingSearch::give_back() {
         for (const auto& job : jobs_)
             engine_runs_ += job->judge.take_engine_runs();
     }
+    take_better_variants();
+}
+
+/// What makes no difference to the sum is not the same to viewers: HD comes before SD where nothing else is
+/// lost by it.
+void ChoosingSearch::take_better_variants() {
+    for (const OneOf& group : trial_.groups())
+        for (const std::size_t variant : group.variants) {
+            if (best_.asked[variant] || !may_go_on({}))
+                break;
+            TriedChoice tried{best_.asked, {}};
+            trial_.ask_instead(variant, tried.asked);
+            tried.outcome = trial_.run(tried.asked);
+            ++engine_runs_;
+            if (!tried.outcome.is_sound || !tried.outcome.placed[variant] ||
+                is_better(best_.outcome.worth, tried.outcome.worth))
+                continue;
+            best_ = std::move(tried);
+            break;
+        }
 }
 
 } // namespace zarven::tool

@@ -56,6 +56,8 @@ private:
     std::vector<bool> services_of(const PartFlags& parts) const;
     PartFlags parts_of(const std::vector<bool>& services) const;
     void give_back();
+    bool is_best_of_each() const;
+    void take_better_variants();
 
     const ChoosingLimits& limits_;
     const ChoosingWatch& watch_;

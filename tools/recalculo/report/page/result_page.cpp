@@ -13,6 +13,7 @@
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_causes.h"
+#include "report/page/result_groups.h"
 #include "report/page/result_modules.h"
 #include "report/page/result_parts.h"
 #include "report/page/result_streams.h"
@@ -81,6 +82,8 @@ void add_links(list& sections, const Result& result, const StreamMarks& marks) {
     link_section(sections, "left-out", "Left out", result.counts.left_out);
     link_section(sections, "waiting", "Clones waiting", result.clones_waiting.size());
     link_section(sections, "neither", "Neither placed nor left out", result.neither.size());
+    link_section(sections, "groups", "Groups", result.groups.size());
+    link_section(sections, "variants", "One of several", result.variants.size());
     link_section(sections, "streams", "Streams", marks.in_order().size());
 }
 
@@ -141,6 +144,10 @@ data facts_of(const Result& result, const StreamMarks& marks) {
     facts["has_legend"] = marks.received() <= stream_colours * stream_patterns;
     facts["legend"] = data(legend_entries(marks));
     facts["lists"] = data(unplaced_sections(result, marks));
+    facts["has_planned_groups"] = !result.groups.empty();
+    facts["planned_groups"] = data(planned_groups(result));
+    facts["has_asked_variants"] = !result.variants.empty();
+    facts["asked_variants"] = data(asked_variants(result));
     return facts;
 }
 

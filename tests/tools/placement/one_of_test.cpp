@@ -1,0 +1,204 @@
+// One-of groups: which variant is the best, and which is asked for where that one does not fit.
+
+#include "placement/one_of.h"
+
+#include <gtest/gtest.h>
+
+#include "placement/asked_for.h"
+#include "placement/bound.h"
+#include "placement/drill_parts.h"
+#include "placement/engine_run.h"
+#include "placement/host.h"
+#include "placement/made_services.h"
+#include "placement/result.h"
+#include "placement/service_query.h"
+
+#include "failure_message.h"
+
+namespace zarven::tool::one_of_test {
+namespace {
+
+using Places = std::vector<std::size_t>;
+using Flags = std::vector<bool>;
+
+Service variant(std::uint16_t lcn, std::uint16_t tsid, const std::string& one_of,
+                std::uint32_t bitrate = 4000) {
+    Service made = service(lcn, tsid, bitrate);
+    made.one_of = one_of;
+    return made;
+}
+
+Places order_of(const std::vector<Service>& services) {
+    return one_of_groups(services).at(0).variants;
+}
+
+TEST(OneOf, MustThenValueThenHdThenPlace) {
+    std::vector<Service> services(3, variant(1, 10, "X"));
+    EXPECT_EQ(order_of(services), (Places{0, 1, 2}));
+    services[2].wished_as = 2;
+    services[1].wished_as = 3;
+    EXPECT_EQ(order_of(services), (Places{2, 1, 0}));
+    services[1].video_format = 4;
+    EXPECT_EQ(order_of(services), (Places{1, 2, 0}));
+    services[0].value = 2;
+    EXPECT_EQ(order_of(services), (Places{0, 1, 2}));
+    services[2].must = true;
+    EXPECT_EQ(order_of(services), (Places{2, 0, 1}));
+}
+
+TEST(OneOf, WhatMayNotBeAskedForIsNoVariant) {
+    std::vector<Service> services(4, variant(1, 10, "X"));
+    services[0].ask = false;
+    services[1].value = 0;
+    services[2].value = 0;
+    services[2].must = true;
+    EXPECT_EQ(order_of(services), (Places{2, 3}));
+    services[2].must = false;
+    services[3].ask = false;
+    EXPECT_TRUE(one_of_groups(services).empty());
+    EXPECT_EQ(services_asked_for(services), (Flags{false, false, false, false}));
+}
+
+TEST(OneOf, GroupsStandInTheOrderOfTheirBest) {
+    std::vector<Service> services = {variant(1, 10, "A"), variant(2, 10, "B"), variant(3, 10, "A"),
+                                     service(4, 10)};
+    EXPECT_EQ(one_of_groups(services).at(0).name, "A");
+    services[1].value = 2;
+    EXPECT_EQ(one_of_groups(services).at(0).name, "B");
+    EXPECT_EQ(one_of_groups(services).size(), 2u);
+}
+
+TEST(OneOf, TheBestThatDoesNotYieldIsAskedFor) {
+    Headend headend;
+    headend.services = {variant(1, 10, "X"), variant(2, 20, "X"), service(3, 10)};
+    headend.clones = {clone_of(headend.services[0]), clone_of(headend.services[1])};
+    headend.pids = {{1, 101}, {2, 102}};
+    AskedFor asked = asked_for(headend);
+    EXPECT_EQ(asked.services, (Flags{true, false, true}));
+    EXPECT_EQ(asked.clones, (Flags{true, false}));
+    EXPECT_EQ(asked.pids, (Flags{true, false}));
+    headend.services[0].yields = true;
+    asked = asked_for(headend);
+    EXPECT_EQ(asked.services, (Flags{false, true, true}));
+    EXPECT_EQ(asked.clones, (Flags{false, true}));
+    headend.services[1].yields = true;
+    EXPECT_EQ(asked_for(headend).services, (Flags{false, false, true}));
+}
+
+class Settling : public testing::Test {
+protected:
+    Settling() { headend.modules.push_back({"A", 3, true, 2, {10000}, 8, 0, 0, 0}); }
+
+    /// The LCNs that are asked for.
+    std::vector<int> asked(std::size_t most_runs = 100) {
+        Headend settled = headend;
+        settle_variants(settled, "f", most_runs);
+        std::vector<int> lcns;
+        const Flags flags = services_asked_for(settled.services);
+        for (std::size_t index = 0; index < flags.size(); ++index)
+            if (flags[index])
+                lcns.push_back(settled.services[index].lcn);
+        return lcns;
+    }
+
+    using Lcns = std::vector<int>;
+
+    host::Log no_log{""};
+    Headend headend;
+};
+
+TEST_F(Settling, TheBestThatFitsIsAskedFor) {
+    // The load of an output stays under its ceiling of 10000.
+    headend.services = {variant(1, 10, "X", 9999), variant(2, 10, "X", 4000)};
+    EXPECT_EQ(asked(), Lcns{1});
+    headend.services[0].bitrate = 10000;
+    EXPECT_EQ(asked(), Lcns{2});
+    headend.services[1].bitrate = 10000;
+    EXPECT_EQ(asked(), Lcns{1}) << "where none fits, the best";
+}
+
+TEST_F(Settling, TheThirdIsTakenWhereTwoDoNotFit) {
+    headend.services = {variant(1, 10, "X", 12000), variant(2, 10, "X", 11000), variant(3, 10, "X", 9000)};
+    EXPECT_EQ(asked(), Lcns{3});
+    EXPECT_EQ(asked(2), Lcns{1}) << "as it is, and with the second";
+    EXPECT_EQ(asked(3), Lcns{3});
+    EXPECT_EQ(asked(0), Lcns{1});
+}
+
+TEST_F(Settling, NoOtherServiceIsLostByIt) {
+    // Both fit without LCN 9; the better one would cost it its place.
+    headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 4000), service(9, 10, 5000)};
+    EXPECT_EQ(asked(), (Lcns{2, 9}));
+    headend.services[2].value = 0;
+    headend.services[2].ask = false;
+    EXPECT_EQ(asked(), Lcns{1});
+}
+
+TEST_F(Settling, AVariantThatBringsLessIsNotTaken) {
+    headend.modules[0].inputs = 1;
+    headend.services = {variant(1, 20, "X", 4000), variant(2, 10, "X", 9000), service(8, 10, 3000),
+                        service(9, 10, 3000)};
+    // The engine takes stream 10 with LCN 8 and 9; with LCN 2 there, one of them would be lost.
+    EXPECT_EQ(asked(), (Lcns{1, 8, 9}));
+    headend.services[1].bitrate = 3000;
+    EXPECT_EQ(asked(), (Lcns{2, 8, 9}));
+    headend.services[1].bitrate = 9000;
+    headend.services[1].value = headend.services[0].value = 9;
+    EXPECT_EQ(asked(), (Lcns{2, 8, 9})) << "it is worth more than they are";
+}
+
+TEST_F(Settling, GroupsAreSettledOneAfterAnother) {
+    headend.services = {variant(1, 10, "X", 6000), variant(2, 10, "X", 3000), variant(3, 20, "Y", 6000),
+                        variant(4, 20, "Y", 3000)};
+    // One of them in HD has room beside the other in SD.
+    EXPECT_EQ(asked().size(), 2u);
+    EXPECT_EQ(asked(), (Lcns{1, 4}));
+}
+
+TEST_F(Settling, ResultsTellWhatIsAskedFor) {
+    headend.services = {variant(1, 10, "X", 10000), variant(2, 10, "X", 4000), service(9, 10)};
+    headend.services[1].group = headend.services[2].group = "G";
+    settle_variants(headend, "f", 9);
+    EngineRun run = load_engine(headend, "f");
+    run_engine(run, "f");
+    const Result result = result_of(run, "", Reasons::omitted);
+    ASSERT_EQ(result.variants.size(), 1u);
+    EXPECT_EQ(result.variants[0].one_of, "X");
+    EXPECT_EQ(result.variants[0].service.lcn, 2);
+    EXPECT_EQ(result.variants[0].place, 2u);
+    EXPECT_EQ(result.variants[0].variants, 2u);
+    EXPECT_TRUE(result.variants[0].is_placed);
+    ASSERT_EQ(result.groups.size(), 1u);
+    EXPECT_EQ(result.groups[0].loaded, 2u);
+    EXPECT_EQ(result.groups[0].placed, 2u);
+    EXPECT_EQ(result.counts.not_asked_for, 1u);
+    EXPECT_EQ(
+        failure_message([&] { services_with(parse_service_query("1"), run, "f", headend); }),
+        "f: --service 1: \"S1\" (LCN 1, stream 1/10) is not asked for: another of its group \"X\" is asked "
+        "for, \"S2\" (LCN 2, stream 1/10)");
+}
+
+TEST_F(Settling, WhereAStreamFailsTheNextVariantStandsIn) {
+    headend.services = {variant(1, 10, "X"), variant(2, 20, "X")};
+    settle_variants(headend, "f", 9);
+    FailedPart part{PartKind::stream};
+    part.stream = {1, 10};
+    EXPECT_EQ(services_asked_for(without(headend, part).services), (Flags{false, true}));
+}
+
+TEST_F(Settling, OneOfAGroupCountsInTheBound) {
+    headend.services = {variant(1, 10, "X"), variant(2, 20, "X"), service(3, 30), service(4, 30)};
+    EXPECT_EQ(bound_of(headend, "f").loaded, 3u);
+    EXPECT_EQ(bound_of(headend, "f").most, 2u) << "4000 each of 9999";
+    headend.modules[0].outputs = {20000};
+    headend.modules[0].inputs = 1;
+    EXPECT_EQ(bound_of(headend, "f").most, 3u) << "a variant could be in any stream";
+    headend.services[1].tsid = 10;
+    EXPECT_EQ(bound_of(headend, "f").most, 2u) << "all variants are in stream 10";
+    headend.services[1].one_of = "Y";
+    headend.modules[0].inputs = 2;
+    EXPECT_EQ(bound_of(headend, "f").most, 4u);
+}
+
+} // namespace
+} // namespace zarven::tool::one_of_test
