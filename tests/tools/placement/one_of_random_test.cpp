@@ -166,10 +166,11 @@ TEST_F(OneOfInRandomHeadends, ChoicesAskForOneOfEachAndRunGivesThem) {
         }
         EXPECT_LE(report.musts.most, report.musts.wanted) << "seed " << seed;
         EXPECT_EQ(report.musts.wanted, report.chosen.musts + report.missed.size()) << "seed " << seed;
-        if (is_sound(report.all) && is_sound(report.chosen))
+        if (is_sound(report.all) && is_sound(report.chosen)) {
             EXPECT_GE(std::make_tuple(report.chosen.musts, report.chosen.value),
                       std::make_tuple(report.all.musts, report.all.value))
                 << "seed " << seed;
+        }
     }
     EXPECT_GT(others, 5u) << "the head-ends are too large for the test";
 }

@@ -72,7 +72,9 @@ TEST(OneOf, TheBestThatDoesNotYieldIsAskedFor) {
     Headend headend;
     headend.services = {variant(1, 10, "X"), variant(2, 20, "X"), service(3, 10)};
     headend.clones = {clone_of(headend.services[0]), clone_of(headend.services[1])};
-    headend.pids = {{1, 101}, {2, 102}};
+    headend.pids.resize(2);
+    headend.pids[0].sid = 101;
+    headend.pids[1].sid = 102;
     AskedFor asked = asked_for(headend);
     EXPECT_EQ(asked.services, (Flags{true, false, true}));
     EXPECT_EQ(asked.clones, (Flags{true, false}));

@@ -30,7 +30,7 @@ bool is_better_variant(const Service& one, const Service& other) {
 }
 
 /// What is asked for of each group, and what the engine makes of it.
-struct Trial {
+struct GroupTrial {
     /// By group, the place among its variants.
     std::vector<std::size_t> asked;
     std::vector<bool> is_placed;
@@ -77,7 +77,7 @@ private:
                 continue;
             std::vector<std::size_t> others = now_.asked;
             others[group] = variant;
-            Trial trial = run(std::move(others));
+            GroupTrial trial = run(std::move(others));
             if (!trial.is_placed[group] || trial.merit() <= now_.merit())
                 continue;
             now_ = std::move(trial);
@@ -94,10 +94,10 @@ private:
                 headend_.services[groups_[group].variants[variant]].yields = variant < asked[group];
     }
 
-    Trial run(std::vector<std::size_t> asked) {
+    GroupTrial run(std::vector<std::size_t> asked) {
         --runs_left_;
         ask_for(asked);
-        Trial trial;
+        GroupTrial trial;
         trial.asked = std::move(asked);
         trial.is_placed.assign(groups_.size(), false);
         EngineRun run = load_engine(headend_, file_);
@@ -124,7 +124,7 @@ private:
     const std::string& file_;
     const std::vector<OneOf> groups_;
     std::size_t runs_left_;
-    Trial now_;
+    GroupTrial now_;
 };
 
 } // namespace

@@ -12,7 +12,7 @@ namespace zarven::tool {
 
 namespace {
 
-std::string quoted(std::string_view name) {
+std::string in_quotes(std::string_view name) {
     return fmt::format("\"{}\"", shortened(name));
 }
 
@@ -27,14 +27,14 @@ std::string place_of(const WishedIds& ids) {
 
 std::string wished_text(const Wish& wish) {
     if (!wish.name.empty())
-        return quoted(wish.name);
+        return in_quotes(wish.name);
     return wish.ids ? place_of(*wish.ids) : fmt::format("LCN {}", wish.lcn.value_or(0));
 }
 
-class Messages {
+class WishMessages {
 public:
-    Messages(const std::vector<WishList>& lists, const std::vector<Service>& services, const Wishing& wishing,
-             MessageDigest::Extent extent)
+    WishMessages(const std::vector<WishList>& lists, const std::vector<Service>& services,
+                 const Wishing& wishing, MessageDigest::Extent extent)
         : lists_(lists), services_(services), wishing_(wishing), extent_(extent), digest_(extent) {}
 
     std::vector<std::string> of_wishes() && {
@@ -49,11 +49,11 @@ public:
             add_met(met);
         for (const MetWish& met : wishing_.repeated)
             add(met.wish, "services that are wished for before",
-                fmt::format("{} is wished for before: passed over", quoted(services_[met.service].name)));
+                fmt::format("{} is wished for before: passed over", in_quotes(services_[met.service].name)));
         for (const MetWish& met : wishing_.withheld)
             add(met.wish, "services with \"ask\": false, which are not asked for",
-                fmt::format("{} ({}) has \"ask\": false: not asked for", quoted(services_[met.service].name),
-                            place_of(services_[met.service])));
+                fmt::format("{} ({}) has \"ask\": false: not asked for",
+                            in_quotes(services_[met.service].name), place_of(services_[met.service])));
         std::vector<std::string> lines = digest_.lines();
         for (std::size_t list = 0; list < lists_.size(); ++list)
             lines.push_back(summary(list));
@@ -64,17 +64,17 @@ public:
         for (const LcnClash& clash : wishing_.clashes) {
             const Service& service = services_[clash.service];
             add(clash.wish, "LCNs that are not taken over",
-                fmt::format("{} keeps LCN {}, because {}", quoted(service.name), service.lcn,
+                fmt::format("{} keeps LCN {}, because {}", in_quotes(service.name), service.lcn,
                             clash.holder == clash.service
                                 ? "another service of its stream has the same"
                                 : fmt::format("{} of its stream has LCN {}",
-                                              quoted(services_[clash.holder].name), clash.lcn)));
+                                              in_quotes(services_[clash.holder].name), clash.lcn)));
         }
         for (const SharedLcn& shared : wishing_.shared_lcns)
             digest_.add(name(), "LCNs of several services",
                         fmt::format("{}: LCN {} is that of {} and of {}, in two streams", name(), shared.lcn,
-                                    quoted(services_[shared.one].name),
-                                    quoted(services_[shared.other].name)));
+                                    in_quotes(services_[shared.one].name),
+                                    in_quotes(services_[shared.other].name)));
         std::vector<std::string> lines = digest_.lines();
         lines.push_back(
             fmt::format("{}: LCN of {} taken over", name(), counted(wishing_.renumbered, "service")));
@@ -108,7 +108,7 @@ private:
                 wish.name.empty()
                     ? fmt::format("no service has {}",
                                   wish.ids ? place_of(*wish.ids) : fmt::format("the {}", wished_text(wish)))
-                    : fmt::format("no service is called {}{}", quoted(wish.name), near));
+                    : fmt::format("no service is called {}{}", in_quotes(wish.name), near));
         }
     }
 
@@ -116,7 +116,7 @@ private:
         const auto near = names.nearest(wished);
         if (!near)
             return "";
-        return fmt::format("; did you mean {} ({})?", quoted(services_[*near].name),
+        return fmt::format("; did you mean {} ({})?", in_quotes(services_[*near].name),
                            place_of(services_[*near]));
     }
 
@@ -127,18 +127,18 @@ private:
             std::vector<std::string> others;
             for (const std::size_t other : met.others)
                 others.push_back(
-                    fmt::format("{} ({})", quoted(services_[other].name), place_of(services_[other])));
+                    fmt::format("{} ({})", in_quotes(services_[other].name), place_of(services_[other])));
             add(met.wish, "wishes that several services meet",
                 fmt::format("{} may be {} ({}), which is taken, or {}", wished_text(wish),
-                            quoted(service.name), place_of(service), fmt::join(others, ", ")));
+                            in_quotes(service.name), place_of(service), fmt::join(others, ", ")));
         } else if (met.likeness == Likeness::like) {
             add(met.wish, "names that are taken for one like them",
-                fmt::format("{} is taken for {} ({})", quoted(wish.name), quoted(service.name),
+                fmt::format("{} is taken for {} ({})", in_quotes(wish.name), in_quotes(service.name),
                             place_of(service)));
         } else if (met.likeness == Likeness::other_tsid) {
             add(met.wish, "ids that are taken for those of a stream with a TSID by frequency",
                 fmt::format("{} is taken for {} ({}), whose stream has its TSID by frequency",
-                            place_of(*wish.ids), quoted(service.name), place_of(service)));
+                            place_of(*wish.ids), in_quotes(service.name), place_of(service)));
         }
     }
 
@@ -171,13 +171,13 @@ private:
 std::vector<std::string> wishing_messages(const std::vector<WishList>& lists,
                                           const std::vector<Service>& services, const Wishing& wishing,
                                           MessageDigest::Extent extent) {
-    return Messages(lists, services, wishing, extent).of_wishes();
+    return WishMessages(lists, services, wishing, extent).of_wishes();
 }
 
 std::vector<std::string> lcn_messages(const std::vector<WishList>& lists,
                                       const std::vector<Service>& services, const Wishing& wishing,
                                       MessageDigest::Extent extent) {
-    return Messages(lists, services, wishing, extent).of_lcns();
+    return WishMessages(lists, services, wishing, extent).of_lcns();
 }
 
 } // namespace zarven::tool
