@@ -2,6 +2,8 @@
 
 #include "placement/sizing/advising.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "base/streams.h"
@@ -86,17 +88,20 @@ TEST_F(Advising, OfTheModulesTheOneNearestToMostServices) {
     const std::string nearest = now.left_out.at(0).services.at(0).nearest;
     ASSERT_FALSE(nearest.empty());
     EXPECT_EQ(advice(8).raises.at(0).mac, nearest);
+    const auto is_nearest_raised = [&] {
+        const std::vector<Raise> raises = advice_for(headend, "f", now, 8).raises;
+        return std::any_of(raises.begin(), raises.end(),
+                           [&nearest](const Raise& raise) { return raise.mac == nearest; });
+    };
     now.left_out[0].services[0].nearest = nearest == "A" ? "B" : "A";
-    const Advice other = advice_for(headend, "f", now, 8);
-    for (const Raise& raise : other.raises)
-        EXPECT_NE(raise.mac, nearest);
+    EXPECT_FALSE(is_nearest_raised());
     // Two services to one.
     std::vector<ServiceResult>& left_out = now.left_out[0].services;
     left_out.resize(3, ServiceResult(left_out[0]));
     left_out[0].nearest = nearest;
-    EXPECT_TRUE(advice_for(headend, "f", now, 8).raises.empty()) << "that module is the second";
+    EXPECT_FALSE(is_nearest_raised());
     left_out[1].nearest = nearest;
-    EXPECT_EQ(advice_for(headend, "f", now, 8).raises.at(0).mac, nearest);
+    EXPECT_TRUE(is_nearest_raised());
 }
 
 TEST_F(Advising, NoneIsGivenWhereARunFails) {
