@@ -15,6 +15,8 @@
 #include "lineup/channels_conf.h"
 #include "lineup/lineup.h"
 #include "placement/result_json.h"
+#include "report/wishing_text.h"
+#include "wishes/wishing.h"
 
 using namespace zarven::tool;
 using fuzz::exigir;
@@ -61,6 +63,24 @@ void read_with_settings(const std::string& text) {
     read_headend("fuzz", text.substr(begin), settings);
 }
 
+// Of a few services, among them one that some wish of any list may mean.
+void read_as_wishes(const std::string& text) {
+    const std::vector<WishList> lists = {read_wish_list("fuzz", text)};
+    Headend headend;
+    headend.services.resize(3);
+    for (std::size_t index = 0; index < headend.services.size(); ++index)
+        headend.services[index].lcn = static_cast<std::uint16_t>(index + 1);
+    headend.services[0].name = headend.services[0].output_name = lists.front().wishes.front().name;
+    Wishing wishing = find_wishes(lists, headend.services, {});
+    exigir(wishing.met.size() + wishing.repeated.size() + wishing.missing.size() ==
+               lists.front().wishes.size(),
+           "each wish is met, repeated or missing");
+    value_wishes(lists, wishing, headend.services);
+    number_wishes(lists, wishing, headend);
+    wishing_messages(lists, headend.services, wishing, MessageDigest::Extent::all);
+    lcn_messages(lists, headend.services, wishing, MessageDigest::Extent::all);
+}
+
 void read(unsigned reader, const std::string& text) {
     switch (reader) {
     case '0':
@@ -78,6 +98,8 @@ void read(unsigned reader, const std::string& text) {
     case '6':
         read_module("fuzz", text);
         return;
+    case 'w':
+        return read_as_wishes(text);
     default:
         return read_as_channels(text, std::nullopt);
     }

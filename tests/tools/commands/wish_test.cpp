@@ -24,7 +24,7 @@ TEST_F(CommandLine, RunAsksForWishesAlone) {
     EXPECT_EQ(outcome.out.find("\"lcn\": 7"), std::string::npos);
     EXPECT_NE(run("run --json --wish-lcns " + headend + " --wish " + wishes).out.find("\"lcn\": 7"),
               std::string::npos);
-    EXPECT_EQ(json::parse(run("run --json " + headend + " --wish " + wishes + " --exclude B").out)
+    EXPECT_EQ(json::parse(run("run --json " + headend + " --wish " + wishes + " --exclude name=B").out)
                   .at("summary")
                   .at("loaded"),
               0);
@@ -47,7 +47,8 @@ TEST_F(CommandLine, ImportTakesWishesInTheirOrder) {
                                 wishes + " --wish-lcns");
     EXPECT_EQ(outcome.code, 0);
     std::vector<std::string> told;
-    for (const json& service : json::parse(outcome.out).at("services"))
+    const json headend = json::parse(outcome.out);
+    for (const json& service : headend.at("services"))
         told.push_back(service.at("name").get<std::string>() + " " + service.at("lcn").dump() + " " +
                        service.value("group", "") + " " + std::to_string(service.value("value", 1)));
     EXPECT_EQ(told,

@@ -127,13 +127,13 @@ TEST_F(Settling, TheThirdIsTakenWhereTwoDoNotFit) {
     EXPECT_EQ(asked(0), Lcns{1});
 }
 
-TEST_F(Settling, NoOtherServiceIsLostByIt) {
-    // Both fit without LCN 9; the better one would cost it its place.
+TEST_F(Settling, TheBestStaysWhereItIsPlaced) {
+    // With the smaller one LCN 9 would have room, too: that is for a choice to find.
     headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 4000), service(9, 10, 5000)};
-    EXPECT_EQ(asked(), (Lcns{2, 9}));
-    headend.services[2].value = 0;
-    headend.services[2].ask = false;
-    EXPECT_EQ(asked(), Lcns{1});
+    EXPECT_EQ(asked(), (Lcns{1, 9}));
+    headend.services[0].lcn = 10;
+    headend.services[0].sid = headend.services[0].osid = 110;
+    EXPECT_EQ(asked(), (Lcns{2, 9})) << "LCN 9 comes first now, and leaves no room for the best";
 }
 
 TEST_F(Settling, AVariantThatBringsLessIsNotTaken) {

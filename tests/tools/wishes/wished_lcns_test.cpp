@@ -84,6 +84,16 @@ TEST(WishedLcns, ThatStandInTwoStreamsAreTold) {
     EXPECT_EQ(made.messages.front(), "list1: LCN 3 is that of \"A\" and of \"C\", in two streams");
 }
 
+TEST(WishedLcns, VariantsMayShareTheirs) {
+    Headend headend = three();
+    headend.services[0].one_of = headend.services[2].one_of = "X";
+    const Numbered made = numbered({"name,lcn\nA,3\nC,3\n"}, headend);
+    EXPECT_EQ(made.lcns(), (Lcns{3, 2, 3}));
+    EXPECT_EQ(made.messages.size(), 1u);
+    headend.services[2].one_of = "Y";
+    EXPECT_EQ(numbered({"name,lcn\nA,3\nC,3\n"}, headend).messages.size(), 2u);
+}
+
 TEST(WishedLcns, TakeClonesAlong) {
     Headend headend = three();
     headend.clones.resize(2);

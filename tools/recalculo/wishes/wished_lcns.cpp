@@ -4,6 +4,7 @@
 
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "headend/stream.h"
@@ -86,14 +87,17 @@ private:
         return true;
     }
 
-    /// Over streams an LCN may stand twice for the engine, and hardly for a receiver.
+    /// Over streams an LCN may stand twice for the engine, and hardly for a receiver, unless they are
+    /// variants of which one is asked for.
     void find_shared() {
         std::map<std::uint16_t, std::size_t> first;
         std::set<std::uint16_t> told;
         for (const MetWish& met : wishing_.met) {
             const Service& service = headend_.services[met.service];
             const auto [holder, is_free] = first.emplace(service.lcn, met.service);
-            if (!is_free && told.insert(service.lcn).second)
+            const std::string& one_of = headend_.services[holder->second].one_of;
+            const bool are_variants = !one_of.empty() && one_of == service.one_of;
+            if (!is_free && !are_variants && told.insert(service.lcn).second)
                 wishing_.shared_lcns.push_back({service.lcn, holder->second, met.service});
         }
     }

@@ -367,5 +367,32 @@ TEST(Page, LabelsOfModulesAndPlacesOfStreams) {
     EXPECT_NE(text.find("<span>stream 1/1002</span> <span class=\"note\">514 MHz</span>"), std::string::npos);
 }
 
+TEST(Page, GroupsAndVariantsHaveTheirSections) {
+    EXPECT_FALSE(has(everything(), "id=\"groups\""));
+    EXPECT_FALSE(has(everything(), "id=\"variants\""));
+    Result result;
+    result.groups = {{"Sport <1>", 3, 2}, {"News", 1, 1}};
+    VariantResult variant;
+    variant.one_of = "ZDF";
+    variant.service = service({1, 1011}, 8000);
+    variant.service.lcn = 6;
+    variant.service.name = "ZDF HD";
+    variant.place = 2;
+    variant.variants = 3;
+    result.variants = {variant};
+    const std::string page = body_of(result);
+    EXPECT_TRUE(has(page,
+                    "<tr><th scope=\"row\"><bdi>Sport &lt;1&gt;</bdi></th><td class=\"number lacking\">2</td>"
+                    "<td class=\"number\">3</td></tr>\n"));
+    EXPECT_TRUE(has(page, "<bdi>News</bdi></th><td class=\"number\">1</td>"));
+    EXPECT_TRUE(
+        has(page, "<tr><th scope=\"row\"><bdi>ZDF</bdi></th><td class=\"number\">6</td><td><bdi>ZDF HD</bdi>"
+                  "</td><td class=\"number\">1/1011</td><td class=\"number\">2 of 3</td><td "
+                  "class=\"lacking\">not placed</td></tr>\n"));
+    EXPECT_TRUE(has(page, "href=\"#groups\""));
+    result.variants[0].is_placed = true;
+    EXPECT_TRUE(has(body_of(result), "<td>placed</td></tr>"));
+}
+
 } // namespace
 } // namespace zarven::tool::result_page_test

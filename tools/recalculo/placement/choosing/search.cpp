@@ -209,20 +209,24 @@ void ChoosingSearch::give_back() {
 /// What makes no difference to the sum is not the same to viewers: HD comes before SD where nothing else is
 /// lost by it.
 void ChoosingSearch::take_better_variants() {
-    for (const OneOf& group : trial_.groups())
-        for (const std::size_t variant : group.variants) {
-            if (best_.asked[variant] || !may_go_on({}))
-                break;
+    for (const OneOf& group : trial_.groups()) {
+        const auto asked = std::find_if(group.variants.begin(), group.variants.end(),
+                                        [this](std::size_t variant) { return best_.asked[variant]; });
+        if (asked == group.variants.end())
+            continue;
+        const bool is_placed = best_.outcome.placed[*asked];
+        for (auto variant = group.variants.begin(); variant != asked && may_go_on({}); ++variant) {
             TriedChoice tried{best_.asked, {}};
-            trial_.ask_instead(variant, tried.asked);
+            trial_.ask_instead(*variant, tried.asked);
             tried.outcome = trial_.run(tried.asked);
             ++engine_runs_;
-            if (!tried.outcome.is_sound || !tried.outcome.placed[variant] ||
+            if (!tried.outcome.is_sound || (is_placed && !tried.outcome.placed[*variant]) ||
                 is_better(best_.outcome.worth, tried.outcome.worth))
                 continue;
             best_ = std::move(tried);
             break;
         }
+    }
 }
 
 } // namespace zarven::tool
