@@ -40,4 +40,4 @@ else
 fi
 export RECALCULO=$PWD/build/gcc/tools/recalculo/recalculo
 cd tests/tools/page
-node --test planner_unpack.test.js planner_engine.test.js planner.test.js planner_firefox.test.js
+node --test --test-concurrency=2 planner_*.test.js

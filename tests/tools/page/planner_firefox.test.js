@@ -1,5 +1,5 @@
 // The planner in Firefox: one plan from an empty page to the answers, by keyboard. What a person does in all its ways is
-// tried in Chromium (planner.test.js).
+// tried in Chromium (the other tests).
 
 import assert from "node:assert/strict";
 import { join, resolve } from "node:path";

@@ -1,13 +1,39 @@
 // The planner's page in a browser, for its tests: opened from disk with its network watched, and what one does there.
 
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
+import { execFileSync } from "node:child_process";
+import { mkdtempSync, readFileSync, rmSync } from "node:fs";
+import { tmpdir } from "node:os";
 import { join, resolve } from "node:path";
+import { after, before, test } from "node:test";
 import { pathToFileURL } from "node:url";
+import { openBrowser } from "./browser.js";
 
 export const root = resolve(import.meta.dirname, "../../..");
 export const examples = join(root, "examples");
 export const pageFile = resolve(process.env.PAGE ?? join(root, "build/web/recalculo.html"));
+
+export const small = join(examples, "small.json");
+export const medium = join(examples, "medium.json");
+
+export const recalculo = resolve(process.env.RECALCULO ?? join(root, "build/gcc/tools/recalculo/recalculo"));
+export const native = (...parameters) => execFileSync(recalculo, parameters, { encoding: "utf8", maxBuffer: 2 ** 28, stdio: ["ignore", "pipe", "ignore"] });
+
+/// For the tests of a file: a browser of their own, a folder, and `at(name, use, options)`, a test that visits the page.
+export const setUp = () => {
+    const folder = mkdtempSync(join(tmpdir(), "recalculo-planner-"));
+    const own = { folder };
+    before(async () => { own.browser = await openBrowser(); });
+    after(async () => {
+        await own.browser.close();
+        rmSync(folder, { recursive: true });
+    });
+    own.at = (name, use, { before: prepare = () => {}, ...more } = {}) => test(name, () => {
+        prepare();
+        return visit(own.browser, use, more);
+    });
+    return own;
+};
 
 /// Opens a page of its own, calls `use` and is sure that nothing was complained of and nothing asked of a network.
 export const visit = async (browser, use, { options = {}, file = pageFile, isReady = true, init } = {}) => {

@@ -1,0 +1,175 @@
+// Changing a head-end in the tables. PAGE is the page, RECALCULO the program.
+
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { describe } from "node:test";
+import { activeCell, edit, grid, medium, native, openFiles, placed, press, settled, setUp, small, status } from "./planner_page.js";
+
+const { at } = setUp();
+
+describe("Change", () => {
+    at("by keyboard: a limit is raised, undone, and done again", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        assert.equal(await activeCell(page, "Modules"), "1");
+        await settled(page, () => press(page, "2", "Enter"));
+        assert.equal(await placed(page), "12 of 12");
+        assert.match(await status(page), /1 gained/);
+        await settled(page, () => press(page, "Control+z"));
+        assert.equal(await placed(page), "11 of 12");
+        await settled(page, () => press(page, "Control+Shift+z"));
+        assert.equal(await placed(page), "12 of 12");
+    });
+
+    at("a value out of range is not taken, and the field says why", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight", "Enter");
+        await page.keyboard.type("70000");
+        await press(page, "Enter");
+        assert.equal(await page.locator(".editor").evaluate((input) => input.validationMessage), "Expected a whole number from 0 to 65535");
+        await press(page, "Escape");
+        assert.equal(await activeCell(page, "Modules"), "2");
+        assert.equal(await page.locator("#undo").isDisabled(), true);
+    });
+
+    at("undo spans both tables, in the order of the steps", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "4", "Enter"));
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.equal(await placed(page), "11 of 11");
+        await settled(page, () => press(page, "Control+z"));
+        assert.match(await page.locator("#undo").getAttribute("title"), /Inputs of 1 module/);
+        await settled(page, () => press(page, "Control+z"));
+        assert.equal(await page.locator("#changed").isVisible(), false);
+    });
+
+    at("many services are marked and not asked for", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        await page.getByRole("searchbox", { name: "Filter services" }).fill("radio");
+        await grid(page, "Services").focus();
+        await press(page, "Control+a");
+        const marked = Number(/\d+/.exec(await page.getByText(/^\d+ selected$/).textContent())[0]);
+        assert.ok(marked > 1);
+        await settled(page, () => page.getByRole("button", { name: "Do not ask for" }).click());
+        assert.equal((await placed(page)).split(" of ")[1], String(80 - marked));
+        await page.getByRole("searchbox", { name: "Filter services" }).fill("");
+        await page.getByRole("combobox", { name: "Which services" }).selectOption("Not asked for");
+        assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), String(marked + 1));
+    });
+
+    at("services are cut down by the terms that the tool knows", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        const terms = page.getByRole("textbox", { name: "Terms" });
+        const shown = async () => Number(await grid(page, "Services").getAttribute("aria-rowcount")) - 1;
+        await terms.fill("hd");
+        await press(page, "Enter");
+        await page.getByText(/^\d+ of 80 services$/).waitFor();
+        const all = await shown();
+        const { services } = JSON.parse(readFileSync(medium, "utf8"));
+        assert.equal(all, services.filter(({ video_format: format }) => format >= 3).length);
+        await page.getByRole("combobox", { name: "Which services" }).selectOption("Left out");
+        assert.ok(await shown() < all);
+        await terms.fill("colour");
+        await press(page, "Enter");
+        await page.locator("#messages").getByText(/colour/).waitFor();
+        await terms.fill("");
+        await press(page, "Enter");
+        assert.equal(await shown(), 1);
+    });
+
+    at("services are cut down by what keeps them out, and by module", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        const { causes, modules } = JSON.parse(native("run", medium, "--json", "--trials", "0"));
+        const which = page.getByRole("combobox", { name: "Which services" });
+        await which.selectOption(causes[0].sentence);
+        assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), String(1 + causes[0].services));
+        const busy = modules.find(({ inputs }) => inputs.some(({ services }) => services.length > 0));
+        await which.selectOption(busy.label || busy.mac);
+        const placed = new Set(busy.outputs.flatMap(({ services }) => services.filter(({ clone }) => !clone).map(({ lcn }) => lcn)));
+        assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), String(1 + placed.size));
+    });
+
+    at("clones and PIDs of a service are added, changed and removed", async (page) => {
+        await openFiles(page, small);
+        const { clones, pids, services } = JSON.parse(readFileSync(small, "utf8"));
+        await edit(page, "Services");
+        await press(page, "ArrowDown", "ArrowDown");
+        await edit(page, "Clones");
+        assert.equal(await grid(page, "Clones").getAttribute("aria-rowcount"), String(1 + clones.length));
+        await settled(page, () => page.locator("#panel-clones").getByRole("button", { name: "Add" }).click());
+        assert.equal(await activeCell(page, "Clones"), String(services[2].lcn));
+        assert.match(await page.locator("#undo").getAttribute("title"), /Add a clone/);
+        await press(page, "ArrowRight", "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Second"); await press(page, "Enter"); });
+        await press(page, "Space");
+        await settled(page, () => page.locator("#panel-clones").getByRole("button", { name: "Remove" }).click());
+        assert.equal(await grid(page, "Clones").getAttribute("aria-rowcount"), String(1 + clones.length));
+        await edit(page, "PIDs");
+        await settled(page, () => page.locator("#panel-pids").getByRole("button", { name: "Add" }).click());
+        assert.equal(await grid(page, "PIDs").getAttribute("aria-rowcount"), String(2 + (pids ?? []).length));
+        assert.equal(await activeCell(page, "PIDs"), String(services[2].sid));
+    });
+
+    at("modules are added, copied, and removed", async (page) => {
+        await openFiles(page, small);
+        await settled(page, () => page.locator("#edit").getByRole("button", { name: "Add" }).click());
+        assert.equal(await activeCell(page, "Modules"), "02:00:00:00:00:04");
+        await press(page, "Space");
+        await settled(page, () => page.getByRole("button", { name: "Copy" }).click());
+        assert.equal(await activeCell(page, "Modules"), "02:00:00:00:00:05");
+        await press(page, "Shift+ArrowUp");
+        await settled(page, () => page.getByRole("button", { name: "Remove", exact: true }).click());
+        assert.equal(await grid(page, "Modules").getAttribute("aria-rowcount"), "4");
+    });
+
+    at("what the engine refuses is told, with the way to it", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "Enter");
+        await page.keyboard.type("02:00:00:00:00:01");
+        await press(page, "Enter");
+        await page.getByRole("alert").getByText("a module with this MAC is already loaded").waitFor();
+        assert.equal(await page.locator("body.stale").count(), 1);
+        await edit(page, "Services");
+        await page.getByRole("button", { name: "Go there" }).click();
+        assert.equal(await activeCell(page, "Modules"), "02:00:00:00:00:01");
+        await settled(page, () => press(page, "Control+z"));
+        assert.equal(await page.getByRole("alert").count(), 0);
+    });
+
+    at("a table goes to a spreadsheet and comes back", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "Control+a");
+        const copied = await page.evaluate(() => {
+            const data = new DataTransfer();
+            document.activeElement.dispatchEvent(new ClipboardEvent("copy", { clipboardData: data, bubbles: true }));
+            return data.getData("text/plain");
+        });
+        const lines = copied.split("\n").map((line) => line.split("\t"));
+        assert.equal(lines.length, 13);
+        assert.deepEqual(lines[0].slice(0, 3), ["LCN", "Name", "Ask for"]);
+        lines[1][1] = "Canal Primero";
+        const added = [...lines[12]];
+        added[0] = "99";
+        added[lines[0].indexOf("SID")] = "99";
+        const text = [...lines, added].map((line) => line.join("\t")).join("\n");
+        await settled(page, () => page.evaluate((pasted) => {
+            const data = new DataTransfer();
+            data.setData("text/plain", pasted);
+            document.activeElement.dispatchEvent(new ClipboardEvent("paste", { clipboardData: data, bubbles: true }));
+        }, text));
+        assert.match(await page.locator("#messages").innerText(), /1 service new, 12 changed/);
+        assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), "14");
+        await grid(page, "Services").getByText("Canal Primero").waitFor();
+    });
+});

@@ -1,0 +1,111 @@
+// The largest head-ends, the smallest screens, paper, and those who do not see. PAGE is the page, RECALCULO the program.
+
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { describe, test } from "node:test";
+import axe from "axe-core";
+import { activeCell, edit, grid, made, medium, openFiles, pageFile, placed, press, see, settled, setUp, small, status, visit } from "./planner_page.js";
+
+const own = setUp();
+const { at } = own;
+
+describe("Large", () => {
+    const services = Array.from({ length: 10000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 }));
+    const modules = Array.from({ length: 380 }, (one, index) => ({ mac: `02:00:00:00:${String(index).padStart(4, "0")}`, ...(index === 0 ? { controller: true } : {}), inputs: 4, outputs: [38000, 38000, 38000], pids_max: 0 }));
+
+    at("10,000 services are placed, scrolled, found and changed", async (page) => {
+        await openFiles(page, made("large.json", { modules, services }));
+        await edit(page, "Services");
+        await press(page, "Control+End", "Home");
+        assert.equal(await activeCell(page, "Services"), "10000");
+        assert.ok(await page.locator("#edit [data-at]").count() < 100, "only the rows in sight are drawn");
+        await page.getByRole("searchbox", { name: "Filter services" }).fill("channel 7777");
+        assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), "2");
+        await press(page, "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.equal((await placed(page)).split(" of ")[1], "9999");
+        for (const view of ["Modules", "Changes", "Diagram"]) await see(page, view);
+    });
+
+    at("a run is cancelled at once, and the next one answers", async (page) => {
+        await openFiles(page, small);
+        // One that takes seconds: many that fit nowhere.
+        const slow = {
+            modules: modules.map((module) => ({ ...module, outputs: [38000, 9000] })),
+            services: Array.from({ length: 40000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 + (index % 7) * 900 })),
+        };
+        await page.locator("input[type=file]").setInputFiles([made("slow.json", slow)]);
+        await page.locator("#cancel").waitFor();
+        await page.locator("#cancel").click();
+        await page.locator("#status").getByText("Cancelled.").waitFor();
+        await openFiles(page, medium);
+        assert.equal(await placed(page), "79 of 80");
+    });
+});
+
+describe("For everybody", () => {
+    for (const colorScheme of ["light", "dark"])
+        test(`axe finds nothing, ${colorScheme}`, () => visit(own.browser, async (page) => {
+            const look = async () => {
+                const { violations } = await page.evaluate(() => globalThis.axe.run());
+                assert.deepEqual(violations.map(({ id, nodes }) => `${id}: ${nodes.map(({ html }) => html.slice(0, 160)).join(" | ")}`), []);
+            };
+            await look();
+            await openFiles(page, medium);
+            await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+            await edit(page, "Services");
+            await press(page, "Space", "ArrowRight", "ArrowRight", "ArrowRight");
+            await settled(page, () => press(page, "Space"));
+            for (const view of ["Overview", "Modules", "Changes", "Diagram", "Ask"]) {
+                await see(page, view);
+                if (view === "Modules") await page.locator("details.module summary").first().click();
+                await look();
+            }
+            await see(page, "Overview");
+            await page.locator(".causes summary").first().click();
+            await page.locator(".causes .services .link").first().click();
+            await page.locator(".explanation pre").waitFor();
+            await look();
+        }, { options: { colorScheme }, init: axe.source }));
+
+    at("it fits 320 pixels", async (page) => {
+        await openFiles(page, medium);
+        for (const view of ["Overview", "Modules", "Changes", "Diagram", "Ask"]) {
+            await see(page, view);
+            if (view === "Modules") await page.locator("details.module summary").first().click();
+            const { scrollWidth, clientWidth } = await page.evaluate(() => document.documentElement);
+            assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= document.documentElement.clientWidth), `${view}: ${scrollWidth} ${clientWidth}`);
+        }
+    }, { options: { viewport: { width: 320, height: 640 } } });
+
+    at("the summary prints on one sheet", async (page) => {
+        await openFiles(page, medium);
+        const pdf = await page.pdf({ format: "A4" });
+        assert.equal(pdf.toString("latin1").match(/\/Type\s*\/Page\b/g).length, 1);
+    });
+
+    at("a module that is unfolded is printed, and no other", async (page) => {
+        await openFiles(page, medium);
+        await see(page, "Modules");
+        for (const at of [1, 3]) await page.locator("details.module summary").nth(at).click();
+        await see(page, "Ask");
+        await page.emulateMedia({ media: "print" });
+        const printed = await page.locator("details.module").evaluateAll((boxes) => boxes.map((box) => box.getClientRects().length > 0 && box.querySelectorAll(".chip").length > 0));
+        assert.deepEqual(printed.map((isPrinted, at) => (isPrinted ? at : -1)).filter((at) => at >= 0), [1, 3]);
+        for (const shown of ["#panel-overview .tiles", "#name"]) assert.equal(await page.locator(shown).isVisible(), true, shown);
+        for (const hidden of ["#edit", ".tabs", "#panel-ask", "#save"]) assert.equal(await page.locator(hidden).first().isVisible(), false, hidden);
+        const pdf = await page.pdf({ format: "A4" });
+        const sheets = pdf.toString("latin1").match(/\/Type\s*\/Page\b/g).length;
+        assert.ok(sheets >= 1 && sheets <= 3, `${sheets} sheets`);
+    });
+
+    at("without WebAssembly it says so", async (page) => {
+        await page.getByRole("alert").getByText("no WebAssembly").waitFor();
+    }, { isReady: false, init: () => { delete globalThis.WebAssembly; } });
+
+    test("it is one file of at most a megabyte that lets nothing in and nothing out", () => {
+        const page = readFileSync(pageFile, "utf8");
+        assert.ok(page.length <= 1_000_000);
+        assert.match(page, /default-src 'none'; script-src 'sha256-[^']+' 'wasm-unsafe-eval'; style-src 'sha256-[^']+'; worker-src blob:; img-src data:; base-uri 'none'; form-action 'none'/);
+    });
+});

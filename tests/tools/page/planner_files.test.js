@@ -1,0 +1,98 @@
+// Taking a plan along, and coming back to it. PAGE is the page, RECALCULO the program.
+
+import assert from "node:assert/strict";
+import { spawnSync } from "node:child_process";
+import { copyFileSync, readFileSync, writeFileSync } from "node:fs";
+import { join } from "node:path";
+import { describe, test } from "node:test";
+import { downloaded, edit, medium, native, openFiles, placed, press, recalculo, root, settled, setUp, small, status } from "./planner_page.js";
+
+const { at, folder } = setUp();
+
+describe("Take it along", () => {
+    at("what is saved is the tool's, and opens again as it was", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Rack 1"); await press(page, "Enter"); });
+        assert.equal(await page.locator("#changed").isVisible(), true);
+        const saved = await downloaded(page, () => press(page, "Control+s"));
+        assert.equal(saved.name, "small.json");
+        assert.equal(await page.locator("#changed").isVisible(), false);
+        const file = join(folder, "saved.json");
+        writeFileSync(file, saved.text);
+        assert.match(saved.text, /"label":\s*"Rack 1"/);
+        const result = await downloaded(page, async () => {
+            await page.getByText("Take along").click();
+            await page.getByRole("button", { name: "Result (JSON)" }).click();
+        });
+        assert.equal(result.text, native("run", file, "--json", "--trials", "0"));
+        await openFiles(page, file);
+        assert.equal(await placed(page), "11 of 12");
+    });
+
+    for (const [name, ending, format] of [["Channel list (channels.conf)", ".channels.conf", "channels.conf"], ["Table (CSV)", ".csv", "csv"]])
+        at(`${name} is that of export`, async (page) => {
+            await openFiles(page, medium);
+            await page.getByText("Take along").click();
+            const { name: file, text } = await downloaded(page, () => page.getByRole("button", { name }).click());
+            assert.equal(file, `medium${ending}`);
+            const result = join(folder, "medium.result.json");
+            writeFileSync(result, native("run", medium, "--json", "--trials", "0"));
+            assert.equal(text, native("export", result, "--format", format));
+        });
+
+    at("what was open comes back after a reload, until it is forgotten", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "2", "Enter"));
+        page.on("dialog", (dialog) => dialog.accept());
+        await page.reload();
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await placed(page), "12 of 12");
+        assert.equal(await page.locator("#changed").isVisible(), true);
+        await page.getByRole("button", { name: "Forget draft" }).click();
+        await page.reload();
+        await page.getByRole("heading", { name: /^Drop a head-end/ }).waitFor();
+    });
+
+    at("one is warned before leaving what is not saved", async (page) => {
+        await openFiles(page, small);
+        const leaves = () => page.evaluate(() => dispatchEvent(new Event("beforeunload", { cancelable: true })));
+        assert.equal(await leaves(), true);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.equal(await leaves(), false);
+    });
+});
+
+describe("With a head-end inside", () => {
+    const file = join(folder, "live.html");
+    const named = join(folder, "named.json");
+
+    at("it is there at once, whatever its names, and a draft of it comes back", async (page) => {
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await placed(page), "11 of 12");
+        assert.equal(await page.locator("#name").inputValue(), "</script><!-- Small");
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "2", "Enter"));
+        page.on("dialog", (dialog) => dialog.accept());
+        await page.reload();
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await placed(page), "12 of 12");
+    }, { file, before: () => {
+        writeFileSync(named, JSON.stringify({ ...JSON.parse(readFileSync(small, "utf8")), name: "</script><!-- Small" }));
+        native("run", named, "--live", file);
+    } });
+
+    test("a page that is not there is told, and where it was looked for", () => {
+        const lonely = join(folder, "recalculo");
+        copyFileSync(recalculo, lonely);
+        const { status: code, stderr } = spawnSync(lonely, ["run", small, "--live", file], { encoding: "utf8", env: { ...process.env, LD_LIBRARY_PATH: join(root, "build/gcc") } });
+        assert.equal(code, 2);
+        assert.match(stderr, /--live: the page of the planner is in neither .*share\/recalculo\/recalculo\.html nor/);
+    });
+});

@@ -1,0 +1,160 @@
+// Seeing what a change does, and asking for more. PAGE is the page, RECALCULO the program.
+
+import assert from "node:assert/strict";
+import { writeFileSync } from "node:fs";
+import { join } from "node:path";
+import { describe } from "node:test";
+import { downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, see, settled, setUp, small, status } from "./planner_page.js";
+
+const { at, folder } = setUp();
+
+describe("See and ask", () => {
+    at("variants stand side by side, each with its figures", async (page) => {
+        await openFiles(page, small);
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "2", "Enter"));
+        assert.deepEqual(await page.locator("#variants [aria-pressed]").allTextContents(), ["A 11 of 12", "B 12 of 12"]);
+        await settled(page, () => page.getByLabel("Compare with").selectOption("variant A"));
+        await see(page, "Changes");
+        await page.locator("#panel-changes").getByText("Canal Lejano").waitFor();
+        await settled(page, () => page.locator("#variants [aria-pressed]").first().click());
+        assert.equal(await placed(page), "11 of 12");
+    });
+
+    at("a service that is no longer asked for is removed, and added when it is again", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.match(await status(page), /1 removed/);
+        await see(page, "Changes");
+        await page.getByRole("region", { name: "Removed" }).getByText("Canal Uno").first().waitFor();
+        assert.equal(await page.locator("#panel-changes .all-placed").count(), 0);
+        await edit(page, "Services");
+        await settled(page, () => press(page, "Space"));
+        assert.match(await status(page), /1 added/);
+    });
+
+    at("a module unfolds, a service explains itself", async (page) => {
+        await openFiles(page, medium);
+        await see(page, "Modules");
+        await page.locator("details.module summary").first().click();
+        await page.locator("details.module[open] .chip").first().click();
+        const told = await page.locator(".explanation pre").innerText();
+        assert.match(told, /It is placed on module/);
+        await press(page, "Escape");
+        assert.equal(await page.locator(".explanation").isVisible(), false);
+    });
+
+    at("a proposal of sizing is taken over", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Ask");
+        await page.getByRole("button", { name: "Size" }).click();
+        await page.getByRole("button", { name: "Take over" }).first().waitFor();
+        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
+        assert.equal(await placed(page), "12 of 12");
+        await page.getByRole("button", { name: "Bound" }).click();
+        await page.locator("#panel-ask pre").getByText("12").first().waitFor();
+    });
+
+    at("a choice is searched, stopped, searched again and taken over", async (page) => {
+        await openFiles(page, join(examples, "medium.json"));
+        await see(page, "Ask");
+        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("60");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await page.getByRole("button", { name: "Stop" }).click();
+        await page.getByText("Stopped.").waitFor();
+        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("1");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
+        await see(page, "Overview");
+        assert.match(await page.locator("#undo").getAttribute("title"), /Ask for what was chosen/);
+    });
+
+    at("the order of a change is that of the tool", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "0", "Enter"));
+        const changed = await downloaded(page, () => press(page, "Control+s"));
+        const file = join(folder, "changed.json");
+        writeFileSync(file, changed.text);
+        const { order } = JSON.parse(native("compare", medium, file, "--json"));
+        assert.ok(order.steps.length > 1);
+        await see(page, "Changes");
+        await page.getByRole("button", { name: "In which order?" }).click();
+        await page.locator(".order li").first().waitFor();
+        assert.deepEqual(await page.locator(".order li .link bdi").allTextContents(), order.steps.map(({ input }) => input.mac));
+    });
+
+    at("what fails is drilled, with the streams and without", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Ask");
+        await page.getByRole("button", { name: "Drill" }).click();
+        await page.locator("#panel-ask pre").getByText(/inputs taken out one by one/).waitFor();
+        await page.getByRole("checkbox", { name: "Each stream, too" }).check();
+        await page.getByRole("button", { name: "Drill" }).click();
+        await page.locator("#panel-ask pre").getByText(/streams taken out one by one/).waitFor();
+    });
+
+    at("a choice moves as little as may be from the placement now", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Ask");
+        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("1");
+        await page.getByRole("checkbox", { name: "and move as little as may be" }).check();
+        await page.getByRole("button", { name: "Choose" }).click();
+        await page.locator("#panel-ask pre").getByText(/the placement now/).waitFor();
+    });
+
+    at("a MAC that no module has is told", async (page) => {
+        await openFiles(page, small);
+        assert.equal(await page.getByText("is no MAC").count(), 0);
+        await edit(page, "Modules");
+        await press(page, "Enter");
+        await page.keyboard.type("rack");
+        await settled(page, () => press(page, "Enter"));
+        await page.locator(".findings").getByText(/"rack" is no MAC/).waitFor();
+    });
+
+    at("each cause counts the services that it keeps out, lists them and has them explained", async (page) => {
+        await openFiles(page, medium);
+        const { causes, left_out: streams } = JSON.parse(native("run", medium, "--json", "--trials", "0"));
+        assert.ok(causes.length > 0);
+        const told = page.locator(".causes > li");
+        assert.deepEqual(await told.locator("summary").allTextContents(), causes.map(({ services, sentence }) => `${services} ${sentence}`));
+        await told.first().locator("summary").click();
+        const kept = streams.flatMap(({ services }) => services).filter(({ cause }) => cause === causes[0].kind);
+        assert.deepEqual(await told.first().locator(".link bdi").allTextContents(), kept.map(({ name }) => name));
+        await told.first().locator(".link").first().click();
+        await page.locator(".explanation pre").getByText(kept[0].name).first().waitFor();
+    });
+
+    at("an input that carries nothing is free, whatever it is tuned to", async (page) => {
+        const input = (number, services) => ({ number, tuned: true, onid: 1, tsid: number, services });
+        const result = JSON.parse(native("run", small, "--json", "--trials", "0"));
+        const all = result.modules.flatMap(({ inputs }) => inputs).length;
+        result.modules[2].inputs[0] = input(1, []);
+        await openFiles(page, made("tuned.result.json", result));
+        assert.deepEqual(await page.locator(".tile", { hasText: "Inputs in use" }).locator("dd > *").allTextContents(), [String(all - 1), `of ${all}`]);
+        await see(page, "Modules");
+        await page.locator("details.module .facts").last().getByText("0 of 1 input").waitFor();
+    });
+
+    at("findings lead to their modules", async (page) => {
+        await openFiles(page, medium);
+        await page.locator(".findings .link").first().click();
+        assert.equal(await page.locator("details.module[open]").count(), 1);
+    });
+
+    at("names with markup are names", async (page) => {
+        const hostile = ["<script>alert(1)</script>", "</title></style></script><img src=x onerror=alert(1)>", "\"&' onmouseover=alert(1) x='", "{{x}} ${1}"];
+        const services = hostile.map((name, index) => ({ lcn: index + 1, name, onid: 1, tsid: 1, sid: index + 1 }));
+        await openFiles(page, made("</script>.json", { name: hostile[1], modules: [{ mac: hostile[0], label: hostile[1], controller: true, inputs: 1, outputs: [20000], pids_max: 0 }], services }));
+        await edit(page, "Services");
+        await grid(page, "Services").getByText(hostile[0]).waitFor();
+        for (const view of ["Modules", "Diagram", "Changes", "Overview"]) await see(page, view);
+        assert.equal(await page.locator("img").count(), 0);
+    });
+});

@@ -1,0 +1,106 @@
+// Opening whatever the planner takes, and refusing what it does not. PAGE is the page, RECALCULO the program.
+
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { join } from "node:path";
+import { describe } from "node:test";
+import { drop, edit, examples, grid, made, native, openFiles, placed, settled, setUp, small } from "./planner_page.js";
+
+const { at } = setUp();
+
+describe("Start", () => {
+    at("an empty page says what to drop", async (page) => {
+        await page.getByRole("heading", { name: "Drop a head-end, a result or a channel list here" }).waitFor();
+        assert.equal(await page.locator("#edit").isVisible(), false);
+    });
+
+    at("a sample is one click away", async (page) => {
+        await settled(page, () => page.getByRole("button", { name: "A hotel" }).click());
+        assert.equal(await placed(page), "79 of 80");
+        assert.equal(await page.locator("#changed").isVisible(), false);
+    });
+
+    at("a head-end is dropped", async (page) => {
+        await settled(page, async () => drop(page, "small.json", readFileSync(small, "utf8")));
+        assert.equal(await placed(page), "11 of 12");
+        assert.equal(await page.locator("#name").inputValue(), "Small head-end");
+    });
+
+    at("a result is shown without tables, and compared with nothing", async (page) => {
+        await settled(page, async () => drop(page, "small.result.json", native("run", small, "--json", "--trials", "0")));
+        assert.equal(await placed(page), "11 of 12");
+        assert.equal(await page.locator("#edit").isVisible(), false);
+    });
+
+    for (const [list, services] of [["sample.lamedb", /\d+ services? in \d+ streams? imported/], ["sample.dvbv5.conf", /read as dvbv5/]])
+        at(`${list} is dropped, with the report of its import`, async (page) => {
+            await settled(page, async () => drop(page, list, readFileSync(join(examples, list), "utf8")));
+            assert.match(await page.locator("#messages").innerText(), services);
+            assert.match(await page.locator("#messages").innerText(), /sixteen modules/);
+            assert.equal(await page.locator("#changed").isVisible(), true);
+        });
+
+    at("a channel list comes onto the modules that are there", async (page) => {
+        await openFiles(page, join(examples, "modules-8-tight.json"));
+        await openFiles(page, join(examples, "sample.lamedb"));
+        assert.equal(await grid(page, "Modules").getAttribute("aria-rowcount"), "9");
+        assert.doesNotMatch(await page.locator("#messages").innerText(), /sixteen modules/);
+    });
+
+    at("a list is imported again, otherwise", async (page) => {
+        await openFiles(page, join(examples, "sample.lamedb"));
+        const before = (await placed(page)).split(" of ")[1];
+        await page.getByText("Import it otherwise").click();
+        await page.getByLabel("Bitrate to assume for an SD service, in kbit/s").fill("1234");
+        await page.getByLabel(/^No services that are/).fill("radio");
+        await settled(page, () => page.getByRole("button", { name: "Import again" }).click());
+        assert.equal((await placed(page)).split(" of ")[1], String(before - 1));
+        await edit(page, "Services");
+        await grid(page, "Services").getByText("1234").first().waitFor();
+        await page.getByLabel(/^No services that are/).fill("colour");
+        await page.getByRole("button", { name: "Import again" }).click();
+        await page.locator("#messages").getByText(/--exclude/).waitFor();
+    });
+
+    at("measured rates are taken for what is open, and undone", async (page) => {
+        await drop(page, "sample.rates.csv", readFileSync(join(examples, "sample.rates.csv"), "utf8"));
+        await page.locator("#messages").getByText(/open the head-end first/).waitFor();
+        const services = [{ lcn: 1, name: "One", onid: 1, tsid: 1002, sid: 201, bitrate: 1 }];
+        await openFiles(page, made("one.json", { modules: [{ mac: "02:00:00:00:00:01", controller: true, inputs: 1, outputs: [38000], pids_max: 0 }], services }));
+        await settled(page, async () => drop(page, "sample.rates.csv", readFileSync(join(examples, "sample.rates.csv"), "utf8")));
+        assert.match(await page.locator("#messages").innerText(), /1 service measured; of 1 in the head-end/);
+        await edit(page, "Services");
+        await grid(page, "Services").getByText("21040").waitFor();
+        assert.match(await page.locator("#undo").getAttribute("title"), /Take measured rates/);
+        await settled(page, () => page.locator("#undo").click());
+        assert.equal(await grid(page, "Services").getByText("21040").count(), 0);
+    });
+
+    at("text is pasted", async (page) => {
+        await settled(page, () => page.evaluate((text) => {
+            const data = new DataTransfer();
+            data.setData("text/plain", text);
+            document.body.dispatchEvent(new ClipboardEvent("paste", { clipboardData: data, bubbles: true }));
+        }, readFileSync(small, "utf8")));
+        assert.equal(await placed(page), "11 of 12");
+    });
+
+    for (const [what, name, text, said] of [
+        ["no JSON", "broken.json", "{ \"modules\": [", /broken\.json: .*line 1/],
+        ["an unknown key", "odd.json", "{ \"modules\": [], \"colour\": 1 }", /colour/],
+        ["anything else", "photo.jpg", "\u0000\u0001\u0002", /photo\.jpg: found no line of a channel list/],
+        ["nothing", "empty.json", "", /empty\.json: found no line/],
+    ])
+        at(`a file with ${what} is refused in words, and nothing is lost`, async (page) => {
+            await openFiles(page, small);
+            await drop(page, name, text);
+            await page.locator("#messages").getByText(said).waitFor();
+            assert.equal(await placed(page), "11 of 12");
+        });
+
+    at("a single module is added", async (page) => {
+        await openFiles(page, small);
+        await openFiles(page, join(examples, "module.json"));
+        assert.equal(await grid(page, "Modules").getAttribute("aria-rowcount"), "5");
+    });
+});
