@@ -40,6 +40,13 @@ tool::TextStyle style_of(const Message& question) {
     return style;
 }
 
+/// With the variants that fit, where one of several is asked for.
+tool::Headend settled_headend_of(const Message& question) {
+    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    tool::settle_variants(headend, headend_name);
+    return headend;
+}
+
 void run_told(tool::EngineRun& run) {
     tool::ProgressLine line(means_of_page(), [&run] { return tool::services_left(run.engine); });
     const tool::host::Watching watching(&line);
@@ -49,8 +56,7 @@ void run_told(tool::EngineRun& run) {
 } // namespace
 
 Message explain(const Message& question) {
-    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
-    tool::settle_variants(headend, headend_name);
+    const tool::Headend headend = settled_headend_of(question);
     std::vector<tool::ServiceQuery> queries;
     for (const std::string& text : question.head.value("services", std::vector<std::string>()))
         queries.push_back(tool::parse_service_query(text));
@@ -77,8 +83,7 @@ Message explain(const Message& question) {
 }
 
 Message size(const Message& question) {
-    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
-    tool::settle_variants(headend, headend_name);
+    const tool::Headend headend = settled_headend_of(question);
     const tool::Module kind = tool::read_module("module", question.texts.at(1));
     // What the engine refuses of the module is told under its own name.
     tool::load_engine(tool::with_modules({}, kind, 1), "module");
@@ -117,7 +122,7 @@ Message choose(const Message& question) {
 }
 
 Message drill(const Message& question) {
-    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    const tool::Headend headend = settled_headend_of(question);
     tool::DrawnLine line(means_of_page());
     tool::DrillOptions options;
     options.has_streams = question.head.value("streams", false);
@@ -132,8 +137,7 @@ Message drill(const Message& question) {
 }
 
 Message bound(const Message& question) {
-    tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
-    tool::settle_variants(headend, headend_name);
+    const tool::Headend headend = settled_headend_of(question);
     tool::EngineRun run = tool::load_engine(headend, headend_name);
     const tool::Bound bound = tool::bound_of(headend, headend_name);
     run_told(run);

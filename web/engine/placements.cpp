@@ -19,14 +19,9 @@ constexpr std::size_t most_kept = 4;
 Placement placement_in(const std::string& file, const std::string& text) {
     const tool::Document document(file, text);
     if (tool::is_result(document))
-<<<<<<< HEAD
         return {text, tool::read_result(document), {}};
-    const tool::Headend headend = tool::read_headend(document);
-=======
-        return tool::read_result(document);
     tool::Headend headend = tool::read_headend(document);
     tool::settle_variants(headend, file);
->>>>>>> 5f339f3 (Ask for the best that fits of several variants)
     tool::EngineRun run = tool::load_engine(headend, file);
     tool::ProgressLine line(means_of_page(), [&run] { return tool::services_left(run.engine); });
     const tool::host::Watching watching(&line);
