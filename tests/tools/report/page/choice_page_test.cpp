@@ -33,6 +33,19 @@ TEST(ChoicePage, EveryListHasItsServices) {
     EXPECT_EQ(occurrences(page, R"(<th scope="col" class="number">Value</th>)"), 3u);
 }
 
+TEST(ChoicePage, OneOfSeveral) {
+    EXPECT_FALSE(has(body_of(choice_with_everything()), "One of several"));
+    ChoiceReport report = choice_with_everything();
+    VariantResult variant;
+    variant.one_of = "ZDF";
+    variant.place = 2;
+    variant.variants = 3;
+    report.variants = {variant};
+    const std::string page = body_of(report);
+    EXPECT_TRUE(has(page, "What is asked for of each group of variants."));
+    EXPECT_TRUE(has(page, R"(<td class="wide">variant 2 of 3 of &quot;ZDF&quot;, not placed</td>)"));
+}
+
 TEST(ChoicePage, TheFigures) {
     const std::string page = body_of(choice_with_everything());
     EXPECT_TRUE(

@@ -110,9 +110,8 @@ EngineRun EngineTrial::load(const std::vector<bool>& asked) const {
 std::size_t EngineTrial::withheld_of(const std::vector<bool>& asked) const {
     std::size_t withheld = 0;
     for (std::size_t index = 0; index < asked.size(); ++index)
-        withheld += is_withheld(index, asked) &&
-                    (group_of_[index] == groups_.size() ||
-                     groups_[group_of_[index]].variants.front() == index);
+        withheld += is_withheld(index, asked) && (group_of_[index] == groups_.size() ||
+                                                  groups_[group_of_[index]].variants.front() == index);
     return withheld;
 }
 

@@ -10,6 +10,7 @@
 #include "base/utf8.h"
 #include "report/choice_text.h"
 #include "report/comparison_text.h"
+#include "report/groups_text.h"
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 
@@ -87,6 +88,10 @@ std::vector<ServiceTable> tables_of(const ChoiceReport& report, const std::strin
     ServiceTable withheld({"withheld", "Withheld", "Services not to ask for."}, nullptr, report.has_values);
     for (const ValuedService& service : report.withheld)
         withheld.add(service, "");
+    ServiceTable variants({"variants", "One of several", "What is asked for of each group of variants."},
+                          "Which it is");
+    for (const VariantResult& variant : report.variants)
+        variants.add(variant.service, printable(variant_in_words(variant)));
     ServiceTable gained({"gained", "Gained", "Placed as chosen, and not with everything asked for."}, "Where",
                         report.has_values);
     for (const ValuedChange& change : report.gained)
@@ -108,7 +113,7 @@ std::vector<ServiceTable> tables_of(const ChoiceReport& report, const std::strin
                       fmt::format("{} → {}", text_of(change.before, report.labels),
                                   text_of(change.after, report.labels)),
                       macs_of(change.before, report.labels) + macs_of(change.after, report.labels));
-    return {missed, withheld, gained, lost, moved};
+    return {missed, withheld, variants, gained, lost, moved};
 }
 
 data figure(const char* label, std::uint64_t all, std::uint64_t chosen, const Reach* reach) {
