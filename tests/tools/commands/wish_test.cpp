@@ -57,6 +57,28 @@ TEST_F(CommandLine, ImportTakesWishesInTheirOrder) {
     EXPECT_NE(outcome.err.find("\"Ria Cultura\" is taken for \"Ría Cultura\""), std::string::npos);
 }
 
+TEST_F(CommandLine, EveryCommandAsksForOneOfAGroup) {
+    const std::string headend = small + " --set 'services[0].one_of=X' --set 'services[3].one_of=X' ";
+    const std::string figures = "11 services loaded, 1 not asked for: ";
+    const auto tells = [this](const std::string& arguments, const std::string& text) {
+        const Outcome outcome = run(arguments);
+        return (outcome.out + outcome.err).find(text) != std::string::npos;
+    };
+    EXPECT_TRUE(tells("run " + headend,
+                      "\nOne of several is asked for in 1 group: 1 with the best variant placed\n"));
+    EXPECT_TRUE(tells("run --summary " + headend, figures + "10 placed, 1 left out;"));
+    EXPECT_TRUE(
+        tells("explain --service 1 " + headend,
+              "\"Canal Uno\" (LCN 1, stream 1/1001) is not asked for: another of its group \"X\" is asked "
+              "for, \"Canal Dos HD\" (LCN 12, stream 1/1002)\n"));
+    EXPECT_TRUE(tells("bound " + headend, figures + "no arrangement places more than 10,"));
+    EXPECT_TRUE(tells("size --most 0 --add " + examples + "/module.json " + headend, figures));
+    EXPECT_TRUE(tells("drill " + headend, figures));
+    EXPECT_TRUE(tells("compare " + small + " " + headend, "10 of 11 services placed, 1 not asked for\n"));
+    EXPECT_TRUE(
+        tells("choose --runs 100 --jobs 1 " + headend, "\nOne of several is asked for in 1 group: 1 with"));
+}
+
 TEST_F(CommandLine, ChooseWritesWhatIsWished) {
     const std::string headend = write("headend.json", two_streams);
     const std::string wishes = write("wishes.csv", "name,lcn,group\nB,7,Best\n");
