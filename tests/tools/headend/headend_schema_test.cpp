@@ -52,6 +52,8 @@ Headend headend_with_everything() {
     Headend headend;
     headend.name = "Casa";
     headend.modules = {{"M1", 3, true, 2, {38000}, 40, 1, 1, 1, "Rack 1"}};
+    service.group = "Sport";
+    service.one_of = "Deportes";
     headend.services = {service};
     headend.clones = {clone};
     headend.pids = {{-1, 3, "spa", 1, 2, 3, 4}};
