@@ -66,6 +66,8 @@ Remedies every_remedy() {
 /// A service for each cause, and a raise of each kind.
 Result result_with_every_cause() {
     Result result = with_labels(result_with_everything());
+    result.groups = {{"Sport", 3, 2}};
+    result.variants = {{"Deportes", result.left_out[0].services[0], true, 2, 3}};
     std::vector<ServiceResult>& services = result.left_out[0].services;
     for (const Word<Cause>& cause : cause_words) {
         services.push_back(services.front());
@@ -168,6 +170,7 @@ json whole_choice() {
     report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
     const ValuedService service{a_service(), 3, true};
     report.withheld = {service};
+    report.variants = {{"Deportes", a_service(), true, 2, 3}};
     report.gained = report.lost = {{service, {{"A", 1, {1}}}, true}};
     report.missed = {{a_service(), true, true}};
     report.is_interrupted = true;
@@ -286,27 +289,27 @@ TEST_P(WrittenSchema, RefusesAValueOfAnotherType) {
 
 INSTANTIATE_TEST_SUITE_P(
     , WrittenSchema,
-    testing::Values(Kind{"result.schema.json",
-                         whole_result(),
-                         {"/name", "/streams", "label", "frequency", "polarization", "satellite", "radio",
-                          "measured", "reason", "cause", "nearest", "/advice", "not_asked_for", "rates"},
-                         result_with_strategies_not_tried()},
-                    Kind{"explanation.schema.json",
-                         whole_explanation(),
-                         {"/name", "/advice", "label", "radio", "measured", "output", "remedies",
-                          "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
-                         explanations({}, result_with_every_cause())},
-                    Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
-                    Kind{
-                        "sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for", "stopped"}},
-                    Kind{"choice.schema.json",
-                         whole_choice(),
-                         {"/name", "/moves", "/interrupted", "/labels", "not_asked_for", "stopped"}},
-                    Kind{"drill.schema.json",
-                         whole_drill(),
-                         {"/name", "/failures/0/part/label", "/failures/1/part/label", "/failures/1/problem",
-                          "not_asked_for"}},
-                    Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
+    testing::Values(
+        Kind{"result.schema.json",
+             whole_result(),
+             {"/name", "/groups", "/one_of", "/streams", "label", "frequency", "polarization", "satellite",
+              "radio", "measured", "reason", "cause", "nearest", "/advice", "not_asked_for", "rates"},
+             result_with_strategies_not_tried()},
+        Kind{"explanation.schema.json",
+             whole_explanation(),
+             {"/name", "/advice", "label", "radio", "measured", "output", "remedies",
+              "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
+             explanations({}, result_with_every_cause())},
+        Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
+        Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for", "stopped"}},
+        Kind{"choice.schema.json",
+             whole_choice(),
+             {"/name", "/one_of", "/moves", "/interrupted", "/labels", "not_asked_for", "stopped"}},
+        Kind{"drill.schema.json",
+             whole_drill(),
+             {"/name", "/failures/0/part/label", "/failures/1/part/label", "/failures/1/problem",
+              "not_asked_for"}},
+        Kind{"bound.schema.json", whole_bound(), {"/name", "not_asked_for"}}),
     [](const auto& tested) {
         const std::string file = tested.param.schema;
         return file.substr(0, file.find('.'));
