@@ -29,7 +29,7 @@ export class Overview {
         this.outcome = outcome;
         put(this.element,
             this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.warnings(outcome), this.findings(result),
-            this.causes(result), this.leftOut(result));
+            this.causes(result), this.groups(result), this.variants(result), this.leftOut(result));
     }
 
     tiles({ result, comparison }, inputs) {
@@ -76,6 +76,20 @@ export class Overview {
         if (!causes.length) return null;
         const services = [...streams.flatMap(({ services }) => services), ...neither];
         return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause, services))));
+    }
+
+    /// What became of the planner's headings.
+    groups({ groups = [] }) {
+        return groups.length > 0 && h("section", {}, h("h2", {}, "Groups"), h("ul", { class: "findings" }, groups.map(({ name: group, placed, loaded }) =>
+            h("li", {}, h("b", {}, name(group)), ` ${grouped(placed)} of ${grouped(loaded)} placed`))));
+    }
+
+    /// What is asked for where one of several is.
+    variants({ one_of: variants = [] }) {
+        return variants.length > 0 && h("section", {}, h("h2", {}, "One of several"), h("ul", { class: "services" }, variants.slice(0, mostListed).map((variant) => h("li", {},
+            h("b", {}, name(variant.one_of)), " ", h("button", { type: "button", class: "link", title: "Explain", onclick: () => this.actions.explain(variant) },
+                h("span", { class: "lcn" }, variant.lcn), " ", name(variant.name)),
+            h("span", { class: "note" }, ` variant ${grouped(variant.place)} of ${grouped(variant.variants)}, ${variant.placed ? "placed" : "left out"}`)))));
     }
 
     /// Which services it keeps out, each of them tells.

@@ -1,7 +1,7 @@
 // Seeing what a change does, and asking for more. PAGE is the page, RECALCULO the program.
 
 import assert from "node:assert/strict";
-import { writeFileSync } from "node:fs";
+import { readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { describe } from "node:test";
 import { downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, see, settled, setUp, small, status } from "./planner_page.js";
@@ -106,6 +106,19 @@ describe("See and ask", () => {
         await page.getByRole("checkbox", { name: "and move as little as may be" }).check();
         await page.getByRole("button", { name: "Choose" }).click();
         await page.locator("#panel-ask pre").getByText(/the placement now/).waitFor();
+    });
+
+    at("groups and variants are told with what became of them", async (page) => {
+        const headend = JSON.parse(readFileSync(small, "utf8"));
+        headend.services[0].group = "News";
+        headend.services[1].group = "News";
+        headend.services[2].one_of = headend.services[3].one_of = "Either";
+        await openFiles(page, made("grouped.json", headend));
+        const file = join(folder, "grouped.json");
+        writeFileSync(file, JSON.stringify(headend));
+        const { groups, one_of: [variant] } = JSON.parse(native("run", file, "--json", "--trials", "0"));
+        await page.locator(".findings li").getByText(`${groups[0].placed} of ${groups[0].loaded} placed`).waitFor();
+        await page.locator(".services li", { hasText: "Either" }).getByText(variant.name).waitFor();
     });
 
     at("a MAC that no module has is told", async (page) => {
