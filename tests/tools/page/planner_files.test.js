@@ -5,11 +5,29 @@ import { spawnSync } from "node:child_process";
 import { copyFileSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { describe, test } from "node:test";
-import { downloaded, edit, medium, native, openFiles, placed, press, recalculo, root, settled, setUp, small, status } from "./planner_page.js";
+import { downloaded, edit, examples, made, medium, native, openFiles, placed, press, recalculo, root, see, settled, setUp, small, status } from "./planner_page.js";
 
 const { at, folder } = setUp();
 
 describe("Take it along", () => {
+    at("from an empty page by way of a channel list and a proposal to a saved plan", async (page) => {
+        await openFiles(page, join(examples, "modules-8-tight.json"));
+        const services = Array.from({ length: 90 }, (one, index) => `Channel ${index};Net:11${100 + Math.floor(index / 5)}:HC34M2S0:S19.2E:22000:${index + 100}=27:0;0:0:0:${index + 1}:1:${1000 + Math.floor(index / 5)}:0`);
+        await settled(page, () => page.locator("input[type=file]").setInputFiles([made("list.conf", services.join("\n"))]));
+        const [before, all] = (await placed(page)).split(" of ").map(Number);
+        assert.ok(before < all);
+        await see(page, "Ask");
+        await page.getByRole("button", { name: "Size" }).click();
+        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
+        assert.equal(await placed(page), `${all} of ${all}`);
+        const saved = await downloaded(page, () => page.getByRole("button", { name: "Save" }).click());
+        const file = join(folder, saved.name);
+        writeFileSync(file, saved.text);
+        const { summary } = JSON.parse(native("run", file, "--json"));
+        assert.deepEqual([summary.placed, summary.loaded], [all, all]);
+        assert.equal(await page.locator("#changed").isVisible(), false);
+    });
+
     at("what is saved is the tool's, and opens again as it was", async (page) => {
         await openFiles(page, small);
         await edit(page, "Modules");
