@@ -4,7 +4,7 @@ namespace zarven::tool {
 
 namespace {
 
-constexpr std::size_t indent_of_level = 2;
+constexpr std::size_t blanks_of_level = 2;
 
 /// Of the text from here on, the bytes of one character that is to be escaped; 0 for none.
 std::size_t escaped_length(std::string_view text) {
@@ -50,7 +50,7 @@ std::string escape_of(std::string_view character) {
 
 void JsonWriter::begin_line(std::size_t level) {
     text_ += '\n';
-    text_.append(level * indent_of_level, ' ');
+    text_.append(level * blanks_of_level, ' ');
 }
 
 void JsonWriter::open(char bracket) {
