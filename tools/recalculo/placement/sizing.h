@@ -33,6 +33,8 @@ struct SizingOptions {
 /// as many `--runs`.
 inline constexpr std::uint64_t sizing_states = 20000;
 inline constexpr std::uint64_t sizing_seed = 1;
+/// At the end, so many groups of services and single ones are tried to be given back.
+inline constexpr std::uint64_t sizing_giving_back = 2000;
 
 struct Attempt {
     std::size_t number = 0;

@@ -1,11 +1,12 @@
-// Simulated annealing on the model by one strategy of the engine: what is asked for changes step by step, and
-// a step for the worse is taken the less often the cooler it gets. It goes by epochs, each of which cools
-// anew.
+// Simulated annealing by one strategy of the engine: what is asked for changes step by step, and a step for
+// the worse is taken the less often the cooler it gets. It goes by epochs, each of which cools anew. A state
+// is worth what the filling comes to, or what the whole pass does, which takes several times as long.
 
 #ifndef RECALCULO_CHOOSING_CHAIN_H
 #define RECALCULO_CHOOSING_CHAIN_H
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Reglas.h"
@@ -13,6 +14,7 @@
 #include "placement/choosing/moves.h"
 #include "placement/rehearsal/asked_parts.h"
 #include "placement/rehearsal/filling.h"
+#include "placement/rehearsal/rehearsal.h"
 
 namespace zarven::tool {
 
@@ -25,10 +27,13 @@ struct ChainState {
     FillWorth worth;
 };
 
+/// What a chain looks at.
+enum class Scope { filling, whole_pass };
+
 class Chain {
 public:
-    /// Model and goal must outlive this.
-    Chain(const RehearsedHeadend& model, const Goal& goal, const reglas::Estrategia& strategy,
+    /// Model and goal must outlive this. Whole passes take a model that allows them.
+    Chain(const RehearsedHeadend& model, const Goal& goal, const reglas::Estrategia& strategy, Scope scope,
           std::uint64_t seed);
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
@@ -47,6 +52,8 @@ public:
     const ChainState& best_of_epoch() const { return best_of_epoch_; }
 
 private:
+    const Seating& seating() const { return whole_ ? whole_->seating() : fill_.seating(); }
+    FillWorth worth_of_asked();
     void step(double temperature);
     void keep_if_best();
 
@@ -55,6 +62,7 @@ private:
     Numbers numbers_;
     AskedParts asked_;
     Filling<false> fill_;
+    std::optional<Rehearsal> whole_;
     Moves moves_;
     FillWorth worth_;
     ChainState best_;

@@ -1,12 +1,13 @@
-// One job's chains, one for each strategy of the engine. Which strategy suits a head-end differs; so each
-// gets a first epoch, and then mostly those that have come furthest.
+// One job's chains, for each strategy of the engine one by its filling, and one by its whole pass where that
+// can be rehearsed. Which strategy suits a head-end differs; so each gets a first epoch, and then mostly
+// those that have come furthest.
 
 #ifndef RECALCULO_CHOOSING_CHAIN_POOL_H
 #define RECALCULO_CHOOSING_CHAIN_POOL_H
 
-#include <array>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "placement/choosing/chain.h"
 
@@ -21,19 +22,27 @@ public:
     void run(std::uint64_t states, const PartFlags& best);
 
     /// The best state of the epoch in hand.
-    const ChainState& found() const { return chains_[current_]->best_of_epoch(); }
+    const ChainState& found() const { return current_->best_of_epoch(); }
 
 private:
     void begin_epoch(const PartFlags& best);
-    std::size_t drawn();
+    using Chains = std::vector<std::unique_ptr<Chain>>;
+
+    Chain* drawn(const Chains& chains);
+    void begin_filling(const PartFlags& best);
+    void begin_whole_pass(const PartFlags& best);
     PartFlags start();
 
     const Goal& goal_;
     Numbers numbers_;
-    std::array<std::unique_ptr<Chain>, reglas::ESTRATEGIAS.size()> chains_;
+    Chains fillings_;
+    /// None where passes cannot be rehearsed.
+    Chains whole_passes_;
     PartFlags all_;
     std::uint32_t largest_stream_ = 0;
-    std::size_t current_ = 0;
+    Chain* current_ = nullptr;
+    /// What a state of it takes, in states of a filling.
+    std::uint64_t price_ = 1;
     std::size_t epochs_ = 0;
     std::uint64_t length_;
 };

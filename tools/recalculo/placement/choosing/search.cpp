@@ -18,6 +18,9 @@ std::uint64_t states_of_round(std::size_t parts) {
 /// about the same time.
 constexpr std::uint64_t states_of_a_run = 30;
 
+/// So many rehearsals take the time of a run of the engine, at the least.
+constexpr std::int64_t rehearsals_of_a_trial = 5;
+
 /// How often the placed alone are asked for, and those of them that are placed then.
 constexpr int most_purifications = 3;
 
@@ -68,11 +71,11 @@ bool ChoosingSearch::may_go_on(Clock::duration reserve) {
     return !is_stopped_ && elapsed() + reserve < limits_.time;
 }
 
-/// Every service withheld is tried about twice; at most a quarter of the time.
+/// Every service withheld is tried about twice, most of them rehearsed; at most a quarter of the time.
 ChoosingSearch::Clock::duration ChoosingSearch::time_of_giving_back() const {
     const auto trials =
         2 * static_cast<std::int64_t>(best_.outcome.worth.withheld) / std::max(1U, limits_.jobs) + 1;
-    return std::min<Clock::duration>(time_of_trial_ * trials, limits_.time / 4);
+    return std::min<Clock::duration>(time_of_trial_ * trials / rehearsals_of_a_trial, limits_.time / 4);
 }
 
 void ChoosingSearch::search() {

@@ -37,6 +37,8 @@ public:
     std::optional<Rehearsed> run(const std::vector<ModuleCapacity>& modules);
     /// The same on the modules of the last run, at first those of the head-end.
     std::optional<Rehearsed> run(const AskedParts& asked);
+    /// By one strategy alone.
+    std::optional<Rehearsed> run(const AskedParts& asked, const reglas::Estrategia& strategy);
 
     /// Of the last run, by module.
     const std::vector<ModuleTests>& tests() const;

@@ -18,6 +18,10 @@ std::optional<Rehearsed> Rehearsal::run(const AskedParts& asked) {
     return stage_->run(asked);
 }
 
+std::optional<Rehearsed> Rehearsal::run(const AskedParts& asked, const reglas::Estrategia& strategy) {
+    return stage_->run(asked, strategy);
+}
+
 const std::vector<ModuleTests>& Rehearsal::tests() const {
     return stage_->tests();
 }
@@ -37,9 +41,23 @@ void Rehearsal::Stage::set_modules(const std::vector<ModuleCapacity>& modules) {
     on_output_.resize(filling_.limits().outputs.size());
 }
 
-std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked) {
+void Rehearsal::Stage::forget_tests() {
     filling_.forget_tests();
     inputs_used_.assign(modules(), 0);
+}
+
+std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked, const reglas::Estrategia& strategy) {
+    forget_tests();
+    begin(asked, strategy);
+    if (!pass() || !is_sound(asked.count()))
+        return {};
+    note_inputs();
+    keep_seating();
+    return Rehearsed{asked.count() - filling_.left(), is_broken()};
+}
+
+std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked) {
+    forget_tests();
     std::optional<Rehearsed> best;
     for (const reglas::Estrategia& strategy : reglas::ESTRATEGIAS) {
         begin(asked, strategy);
@@ -96,6 +114,7 @@ bool Rehearsal::Stage::pass() {
         }
     list_placed();
     note_tuned();
+    mend_first_inputs();
     return !gives_up_;
 }
 

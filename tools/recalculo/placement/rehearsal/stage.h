@@ -24,6 +24,7 @@ public:
 
     void set_modules(const std::vector<ModuleCapacity>& modules);
     std::optional<Rehearsed> run(const AskedParts& asked);
+    std::optional<Rehearsed> run(const AskedParts& asked, const reglas::Estrategia& strategy);
     std::optional<Rehearsed> run_all() { return run(all_); }
     const std::vector<ModuleTests>& tests() { return filling_.tests(); }
     const Seating& seating() const { return best_; }
@@ -60,6 +61,7 @@ private:
 
     // The frame (stage.cpp).
     void begin(const AskedParts& asked, const reglas::Estrategia& strategy);
+    void forget_tests();
     bool pass();
     void list_placed();
     void put(PartIndices& parts, PartIndex part) const;
@@ -115,6 +117,7 @@ private:
     void note_tuned();
     void note_tuned(std::uint32_t module);
     void note_inputs();
+    void mend_first_inputs();
     void keep_seating();
 
     const RehearsedHeadend& headend_;

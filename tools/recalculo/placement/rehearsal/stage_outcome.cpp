@@ -3,6 +3,7 @@
 #include "placement/rehearsal/stage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zarven::tool {
 
@@ -65,6 +66,24 @@ bool Rehearsal::Stage::is_broken(std::uint32_t number) {
     }
     transcoders.passed_at(sd + hd);
     return false;
+}
+
+/// An input that carries something takes the place of a first one that is not tuned.
+void Rehearsal::Stage::mend_first_inputs() {
+    for (std::uint32_t module = 0; module < modules(); ++module) {
+        const std::uint32_t first = limits(module).first_input;
+        if (first == limits(module).last_input || is_tuned(first))
+            continue;
+        std::uint32_t other = first + 1;
+        while (other < limits(module).last_input && on_input_[other].empty())
+            ++other;
+        if (other >= limits(module).last_input)
+            continue;
+        stream_of(first) = std::exchange(stream_of(other), no_index);
+        for (const PartIndex index : on_input_[other])
+            put(on_input_[first], index);
+        on_input_[other].clear();
+    }
 }
 
 /// Each service either waits or stands on an input and on an output.

@@ -67,6 +67,7 @@ SizingTrial Runner::chosen(const Headend& headend) const {
     limits.time = std::chrono::hours(24 * 365);
     limits.runs = sizing_states;
     limits.seed = sizing_seed;
+    limits.giving_back = sizing_giving_back;
     const Choice choice =
         choose_services(headend, limits, {}, [this](const ChoosingProgress&) { return !is_stopped(); });
     const EngineRun all = load_engine(headend, file_);
