@@ -23,7 +23,7 @@ TEST_F(CommandLine, ImportWritesAHeadend) {
     { "lcn": 1, "name": "Canal", "onid": 1, "tsid": 1011, "sid": 11110, "video_format": 4, "bitrate": 8000, "descramble": 1, "ca_pids": 2 }
   ],
   "streams": [
-    { "onid": 1, "tsid": 1011, "frequency": 11362000, "polarization": "H", "satellite": "19.2E" }
+    { "onid": 1, "tsid": 1011, "frequency": 11362000, "polarization": "H", "satellite": "19.2E", "symbol_rate": 22000000, "net_rate": 27032, "delivery": "DVB-S" }
   ]
 }
 )");

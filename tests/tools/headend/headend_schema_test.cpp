@@ -58,7 +58,7 @@ Headend headend_with_everything() {
     headend.clones = {clone};
     headend.pids = {{-1, 3, "spa", 1, 2, 3, 4}};
     headend.home_channels = {{1, 2}};
-    headend.streams = {{1, 2, 12187500, "H", "19.2E"}};
+    headend.streams = {{1, 2, 12187500, "H", "19.2E", 22000000, 33790, "DVB-S"}};
     return headend;
 }
 
@@ -112,6 +112,9 @@ TEST(HeadendSchema, DrawsTheLinesOfTheReader) {
                           {"/pids/0/id", 2147483647, 2147483648},
                           {"/home_channels/0/onid", 0, 0.5},
                           {"/streams/0/frequency", 4294967295, 4294967296},
+                          {"/streams/0/symbol_rate", 4294967295, 4294967296},
+                          {"/streams/0/net_rate", 4294967295, 4294967296},
+                          {"/streams/0/delivery", "", 1},
                           {"/streams/0/polarization", "", 1},
                           {"/modules/0/label", "", 1}};
     for (const Case& one : cases) {

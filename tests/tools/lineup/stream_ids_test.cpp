@@ -93,6 +93,18 @@ TEST(StreamIds, TellsWhereStreamsAreReceived) {
     EXPECT_EQ(to_string(imported.receptions.at({65535, 1})), "19.2E 12187.5 MHz V");
 }
 
+TEST(StreamIds, TellsWhatAReceiverIsTunedBy) {
+    Reception reception{1, 1011, 12187500, "V", "19.2E"};
+    EXPECT_EQ(tuning_of(reception), "19.2E 12187.5 MHz V");
+    reception.symbol_rate = 27'500'000;
+    EXPECT_EQ(tuning_of(reception), "19.2E 12187.5 MHz V 27500 kS/s");
+    EXPECT_EQ(to_string(reception), "19.2E 12187.5 MHz V") << "that tells transponders apart";
+    Reception bare;
+    EXPECT_EQ(tuning_of(bare), "");
+    bare.symbol_rate = 1'999'500;
+    EXPECT_EQ(tuning_of(bare), "1999.5 kS/s");
+}
+
 TEST(StreamIds, StreamsWithoutIdsKeepClearOfRealOnes) {
     Channel real = channel(2);
     real.nid = 0;

@@ -90,5 +90,41 @@ TEST(StreamLoads, WithoutAKnownRateNothingIsChecked) {
     EXPECT_EQ(loads.unchecked(), 0u);
 }
 
+TEST(StreamLoads, TellsWhatTheTransponderIs) {
+    StreamLoads loads;
+    loads.add(stream, 0, {});
+    loads.add(stream, 1, transponder());
+    Transponder other = transponder();
+    other.symbol_rate *= 2;
+    loads.add(stream, 2, other);
+    loads.add({1, 1012}, 3, {});
+    std::map<Stream, Reception> receptions = {{stream, {}}, {{1, 1012}, {}}, {{1, 1013}, {}}};
+    loads.describe(receptions);
+    EXPECT_EQ(receptions.at(stream).net_rate, 38014u);
+    EXPECT_EQ(receptions.at(stream).symbol_rate, transponder().symbol_rate)
+        << "the first that tells a net rate";
+    EXPECT_EQ(receptions.at(stream).delivery, to_string(transponder().delivery));
+    for (const std::uint16_t unknown : {std::uint16_t{1012}, std::uint16_t{1013}}) {
+        EXPECT_EQ(receptions.at({1, unknown}).net_rate, 0u);
+        EXPECT_EQ(receptions.at({1, unknown}).symbol_rate, 0u);
+        EXPECT_EQ(receptions.at({1, unknown}).delivery, "");
+    }
+}
+
+TEST(StreamLoads, WithoutANetRateTheFirstTransponderIsTold) {
+    StreamLoads loads;
+    Transponder first = transponder();
+    first.fec = {};
+    Transponder second = first;
+    second.symbol_rate *= 2;
+    loads.add(stream, 0, first);
+    loads.add(stream, 1, second);
+    std::map<Stream, Reception> receptions = {{stream, {}}};
+    loads.describe(receptions);
+    EXPECT_EQ(receptions.at(stream).symbol_rate, first.symbol_rate);
+    EXPECT_EQ(receptions.at(stream).net_rate, 0u);
+    EXPECT_NE(receptions.at(stream).delivery, "");
+}
+
 } // namespace
 } // namespace zarven::tool::stream_loads_test

@@ -100,6 +100,24 @@ TEST(NetRate, LessThanAKilobitIsNone) {
     EXPECT_EQ(net_rate(terrestrial(2, {1, 2}, 4, 1608)), 1u);
 }
 
+TEST(NetRate, SymbolsOfSatelliteAndCableAreTold) {
+    EXPECT_EQ(symbol_rate(satellite(Delivery::dvb_s, 99'999, 2, {3, 4})), 0u);
+    EXPECT_EQ(symbol_rate(satellite(Delivery::dvb_s, 100'000, 2, {3, 4})), 100'000u);
+    EXPECT_EQ(symbol_rate(satellite(Delivery::dvb_s2, 22'000'000, 0, {})), 22'000'000u);
+    EXPECT_EQ(symbol_rate(satellite(Delivery::dvb_c, 6'900'000, 6, {})), 6'900'000u);
+    EXPECT_EQ(symbol_rate(satellite(Delivery::dvb_t, 27'500'000, 6, {})), 0u)
+        << "a column that means nothing";
+    EXPECT_EQ(symbol_rate(satellite(Delivery::unknown, 27'500'000, 6, {})), 0u);
+}
+
+TEST(NetRate, SystemsByTheirNames) {
+    EXPECT_EQ(std::string(to_string(Delivery::dvb_s)), "DVB-S");
+    EXPECT_EQ(std::string(to_string(Delivery::dvb_s2)), "DVB-S2");
+    EXPECT_EQ(std::string(to_string(Delivery::dvb_c)), "DVB-C");
+    EXPECT_EQ(std::string(to_string(Delivery::dvb_t)), "DVB-T");
+    EXPECT_EQ(std::string(to_string(Delivery::unknown)), "");
+}
+
 TEST(NetRate, UnitsShowThemselves) {
     EXPECT_EQ(in_symbols(27500), 27'500'000u);
     EXPECT_EQ(in_symbols(99'999), 99'999'000u);

@@ -84,6 +84,7 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
     ordered_json expected;
     expected["name"] = "Casa \"Uno\"";
     expected["causes"] = ordered_json::array();
+    expected["cautions"] = ordered_json::array();
     for (const Explanation& explanation : two)
         expected["services"].push_back(ordered_json::parse(explanation_json(explanation)));
     expected["warnings"] = {"one", "two\nlines"};
@@ -93,8 +94,9 @@ TEST(ExplanationJson, TheDocumentIsIndentedThroughout) {
 }
 
 TEST(ExplanationJson, ADocumentWithoutServicesAndName) {
-    EXPECT_EQ(document("", {}),
-              "{\n  \"causes\": [],\n  \"services\": [\n  ],\n  \"warnings\": [],\n  \"findings\": []\n}\n");
+    EXPECT_EQ(
+        document("", {}),
+        "{\n  \"causes\": [],\n  \"cautions\": [],\n  \"services\": [\n  ],\n  \"warnings\": [],\n  \"findings\": []\n}\n");
 }
 
 } // namespace

@@ -53,8 +53,8 @@ TEST(ResultJson, AStrategyThatWasNotTried) {
 }
 
 TEST(ResultJson, AnEmptyResult) {
-    const auto expected =
-        nlohmann::ordered_json::parse(R"({"causes": [], "modules": [], "left_out": [], "clones_waiting": [],
+    const auto expected = nlohmann::ordered_json::parse(
+        R"({"causes": [], "cautions": [], "modules": [], "left_out": [], "clones_waiting": [],
         "neither": [], "warnings": [], "findings": [], "summary": {"loaded": 0, "placed": 0, "left_out": 0, "neither": 0,
         "clones_attached": 0, "clones_waiting": 0}})");
     EXPECT_EQ(result_json(Result()), expected.dump(2) + "\n");

@@ -9,7 +9,7 @@
 #include "failure_message.h"
 #include "headend/headend_json.h"
 #include "placement/engine_run.h"
-#include "placement/result_json.h"
+#include "placement/reserve.h"
 #include "report/result_fixture.h"
 
 namespace zarven::tool::result_reading_test {
@@ -145,8 +145,11 @@ TEST(ResultReading, EveryRequiredMemberIsMissed) {
     const json whole = report().flatten();
     for (const auto& member : whole.items()) {
         const json::json_pointer place(member.key());
-        // What a result says of its causes is counted anew.
-        const bool may_be_absent = place.back() == "parent_sid" || place.back() == "reason" ||
+        // What a result says of its causes and cautions is counted anew, and so is what its inputs carry.
+        const bool follows =
+            place == json::json_pointer("/cautions") ||
+            (place.back() == "bitrate" && place.parent_pointer().parent_pointer().back() == "inputs");
+        const bool may_be_absent = follows || place.back() == "parent_sid" || place.back() == "reason" ||
                                    place.back() == "cause" || place.back() == "nearest" ||
                                    place.back() == "label" || place.to_string().rfind("/causes/", 0) == 0 ||
                                    place == json::json_pointer("/name") || place.back() == "neither" ||
@@ -175,11 +178,21 @@ TEST(ResultReading, AWrongValueIsToldWithItsPlace) {
 }
 
 TEST(ResultReading, LabelsAndPlacesComeBack) {
-    const std::string text = result_json(with_labels(result_with_everything()));
+    Result result = with_labels(result_with_everything());
+    result.streams[0].symbol_rate = 22'000'000;
+    result.streams[0].net_rate = 33790;
+    result.streams[0].delivery = "DVB-S";
+    result.modules[0].inputs[0].net_rate = 33790;
+    set_reserve(result, {250});
+    const std::string text = result_json(result);
     const Result again = read_result("f", text);
     EXPECT_EQ(again.modules.at(0).label, "Rack 1, slot 3");
     EXPECT_EQ(again.modules.at(1).label, "");
-    EXPECT_EQ(described({1, 1001}, again), "1/1001 (19.2E 12187.5 MHz H)");
+    EXPECT_EQ(described({1, 1001}, again), "1/1001 (19.2E 12187.5 MHz H 22000 kS/s)");
+    EXPECT_EQ(again.streams.at(0).net_rate, 33790u);
+    EXPECT_EQ(again.streams.at(0).delivery, "DVB-S");
+    EXPECT_EQ(again.modules.at(0).inputs.at(0).net_rate, 33790u);
+    EXPECT_EQ(again.modules.at(0).outputs.at(0).reserve, 950u);
     EXPECT_EQ(described({1, 1002}, again), "1/1002 (514 MHz)");
     EXPECT_EQ(described({2, 7}, again), "2/7");
     EXPECT_EQ(result_json(again), text);

@@ -275,5 +275,37 @@ TEST_F(ResultOfHand, AttachedClonesAreNoPlacedServices) {
     EXPECT_TRUE(result.modules[0].outputs[0].services.at(1).is_clone);
 }
 
+/// What an input tuned to stream 1/10 carries, with one service on it that is changed.
+std::uint64_t carried_with(void (*change)(ServiceResult&)) {
+    InputResult input{1, true, {1, 10}, {}};
+    for (const std::uint16_t lcn : {std::uint16_t{1}, std::uint16_t{2}}) {
+        ServiceResult made;
+        made.stream = {1, 10};
+        made.lcn = lcn;
+        made.bitrate = lcn * 1000u;
+        made.outputs = {1};
+        input.services.push_back(made);
+    }
+    change(input.services.back());
+    return carried_from(input);
+}
+
+TEST(CarriedFrom, CountsTheServicesOfTheStreamThatStandOnAnOutput) {
+    EXPECT_EQ(carried_from({}), 0u);
+    EXPECT_EQ(carried_with([](ServiceResult&) {}), 3000u);
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.outputs = {1, 2}; }), 3000u) << "once";
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.outputs = {}; }), 1000u);
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.is_clone = true; }), 1000u);
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.stream.tsid = 11; }), 1000u);
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.bitrate = 4294967295; }), 4294968295u);
+    // The same service again; another one with the same LCN.
+    EXPECT_EQ(carried_with([](ServiceResult& service) { service.lcn = 1; }), 1000u);
+    EXPECT_EQ(carried_with([](ServiceResult& service) {
+                  service.lcn = 1;
+                  service.sid = 7;
+              }),
+              3000u);
+}
+
 } // namespace
 } // namespace zarven::tool::result_test

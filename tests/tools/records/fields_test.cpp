@@ -106,6 +106,7 @@ template <> struct Fields<Picture> {
         visit.where(Condition{picture.is_sold, nullptr, {}, "sale"}, "price", count(picture.price),
                     "If sold");
         visit.where(Condition{picture.is_sold, nullptr, {}, "sale"}, "leaf", picture.leaf, "If sold");
+        visit.made("painted", picture.year != 0, "The year is known");
         visit.required("others", picture.others, "Two more");
     }
 };
@@ -177,12 +178,13 @@ TEST(RecordWriter, LeavesOutWhatIsTheDefaultOrHasNoPlace) {
 
 TEST(RecordWriter, WordsOptionalsAndConditions) {
     Picture picture;
-    EXPECT_EQ(text_on_one_line(picture), R"({"colour":"red","reason":0,"others":["green","blue"]})");
+    EXPECT_EQ(text_on_one_line(picture),
+              R"({"colour":"red","reason":0,"painted":false,"others":["green","blue"]})");
     picture.colour = Colour::blue;
     picture.is_signed = picture.is_sold = true;
     picture.leaf = Leaf{3};
     EXPECT_EQ(text_on_one_line(picture), R"({"colour":"blue","signed":true,"year":0,"month":0,"price":null,)"
-                                         R"("leaf":{"width":3},"others":["green","blue"]})");
+                                         R"("leaf":{"width":3},"painted":false,"others":["green","blue"]})");
 }
 
 TEST(RecordWriter, AValueWithoutAWordIsAMistake) {
@@ -456,6 +458,7 @@ TEST(MemberTables, TellTheDocumentAndTheRecordsWithin) {
 | `reason` | number | why red |
 | `price` | number or null | if sold |
 | `leaf` | **leaf** or null | if sold |
+| `painted` | true or false | the year is known |
 | `others` | list of `red`, `green`, `blue` | two more |
 
 **leaf**: a leaf.

@@ -9,6 +9,7 @@
 
 #include "Generador.h"
 #include "headend/headend_json.h"
+#include "made_cautions.h"
 #include "made_findings.h"
 #include "placement/bound.h"
 #include "placement/comparison.h"
@@ -74,6 +75,11 @@ Result result_with_every_cause() {
         services.back().cause = cause.value;
     }
     result.advice.raises = every_raise();
+    add_every_caution(result);
+    result.modules[0].inputs[0].net_rate = 33790;
+    result.streams[0].symbol_rate = 22'000'000;
+    result.streams[0].net_rate = 33790;
+    result.streams[0].delivery = "DVB-S";
     return result;
 }
 
@@ -143,6 +149,7 @@ json whole_comparison() {
     comparison.after.counts.not_asked_for = 2;
     comparison.after.findings = {broken_limit("what the audit found", "A"), note("what is counted")};
     comparison.labels = {{"A", "Rack 1"}};
+    comparison.after.cautions = every_caution();
     return json::parse(comparison_json(comparison));
 }
 
@@ -167,6 +174,7 @@ json whole_choice() {
     report.name = "Casa";
     report.labels = {{"A", "Rack 1"}};
     report.all.findings = report.chosen.findings = {broken_limit("what the audit found", "A")};
+    report.chosen.cautions = every_caution();
     report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
     const ValuedService service{a_service(), 3, true};
     report.withheld = {service};
@@ -292,8 +300,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Kind{"result.schema.json",
              whole_result(),
-             {"/name", "/groups", "/one_of", "/streams", "label", "frequency", "polarization", "satellite",
-              "radio", "measured", "reason", "cause", "nearest", "/advice", "not_asked_for", "rates"},
+             {"/name",         "/groups", "/one_of",     "/streams", "label",    "frequency", "polarization",
+              "satellite",     "radio",   "measured",    "reason",   "cause",    "nearest",   "/advice",
+              "not_asked_for", "rates",   "symbol_rate", "net_rate", "delivery", "reserve"},
              result_with_strategies_not_tried()},
         Kind{"explanation.schema.json",
              whole_explanation(),

@@ -188,8 +188,8 @@ TEST(ComparisonJson, TheSameFacts) {
         json.dump(),
         R"({"summary":{"gained":1,"lost":1,"moved":1,"unmoved":4,"renamed":1,"never_placed":5,"added":0,"removed":0},)"
         R"("before":{"name":"Casa","loaded":5,"placed":3,"left_out":2,"neither":0,"warnings":["module A: one","two"],"findings":[{"broken":true,"limit":true,"subject":"module A",)"
-        R"("problem":"one","modules":["A"]},{"broken":false,"problem":"two"}]},)"
-        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"],"findings":[{"broken":true,"problem":"one"}]},)"
+        R"("problem":"one","modules":["A"]},{"broken":false,"problem":"two"}],"cautions":[]},)"
+        R"("after":{"name":"","loaded":1,"placed":1,"left_out":0,"neither":1,"warnings":["one"],"findings":[{"broken":true,"problem":"one"}],"cautions":[]},)"
         R"("gained":[{"lcn":1,"name":"Uno","onid":1,"tsid":1001,"sid":101,"before":[],)"
         R"("after":[{"mac":"A","input":1,"outputs":[1,2]}]}],)"
         R"("lost":[{"lcn":2,"name":"Doscientos","onid":1,"tsid":1001,"sid":102,)"

@@ -11,7 +11,7 @@ namespace {
 
 const std::string header =
     "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,"
-    "scrambled,ca_pids,transcoded,clone,reason,label\r\n";
+    "scrambled,ca_pids,transcoded,clone,reason,label,position,frequency,polarization,symbol_rate\r\n";
 
 TEST(ResultCsv, AnEmptyResult) {
     EXPECT_EQ(result_csv(Result()), header);
@@ -22,16 +22,16 @@ TEST(ResultCsv, OneOfEverything) {
     EXPECT_EQ(
         result_csv(result_with_everything()),
         header +
-            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\r\n"
-            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\r\n"
-            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes,,\r\n"
-            "yes,M1,1,1,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,,\r\n"
-            "yes,M1,1,10,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,,\r\n"
+            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,,,,,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,,,,,\r\n"
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,0,no,no,no,0,no,yes,,,,,,\r\n"
+            "yes,M1,1,1,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,,,,,,\r\n"
+            "yes,M1,1,10,12,海景 Música\uFFFD,Mar,1,1001,112,212,8000,yes,no,yes,3,yes,no,,,,,,\r\n"
             "no,,,,700," +
             long_name + "," + long_name +
-            ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.,\r\n"
-            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \uFFFD, is left out.\",\r\n"
-            "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.,\r\n");
+            ",1,1002,105,105,4200,no,no,yes,1,no,no,No input is free for stream 1/1002.,,,,,\r\n"
+            "no,,,,700,Canal Uno,Canal Uno,1,1002,105,105,0,no,no,no,0,no,yes,\"Its parent, \uFFFD, is left out.\",,,,,\r\n"
+            "no,,,,11,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,It is neither placed nor left out.,,,,,\r\n");
 }
 
 TEST(ResultCsv, AServiceOnAnInputThatIsNeitherPlacedNorLeftOutHasOneLine) {
@@ -40,26 +40,40 @@ TEST(ResultCsv, AServiceOnAnInputThatIsNeitherPlacedNorLeftOutHasOneLine) {
     lost.reason = "Lost.";
     result.neither = {lost};
     const std::string table = result_csv(result);
-    EXPECT_NE(table.find("no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,Lost.,\r\n"),
-              std::string::npos)
+    EXPECT_NE(
+        table.find("no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,Lost.,,,,,\r\n"),
+        std::string::npos)
         << table;
     EXPECT_EQ(table.find("no,,,,8,"), std::string::npos);
 }
 
-TEST(ResultCsv, TheLabelOfAModuleIsInTheLastColumn) {
+TEST(ResultCsv, TheLabelOfAModule) {
     Result result = result_with_everything();
     result.modules.at(0).label = "=Rack 1, slot 3";
     const std::string table = result_csv(result);
     EXPECT_NE(
         table.find(
-            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\"'=Rack 1, slot 3\"\r\n"),
+            "yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\"'=Rack 1, slot 3\",,,,\r\n"),
         std::string::npos)
         << table;
     EXPECT_NE(
         table.find(
-            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\"'=Rack 1, slot 3\"\r\n"),
+            "no,M1,1,,8,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,\"'=Rack 1, slot 3\",,,,\r\n"),
         std::string::npos);
-    EXPECT_NE(table.find("No input is free for stream 1/1002.,\r\n"), std::string::npos);
+    EXPECT_NE(table.find("No input is free for stream 1/1002.,,,,,\r\n"), std::string::npos);
+}
+
+TEST(ResultCsv, WhatAReceiverIsTunedByIsInTheLastColumns) {
+    Result result = result_with_everything();
+    result.streams = {{1, 1001, 12187500, "H", "19,2E", 22'000'000},
+                      {1, 1002, 514000, "", ""},
+                      {1, 1001, 1, "V", "of two the first counts", 1}};
+    const std::string table = result_csv(result);
+    EXPECT_NE(table.find("yes,M1,1,1,5,Canal Uno,Canal Uno,1,1001,105,105,4200,no,no,no,0,no,no,,,"
+                         "\"19,2E\",12187500,H,22000000\r\n"),
+              std::string::npos)
+        << table;
+    EXPECT_NE(table.find("No input is free for stream 1/1002.,,,514000,,\r\n"), std::string::npos);
 }
 
 TEST(ResultCsv, AServiceWithoutInput) {
@@ -99,7 +113,7 @@ TEST(ResultCsv, Radio) {
     service.is_radio = true;
     service.is_hd = true; // of which a radio has nothing
     result.clones_waiting = {service};
-    EXPECT_NE(result_csv(result).find(",no,yes,no,0,no,no,,\r\n"), std::string::npos);
+    EXPECT_NE(result_csv(result).find(",no,yes,no,0,no,no,,,,,,\r\n"), std::string::npos);
 }
 
 } // namespace

@@ -79,6 +79,7 @@ Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysP
 void choose_command(const ChooseOptions& options) {
     check(options);
     apply(options.limits);
+    const Reserve reserve = reserve_of(options.reserve);
     const std::string file = input_name(options.headend.path);
     Headend written = read_input(options.headend);
     ask_for_wishes(options.wishes, options.headend.path, written);
@@ -91,7 +92,7 @@ void choose_command(const ChooseOptions& options) {
     // Up to the end: what has been found is told, and only then the interruption.
     const interruption::Deferred deferred;
     const Choice choice = search(headend, limits_of(options), kept ? stays_put(headend, *kept) : StaysPut());
-    ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file);
+    ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file, reserve);
     report.is_interrupted = interruption::is_pending();
 
     if (!options.chosen.empty())
@@ -104,7 +105,8 @@ void choose_command(const ChooseOptions& options) {
             if (!is_told)
                 return "";
             return options.output.json ? choice_json(report)
-                                       : choice_text(report, kept_name, style_of(options.style));
+                                       : choice_text(report, kept_name, style_of(options.style),
+                                                     extent_of(options.wishes.verbose));
         });
 }
 

@@ -15,6 +15,7 @@
 #include "commands/headend_input.h"
 #include "commands/measured_input.h"
 #include "commands/report_output.h"
+#include "commands/reserve_input.h"
 #include "commands/style_input.h"
 #include "commands/wish_input.h"
 #include "lineup/channel_import.h"
@@ -32,6 +33,7 @@ struct RunOptions {
     ReportOutput output;
     /// The planner's page with the head-end inside; empty for none.
     std::string live;
+    ReserveInput reserve;
     StyleInput style;
     bool pauses = false;
     bool strategies = false;
@@ -55,6 +57,8 @@ struct ExplainOptions {
     bool remedy = false;
     std::uint32_t trials = automatic_trials;
     bool json = false;
+    ReserveInput reserve;
+    bool verbose = false;
     StyleInput style;
     EngineLimits limits;
 };
@@ -69,6 +73,8 @@ struct CompareOptions {
     ReportOutput output;
     /// Outcomes of the second placement that are to be a failure.
     std::vector<std::string> fail_on;
+    ReserveInput reserve;
+    bool verbose = false;
     StyleInput style;
     EngineLimits limits;
 };
@@ -123,6 +129,7 @@ struct ChooseOptions {
     /// Where the head-end goes with the services marked that are not to be asked for; empty for nowhere.
     std::string chosen;
     ReportOutput output;
+    ReserveInput reserve;
     StyleInput style;
     EngineLimits limits;
 

@@ -61,15 +61,19 @@ void compare_command(const CompareOptions& options) {
     check(options.output);
     if (options.before == standard_stream && options.after.path == standard_stream)
         throw Failure("standard input: found \"-\" for both, expected it once");
-    const Result before = result_in({options.before, {}});
-    const Result after = result_in(options.after);
+    reserve_of(options.reserve); // before anything takes long
+    Result before = result_in({options.before, {}});
+    Result after = result_in(options.after);
+    for (Result* result : {&before, &after})
+        apply_reserve(options.reserve, *result);
     const Comparison comparison = compare(before, after);
     const ComparedFiles files{input_name(options.before), name_of(options.after)};
     write_reports(
         options.output, [&] { return comparison_page(comparison, files); },
         [&] {
             return options.output.json ? comparison_json(comparison)
-                                       : comparison_text(comparison, files, style_of(options.style));
+                                       : comparison_text(comparison, files, style_of(options.style),
+                                                         extent_of(options.verbose));
         });
     fail_on(options.fail_on, after.counts, after.findings, files.after);
 }

@@ -20,6 +20,7 @@
 #include "placement/service_query.h"
 #include "placement/sizing/advising.h"
 #include "report/causes_text.h"
+#include "report/caution_text.h"
 #include "report/explanation_text.h"
 #include "report/summary_text.h"
 
@@ -84,6 +85,7 @@ void tell_as_json(const Answering& answering, const Services& services, const Re
 
 void explain_command(const ExplainOptions& options) {
     apply(options.limits);
+    const Reserve reserve = reserve_of(options.reserve);
     std::vector<ServiceQuery> queries;
     for (const std::string& text : options.services)
         queries.push_back(parse_service_query(text));
@@ -100,6 +102,7 @@ void explain_command(const ExplainOptions& options) {
     run_watched(run, file);
     Explainer explainer(run, queries.empty() ? Listing::with_an_input : Listing::all_modules);
     Result result = result_of(run, headend.name);
+    set_reserve(result, reserve);
     if (queries.empty()) {
         services = unplaced_of(run);
         result.advice = advice_for(headend, file, result, options.trials);
@@ -115,7 +118,8 @@ void explain_command(const ExplainOptions& options) {
     if (queries.empty())
         write(broken_text(findings, style) + causes_text(result, style));
     tell_as_text(answering, services, style);
-    write(queries.empty() ? closing_notes_text(findings, style)
+    write(queries.empty() ? closing_notes_text(findings, style) +
+                                closing_cautions_text(cautions_of(result), style, extent_of(options.verbose))
                           : broken_elsewhere_text(broken_among(findings), style));
 }
 

@@ -41,10 +41,6 @@ bool is_standard_input_taken(const ImportOptions& options) {
            options.modules == standard_stream;
 }
 
-MessageDigest::Extent extent_of(bool verbose) {
-    return verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
-}
-
 /// What was measured is known.
 void take_kinds(const Measuring& measuring, ImportedChannels& imported) {
     for (std::size_t place = 0; place < imported.facts.size(); ++place) {

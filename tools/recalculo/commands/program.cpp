@@ -157,6 +157,17 @@ Option verbose_flag(bool& verbose) {
     return flag("--verbose", verbose, "Tell every message; by default three of each kind");
 }
 
+Option reserve_option(ReserveInput& input) {
+    return with_value(
+        {"--reserve"}, "N%", &input.percent,
+        "What each output is to keep free for tables, of its maximum; 2.5% by default. The report "
+        "tells which cannot; the engine does not know of it");
+}
+
+Option all_cautions_flag(bool& verbose) {
+    return flag("--verbose", verbose, "Tell every caution; by default three of each kind");
+}
+
 /// With the options that all have.
 Command command(const char* name, const char* description, std::vector<Option> options,
                 std::function<void()> perform) {
@@ -191,6 +202,7 @@ Command describe_run() {
                                   "Stop a run whose log is longer, in millions of bytes; 0 for no limit")),
          fail_on_option(options->fail_on, "the placement"),
          trials_option(options->trials),
+         reserve_option(options->reserve),
          max_seconds_option(options->limits),
          color_option(options->style)},
         [options] { run_command(*options); });
@@ -208,6 +220,7 @@ Command describe_explain() {
              "--remedy", options->remedy,
              "Look for the smallest change with which the engine places each service asked for, by running it"),
          trials_option(options->trials), flag("--json", options->json, "Answer as JSON"),
+         reserve_option(options->reserve), all_cautions_flag(options->verbose),
          max_seconds_option(options->limits), color_option(options->style)},
         [options] { explain_command(*options); });
 }
@@ -220,7 +233,8 @@ Command describe_compare() {
          argument("AFTER", &options->after.path, "What to compare it with, of either kind"),
          set_option(options->after, "Change a value of AFTER, a head-end, for this run"),
          json_flag(options->output.json), html_option(options->output, "comparison"),
-         fail_on_option(options->fail_on, "the second placement"), max_seconds_option(options->limits),
+         fail_on_option(options->fail_on, "the second placement"), reserve_option(options->reserve),
+         all_cautions_flag(options->verbose), max_seconds_option(options->limits),
          color_option(options->style)},
         [options] { compare_command(*options); });
 }
@@ -282,7 +296,7 @@ Command describe_choose() {
                                "Write the head-end with the services marked that are not asked for; - for "
                                "standard output in the place of the report")),
          json_flag(options->output.json), html_option(options->output, "choice"),
-         max_seconds_option(options->limits), color_option(options->style)},
+         reserve_option(options->reserve), max_seconds_option(options->limits), color_option(options->style)},
         [options] { choose_command(*options); });
 }
 

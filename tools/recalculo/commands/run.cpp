@@ -58,13 +58,15 @@ Strategies run_strategies(const Headend& headend, const std::string& file) {
 std::string text_of(const Result& result, const Strategies* strategies, const RunOptions& options) {
     const TextStyle style = style_of(options.style);
     return (strategies == nullptr ? "" : strategies_text(*strategies, style) + "\n") +
-           (options.summary ? result_summary_text(result, style) : result_text(result, style));
+           (options.summary ? result_summary_text(result, style)
+                            : result_text(result, style, extent_of(options.wishes.verbose)));
 }
 
 } // namespace
 
 void run_command(const RunOptions& options) {
     apply(options.limits);
+    const Reserve reserve = reserve_of(options.reserve);
     // The log's "-" is standard error.
     check(options.output,
           {{"--log", options.log == standard_stream ? "" : options.log}, {"--live", options.live}});
@@ -85,6 +87,7 @@ void run_command(const RunOptions& options) {
     if (!options.live.empty())
         write_live_page(options.live, headend);
     Result result = run_driver(options, headend, file);
+    set_reserve(result, reserve);
     result.advice = look_for_advice(headend, file, result, options.trials);
     std::optional<Strategies> run_alone;
     if (options.strategies)

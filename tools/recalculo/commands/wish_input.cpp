@@ -13,10 +13,6 @@ namespace zarven::tool {
 
 namespace {
 
-MessageDigest::Extent extent_of(const WishInput& input) {
-    return input.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
-}
-
 void tell(const std::vector<std::string>& messages) {
     for (const std::string& message : messages)
         write_message(message);
@@ -25,7 +21,7 @@ void tell(const std::vector<std::string>& messages) {
 Wishing find_told(const WishInput& input, const std::vector<WishList>& lists, std::vector<Service>& services,
                   const std::vector<Reception>& streams) {
     const Wishing wishing = find_wishes(lists, services, streams);
-    tell(wishing_messages(lists, services, wishing, extent_of(input)));
+    tell(wishing_messages(lists, services, wishing, extent_of(input.verbose)));
     if (wishing.met.empty())
         throw Failure("none of the wishes is found, and nothing is asked for", ExitCode::engine_did_not_run);
     value_wishes(lists, wishing, services);
@@ -78,7 +74,7 @@ void take_wished_lcns(const WishInput& input, const std::vector<WishList>& lists
     if (!input.lcns)
         return;
     number_wishes(lists, wishing, headend);
-    tell(lcn_messages(lists, headend.services, wishing, extent_of(input)));
+    tell(lcn_messages(lists, headend.services, wishing, extent_of(input.verbose)));
 }
 
 } // namespace zarven::tool

@@ -21,4 +21,11 @@ std::string to_string(const Reception& reception) {
     return fmt::format("{}", fmt::join(parts, " "));
 }
 
+std::string tuning_of(const Reception& reception) {
+    const std::string place = to_string(reception);
+    if (reception.symbol_rate == 0)
+        return place;
+    return fmt::format("{}{}{:.10g} kS/s", place, place.empty() ? "" : " ", reception.symbol_rate / 1000.0);
+}
+
 } // namespace zarven::tool

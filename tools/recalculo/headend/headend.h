@@ -130,10 +130,19 @@ struct Reception {
     std::string polarization;
     /// Its place in orbit, as "19.2E", or what else names it.
     std::string satellite;
+    /// In symbols a second; 0 where it is not known or there are none.
+    std::uint32_t symbol_rate = 0;
+    /// What its transponder carries, in kbit/s; 0 where it is not known.
+    std::uint32_t net_rate = 0;
+    /// "DVB-S2", or another system; empty where it is not known.
+    std::string delivery = {};
 };
 
 /// "19.2E 12187.5 MHz H"; empty where nothing is known.
 std::string to_string(const Reception& reception);
+
+/// What a receiver is tuned by: the same with the symbol rate, "19.2E 12187.5 MHz H 27500 kS/s".
+std::string tuning_of(const Reception& reception);
 
 struct Headend {
     std::string name;

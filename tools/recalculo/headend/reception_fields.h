@@ -19,6 +19,11 @@ template <> struct Fields<Reception> {
         visit.optional("polarization", reception.polarization, "", "H, V, L or R on a satellite");
         visit.optional("satellite", reception.satellite, "",
                        "Its place in orbit, as \"19.2E\", or any other name");
+        visit.optional("symbol_rate", reception.symbol_rate, 0,
+                       "In symbols a second; 0: not known, or there are none");
+        visit.optional("net_rate", reception.net_rate, 0,
+                       "What its transponder carries in kbit/s, after error correction; 0: not known");
+        visit.optional("delivery", reception.delivery, "", "Its system, as \"DVB-S2\"");
     }
 };
 

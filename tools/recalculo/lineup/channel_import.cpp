@@ -71,6 +71,7 @@ public:
         report_.nameless_streams = streams_.nameless();
         report_.shared_ids = streams_.shared();
         report_.receptions = streams_.receptions();
+        loads_.describe(report_.receptions);
         for (std::vector<Remark>* remarks : {&report_.unreadable, &report_.remarks})
             std::stable_sort(remarks->begin(), remarks->end(), [](const Remark& one, const Remark& other) {
                 return std::tie(one.list, one.line) < std::tie(other.list, other.line);

@@ -46,8 +46,11 @@ std::optional<std::uint64_t> hold_to(std::uint32_t carried, const std::vector<st
 void StreamLoads::add(Stream stream, std::size_t service, const Transponder& transponder) {
     Load& load = loads_[stream];
     load.services.push_back(service);
-    if (!load.carried)
-        load.carried = net_rate(transponder);
+    if (load.carried)
+        return;
+    load.carried = net_rate(transponder);
+    if (load.carried || load.services.size() == 1)
+        load.transponder = transponder;
 }
 
 std::vector<SharedOut> StreamLoads::share_out(std::vector<Service>& services) const {
@@ -62,6 +65,18 @@ std::vector<SharedOut> StreamLoads::share_out(std::vector<Service>& services) co
 std::size_t StreamLoads::unchecked() const {
     return static_cast<std::size_t>(
         std::count_if(loads_.begin(), loads_.end(), [](const auto& entry) { return !entry.second.carried; }));
+}
+
+void StreamLoads::describe(std::map<Stream, Reception>& receptions) const {
+    for (const auto& [stream, load] : loads_) {
+        const auto found = receptions.find(stream);
+        if (found == receptions.end())
+            continue;
+        Reception& reception = found->second;
+        reception.symbol_rate = symbol_rate(load.transponder);
+        reception.net_rate = load.carried.value_or(0);
+        reception.delivery = to_string(load.transponder.delivery);
+    }
 }
 
 } // namespace zarven::tool

@@ -40,10 +40,15 @@ public:
     /// Streams whose net rate is not known.
     std::size_t unchecked() const;
 
+    /// What the transponder of a stream is and carries, put into where the stream is received.
+    void describe(std::map<Stream, Reception>& receptions) const;
+
 private:
     struct Load {
         std::vector<std::size_t> services;
         std::optional<std::uint32_t> carried;
+        /// The one of the net rate; where none tells that, the first.
+        Transponder transponder;
     };
 
     std::map<Stream, Load> loads_;

@@ -102,6 +102,27 @@ std::optional<std::uint32_t> net_rate(const Transponder& transponder) {
     return static_cast<std::uint32_t>(kilobits);
 }
 
+std::uint32_t symbol_rate(const Transponder& transponder) {
+    const bool has_one = transponder.delivery != Delivery::unknown && transponder.delivery != Delivery::dvb_t;
+    return has_one && transponder.symbol_rate >= least_symbol_rate ? transponder.symbol_rate : 0;
+}
+
+const char* to_string(Delivery delivery) {
+    switch (delivery) {
+    case Delivery::dvb_s:
+        return "DVB-S";
+    case Delivery::dvb_s2:
+        return "DVB-S2";
+    case Delivery::dvb_c:
+        return "DVB-C";
+    case Delivery::dvb_t:
+        return "DVB-T";
+    case Delivery::unknown:
+        break;
+    }
+    return "";
+}
+
 std::uint32_t bits_of_points(std::uint32_t points) {
     for (std::uint32_t bits = 2; bits <= 8; ++bits)
         if (points == 1U << bits)

@@ -37,6 +37,12 @@ struct Transponder {
 /// In kbit/s, rounded down; nothing where a parameter is not known, or is none of that system.
 std::optional<std::uint32_t> net_rate(const Transponder& transponder);
 
+/// In symbols a second; 0 where it is not known, or where lists fill a column that means nothing.
+std::uint32_t symbol_rate(const Transponder& transponder);
+
+/// As people write it; empty for an unknown one.
+const char* to_string(Delivery delivery);
+
 /// Bits per symbol of a constellation of so many points; 0 for a number that is no power of two from 4 to
 /// 256.
 std::uint32_t bits_of_points(std::uint32_t points);

@@ -50,7 +50,7 @@ public:
         return !why_none_could_take(capacities_, *record(service)).empty();
     }
 
-    ChoiceSide side() const {
+    ChoiceSide side(Reserve reserve = {}) const {
         if (is_stopped_) {
             ChoiceSide side;
             side.counts.loaded = run_.engine.listaServicios.size();
@@ -58,8 +58,10 @@ public:
             side.is_stopped = true;
             return side;
         }
-        const Result result = result_of(run_, headend_.name, Reasons::omitted);
+        Result result = result_of(run_, headend_.name, Reasons::omitted);
+        set_reserve(result, reserve);
         ChoiceSide side{result.counts, result.findings};
+        side.cautions = cautions_of(result);
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
             if (is_placed(service)) {
                 side.musts += headend_.services[service].must ? 1 : 0;
@@ -114,13 +116,13 @@ public:
         : headend_(headend), file_(file), chosen_headend_(with_choice(headend, choice)),
           all_(ChosenRun::or_stopped(headend, file)), chosen_(chosen_headend_, file) {}
 
-    ChoiceReport report(const Choice& choice, const Result* kept) && {
+    ChoiceReport report(const Choice& choice, const Result* kept, Reserve reserve) && {
         report_.name = headend_.name;
         for (const Module& module : headend_.modules)
             if (!module.label.empty())
                 report_.labels.emplace(module.mac, module.label);
-        report_.all = all_.side();
-        report_.chosen = chosen_.side();
+        report_.all = all_.side(reserve);
+        report_.chosen = chosen_.side(reserve);
         report_.musts = reach_of_musts(headend_, file_);
         report_.value = reach_of_value(headend_, file_);
         note_groups();
@@ -309,8 +311,8 @@ Headend with_choice(Headend headend, const Choice& choice) {
 }
 
 ChoiceReport report_of(const Headend& headend, const Choice& choice, const Result* kept,
-                       const std::string& file) {
-    return Reporting(headend, choice, file).report(choice, kept);
+                       const std::string& file, Reserve reserve) {
+    return Reporting(headend, choice, file).report(choice, kept, reserve);
 }
 
 } // namespace zarven::tool

@@ -13,8 +13,10 @@
 #include <vector>
 
 #include "headend/headend.h"
+#include "placement/caution.h"
 #include "placement/choosing/choosing.h"
 #include "placement/comparison.h"
+#include "placement/reserve.h"
 
 namespace zarven::tool {
 
@@ -28,6 +30,7 @@ struct ChoiceSide {
     std::uint64_t value = 0;
     /// The engine did not end within its limits: nothing is placed.
     bool is_stopped = false;
+    std::vector<Caution> cautions = {};
 };
 
 /// It ended, and breaks nothing: it is a placement that counts.
@@ -105,7 +108,7 @@ Reach reach_of_value(const Headend& headend, const std::string& file);
 /// Runs the head-end as it is and as chosen, and tells the two apart. `kept` may be null. The log must be
 /// masked.
 ChoiceReport report_of(const Headend& headend, const Choice& choice, const Result* kept,
-                       const std::string& file);
+                       const std::string& file, Reserve reserve = {});
 
 } // namespace zarven::tool
 

@@ -21,6 +21,7 @@ template <> struct Fields<ChoiceSide> {
         visit.required("musts", count(side.musts), "Services that must be placed, and are");
         visit.required("value", count(side.value), "Sum of the values of the services that are placed");
         visit_findings(visit, side.findings);
+        visit_cautions(visit, side.cautions);
         visit.required("sound", is_sound(side), "Nothing is broken; else it is no placement that counts");
         visit.if_true("stopped", side.is_stopped,
                       "The engine did not end within its limits, so that nothing is placed; not there "

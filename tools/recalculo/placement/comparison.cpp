@@ -27,8 +27,8 @@ public:
     Comparing(const Result& before, const Result& after) : before_(before), after_(after) {}
 
     Comparison comparison(OrderOfSteps order) && {
-        comparison_.before = {before_.name, before_.counts, before_.findings};
-        comparison_.after = {after_.name, after_.counts, after_.findings};
+        comparison_.before = {before_.name, before_.counts, before_.findings, cautions_of(before_)};
+        comparison_.after = {after_.name, after_.counts, after_.findings, cautions_of(after_)};
         compare_services();
         compare_modules();
         compare_limits();

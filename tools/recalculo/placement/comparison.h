@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "placement/caution.h"
 #include "placement/places.h"
 
 namespace zarven::tool {
@@ -77,6 +78,7 @@ struct Side {
     std::string name;
     Counts counts;
     std::vector<Finding> findings;
+    std::vector<Caution> cautions = {};
 };
 
 struct Comparison {

@@ -139,6 +139,7 @@ template <> struct Fields<Side> {
         visit.required("name", side.name, "Name of the head-end; may be empty");
         visit_counts(visit, side.counts);
         visit_findings(visit, side.findings);
+        visit_cautions(visit, side.cautions);
     }
 };
 

@@ -136,6 +136,7 @@ struct Explanations {
     std::string name;
     std::vector<CauseCount> causes;
     Advice advice;
+    std::vector<Caution> cautions;
     std::vector<Explanation> services;
     std::vector<Finding> findings;
 };
@@ -148,6 +149,7 @@ template <> struct Fields<Explanations> {
         visit_name(visit, explanations.name);
         visit.required("causes", explanations.causes, meaning_of_causes);
         visit_advice(visit, explanations.advice);
+        visit_cautions(visit, explanations.cautions);
         visit.required("services", explanations.services, "Those asked for, or all that are on no output");
         visit_findings(visit, explanations.findings);
     }

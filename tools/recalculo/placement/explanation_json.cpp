@@ -8,7 +8,9 @@ namespace zarven::tool {
 
 /// The document around the services.
 static OpenedList opened_services(const Result& result, const std::vector<Finding>& findings) {
-    return opened_at("services", Explanations{result.name, causes_of(result), result.advice, {}, findings});
+    return opened_at(
+        "services",
+        Explanations{result.name, causes_of(result), result.advice, cautions_of(result), {}, findings});
 }
 
 std::string explanations_json_begin(const Result& result) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -10,6 +11,7 @@
 #include "placement/audit.h"
 #include "placement/capacity.h"
 #include "placement/reason.h"
+#include "placement/reserve.h"
 
 namespace zarven::tool {
 
@@ -255,7 +257,7 @@ std::string reception_of(Stream stream, const Result& result) {
         std::find_if(result.streams.begin(), result.streams.end(), [stream](const Reception& reception) {
             return stream == Stream{reception.onid, reception.tsid};
         });
-    return found == result.streams.end() ? "" : to_string(*found);
+    return found == result.streams.end() ? "" : tuning_of(*found);
 }
 
 std::string described(Stream stream, const Result& result) {
@@ -270,6 +272,16 @@ Broken broken_in(const Result& result) {
 bool has_broken(const Result& result) {
     return std::any_of(result.findings.begin(), result.findings.end(),
                        [](const Finding& finding) { return finding.is_broken; });
+}
+
+std::uint64_t carried_from(const InputResult& input) {
+    std::set<ServiceKey> seen;
+    std::uint64_t sum = 0;
+    for (const ServiceResult& service : input.services)
+        if (!service.is_clone && service.stream == input.stream && !service.outputs.empty() &&
+            seen.insert(key_of(service)).second)
+            sum += service.bitrate;
+    return sum;
 }
 
 bool is_free(const InputResult& input) {
@@ -313,6 +325,13 @@ Result result_of(const EngineRun& run, const std::string& headend_name, Reasons 
     result.name = headend_name;
     for (const auto& [stream, reception] : run.receptions)
         result.streams.push_back(reception);
+    set_reserve(result, Reserve());
+    for (ModuleResult& module : result.modules)
+        for (InputResult& input : module.inputs) {
+            const auto reception = run.receptions.find(input.stream);
+            if (input.is_tuned && reception != run.receptions.end())
+                input.net_rate = reception->second.net_rate;
+        }
     return result;
 }
 

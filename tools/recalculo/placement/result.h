@@ -48,7 +48,14 @@ struct InputResult {
     bool is_tuned = false;
     Stream stream;
     std::vector<ServiceResult> services;
+    /// What the transponder of its stream carries, in kbit/s; 0 where it is not known.
+    std::uint32_t net_rate = 0;
 };
+
+/// What the head-end carries from an input, in kbit/s: the services of the stream that the input receives
+/// which stand on an output of the module, each once. Clones add nothing, and a service of another stream,
+/// which is not received there, does not count.
+std::uint64_t carried_from(const InputResult& input);
 
 struct OutputResult {
     std::uint32_t number = 0;
@@ -57,6 +64,8 @@ struct OutputResult {
     std::uint32_t service_count = 0;
     std::uint32_t service_max = 0;
     std::vector<ServiceResult> services;
+    /// What is to stay free for tables, in kbit/s; the engine does not know of it.
+    std::uint32_t reserve = 0;
 };
 
 struct Usage {

@@ -4,6 +4,7 @@
 #define RECALCULO_RESULT_FIELDS_H
 
 #include "headend/reception_fields.h"
+#include "placement/caution_fields.h"
 #include "placement/finding_fields.h"
 #include "placement/module_fields.h"
 #include "placement/raise_fields.h"
@@ -169,6 +170,12 @@ template <> struct Fields<InputResult> {
                     "If it is tuned: original network id of the stream");
         visit.where(if_so("tuned", input.is_tuned), "tsid", input.stream.tsid,
                     "If it is tuned: transport stream id of the stream");
+        visit.made("bitrate", count(carried_from(input)),
+                   "What the head-end carries from here in kbit/s: services of the stream that stand on an "
+                   "output of the module, each once; clones do not count");
+        visit.where(Condition{input.net_rate != 0}, "net_rate", input.net_rate,
+                    "What the transponder of the stream carries in kbit/s, if the head-end tells it",
+                    Since::a_later_version);
         visit.required("services", input.services, "Taken from this input");
     }
 };
@@ -181,6 +188,9 @@ template <> struct Fields<OutputResult> {
         visit_output_number(visit, output);
         visit.required("bitrate", output.bitrate, "In use in kbit/s, by the engine's count");
         visit.required("bitrate_max", output.bitrate_max, "Maximum in kbit/s; what is in use stays below");
+        visit.where(Condition{output.reserve != 0}, "reserve", output.reserve,
+                    "What is to stay free for tables in kbit/s, if anything (`--reserve`)",
+                    Since::a_later_version);
         visit.required("service_count", output.service_count,
                        "Services, by the engine's count; clones do not count");
         visit.required("service_max", output.service_max, "The most services");

@@ -30,6 +30,7 @@ static ToldResult told_of(const Result& result) {
     ToldResult told;
     told.result = result;
     told.causes = causes_of(result);
+    told.cautions = cautions_of(result);
     return told;
 }
 

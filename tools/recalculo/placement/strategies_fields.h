@@ -78,6 +78,7 @@ template <> struct Fields<ToldContested> {
 struct ToldResult {
     Result result;
     std::vector<CauseCount> causes;
+    std::vector<Caution> cautions;
     bool has_strategies = false;
     std::array<ToldStrategy, strategy_count> strategies;
     std::vector<ToldContested> contested;
@@ -96,6 +97,7 @@ template <> struct Fields<ToldResult> {
                     "their trial");
         visit.where(with_strategies, "contested", told.contested,
                     "With `--strategies`: services that only some of them place");
+        visit_cautions(visit, told.cautions);
         visit_placement(visit, told.result);
     }
 };

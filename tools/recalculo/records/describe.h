@@ -126,6 +126,10 @@ public:
         record_.fields.push_back(std::move(field));
     }
 
+    template <class Value> void made(const char* key, const Value& value, const char* meaning) {
+        required(key, value, meaning);
+    }
+
     template <class Value> void unless_empty(const char* key, const Value& value, const char* meaning) {
         record_.fields.push_back(described(key, value, meaning));
     }

@@ -16,6 +16,7 @@
 //
 //     required(key, value, meaning)            always written; a reader misses it, unless it is of a later
 //                                              version
+//     made(key, value, meaning)                always written, and never read: it follows from other fields
 //     unless_empty(key, value, meaning)        a text or list, written where there is any
 //     if_true(key, value, meaning)             written where it is true
 //     where(condition, key, value, meaning)    written where the condition holds

@@ -32,6 +32,8 @@ public:
             read(place, value);
     }
 
+    template <class Value> void made(const char*, const Value&, const char*) {}
+
     template <class Value> void unless_empty(const char* key, Value& value, const char*) {
         read_if_present(key, value);
     }

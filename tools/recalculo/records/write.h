@@ -26,6 +26,10 @@ public:
         tell(json_, value);
     }
 
+    template <class Value> void made(const char* key, const Value& value, const char* meaning) {
+        required(key, value, meaning);
+    }
+
     template <class Value> void unless_empty(const char* key, const Value& value, const char* meaning) {
         if (!value.empty())
             required(key, value, meaning);

@@ -27,8 +27,8 @@ Column figures(const char* heading) {
 
 class ChoiceText {
 public:
-    ChoiceText(const ChoiceReport& report, const std::string& kept, const TextStyle& style)
-        : report_(report), kept_(kept), style_(style) {}
+    ChoiceText(const ChoiceReport& report, const std::string& kept, const TextStyle& style, Extent extent)
+        : report_(report), kept_(kept), style_(style), extent_(extent) {}
 
     std::string text() && {
         text_ = title_text(report_.name, style_);
@@ -50,6 +50,7 @@ public:
                               counted(report_.engine_runs, "run")));
         text_ += closing_notes_text(report_.all.findings, style_, " with everything asked for");
         text_ += closing_notes_text(report_.chosen.findings, style_);
+        text_ += closing_cautions_text(report_.chosen.cautions, style_, extent_);
         return std::move(text_);
     }
 
@@ -156,6 +157,7 @@ private:
     const ChoiceReport& report_;
     const std::string& kept_;
     const TextStyle style_;
+    const Extent extent_;
     std::string text_;
 };
 
@@ -200,8 +202,9 @@ std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& k
                        counted(moves.moved.size(), "service"), moves.unmoved, moves.gone);
 }
 
-std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style) {
-    return ChoiceText(report, kept, style).text();
+std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style,
+                        Extent extent) {
+    return ChoiceText(report, kept, style, extent).text();
 }
 
 std::vector<std::string> progress_in_figures(const ChoosingProgress& progress, const Headend& headend) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "placement/choice.h"
+#include "report/caution_text.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -27,7 +28,8 @@ std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& k
 std::vector<std::string> progress_in_figures(const ChoosingProgress& progress, const Headend& headend);
 
 /// `kept` is how the placement is called that is to be kept. By default as for a file, in UTF-8.
-std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style = {});
+std::string choice_text(const ChoiceReport& report, const std::string& kept, const TextStyle& style = {},
+                        Extent extent = Extent::few_of_each);
 
 } // namespace zarven::tool
 

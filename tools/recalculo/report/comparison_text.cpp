@@ -58,8 +58,9 @@ std::string changes_of_the_lineup(const Comparison& comparison) {
 
 class ComparisonText {
 public:
-    ComparisonText(const Comparison& comparison, const ComparedFiles& files, const TextStyle& style)
-        : comparison_(comparison), files_(files), style_(style) {
+    ComparisonText(const Comparison& comparison, const ComparedFiles& files, const TextStyle& style,
+                   Extent extent)
+        : comparison_(comparison), files_(files), style_(style), extent_(extent) {
         for (const auto* changes : {&comparison.gained, &comparison.lost, &comparison.added,
                                     &comparison.removed, &comparison.moved})
             for (const ServiceChange& change : *changes)
@@ -87,6 +88,7 @@ public:
         write_order();
         text_ += closing_notes_text(comparison_.before.findings, style_, " before");
         text_ += closing_notes_text(comparison_.after.findings, style_, " after");
+        text_ += closing_cautions_text(comparison_.after.cautions, style_, extent_, " after");
         return std::move(text_);
     }
 
@@ -161,6 +163,7 @@ private:
     const Comparison& comparison_;
     const ComparedFiles& files_;
     const TextStyle style_;
+    const Extent extent_;
     Table services_{columns_of_services(), body_indent, style_};
     std::string text_;
 };
@@ -235,9 +238,9 @@ std::string places_text(const std::vector<Place>& places, const Labels& labels, 
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
-std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,
-                            const TextStyle& style) {
-    return ComparisonText(comparison, files, style).text();
+std::string comparison_text(const Comparison& comparison, const ComparedFiles& files, const TextStyle& style,
+                            Extent extent) {
+    return ComparisonText(comparison, files, style, extent).text();
 }
 
 } // namespace zarven::tool

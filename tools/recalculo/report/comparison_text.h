@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "placement/comparison.h"
+#include "report/caution_text.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -23,7 +24,7 @@ std::string places_text(const std::vector<Place>& places, const Labels& labels, 
 
 /// By default as for a file, in UTF-8.
 std::string comparison_text(const Comparison& comparison, const ComparedFiles& files,
-                            const TextStyle& style = {});
+                            const TextStyle& style = {}, Extent extent = Extent::few_of_each);
 
 } // namespace zarven::tool
 

@@ -42,6 +42,11 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t> places_;
 };
 
+/// What an option --verbose says.
+inline MessageDigest::Extent extent_of(bool verbose) {
+    return verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each;
+}
+
 } // namespace zarven::tool
 
 #endif

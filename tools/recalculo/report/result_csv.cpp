@@ -54,20 +54,33 @@ struct PlaceCells {
     std::string output;
 };
 
-std::string line(const PlaceCells& place, const ServiceResult& service) {
-    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+std::string number_or_nothing(std::uint32_t number) {
+    return number == 0 ? "" : std::to_string(number);
+}
+
+/// What a receiver is tuned by.
+std::string cells_of(const Reception& reception) {
+    return fmt::format("{},{},{},{}", quoted(reception.satellite), number_or_nothing(reception.frequency),
+                       quoted(reception.polarization), number_or_nothing(reception.symbol_rate));
+}
+
+std::string line(const PlaceCells& place, const ServiceResult& service, const Reception& reception) {
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
                        yes_or_no(service.is_hd && !service.is_radio), yes_or_no(service.is_radio),
                        yes_or_no(service.is_scrambled), service.ca_pids, yes_or_no(service.is_transcoded),
-                       yes_or_no(service.is_clone), quoted(service.reason), quoted(place.label));
+                       yes_or_no(service.is_clone), quoted(service.reason), quoted(place.label),
+                       cells_of(reception));
 }
 
 /// The lines of a result.
 class Lines {
 public:
     explicit Lines(const Result& result) {
+        for (const Reception& reception : result.streams)
+            receptions_.emplace(Stream{reception.onid, reception.tsid}, &reception);
         for (const ServiceResult& service : result.neither)
             lost_.emplace(key_of(service), &service);
         for (const ModuleResult& module : result.modules)
@@ -76,7 +89,7 @@ public:
             write(stream.services);
         write(result.clones_waiting);
         for (const auto& [key, service] : lost_)
-            text_ += line({}, *service);
+            text_ += line_of({}, *service);
     }
 
     std::string text() && { return std::move(text_); }
@@ -85,9 +98,15 @@ private:
     void write(const ModuleResult& module);
     void write(const std::vector<ServiceResult>& services) {
         for (const ServiceResult& service : services)
-            text_ += line({}, service);
+            text_ += line_of({}, service);
     }
 
+    std::string line_of(const PlaceCells& place, const ServiceResult& service) const {
+        const auto known = receptions_.find(service.stream);
+        return line(place, service, known == receptions_.end() ? Reception() : *known->second);
+    }
+
+    std::map<Stream, const Reception*> receptions_;
     /// Those neither placed nor left out that have no line yet.
     std::map<ServiceKey, const ServiceResult*> lost_;
     std::string text_;
@@ -102,17 +121,17 @@ void Lines::write(const ModuleResult& module) {
             if (!service.outputs.empty())
                 continue;
             const auto lost = lost_.find(key_of(service));
-            text_ +=
-                line({module.mac, module.label, number, ""}, lost == lost_.end() ? service : *lost->second);
+            text_ += line_of({module.mac, module.label, number, ""},
+                             lost == lost_.end() ? service : *lost->second);
             if (lost != lost_.end())
                 lost_.erase(lost);
         }
     for (const OutputResult& output : module.outputs)
         for (const ServiceResult& service : output.services) {
             const auto input = input_of.find(key_of(service));
-            text_ += line({module.mac, module.label, input == input_of.end() ? "" : input->second,
-                           fmt::format("{}", output.number)},
-                          service);
+            text_ += line_of({module.mac, module.label, input == input_of.end() ? "" : input->second,
+                              fmt::format("{}", output.number)},
+                             service);
         }
 }
 
@@ -120,7 +139,7 @@ void Lines::write(const ModuleResult& module) {
 
 std::string result_csv(const Result& result) {
     return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
-           "transcoded,clone,reason,label\r\n" +
+           "transcoded,clone,reason,label,position,frequency,polarization,symbol_rate\r\n" +
            Lines(result).text();
 }
 

@@ -113,6 +113,13 @@ std::string load_text(std::uint32_t used, std::uint32_t max, const TextStyle& st
     return max == 0 ? std::string(symbols_of(style).dash) : fmt::format("{:.1f} %", 100.0 * used / max);
 }
 
+/// "33000 of 49186 kbit/s (67.1 %)"
+std::string fill_text(const InputResult& input) {
+    const std::uint64_t carried = carried_from(input);
+    return fmt::format("{} of {} kbit/s ({:.1f} %)", carried, input.net_rate,
+                       100.0 * static_cast<double>(carried) / input.net_rate);
+}
+
 std::string pids(const ModuleResult& module) {
     const std::string usage = fmt::format("{} of {}", module.pids, module.pids_max);
     if (module.pids == module.pids_counted)
@@ -143,8 +150,8 @@ std::string common_reason(const std::vector<ServiceResult>& services) {
 
 class Report {
 public:
-    Report(const Result& result, const TextStyle& style)
-        : result_(result), style_(style), causes_(causes_of(result)) {
+    Report(const Result& result, const TextStyle& style, Extent extent)
+        : result_(result), style_(style), extent_(extent), causes_(causes_of(result)) {
         measure_services();
         measure_outputs();
     }
@@ -185,6 +192,7 @@ private:
 
     const Result& result_;
     const TextStyle style_;
+    const Extent extent_;
     const std::vector<CauseCount> causes_;
     Table services_{service_columns(), service_indent, style_};
     /// The same columns without places, which no service left out has.
@@ -276,10 +284,11 @@ void Report::write(const InputResult& input) {
                              "tuned to stream " + shown(described(input.stream, result_), style_)}));
         return;
     }
-    paragraph(2,
-              joined({number, "stream " + shown(described(input.stream, result_), style_),
-                      counted(input.services.size(), "service")}),
-              Paint::bold);
+    std::vector<std::string> heading{number, "stream " + shown(described(input.stream, result_), style_),
+                                     counted(input.services.size(), "service")};
+    if (input.net_rate != 0)
+        heading.push_back(fill_text(input));
+    paragraph(2, joined(heading), Paint::bold);
     for (const ServiceResult& service : input.services)
         write(service, place_of(service), &input.stream);
 }
@@ -331,9 +340,10 @@ void Report::write_without_place(const std::string& title, const std::vector<Ser
 }
 
 void Report::write_notes() {
-    const std::string notes = notes_text(result_.findings, style_);
-    if (!notes.empty())
-        text_ += notes + '\n';
+    for (const std::string& notes :
+         {notes_text(result_.findings, style_), cautions_text(cautions_of(result_), style_, extent_)})
+        if (!notes.empty())
+            text_ += notes + '\n';
 }
 
 } // namespace
@@ -355,8 +365,8 @@ std::string result_summary_text(const Result& result, const TextStyle& style) {
     return text;
 }
 
-std::string result_text(const Result& result, const TextStyle& style) {
-    return Report(result, style).text();
+std::string result_text(const Result& result, const TextStyle& style, Extent extent) {
+    return Report(result, style, extent).text();
 }
 
 } // namespace zarven::tool

@@ -6,12 +6,14 @@
 #include <string>
 
 #include "placement/result.h"
+#include "report/caution_text.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
 
 /// The whole report; by default as for a file, in UTF-8.
-std::string result_text(const Result& result, const TextStyle& style = {});
+std::string result_text(const Result& result, const TextStyle& style = {},
+                        Extent extent = Extent::few_of_each);
 
 /// Its last line.
 std::string result_summary_text(const Result& result, const TextStyle& style = {});

@@ -10,15 +10,18 @@ _recalculo() {
     'run --max-log') return ;;
     'run --fail-on') words='broken left-out' ;;
     'run --trials') return ;;
+    'run --reserve') return ;;
     'run --max-seconds') return ;;
     'run --color') words='auto always never' ;;
     'explain --set') return ;;
     'explain --service') return ;;
     'explain --trials') return ;;
+    'explain --reserve') return ;;
     'explain --max-seconds') return ;;
     'explain --color') words='auto always never' ;;
     'compare --set') return ;;
     'compare --fail-on') words='broken left-out' ;;
+    'compare --reserve') return ;;
     'compare --max-seconds') return ;;
     'compare --color') words='auto always never' ;;
     'size --set') return ;;
@@ -34,6 +37,7 @@ _recalculo() {
     'choose --seed') return ;;
     'choose --jobs') return ;;
     'choose --keep') return ;;
+    'choose --reserve') return ;;
     'choose --max-seconds') return ;;
     'choose --color') words='auto always never' ;;
     'drill --set') return ;;
@@ -61,11 +65,11 @@ _recalculo() {
         words='run explain compare size choose drill bound import measure export help --help --version'
     elif [[ -z $words && $word == -* ]]; then
         case ${COMP_WORDS[1]} in
-        run) words='-h --help --set --only --exclude --select --wish --wish-lcns --verbose --json --html --live --strategies --summary --pauses --log --max-log --fail-on --trials --max-seconds --color --version' ;;
-        explain) words='-h --help --set --service --remedy --trials --json --max-seconds --color --version' ;;
-        compare) words='-h --help --set --json --html --fail-on --max-seconds --color --version' ;;
+        run) words='-h --help --set --only --exclude --select --wish --wish-lcns --verbose --json --html --live --strategies --summary --pauses --log --max-log --fail-on --trials --reserve --max-seconds --color --version' ;;
+        explain) words='-h --help --set --service --remedy --trials --json --reserve --verbose --max-seconds --color --version' ;;
+        compare) words='-h --help --set --json --html --fail-on --reserve --verbose --max-seconds --color --version' ;;
         size) words='-h --help --set --add --most --choose --jobs --json --max-seconds --color --version' ;;
-        choose) words='-h --help --set --wish --wish-lcns --verbose --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --max-seconds --color --version' ;;
+        choose) words='-h --help --set --wish --wish-lcns --verbose --must --value --seconds --runs --seed --jobs --keep -o --output --json --html --reserve --max-seconds --color --version' ;;
         drill) words='-h --help --set --streams --spare --most --jobs --all --json --html --max-seconds --color --version' ;;
         bound) words='-h --help --set --json --max-seconds --color --version' ;;
         import) words='-h --help --modules --format -o --output --radio-bitrate --sd-bitrate --hd-bitrate --uhd-bitrate --keep-duplicates --measured --margin --only --exclude --select --wish --wish-lcns --verbose --version' ;;

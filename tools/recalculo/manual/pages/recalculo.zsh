@@ -47,6 +47,7 @@ _recalculo() {
             '--max-log[Stop a run whose log is longer, in millions of bytes; 0 for no limit]:MB: ' \
             '*--fail-on[End with exit code 3 if something in the placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
             '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
+            '--reserve[What each output is to keep free for tables, of its maximum; 2.5% by default. The report tells which cannot; the engine does not know of it]:N%: ' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
@@ -61,6 +62,8 @@ _recalculo() {
             '--remedy[Look for the smallest change with which the engine places each service asked for, by running it]' \
             '--trials[Look for the limit whose raise helps most by running the engine on about N changed head-ends at the most; 0 for none. By default 200, fewer for more than 1000 services]:N: ' \
             '--json[Answer as JSON]' \
+            '--reserve[What each output is to keep free for tables, of its maximum; 2.5% by default. The report tells which cannot; the engine does not know of it]:N%: ' \
+            '--verbose[Tell every caution; by default three of each kind]' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
@@ -75,6 +78,8 @@ _recalculo() {
             '--json[Report as JSON]' \
             '--html[Write the comparison as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
             '*--fail-on[End with exit code 3 if something in the second placement is broken, with 4 if services or clones are without a place. The report is written all the same; may be given several times]:value:(broken left-out)' \
+            '--reserve[What each output is to keep free for tables, of its maximum; 2.5% by default. The report tells which cannot; the engine does not know of it]:N%: ' \
+            '--verbose[Tell every caution; by default three of each kind]' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'
@@ -114,6 +119,7 @@ _recalculo() {
             '--output[Write the head-end with the services marked that are not asked for; - for standard output in the place of the report]:FILE:_files' \
             '--json[Report as JSON]' \
             '--html[Write the choice as a page for a browser; - for standard output in the place of the report]:FILE:_files' \
+            '--reserve[What each output is to keep free for tables, of its maximum; 2.5% by default. The report tells which cannot; the engine does not know of it]:N%: ' \
             '--max-seconds[Stop a run of the engine that takes longer, pauses apart; 0 for no limit]:N: ' \
             '--color[Colour the report; auto is on a terminal]:value:(auto always never)' \
             '--version[Display program version information and exit]'

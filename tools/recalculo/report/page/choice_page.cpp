@@ -181,6 +181,7 @@ std::string choice_page(const ChoiceReport& report, const std::string& kept) {
     data facts;
     add_notes(frame, "notes-all", "Notes with everything asked for", report.all.findings);
     add_notes(frame, "notes", "Notes", report.chosen.findings);
+    add_cautions(frame, "cautions", "Cautions", report.chosen.cautions);
     facts["figures"] = figures_of(report);
     if (const std::string doubt = doubt_of(report); !doubt.empty())
         facts["doubt"] = doubt;

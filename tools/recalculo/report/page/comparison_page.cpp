@@ -375,6 +375,7 @@ std::string comparison_page(const Comparison& comparison, const ComparedFiles& f
         table.put_into(tables, frame.sections);
     add_notes(frame, "notes-before", "Notes before", comparison.before.findings);
     add_notes(frame, "notes-after", "Notes after", comparison.after.findings);
+    add_cautions(frame, "cautions-after", "Cautions after", comparison.after.cautions);
     data facts;
     facts["place"] = place_template;
     facts["file_before"] = printable(files.before);

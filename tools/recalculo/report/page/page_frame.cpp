@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "report/caution_text.h"
 #include "report/page/page_files.h"
 #include "report/service_marks.h"
 
@@ -24,9 +25,15 @@ constexpr const char* findings_template =
     R"(<h2 id="{{anchor}}-title">{{title}}</h2>
 <ul>
 {{#findings}}
-<li><bdi>{{#parts}}{{#link}}<a href="#{{link}}">{{text}}</a>{{/link}}{{^link}}{{text}}{{/link}}{{/parts}}</bdi></li>
+<li><bdi>{{>finding}}</bdi></li>
 {{/findings}}
+{{#folded}}
+<li><details><summary>{{summary}}</summary><ul>{{#others}}<li><bdi>{{>finding}}</bdi></li>{{/others}}</ul></details></li>
+{{/folded}}
 </ul>)";
+
+constexpr const char* finding_template =
+    R"({{#parts}}{{#link}}<a href="#{{link}}">{{text}}</a>{{/link}}{{^link}}{{text}}{{/link}}{{/parts}})";
 
 static list heading(const std::vector<std::string>& names) {
     list entries;
@@ -57,6 +64,7 @@ std::string framed(const PageFrame& frame, const char* content, data facts) {
     facts["audits"] = frame.audits;
     facts["notes"] = frame.notes;
     facts["findings_of_audit"] = findings_template;
+    facts["finding"] = finding_template;
     facts["footer"] = frame.footer;
     kainjow::mustache::mustache page{page_frame_template};
     std::string text = page.render(facts);
@@ -115,10 +123,8 @@ static list parts_of(const Finding& finding, const Anchors& anchors) {
     return parts;
 }
 
-static void add_findings(list& place, PageFrame& frame, const char* anchor, const char* title,
-                         const std::vector<Finding>& findings, const Anchors& anchors) {
-    if (findings.empty())
-        return;
+/// Each in parts.
+static list entries_of(const std::vector<Finding>& findings, const Anchors& anchors) {
     list entries;
     for (const Finding& finding : findings) {
         Anchors named;
@@ -129,12 +135,25 @@ static void add_findings(list& place, PageFrame& frame, const char* anchor, cons
         entry["parts"] = parts_of(finding, named);
         entries.push_back(entry);
     }
+    return entries;
+}
+
+static void add_section(list& place, PageFrame& frame, const char* anchor, const char* title,
+                        std::size_t number, const list& findings, const list& folded) {
+    if (number == 0)
+        return;
     data audit;
     audit["anchor"] = anchor;
     audit["title"] = title;
-    audit["findings"] = entries;
+    audit["findings"] = findings;
+    audit["folded"] = folded;
     place.push_back(audit);
-    link_section(frame.sections, anchor, title, findings.size());
+    link_section(frame.sections, anchor, title, number);
+}
+
+static void add_findings(list& place, PageFrame& frame, const char* anchor, const char* title,
+                         const std::vector<Finding>& findings, const Anchors& anchors) {
+    add_section(place, frame, anchor, title, findings.size(), entries_of(findings, anchors), {});
 }
 
 void add_broken(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
@@ -145,6 +164,22 @@ void add_broken(PageFrame& frame, const char* anchor, const char* title, const s
 void add_notes(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
                const Anchors& anchors) {
     add_findings(frame.notes, frame, anchor, title, only(false, findings), anchors);
+}
+
+void add_cautions(PageFrame& frame, const char* anchor, const char* title,
+                  const std::vector<Caution>& cautions, const Anchors& anchors) {
+    std::vector<Finding> told;
+    list folded;
+    for (const CautionGroup& group : groups_of(cautions, Extent::few_of_each)) {
+        told.insert(told.end(), group.told.begin(), group.told.end());
+        if (group.others.empty())
+            continue;
+        data more;
+        more["summary"] = fmt::format("{} more: {}", grouped(group.others.size()), group.name);
+        more["others"] = entries_of(group.others, anchors);
+        folded.push_back(more);
+    }
+    add_section(frame.notes, frame, anchor, title, cautions.size(), entries_of(told, anchors), folded);
 }
 
 void link_section(list& sections, const char* anchor, const char* title, std::size_t number) {

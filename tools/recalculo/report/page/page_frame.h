@@ -12,6 +12,7 @@
 
 #include <kainjow/mustache.hpp>
 
+#include "placement/caution.h"
 #include "placement/result.h"
 
 namespace zarven::tool {
@@ -55,6 +56,10 @@ void add_broken(PageFrame& frame, const char* anchor, const char* title, const s
                 const Anchors& anchors = {});
 void add_notes(PageFrame& frame, const char* anchor, const char* title, const std::vector<Finding>& findings,
                const Anchors& anchors = {});
+
+/// Adds a section of cautions, behind the content, and a link to it: a few of each kind, the others folded.
+void add_cautions(PageFrame& frame, const char* anchor, const char* title,
+                  const std::vector<Caution>& cautions, const Anchors& anchors = {});
 
 /// Adds a link to a section that has entries.
 void link_section(kainjow::mustache::list& sections, const char* anchor, const char* title,

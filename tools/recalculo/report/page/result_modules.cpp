@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "placement/caution.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_parts.h"
 
@@ -21,11 +22,14 @@ using kainjow::mustache::list;
 /// A segment of a bar narrower than this, in percent of the bar, has no room for its letters.
 constexpr double narrowest_label = 7;
 
-std::uint64_t bitrate_of(const std::vector<ServiceResult>& services) {
-    std::uint64_t sum = 0;
-    for (const ServiceResult& service : services)
-        sum += service.is_clone ? 0 : service.bitrate;
-    return sum;
+/// "3 services, 25,500 of 38,014 kbit/s, 67.1 %"; the part behind "of" where it is known.
+std::string fill_of(const InputResult& input) {
+    const std::uint64_t carried = carried_from(input);
+    const std::string text = fmt::format("{}, {}", services_counted(input.services.size()), grouped(carried));
+    if (input.net_rate == 0)
+        return text + " kbit/s";
+    return fmt::format("{} of {} kbit/s, {}", text, grouped(input.net_rate),
+                       percentage(carried, input.net_rate));
 }
 
 std::size_t services_of(const ModuleResult& module) {
@@ -72,9 +76,7 @@ data input_group(const InputResult& input, const Result& result, const StreamMar
         set_mark(group, marks.of(input.stream));
         set_reception(group, input.stream, result);
     }
-    group["note"] = is_free(input) ? std::string("free")
-                                   : fmt::format("{}, {} kbit/s", services_counted(input.services.size()),
-                                                 grouped(bitrate_of(input.services)));
+    group["note"] = is_free(input) ? std::string("free") : fill_of(input);
     group["services"] = data(service_rows(input.services, &input.stream));
     return group;
 }
@@ -147,6 +149,9 @@ data output_entry(const OutputResult& output, const StreamMarks& marks) {
     entry["bitrate_max"] = grouped(output.bitrate_max);
     entry["service_count"] = grouped(output.service_count);
     entry["service_max"] = grouped(output.service_max);
+    entry["reserve"] = output.reserve == 0 ? data(false) : data(grouped(output.reserve));
+    const std::uint64_t lacking = lacking_for_tables(output);
+    entry["lacking"] = lacking == 0 ? data(false) : data(grouped(lacking));
     entry["spoken"] = spoken;
     entry["has_segments"] = !segments.empty();
     entry["segments"] = segments;

@@ -14,6 +14,7 @@
 #include "report/page/page_frame.h"
 #include "report/page/result_causes.h"
 #include "report/page/result_groups.h"
+#include "report/page/result_lists.h"
 #include "report/page/result_modules.h"
 #include "report/page/result_parts.h"
 #include "report/page/result_streams.h"
@@ -74,6 +75,14 @@ list tiles_of(const Result& result) {
     return tiles;
 }
 
+std::size_t outputs_in_use(const Result& result) {
+    std::size_t number = 0;
+    for (const ModuleResult& module : result.modules)
+        for (const OutputResult& output : module.outputs)
+            number += output.services.empty() ? 0 : 1;
+    return number;
+}
+
 void add_links(list& sections, const Result& result, const StreamMarks& marks) {
     if (!causes_of(result).empty())
         sections.push_back(section_link("causes", "Why services are not placed", false));
@@ -85,6 +94,7 @@ void add_links(list& sections, const Result& result, const StreamMarks& marks) {
     link_section(sections, "groups", "Groups", result.groups.size());
     link_section(sections, "variants", "One of several", result.variants.size());
     link_section(sections, "streams", "Streams", marks.in_order().size());
+    link_section(sections, "service-lists", "Service lists of the outputs", outputs_in_use(result));
 }
 
 std::string verdict(const Result& result) {
@@ -121,6 +131,7 @@ PageFrame frame_of(const Result& result, const StreamMarks& marks) {
     add_broken(frame, "broken", "Broken", result.findings, anchors);
     add_links(frame.sections, result, marks);
     add_notes(frame, "notes", "Notes", result.findings, anchors);
+    add_cautions(frame, "cautions", "Cautions", cautions_of(result), anchors);
     frame.footer =
         "A stream is written as ONID/TSID. Its letters, colour and pattern are the same in all of the "
         "page. A clone stands where its parent stands and costs neither bitrate nor a place on the "
@@ -148,6 +159,9 @@ data facts_of(const Result& result, const StreamMarks& marks) {
     facts["planned_groups"] = data(planned_groups(result));
     facts["has_asked_variants"] = !result.variants.empty();
     facts["asked_variants"] = data(asked_variants(result));
+    const list service_lists = list_entries(result);
+    facts["has_service_lists"] = !service_lists.empty();
+    facts["service_lists"] = data(service_lists);
     return facts;
 }
 

@@ -1,0 +1,31 @@
+// The option --reserve of a command that reports a placement: what outputs are to keep free.
+
+#ifndef RECALCULO_COMMANDS_RESERVE_INPUT_H
+#define RECALCULO_COMMANDS_RESERVE_INPUT_H
+
+#include <string>
+
+#include "placement/reserve.h"
+#include "placement/result.h"
+
+namespace zarven::tool {
+
+struct ReserveInput {
+    /// N%; empty for the usual one, or for that of a result that is read.
+    std::string percent;
+};
+
+/// Throws `Failure`.
+inline Reserve reserve_of(const ReserveInput& input) {
+    return input.percent.empty() ? Reserve() : read_reserve(input.percent);
+}
+
+/// Has the outputs keep what the command line says, if it says anything. Throws `Failure`.
+inline void apply_reserve(const ReserveInput& input, Result& result) {
+    if (!input.percent.empty())
+        set_reserve(result, read_reserve(input.percent));
+}
+
+} // namespace zarven::tool
+
+#endif
