@@ -8,7 +8,7 @@
 
 #include "Correr.h"
 #include "generated_headend.h"
-#include "placement/host.h"
+#include "placement/running/host.h"
 #include "placement/sizing/runner.h"
 
 using namespace zarven::tool;

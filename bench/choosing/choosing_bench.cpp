@@ -8,10 +8,10 @@
 #include "generated_headend.h"
 #include "placement/choosing/engine_trial.h"
 #include "placement/choosing/numbers.h"
-#include "placement/host.h"
 #include "placement/rehearsal/asked_parts.h"
 #include "placement/rehearsal/filling.h"
 #include "placement/rehearsal/rehearsed_headend.h"
+#include "placement/running/host.h"
 
 using namespace zarven;
 using namespace zarven::tool;

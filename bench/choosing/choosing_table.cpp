@@ -21,9 +21,9 @@
 #include "generated_headend.h"
 #include "headend/headend_json.h"
 #include "placement/bound.h"
-#include "placement/capacity.h"
 #include "placement/choosing/choosing.h"
-#include "placement/host.h"
+#include "placement/running/capacity.h"
+#include "placement/running/host.h"
 #include "placement_program.h"
 
 namespace fs = std::filesystem;

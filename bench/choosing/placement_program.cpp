@@ -10,7 +10,7 @@
 
 #include "Reglas.h"
 #include "headend/stream.h"
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 #include "placement/services.h"
 
 namespace zarven::tool {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "placement/caution.h"
-#include "placement/caution_fields.h"
+#include "placement/audit/caution.h"
+#include "placement/audit/caution_fields.h"
 #include "placement/result.h"
 
 namespace zarven::tool {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "placement/finding.h"
+#include "placement/audit/finding.h"
 
 namespace zarven::tool {
 

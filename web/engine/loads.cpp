@@ -1,6 +1,6 @@
 #include "loads.h"
 
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 
 namespace zarven::web {
 

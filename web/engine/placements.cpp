@@ -4,10 +4,10 @@
 
 #include "headend/headend_json.h"
 #include "headend/odd_macs.h"
-#include "placement/engine_run.h"
-#include "placement/host.h"
 #include "placement/one_of.h"
 #include "placement/result_json.h"
+#include "placement/running/engine_run.h"
+#include "placement/running/host.h"
 #include "progress.h"
 
 namespace zarven::web {

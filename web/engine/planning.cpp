@@ -7,7 +7,7 @@
 #include "headend/service_filter.h"
 #include "lineup/channels_conf.h"
 #include "loads.h"
-#include "placement/comparison_fields.h"
+#include "placement/change/comparison_fields.h"
 #include "placement/documents.h"
 #include "placement/result_json.h"
 #include "placement/sizing/further_modules.h"

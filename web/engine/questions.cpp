@@ -10,7 +10,7 @@
 #include "base/failure.h"
 #include "headend/service_filter.h"
 #include "lineup/import_choices.h"
-#include "placement/host.h"
+#include "placement/running/host.h"
 #include "records/document_failure.h"
 
 namespace zarven::web {

@@ -6,7 +6,7 @@
 
 #include "channel_fixture.h"
 #include "headend/headend_json.h"
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool::channel_import_test {
 namespace {

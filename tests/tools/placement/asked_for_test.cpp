@@ -1,6 +1,6 @@
 // What is withheld, and what goes with it, as the engine finds it.
 
-#include "placement/asked_for.h"
+#include "placement/running/asked_for.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Each finding by itself: an engine placed by hand, first with the figure just right, then off by one; then
 // real runs that come to such an end.
 
-#include "placement/audit.h"
+#include "placement/audit/audit.h"
 
 #include "base/streams.h"
 #include "headend/headend_json.h"

@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 
 #include "headend/headend_json.h"
-#include "placement/host.h"
 #include "placement/made_services.h"
 #include "placement/random_headend.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::bound_test {
 namespace {

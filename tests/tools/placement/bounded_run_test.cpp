@@ -1,7 +1,7 @@
 // Runs that explode: two modules share a stream, and services of another stream find a transcoder nowhere.
 // For each of them the engine tries every pair of the shared services.
 
-#include "placement/bounded_run.h"
+#include "placement/running/bounded_run.h"
 
 #include <filesystem>
 #include <string>
@@ -15,9 +15,9 @@
 #include "base/streams.h"
 #include "failure_message.h"
 #include "placement/exploding.h"
-#include "placement/host.h"
 #include "placement/result.h"
 #include "placement/result_json.h"
+#include "placement/running/host.h"
 #include "placement/strategies.h"
 
 namespace zarven::tool {

@@ -1,6 +1,6 @@
 // How many services each cause keeps out, and in which words.
 
-#include "placement/cause.h"
+#include "placement/reasons/cause.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Each caution by itself: a result made by hand, first with numbers of their own, then with one that stands
 // twice; and real runs, whose cautions are found again in another way.
 
-#include "placement/caution.h"
+#include "placement/audit/caution.h"
 
 #include <algorithm>
 #include <map>
@@ -10,10 +10,10 @@
 
 #include <gtest/gtest.h>
 
-#include "placement/caution_fields.h"
-#include "placement/host.h"
+#include "placement/audit/caution_fields.h"
 #include "placement/made_services.h"
 #include "placement/result.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::caution_test {
 namespace {

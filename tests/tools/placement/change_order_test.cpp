@@ -1,7 +1,7 @@
 // Placements that become others: who has to wait for whom, what is too much meanwhile, and the figures of
 // random changes, each counted once more from the two results.
 
-#include "placement/change_order.h"
+#include "placement/change/change_order.h"
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 // Choices on small head-ends of every kind: what is told is what a run of the head-end that is written gives,
 // and within the bounds.
 
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 
 #include <algorithm>
 #include <random>
@@ -10,10 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "headend/headend_json.h"
-#include "placement/audit.h"
-#include "placement/host.h"
+#include "placement/audit/audit.h"
 #include "placement/made_services.h"
 #include "placement/random_headend.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::choice_random_test {
 namespace {

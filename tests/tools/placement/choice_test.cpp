@@ -1,7 +1,7 @@
 // What a choice made by hand brings: who is gained, lost, missed and moved, and how much any placement could
 // reach.
 
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 
 #include <gtest/gtest.h>
 

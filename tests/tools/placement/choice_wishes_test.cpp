@@ -1,6 +1,6 @@
 // What a command line says of services: which ones it means, and what is wrong with it.
 
-#include "placement/choice_wishes.h"
+#include "placement/choosing/choice_wishes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Two results made by hand, and what is told of each difference.
 
 #include "made_findings.h"
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What the failure of a part means for services that are made by hand.
 
-#include "placement/drill_parts.h"
+#include "placement/failing/drill_parts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Drills of small head-ends of every kind: every figure is counted anew, from runs of head-ends that are
 // written down here, service by service.
 
-#include "placement/drill.h"
+#include "placement/failing/drill.h"
 
 #include <algorithm>
 #include <map>
@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "base/failure.h"
-#include "placement/audit.h"
-#include "placement/host.h"
+#include "placement/audit/audit.h"
 #include "placement/made_services.h"
 #include "placement/random_headend.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::drill_random_test {
 namespace {

@@ -1,6 +1,6 @@
 // Drills made by hand: what fails, what the engine is then given, and where it is stopped.
 
-#include "placement/drill.h"
+#include "placement/failing/drill.h"
 
 #include <atomic>
 

@@ -10,10 +10,10 @@
 
 #include <gtest/gtest.h>
 
-#include "placement/engine_run.h"
-#include "placement/host.h"
 #include "placement/made_services.h"
-#include "placement/refusal.h"
+#include "placement/reasons/refusal.h"
+#include "placement/running/engine_run.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool {
 

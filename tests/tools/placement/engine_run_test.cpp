@@ -1,6 +1,6 @@
 // Loading: every field arrives, every refusal is told with its code, its meaning and the element.
 
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Explanations as JSON, member by member and in order.
 
-#include "placement/explanation_json.h"
+#include "placement/reasons/explanation_json.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

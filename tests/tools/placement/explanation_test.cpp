@@ -1,6 +1,6 @@
 // Where a service stands, and which modules are listed.
 
-#include "placement/explanation.h"
+#include "placement/reasons/explanation.h"
 
 #include "placement/engine_by_hand.h"
 

@@ -1,6 +1,6 @@
 // The tool's syslog and sleep, called as the library calls them.
 
-#include "placement/host.h"
+#include "placement/running/host.h"
 
 #include <chrono>
 #include <csignal>

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "placement/choice.h"
-#include "placement/host.h"
+#include "placement/choosing/choice.h"
 #include "placement/made_services.h"
 #include "placement/one_of.h"
+#include "placement/running/host.h"
 #include "report/choice_text.h"
 
 namespace zarven::tool::one_of_choice_test {

@@ -8,12 +8,12 @@
 #include <gtest/gtest.h>
 
 #include "headend/headend_json.h"
-#include "placement/audit.h"
+#include "placement/audit/audit.h"
 #include "placement/bound.h"
-#include "placement/choice.h"
-#include "placement/host.h"
+#include "placement/choosing/choice.h"
 #include "placement/made_services.h"
 #include "placement/one_of.h"
+#include "placement/running/host.h"
 #include "placement/services.h"
 
 namespace zarven::tool::one_of_random_test {

@@ -4,13 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "placement/asked_for.h"
 #include "placement/bound.h"
-#include "placement/drill_parts.h"
-#include "placement/engine_run.h"
-#include "placement/host.h"
+#include "placement/failing/drill_parts.h"
 #include "placement/made_services.h"
 #include "placement/result.h"
+#include "placement/running/asked_for.h"
+#include "placement/running/engine_run.h"
+#include "placement/running/host.h"
 #include "placement/service_query.h"
 
 #include "failure_message.h"

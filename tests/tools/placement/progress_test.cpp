@@ -1,6 +1,6 @@
 // The progress read off lines as the engine logs them.
 
-#include "placement/progress.h"
+#include "placement/running/progress.h"
 
 #include <memory>
 #include <vector>

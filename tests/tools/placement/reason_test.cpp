@@ -1,6 +1,6 @@
 // Every sentence, in states made by hand.
 
-#include "placement/reason.h"
+#include "placement/reasons/reason.h"
 
 #include "Generador.h"
 #include "placement/engine_by_hand.h"

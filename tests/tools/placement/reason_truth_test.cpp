@@ -1,6 +1,6 @@
 // What the reasons say of random head-ends, recomputed from the engine's own maps.
 
-#include "placement/reason.h"
+#include "placement/reasons/reason.h"
 
 #include <map>
 #include <regex>

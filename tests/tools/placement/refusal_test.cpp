@@ -1,6 +1,6 @@
 // Each limit just failing and just passing; and over random head-ends, that they are the engine's.
 
-#include "placement/refusal.h"
+#include "placement/reasons/refusal.h"
 
 #include <map>
 

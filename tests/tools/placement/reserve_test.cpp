@@ -1,11 +1,11 @@
 // How a reserve is written, and how much it is.
 
-#include "placement/reserve.h"
+#include "placement/audit/reserve.h"
 
 #include <gtest/gtest.h>
 
 #include "base/failure.h"
-#include "placement/caution.h"
+#include "placement/audit/caution.h"
 #include "placement/result.h"
 
 namespace zarven::tool::reserve_test {

@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "headend/headend_json.h"
-#include "placement/engine_run.h"
 #include "placement/result.h"
 #include "placement/result_json.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool::result_invariants_test {
 namespace {

@@ -8,8 +8,8 @@
 #include "base/streams.h"
 #include "failure_message.h"
 #include "headend/headend_json.h"
-#include "placement/engine_run.h"
-#include "placement/reserve.h"
+#include "placement/audit/reserve.h"
+#include "placement/running/engine_run.h"
 #include "report/result_fixture.h"
 
 namespace zarven::tool::result_reading_test {

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "placement/audit.h"
+#include "placement/audit/audit.h"
 #include "placement/engine_by_hand.h"
-#include "placement/reason.h"
+#include "placement/reasons/reason.h"
 
 namespace zarven::tool::result_test {
 namespace {

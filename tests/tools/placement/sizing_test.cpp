@@ -1,7 +1,7 @@
 // Numbers of modules and raised limits, on head-ends where they can be told by hand.
 
-#include "placement/sizing.h"
 #include "placement/sizing/further_modules.h"
+#include "placement/sizing/sizing.h"
 
 #include <algorithm>
 #include <random>
@@ -12,8 +12,8 @@
 #include "failure_message.h"
 #include "headend/headend_json.h"
 #include "placement/exploding.h"
-#include "placement/host.h"
 #include "placement/made_services.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::sizing_test {
 namespace {

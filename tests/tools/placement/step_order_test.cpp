@@ -1,6 +1,6 @@
 // Small circles and chains, and random ones against all orders there are.
 
-#include "placement/step_order.h"
+#include "placement/change/step_order.h"
 
 #include <algorithm>
 #include <numeric>

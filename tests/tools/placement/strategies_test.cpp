@@ -11,9 +11,9 @@
 #include "failure_message.h"
 #include "headend/headend_json.h"
 #include "placement/engine_by_hand.h"
-#include "placement/host.h"
 #include "placement/random_headend.h"
 #include "placement/result_json.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::strategies_test {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 #include "report/comparison_fixture.h"
 
 namespace zarven::tool {

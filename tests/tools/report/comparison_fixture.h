@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 
 namespace zarven::tool {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "made_findings.h"
-#include "placement/drill.h"
+#include "placement/failing/drill.h"
 
 namespace zarven::tool {
 

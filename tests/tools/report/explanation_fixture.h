@@ -4,7 +4,7 @@
 #define RECALCULO_EXPLANATION_FIXTURE_H
 
 #include "made_findings.h"
-#include "placement/explanation.h"
+#include "placement/reasons/explanation.h"
 
 namespace zarven::tool {
 

@@ -9,7 +9,7 @@
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/channels_conf.h"
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool::result_channels_test {
 namespace {

@@ -6,8 +6,8 @@
 #include "commands/watched_run.h"
 #include "placement/bound.h"
 #include "placement/documents.h"
-#include "placement/host.h"
 #include "placement/one_of.h"
+#include "placement/running/host.h"
 #include "report/bound_text.h"
 
 namespace zarven::tool {

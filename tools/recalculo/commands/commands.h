@@ -19,9 +19,9 @@
 #include "commands/style_input.h"
 #include "commands/wish_input.h"
 #include "lineup/channel_import.h"
-#include "placement/drill.h"
-#include "placement/sizing.h"
+#include "placement/failing/drill.h"
 #include "placement/sizing/advising.h"
+#include "placement/sizing/sizing.h"
 
 namespace zarven::tool {
 

@@ -12,11 +12,11 @@
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "headend/override.h"
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 #include "placement/documents.h"
-#include "placement/host.h"
 #include "placement/one_of.h"
 #include "placement/result_json.h"
+#include "placement/running/host.h"
 #include "report/comparison_text.h"
 #include "report/page/comparison_page.h"
 

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "placement/host.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/reserve.h"
+#include "placement/audit/reserve.h"
 #include "placement/result.h"
 
 namespace zarven::tool {

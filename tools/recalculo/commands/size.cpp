@@ -14,10 +14,10 @@
 #include "base/workers.h"
 #include "headend/headend_json.h"
 #include "placement/documents.h"
-#include "placement/host.h"
 #include "placement/one_of.h"
-#include "placement/sizing.h"
+#include "placement/running/host.h"
 #include "placement/sizing/further_modules.h"
+#include "placement/sizing/sizing.h"
 #include "report/progress_line.h"
 #include "report/sizing_text.h"
 

@@ -7,8 +7,8 @@
 #include <unistd.h>
 
 #include "base/streams.h"
-#include "placement/host.h"
 #include "placement/result.h"
+#include "placement/running/host.h"
 #include "report/progress_line.h"
 #include "report/terminal.h"
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

@@ -14,7 +14,7 @@
 #include "base/streams.h"
 #include "headend/headend_json.h"
 #include "placement/documents.h"
-#include "placement/explanation_json.h"
+#include "placement/reasons/explanation_json.h"
 #include "placement/result_json.h"
 #include "records/key_tables.h"
 #include "records/schema.h"

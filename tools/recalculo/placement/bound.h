@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "placement/capacity.h"
 #include "placement/result.h"
+#include "placement/running/capacity.h"
 
 namespace zarven::tool {
 

@@ -1,10 +1,10 @@
 #include "placement/documents.h"
 
 #include "placement/bound_fields.h"
-#include "placement/choice_fields.h"
-#include "placement/comparison_fields.h"
-#include "placement/drill_fields.h"
-#include "placement/sizing_fields.h"
+#include "placement/change/comparison_fields.h"
+#include "placement/choosing/choice_fields.h"
+#include "placement/failing/drill_fields.h"
+#include "placement/sizing/sizing_fields.h"
 #include "records/describe.h"
 #include "records/write.h"
 

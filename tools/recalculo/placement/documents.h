@@ -7,10 +7,10 @@
 #include <string>
 
 #include "placement/bound.h"
-#include "placement/choice.h"
-#include "placement/comparison.h"
-#include "placement/drill.h"
-#include "placement/sizing.h"
+#include "placement/change/comparison.h"
+#include "placement/choosing/choice.h"
+#include "placement/failing/drill.h"
+#include "placement/sizing/sizing.h"
 #include "records/description.h"
 
 namespace zarven::tool {

@@ -6,9 +6,9 @@
 #include <tuple>
 #include <utility>
 
-#include "placement/audit.h"
-#include "placement/bounded_run.h"
-#include "placement/engine_run.h"
+#include "placement/audit/audit.h"
+#include "placement/running/bounded_run.h"
+#include "placement/running/engine_run.h"
 #include "placement/services.h"
 #include "placement/sizing/advising.h"
 

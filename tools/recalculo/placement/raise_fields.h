@@ -4,7 +4,7 @@
 #define RECALCULO_RAISE_FIELDS_H
 
 #include "placement/advice.h"
-#include "placement/finding_fields.h"
+#include "placement/audit/finding_fields.h"
 #include "placement/module_fields.h"
 #include "placement/raise.h"
 #include "records/fields.h"

@@ -8,10 +8,10 @@
 #include <fmt/format.h>
 
 #include "Reglas.h"
-#include "placement/audit.h"
-#include "placement/capacity.h"
-#include "placement/reason.h"
-#include "placement/reserve.h"
+#include "placement/audit/audit.h"
+#include "placement/audit/reserve.h"
+#include "placement/reasons/reason.h"
+#include "placement/running/capacity.h"
 
 namespace zarven::tool {
 

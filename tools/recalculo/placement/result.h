@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "placement/advice.h"
-#include "placement/cause.h"
-#include "placement/finding.h"
+#include "placement/audit/finding.h"
+#include "placement/reasons/cause.h"
 #include "placement/services.h"
 
 namespace zarven::tool {

@@ -4,8 +4,8 @@
 #define RECALCULO_RESULT_FIELDS_H
 
 #include "headend/reception_fields.h"
-#include "placement/caution_fields.h"
-#include "placement/finding_fields.h"
+#include "placement/audit/caution_fields.h"
+#include "placement/audit/finding_fields.h"
 #include "placement/module_fields.h"
 #include "placement/raise_fields.h"
 #include "placement/result.h"

@@ -12,8 +12,8 @@
 #include "base/failure.h"
 #include "base/utf8.h"
 #include "base/words.h"
-#include "placement/engine_run.h"
 #include "placement/one_of.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "headend/stream.h"
-#include "placement/engine_run.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

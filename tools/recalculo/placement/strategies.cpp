@@ -8,7 +8,7 @@
 
 #include "Reglas.h"
 #include "base/workers.h"
-#include "placement/bounded_run.h"
+#include "placement/running/bounded_run.h"
 
 namespace zarven::tool {
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "headend/headend.h"
-#include "placement/engine_run.h"
 #include "placement/result.h"
+#include "placement/running/engine_run.h"
 #include "placement/strategy_names.h"
 
 namespace zarven::tool {

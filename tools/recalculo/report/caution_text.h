@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "placement/caution.h"
+#include "placement/audit/caution.h"
 #include "report/message_digest.h"
 #include "report/terminal.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 #include "report/caution_text.h"
 #include "report/terminal.h"
 

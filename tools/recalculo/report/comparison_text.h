@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 #include "report/caution_text.h"
 #include "report/terminal.h"
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "placement/drill.h"
+#include "placement/failing/drill.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-#include "placement/explanation.h"
+#include "placement/reasons/explanation.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {

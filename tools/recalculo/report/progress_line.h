@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "placement/host.h"
-#include "placement/progress.h"
+#include "placement/running/host.h"
+#include "placement/running/progress.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-#include "placement/sizing.h"
+#include "placement/sizing/sizing.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {

@@ -9,7 +9,7 @@
 #include "placement/choosing/engine_trial.h"
 #include "placement/engine_by_hand.h"
 #include "placement/exploding.h"
-#include "placement/host.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::choosing_test {
 namespace {

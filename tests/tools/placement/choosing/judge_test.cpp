@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "placement/engine_by_hand.h"
-#include "placement/host.h"
+#include "placement/running/host.h"
 
 namespace zarven::tool::judge_test {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "Generador.h"
 #include "placement/engine_by_hand.h"
-#include "placement/host.h"
+#include "placement/running/host.h"
 #include "placement/strategies.h"
 
 namespace zarven::tool::filling_test {

@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "Generador.h"
-#include "placement/audit.h"
-#include "placement/host.h"
+#include "placement/audit/audit.h"
+#include "placement/running/host.h"
 #include "placement/services.h"
 
 namespace zarven::tool::rehearsal_test {

@@ -4,8 +4,8 @@
 #include <map>
 #include <utility>
 
-#include "placement/audit.h"
-#include "placement/bounded_run.h"
+#include "placement/audit/audit.h"
+#include "placement/running/bounded_run.h"
 #include "placement/services.h"
 
 namespace zarven::tool {

@@ -8,8 +8,8 @@
 
 #include "headend/headend.h"
 #include "placement/choosing/choosing.h"
-#include "placement/engine_run.h"
 #include "placement/one_of.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

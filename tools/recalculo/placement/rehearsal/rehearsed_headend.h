@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "placement/capacity.h"
-#include "placement/engine_run.h"
+#include "placement/running/capacity.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

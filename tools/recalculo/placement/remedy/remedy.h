@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "headend/headend.h"
-#include "placement/engine_run.h"
 #include "placement/raise.h"
-#include "placement/refusal.h"
+#include "placement/reasons/refusal.h"
 #include "placement/result.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

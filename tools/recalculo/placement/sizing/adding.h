@@ -9,8 +9,8 @@
 
 #include "headend/headend.h"
 #include "placement/result.h"
-#include "placement/sizing.h"
 #include "placement/sizing/runner.h"
+#include "placement/sizing/sizing.h"
 #include "placement/sizing/wanted.h"
 
 namespace zarven::tool {

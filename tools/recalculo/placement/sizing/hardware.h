@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "placement/sizing.h"
+#include "placement/sizing/sizing.h"
 
 namespace zarven::tool {
 

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "headend/headend.h"
-#include "placement/sizing.h"
 #include "placement/sizing/runner.h"
+#include "placement/sizing/sizing.h"
 #include "placement/sizing/wanted.h"
 
 namespace zarven::tool {

@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "headend/headend.h"
-#include "placement/sizing.h"
 #include "placement/sizing/runner.h"
+#include "placement/sizing/sizing.h"
 
 namespace zarven::tool {
 

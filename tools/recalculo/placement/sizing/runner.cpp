@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/workers.h"
-#include "placement/bounded_run.h"
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 #include "placement/choosing/choosing.h"
-#include "placement/engine_run.h"
+#include "placement/running/bounded_run.h"
+#include "placement/running/engine_run.h"
 
 namespace zarven::tool {
 

@@ -16,7 +16,7 @@
 #include "headend/headend.h"
 #include "placement/rehearsal/rehearsal.h"
 #include "placement/result.h"
-#include "placement/sizing.h"
+#include "placement/sizing/sizing.h"
 
 namespace zarven::tool {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "placement/refusal.h"
+#include "placement/reasons/refusal.h"
 #include "placement/sizing/further_modules.h"
 
 namespace zarven::tool {

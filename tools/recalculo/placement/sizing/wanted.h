@@ -12,12 +12,12 @@
 
 #include "headend/headend.h"
 #include "placement/bound.h"
-#include "placement/capacity.h"
-#include "placement/engine_run.h"
 #include "placement/result.h"
+#include "placement/running/capacity.h"
+#include "placement/running/engine_run.h"
 #include "placement/services.h"
-#include "placement/sizing.h"
 #include "placement/sizing/runner.h"
+#include "placement/sizing/sizing.h"
 
 namespace zarven::tool {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/choice.h"
+#include "placement/choosing/choice.h"
 
 namespace zarven::tool {
 

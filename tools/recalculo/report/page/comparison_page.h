@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/comparison.h"
+#include "placement/change/comparison.h"
 #include "report/comparison_text.h"
 
 namespace zarven::tool {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "placement/drill.h"
+#include "placement/failing/drill.h"
 
 namespace zarven::tool {
 

@@ -12,7 +12,7 @@
 
 #include <kainjow/mustache.hpp>
 
-#include "placement/caution.h"
+#include "placement/audit/caution.h"
 #include "placement/result.h"
 
 namespace zarven::tool {

@@ -9,7 +9,7 @@
 
 #include <kainjow/mustache.hpp>
 
-#include "placement/cause.h"
+#include "placement/reasons/cause.h"
 #include "placement/result.h"
 
 namespace zarven::tool {

@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
-#include "placement/caution.h"
+#include "placement/audit/caution.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_parts.h"
 
