@@ -14,6 +14,7 @@
 #include "placement/made_services.h"
 #include "placement/random_headend.h"
 #include "placement/running/host.h"
+#include "tries.h"
 
 namespace zarven::tool::choice_random_test {
 namespace {
@@ -141,7 +142,7 @@ TEST_F(RandomChoices, AreWhatARunGives) {
     std::size_t better = 0;
     std::size_t withheld = 0;
     std::size_t missed = 0;
-    for (unsigned seed = 0; seed < 200 && !HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < tries(200) && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         const Headend headend = random_headend(seed);
         limits.seed = seed + 1;
@@ -154,15 +155,15 @@ TEST_F(RandomChoices, AreWhatARunGives) {
         missed += report.missed.size();
     }
     // Nothing of this would be worth much if there were nothing to choose.
-    EXPECT_GT(better, 20u);
-    EXPECT_GT(withheld, 100u);
-    EXPECT_GT(missed, 50u);
+    EXPECT_GT(better, met(20));
+    EXPECT_GT(withheld, met(100));
+    EXPECT_GT(missed, met(50));
 }
 
 TEST_F(RandomChoices, NeverReachMoreThanTheBound) {
     std::mt19937 random(5);
     std::size_t sound = 0;
-    for (unsigned seed = 1000; seed < 1500 && !HasFailure(); ++seed) {
+    for (unsigned seed = 1000; seed < 1000 + tries(500) && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         Headend headend = random_headend(seed);
         for (Service& service : headend.services)
@@ -178,7 +179,7 @@ TEST_F(RandomChoices, NeverReachMoreThanTheBound) {
         EXPECT_LE(outcome.musts, musts.most);
         EXPECT_LE(outcome.value, value.most);
     }
-    EXPECT_GT(sound, 400u);
+    EXPECT_GT(sound, met(400));
 }
 
 } // namespace

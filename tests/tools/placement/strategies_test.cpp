@@ -14,6 +14,7 @@
 #include "placement/random_headend.h"
 #include "placement/result_json.h"
 #include "placement/running/host.h"
+#include "tries.h"
 
 namespace zarven::tool::strategies_test {
 namespace {
@@ -277,7 +278,7 @@ TEST_F(StrategiesAndDriver, TheKeptStrategyIsTheDriversResult) {
     std::map<Verdict, int> seen;
     std::set<std::size_t> kept;
     std::size_t findings = 0;
-    for (unsigned seed = 0; seed < 400 && !HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < tries(400) && !HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         const Strategies strategies = compare(random_headend(seed));
         kept.insert(index_of_kept(strategies.list));

@@ -11,6 +11,7 @@
 #include "placement/audit/audit.h"
 #include "placement/running/host.h"
 #include "placement/services.h"
+#include "tries.h"
 
 namespace zarven::tool::rehearsal_test {
 namespace {
@@ -78,16 +79,16 @@ generador::Parametros crowded(std::uint32_t seed) {
 TEST(Rehearsal, PlacesWhatTheEnginePlaces) {
     const host::Log no_log("");
     Tally small;
-    for (std::uint32_t seed = 1; seed <= 2000; ++seed)
+    for (std::uint32_t seed = 1; seed <= tries(2000); ++seed)
         ASSERT_NO_FATAL_FAILURE(compare(generador::escasa(seed), small));
     // A tenth of them has a stream without number.
     EXPECT_LT(small.given_up, small.rehearsed / 8);
-    EXPECT_GT(small.broken, 10u);
+    EXPECT_GT(small.broken, met(10));
     Tally large;
-    for (std::uint32_t seed = 1; seed <= 200; ++seed)
+    for (std::uint32_t seed = 1; seed <= tries(200); ++seed)
         ASSERT_NO_FATAL_FAILURE(compare(crowded(seed), large));
     EXPECT_LT(large.given_up, large.rehearsed / 5);
-    EXPECT_GT(large.broken, 10u);
+    EXPECT_GT(large.broken, met(10));
 }
 
 /// Up to the value that the tests of a run call the next, a higher bitrate has to give the same run.
@@ -116,7 +117,7 @@ TEST(Rehearsal, TheTestsOfABitrateTellWhichHigherOnesGiveTheSameRun) {
             others += here && here->placed != placed ? 1 : 0;
         }
     };
-    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+    for (std::uint32_t seed = 1; seed <= tries(60); ++seed) {
         const EngineRun run = made(seed % 4 == 0 ? crowded(seed) : generador::escasa(seed));
         const RehearsedHeadend headend(run);
         if (!headend.allows_passes)
@@ -126,7 +127,7 @@ TEST(Rehearsal, TheTestsOfABitrateTellWhichHigherOnesGiveTheSameRun) {
             for (std::size_t output = 0; output < headend.modules[module].outputs.size(); ++output)
                 ASSERT_NO_FATAL_FAILURE(walk(rehearsal, headend, module, output)) << seed;
     }
-    EXPECT_GT(others, 100u);
+    EXPECT_GT(others, met(100));
 }
 
 /// Every value that the tests of a run call the same has to give the same run.
@@ -152,7 +153,7 @@ TEST(Rehearsal, TheTestsOfALimitTellWhichValuesGiveTheSameRun) {
             ++same;
         }
     };
-    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+    for (std::uint32_t seed = 1; seed <= tries(60); ++seed) {
         const EngineRun run = made(seed % 2 == 0 ? crowded(seed) : generador::escasa(seed));
         const RehearsedHeadend headend(run);
         if (!headend.allows_passes)
@@ -188,7 +189,7 @@ TEST(Rehearsal, TheTestsOfALimitTellWhichValuesGiveTheSameRun) {
             },
             [](const ModuleTests& tests) { return tests.bitrate.empty() ? LimitTests() : tests.bitrate[0]; });
     }
-    EXPECT_GT(same, 1000u);
+    EXPECT_GT(same, met(1000));
 }
 
 } // namespace
