@@ -323,7 +323,7 @@ TEST_F(RandomDrills, AreWhatRunsGive) {
     EXPECT_GT(unusable_, met(5));
     EXPECT_GT(found_, met(10));
     EXPECT_GT(not_found_, met(3));
-    EXPECT_GT(broken_, 0u);
+    EXPECT_GE(broken_, met(1));
 }
 
 } // namespace
