@@ -163,10 +163,10 @@ void Search::look_for_twins(Kinds kinds, const ValueOf& value_of, const Subject&
     }
     for (const auto& [value, appearances] : everywhere) {
         const Appearances same = each_once(appearances);
-        const bool is_on_one =
-            std::all_of(appearances.begin(), appearances.end(), [&appearances](const Appearance& one) {
-                return one.output == appearances.front().output;
-            });
+        // clang 14, which also makes the page of the planner, captures no structured binding.
+        const OutputResult* first = appearances.front().output;
+        const bool is_on_one = std::all_of(appearances.begin(), appearances.end(),
+                                           [first](const Appearance& one) { return one.output == first; });
         const std::string told = subject(value);
         if (is_on_one || same.size() < 2 || told.empty())
             continue;
