@@ -39,6 +39,29 @@ TEST_F(CommandLine, WishesThatNobodyMeetsAreAFailure) {
                    "standard input: found \"-\" for --wish and for something else, expected it once");
     expect_refused(run("run " + small + " --wish - --wish -"),
                    "standard input: found \"-\" for two --wish, expected it once");
+    const std::string no_list = "--wish-lcns: found no --wish, expected the list with the LCNs";
+    expect_refused(run("run " + small + " --wish-lcns"), no_list);
+    expect_refused(run("import " + examples + "/sample.lamedb --modules " + small + " --wish-lcns"), no_list);
+}
+
+TEST_F(CommandLine, ImportTakesOfTheWishesWhatElseIsWanted) {
+    const std::string wishes = write("wishes", "[Radio]\nRadio Faro\n[TV]\ncanal norte\n");
+    const std::string import =
+        "import " + examples + "/sample.dvbv5.conf --modules " + small + " --wish " + wishes;
+    // The group is that of the list, and the place in the list is the value, as for `run`.
+    const Outcome outcome = run(import + " --only group=TV");
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_NE(outcome.err.find("2 wishes, of which 2 found\n"), std::string::npos) << outcome.err;
+    const json services = json::parse(outcome.out).at("services");
+    ASSERT_EQ(services.size(), 1u);
+    EXPECT_EQ(services.at(0).at("name"), "Canal Norte");
+    EXPECT_EQ(services.at(0).value("value", 1), 1);
+    const json first = json::parse(run(import + " --exclude group=TV").out).at("services");
+    ASSERT_EQ(first.size(), 1u);
+    EXPECT_EQ(first.at(0).at("value"), 2);
+    const Outcome nothing = run(import + " --exclude tv,radio");
+    EXPECT_EQ(nothing.code, 1);
+    EXPECT_EQ(nothing.err.find("no service is called"), std::string::npos) << nothing.err;
 }
 
 TEST_F(CommandLine, ImportTakesWishesInTheirOrder) {

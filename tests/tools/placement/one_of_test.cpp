@@ -180,6 +180,17 @@ TEST_F(Settling, ResultsTellWhatIsAskedFor) {
         "for, \"S2\" (LCN 2, stream 1/10)");
 }
 
+TEST_F(Settling, OfAGroupWithoutValueNoneIsAskedFor) {
+    headend.services = {variant(1, 10, "X"), service(9, 10)};
+    headend.services[0].value = 0;
+    const EngineRun run = load_engine(headend, "f");
+    EXPECT_EQ(run.not_asked_for, 1u);
+    EXPECT_EQ(
+        failure_message([&] { services_with(parse_service_query("1"), run, "f", headend); }),
+        "f: --service 1: \"S1\" (LCN 1, stream 1/10) is not asked for: none of its group \"X\" is worth "
+        "anything or a must");
+}
+
 TEST_F(Settling, WhereAStreamFailsTheNextVariantStandsIn) {
     headend.services = {variant(1, 10, "X"), variant(2, 20, "X")};
     settle_variants(headend, "f", 9);

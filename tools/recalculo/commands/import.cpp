@@ -82,10 +82,11 @@ void import_command(const ImportOptions& options) {
         import_channels(lists.channels, options.estimates,
                         options.keep_duplicates ? Duplicates::kept : Duplicates::passed_over, refine);
     const ReadFilter read = read_filter(options.filter, imported.services);
-    choose_services(imported, read.filter);
     Wishing wishing;
-    if (!wishes.empty())
-        wishing = keep_wishes(wish_input, wishes, imported);
+    if (wishes.empty())
+        choose_services(imported, read.filter);
+    else
+        wishing = keep_wishes(wish_input, wishes, read.filter, imported);
     for (const std::string& message :
          import_messages(lists.lists, imported, read.missing, extent_of(options.verbose)))
         write_message(message);

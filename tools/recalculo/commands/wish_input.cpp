@@ -36,6 +36,8 @@ std::vector<WishList> read_wishes(const WishInput& input, bool is_taken) {
         throw Failure(is_taken
                           ? "standard input: found \"-\" for --wish and for something else, expected it once"
                           : "standard input: found \"-\" for two --wish, expected it once");
+    if (input.lcns && input.files.empty())
+        throw Failure("--wish-lcns: found no --wish, expected the list with the LCNs");
     std::vector<WishList> lists;
     for (const std::string& path : input.files)
         lists.push_back(read_wish_list(input_name(path), read_text(path)));
@@ -43,9 +45,9 @@ std::vector<WishList> read_wishes(const WishInput& input, bool is_taken) {
 }
 
 void ask_for_wishes(const WishInput& input, const std::string& path, Headend& headend) {
-    if (input.files.empty())
-        return;
     const std::vector<WishList> lists = read_wishes(input, path == standard_stream);
+    if (lists.empty())
+        return;
     Wishing wishing = find_told(input, lists, headend.services, headend.streams);
     std::vector<bool> is_wished(headend.services.size(), false);
     for (const MetWish& met : wishing.met)
@@ -55,11 +57,16 @@ void ask_for_wishes(const WishInput& input, const std::string& path, Headend& he
     take_wished_lcns(input, lists, wishing, headend);
 }
 
-Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, ImportedChannels& imported) {
+Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, const ServiceFilter& filter,
+                    ImportedChannels& imported) {
     std::vector<Reception> streams;
     for (const auto& [stream, reception] : imported.receptions)
         streams.push_back(reception);
     Wishing wishing = find_told(input, lists, imported.services, streams);
+    const auto is_unwanted = [&](const MetWish& met) {
+        return !filter.wants(imported.services[met.service]);
+    };
+    wishing.met.erase(std::remove_if(wishing.met.begin(), wishing.met.end(), is_unwanted), wishing.met.end());
     std::vector<std::size_t> order;
     for (MetWish& met : wishing.met) {
         order.push_back(met.service);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headend/headend.h"
+#include "headend/service_filter.h"
 #include "lineup/channel_import.h"
 #include "wishes/wish_list.h"
 #include "wishes/wishing.h"
@@ -29,9 +30,11 @@ std::vector<WishList> read_wishes(const WishInput& input, bool is_taken);
 /// goes to standard error. Does nothing without lists. Throws `Failure` if none is found.
 void ask_for_wishes(const WishInput& input, const std::string& path, Headend& headend);
 
-/// The same for services that are imported: the others are left away, and these stand in the order of the
-/// lists. Gives what to number when the head-end is made.
-Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, ImportedChannels& imported);
+/// The same for services that are imported: the others are left away, and so are those that the filter, which
+/// may ask for groups of the lists, does not want; these stand in the order of the lists. Gives what to
+/// number when the head-end is made.
+Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, const ServiceFilter& filter,
+                    ImportedChannels& imported);
 
 /// Takes the LCNs over, if that is wished for.
 void take_wished_lcns(const WishInput& input, const std::vector<WishList>& lists, Wishing& wishing,

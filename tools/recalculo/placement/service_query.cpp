@@ -190,8 +190,10 @@ std::string why_not_asked_for(const Service& service, const EngineRun& run) {
     const auto asked =
         std::find_if(run.variants.begin(), run.variants.end(),
                      [&service](const AskedVariant& variant) { return variant.one_of == service.one_of; });
-    if (!service.ask || !is_variant(service) || asked == run.variants.end())
+    if (!service.ask || !is_variant(service))
         return no_ask;
+    if (asked == run.variants.end())
+        return fmt::format("none of its group \"{}\" is worth anything or a must", shortened(service.one_of));
     return fmt::format("another of its group \"{}\" is asked for, \"{}\" (LCN {}, stream {})",
                        shortened(service.one_of), shortened(asked->service->NombreEntrada),
                        asked->service->LCN, to_string(stream_of(*asked->service)));
