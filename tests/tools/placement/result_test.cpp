@@ -7,11 +7,38 @@
 #include "placement/audit/audit.h"
 #include "placement/engine_by_hand.h"
 #include "placement/reasons/reason.h"
+#include "placement/result_json.h"
 
 namespace zarven::tool::result_test {
 namespace {
 
 using ResultOfHand = EngineByHand;
+
+TEST(ResultOf, ServicesTellTheirGroupAndWhatWasMeasured) {
+    Headend headend = two_modules();
+    headend.services = {service(1, 10, 1000), service(2, 10, 1000), service(3, 10, 1000),
+                        service(4, 20, 12000)};
+    headend.services[1].group = "News";
+    headend.services[2].measured = true;
+    headend.services[3].measured = true;
+    headend.services[3].mean_bitrate = 2890;
+    headend.services[3].group = "Cinema";
+    EngineRun run = load_engine(headend, "f");
+    run_engine(run, "f");
+    const Result result = read_result("f", result_json(result_of(run, "Casa")));
+
+    const std::vector<ServiceResult>& placed = result.modules.at(0).outputs.at(0).services;
+    ASSERT_EQ(placed.size(), 3u);
+    EXPECT_EQ(placed[0].group, "");
+    EXPECT_EQ(placed[1].group, "News");
+    EXPECT_FALSE(placed[1].is_measured);
+    EXPECT_TRUE(placed[2].is_measured);
+    EXPECT_EQ(placed[2].mean_bitrate, 0u);
+    const ServiceResult& left_out = result.left_out.at(0).services.at(0);
+    EXPECT_TRUE(left_out.is_measured);
+    EXPECT_EQ(left_out.mean_bitrate, 2890u);
+    EXPECT_EQ(left_out.group, "Cinema");
+}
 
 TEST(ResultOf, ARealRun) {
     Headend headend = two_modules();

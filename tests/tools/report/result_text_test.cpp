@@ -29,6 +29,15 @@ TEST(ResultText, LabelsOfModulesAndPlacesOfStreams) {
     EXPECT_NE(text.find("Stream 1/1002 (514 MHz) · 1 service\n"), std::string::npos);
 }
 
+TEST(ResultText, WhatWasMeasured) {
+    Result result = result_with_everything();
+    ServiceResult& service = result.left_out.at(0).services.at(0);
+    service.is_measured = true;
+    EXPECT_NE(result_text(result).find("1 CA PID, measured\n"), std::string::npos) << result_text(result);
+    service.mean_bitrate = 2890;
+    EXPECT_NE(result_text(result).find("1 CA PID, measured, mean 2890\n"), std::string::npos);
+}
+
 TEST(ResultText, AnEmptyResult) {
     EXPECT_EQ(result_text(Result()),
               "0 services loaded: 0 placed, 0 left out; 0 of 0 inputs in use on 0 modules\n");

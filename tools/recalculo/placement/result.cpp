@@ -34,6 +34,17 @@ ServiceResult describe(const tRec_Servicio& service, bool is_clone) {
     return result;
 }
 
+ServiceResult describe(const EngineRun& run, const tRec_Servicio& service, bool is_clone) {
+    ServiceResult result = describe(service, is_clone);
+    const auto measured = run.measured.find(&service);
+    result.is_measured = measured != run.measured.end();
+    result.mean_bitrate = result.is_measured ? measured->second : 0;
+    const auto group = run.group_of.find(&service);
+    if (group != run.group_of.end())
+        result.group = run.groups[group->second];
+    return result;
+}
+
 namespace {
 
 /// Walks the engine once and gathers the result.
@@ -78,9 +89,7 @@ private:
 };
 
 ServiceResult Gathering::describe_service(const tRec_Servicio& service) const {
-    ServiceResult result = describe(service, clones_.count(&service) != 0);
-    result.is_measured = run_.measured.count(&service) != 0;
-    return result;
+    return describe(run_, service, clones_.count(&service) != 0);
 }
 
 ServiceResult Gathering::describe_placed(const tRec_Servicio& service, const OutputsOf& outputs_of) const {

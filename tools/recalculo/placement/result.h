@@ -28,6 +28,10 @@ struct ServiceResult {
     bool is_radio = false;
     /// The bitrate was measured; else it is an estimate.
     bool is_measured = false;
+    /// Of a measured one, in kbit/s; 0: not known.
+    std::uint32_t mean_bitrate = 0;
+    /// Empty for a service in none.
+    std::string group = {};
     bool is_scrambled = false;
     std::uint16_t ca_pids = 0;
     bool is_transcoded = false;
@@ -189,6 +193,8 @@ bool has_broken(const Result& result);
 
 /// What is known of a service wherever it stands.
 ServiceResult describe(const tRec_Servicio& service, bool is_clone);
+/// With what the run knows of it beside its record.
+ServiceResult describe(const EngineRun& run, const tRec_Servicio& service, bool is_clone);
 
 /// What tells the services of one result apart: LCN, ONID, TSID, SID, and whether it is a clone.
 using ServiceKey = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, bool>;

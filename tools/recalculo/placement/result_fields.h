@@ -67,6 +67,9 @@ template <class Visitor, class Record> void visit_service(Visitor& visit, Record
     visit.required("transcoded", service.is_transcoded, "It needs transcoding");
     visit.required("clone", service.is_clone, "Second appearance of a service");
     visit.if_true("measured", service.is_measured, "Its bitrate was measured; not there for estimates");
+    visit.where(Condition{service.mean_bitrate != 0}, "mean_bitrate", service.mean_bitrate,
+                "Of a measured one: mean bitrate in kbit/s", Since::a_later_version);
+    visit.unless_empty("group", service.group, "The heading that it stands under, if the head-end tells");
     visit.if_true("radio", service.is_radio, "Service of `type` 2; not there for others");
     visit.where(if_so("clone", service.is_clone), "parent_sid", service.parent_sid,
                 "Of a clone: the `osid` of its parent", Since::a_later_version);

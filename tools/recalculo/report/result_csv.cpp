@@ -65,14 +65,15 @@ std::string cells_of(const Reception& reception) {
 }
 
 std::string line(const PlaceCells& place, const ServiceResult& service, const Reception& reception) {
-    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
+    return fmt::format("{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{},{}\r\n",
                        yes_or_no(!place.output.empty()), quoted(place.module), place.input, place.output,
                        service.lcn, quoted(service.name), quoted(service.output_name), service.stream.onid,
                        service.stream.tsid, service.sid, service.osid, service.bitrate,
                        yes_or_no(service.is_hd && !service.is_radio), yes_or_no(service.is_radio),
                        yes_or_no(service.is_scrambled), service.ca_pids, yes_or_no(service.is_transcoded),
                        yes_or_no(service.is_clone), quoted(service.reason), quoted(place.label),
-                       cells_of(reception));
+                       cells_of(reception), yes_or_no(service.is_measured),
+                       number_or_nothing(service.mean_bitrate), quoted(service.group));
 }
 
 /// The lines of a result.
@@ -139,7 +140,8 @@ void Lines::write(const ModuleResult& module) {
 
 std::string result_csv(const Result& result) {
     return "placed,module,input,output,lcn,name,output_name,onid,tsid,sid,osid,bitrate,hd,radio,scrambled,ca_pids,"
-           "transcoded,clone,reason,label,position,frequency,polarization,symbol_rate\r\n" +
+           "transcoded,clone,reason,label,position,frequency,polarization,symbol_rate,measured,"
+           "mean_bitrate,group\r\n" +
            Lines(result).text();
 }
 

@@ -18,6 +18,9 @@ std::vector<std::string> marks_of(const ServiceResult& service) {
         marks.push_back(counted(service.ca_pids, "CA PID"));
     if (service.is_transcoded)
         marks.emplace_back("transcoded");
+    if (service.is_measured)
+        marks.push_back(service.mean_bitrate == 0 ? "measured"
+                                                  : fmt::format("measured, mean {}", service.mean_bitrate));
     return marks;
 }
 

@@ -53,8 +53,7 @@ Explanation Explainer::explain(const std::shared_ptr<tRec_Servicio>& service) {
     const std::string places = places_of(refusals);
 
     Explanation explanation;
-    explanation.service = describe(*service, is_clone);
-    explanation.service.is_measured = run_.measured.count(service.get()) != 0;
+    explanation.service = describe(run_, *service, is_clone);
     explanation.transcoding = service->Transcoding;
     explanation.standing = standing_of(*service, !places.empty());
     explanation.sentence = sentence_on(*service, explanation.standing, places);

@@ -115,7 +115,7 @@ void Loader::load(const Service& service, std::size_t index) {
     add(record, element_of("service", "services", index, service));
     run_.services[index] = record.get();
     if (service.measured)
-        run_.measured.insert(record.get());
+        run_.measured.emplace(record.get(), service.mean_bitrate);
 }
 
 void Loader::load(const Clone& clone, std::size_t index) {

@@ -5,7 +5,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -35,8 +34,8 @@ struct EngineRun {
     /// streams are received.
     std::map<std::string, std::string> labels;
     std::map<Stream, Reception> receptions;
-    /// The records of services whose bitrate was measured.
-    std::set<const tRec_Servicio*> measured;
+    /// The records of services whose bitrate was measured, and the mean of each in kbit/s; 0: not known.
+    std::map<const tRec_Servicio*, std::uint32_t> measured;
     /// The groups of the services that are asked for, in the order of the head-end, and of each record in one
     /// the place of its group there.
     std::vector<std::string> groups;
