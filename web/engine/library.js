@@ -13,6 +13,13 @@ mergeInto(LibraryManager.library, {
         return wide.test(character) ? 2 : 1;
     },
 
+    recalculo_decompose: function (text, size, parts, most) {
+        const decoded = new TextDecoder("utf-8", { ignoreBOM: true }).decode(HEAPU8.subarray(text, text + size));
+        const codes = [...decoded.normalize("NFKD").replace(/\p{M}/gu, "")].map((part) => part.codePointAt(0));
+        HEAP32.set(codes.slice(0, most), parts >> 2);
+        return codes.length;
+    },
+
     recalculo_is_one_cluster: function (code, next) {
         if (!Module["segmenter"]) Module["segmenter"] = new Intl.Segmenter();
         // A joiner joins pictures alone, and stands behind one.

@@ -1,5 +1,7 @@
 // What a file is that somebody opens, and what becomes of it.
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 
 #include "base/failure.h"
@@ -7,6 +9,7 @@
 #include "headend/service_filter.h"
 #include "lineup/import_choices.h"
 #include "lineup/imported_lists.h"
+#include "lineup/lineup.h"
 #include "measured/measured_file.h"
 #include "measured/measuring.h"
 #include "measured/rates_csv.h"
@@ -14,6 +17,8 @@
 #include "questions.h"
 #include "report/import_text.h"
 #include "report/measuring_text.h"
+#include "report/wishing_text.h"
+#include "wishes/wishing.h"
 
 namespace zarven::web {
 
@@ -35,6 +40,60 @@ bool is_measured(const std::string& file, const std::string& text) {
     return document.has("ts") && !document.has("modules");
 }
 
+/// A few messages of each kind, and where these are not all, all of them. `messages_of` is called with how
+/// many are wanted.
+template <class Messages> void tell(Message& message, Messages messages_of) {
+    const auto few = messages_of(tool::MessageDigest::Extent::few_of_each);
+    const auto all = messages_of(tool::MessageDigest::Extent::all);
+    message.head["messages"] = few;
+    if (all != few)
+        message.head["all_messages"] = all;
+}
+
+bool is_surely_wish_list(const std::string& text) {
+    return tool::is_bouquet(text) || tool::is_wish_table(text);
+}
+
+/// A list of names and LCNs may look like anything. A heading of one is one of dvbv5, too, where values
+/// follow.
+bool may_be_wish_list(const std::string& text) {
+    const auto format = tool::format_of(text);
+    return is_surely_wish_list(text) ||
+           (!is_json(text) &&
+            (!format || (format == tool::LineupFormat::dvbv5 && text.find('=') == text.npos)));
+}
+
+/// Nothing for what looks like a list of names, and none of them is a service's.
+std::optional<Message> wish(const Message& question, std::size_t count) {
+    const auto names = question.head.at("names").get<std::vector<std::string>>();
+    tool::Headend headend = tool::read_headend(names.back(), question.texts.back());
+    std::vector<tool::WishList> lists;
+    bool is_sure = false;
+    for (std::size_t index = 0; index < count; ++index) {
+        const std::string& text = question.texts[index];
+        const bool is_surely_one = is_surely_wish_list(text);
+        is_sure = is_sure || is_surely_one;
+        lists.push_back(is_surely_one ? tool::read_wish_list(names[index], text)
+                                      : tool::read_wished_names(names[index], text));
+    }
+    const tool::Wishing wishing = tool::find_wishes(lists, headend.services, headend.streams);
+    if (wishing.met.empty() && !is_sure)
+        return std::nullopt;
+    Message told;
+    tell(told, [&](auto extent) {
+        std::vector<std::string> messages = tool::wishing_messages(lists, headend.services, wishing, extent);
+        if (wishing.met.empty())
+            messages.emplace_back(tool::no_wish_is_met);
+        return messages;
+    });
+    tool::value_wishes(lists, wishing, headend.services);
+    tool::ask_for_met(wishing, headend.services);
+    Message message = headend_message(headend);
+    message.head.update(told.head);
+    message.head["kind"] = wishing.met.empty() ? "nothing wished" : "wished";
+    return message;
+}
+
 Message measure(const Message& question, std::size_t count) {
     const auto names = question.head.at("names").get<std::vector<std::string>>();
     tool::Headend headend = tool::read_headend(names.back(), question.texts.back());
@@ -45,8 +104,8 @@ Message measure(const Message& question, std::size_t count) {
         tool::apply_measurements(files, tool::Margins(), tool::Descrambling::as_planned, headend.services);
     Message message = headend_message(headend);
     message.head["kind"] = measuring.measured.empty() ? "nothing measured" : "measured";
-    message.head["messages"] = tool::measuring_messages(files, headend.services, measuring,
-                                                        tool::MessageDigest::Extent::few_of_each);
+    tell(message,
+         [&](auto extent) { return tool::measuring_messages(files, headend.services, measuring, extent); });
     return message;
 }
 
@@ -104,10 +163,10 @@ Message import_lists(const Message& question, std::size_t count) {
     tool::ImportedChannels imported =
         tool::import_channels(lists.channels, choices.estimates, choices.duplicates);
     tool::choose_services(imported, choices.filter);
-    const std::vector<std::string> messages =
-        tool::import_messages(lists.lists, imported, {}, tool::MessageDigest::Extent::few_of_each);
+    Message told;
+    tell(told, [&](auto extent) { return tool::import_messages(lists.lists, imported, {}, extent); });
     Message message = headend_message(tool::headend_of_import(std::move(planned), std::move(imported)));
-    message.head["messages"] = messages;
+    message.head.update(told.head);
     return message;
 }
 
@@ -119,6 +178,11 @@ Message open(const Message& question) {
     const std::size_t count = question.texts.size() - (has_modules ? 1 : 0);
     if (has_modules && is_measured(names.front(), question.texts.front()))
         return measure(question, count);
+    if (has_modules &&
+        std::all_of(question.texts.begin(), question.texts.begin() + static_cast<std::ptrdiff_t>(count),
+                    may_be_wish_list))
+        if (const std::optional<Message> wished = wish(question, count))
+            return *wished;
     if (count == 1 && is_json(question.texts.front()))
         return open_json(names.front(), question.texts.front());
     return import_lists(question, count);

@@ -19,12 +19,13 @@ Message answer(const Message& question);
 /// it is one; "terms": what they may be.
 Message about(const Message& question);
 /// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists, and
-/// whose services for measured rates; choices: of an import, by option. A head-end as it is saved, a result
-/// or a module as it is: "kind" tells which; of lists and rates the messages about them.
+/// whose services for measured rates and wish lists; choices: of an import, by option. A head-end as it is
+/// saved, a result or a module as it is: "kind" tells which; of lists and rates "messages" about them, a few
+/// of each kind, and "all_messages" where there are more.
 Message open(const Message& question);
 /// (head-end or result, another of before) name. The result, and the comparison with the other if there is
-/// one, but for the order of its steps; "loads": see loads.h; "warnings" of the head-end. Both are on one
-/// line; else as the tool writes them.
+/// one, but for the order of its steps; "loads": see loads.h; "warnings" of the head-end; "cautions" by kind,
+/// as sentences. Both are on one line; else as the tool writes them.
 Message run(const Message& question);
 /// (head-end or result, another of before) name. The whole comparison.
 Message compare(const Message& question);

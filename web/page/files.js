@@ -1,6 +1,6 @@
 // Files in and out: opened by a button, dropped or pasted; saved by a download. What a file is the engine says.
 
-import { button, h } from "./dom.js";
+import { button, h, name } from "./dom.js";
 import { ImportChoices } from "./imports.js";
 import { textOf } from "./plan.js";
 
@@ -16,6 +16,13 @@ const download = (file, text, type) => {
 
 /// The name of a file without folder and ending.
 const stem = (file) => file.replace(/\.(json|conf|csv|html)$/i, "").replace(/[^\p{L}\p{N} ._-]+/gu, "_").slice(0, 80) || "head-end";
+
+/// All that an answer tells, where the messages are a few of them.
+const allOf = ({ all_messages: all }) => all && h("details", {}, h("summary", {}, `All ${all.length} messages`), h("ul", {}, all.map((message) => h("li", {}, name(message)))));
+
+/// What is no plan of its own.
+const taking = [{ known: "measured", what: "These are measured rates", label: "Take measured rates" },
+    { known: "wished", what: "These are wishes", label: "Ask for what is wished" }];
 
 export const sample = (name) => document.getElementById(`sample-${name}`).textContent;
 
@@ -71,7 +78,7 @@ export class Files {
     }
 
     /// Opens texts: a head-end or a result by itself; channel lists together, on the modules that there are; measured
-    /// rates for the services that there are.
+    /// rates and wish lists for the services that there are.
     async open(files) {
         const hasModules = this.plan.headend?.modules.length > 0;
         const modules = hasModules ? textOf(this.plan.headend) : sample("modules");
@@ -80,24 +87,26 @@ export class Files {
             [...files.map(({ text }) => text), modules]);
         if (!answer) return false;
         if (answer.kind === "module") return this.addModule(answer.texts[0]);
-        if (/measured/.test(answer.kind)) return this.takeRates(answer);
+        const taken = taking.find(({ known }) => answer.kind.endsWith(known));
+        if (taken) return this.takeUp(answer, taken);
         const [{ name }] = files;
         const messages = answer.messages ?? [];
         if (answer.messages && !hasModules) messages.push("The services are planned on the sixteen modules of a sample: change them in the table of modules.");
         this.lists = answer.messages ? files : null;
-        this.actions.tell(messages, this.lists && (await this.choices()).element);
+        this.actions.tell(messages, [allOf(answer), this.lists && (await this.choices()).element]);
         this.plan.open(answer.kind === "result" ? { id: 1, file: name, result: answer.texts[0], name: JSON.parse(answer.texts[0]).name }
             : { id: 1, file: answer.messages ? `${stem(name)}.json` : name, headend: JSON.parse(answer.texts[0]) }, !answer.messages);
         return true;
     }
 
-    takeRates({ kind, messages, texts }) {
+    /// Takes what goes with the services that are there: `known` is the kind of an answer that knows some of them.
+    takeUp({ kind, messages, texts, ...answer }, { what, known, label }) {
         if (!this.plan.headend) {
-            this.actions.say("These are measured rates: open the head-end first whose services they are of.");
+            this.actions.say(`${what}: open the head-end first whose services they are of.`);
             return false;
         }
-        this.actions.tell(messages);
-        if (kind === "measured") this.plan.change(JSON.parse(texts[0]), "Take measured rates");
+        this.actions.tell(messages, allOf(answer));
+        if (kind === known) this.plan.change(JSON.parse(texts[0]), label);
         return true;
     }
 

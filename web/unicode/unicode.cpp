@@ -7,6 +7,8 @@
 extern "C" {
 int recalculo_char_width(int code);
 int recalculo_is_one_cluster(int code, int next);
+std::ptrdiff_t recalculo_decompose(const std::uint8_t* text, std::ptrdiff_t size, std::int32_t* parts,
+                                   std::ptrdiff_t most);
 }
 
 namespace {
@@ -73,7 +75,7 @@ bool utf8proc_grapheme_break_stateful(utf8proc_int32_t code, utf8proc_int32_t ne
     return recalculo_is_one_cluster(code, next) == 0;
 }
 
-utf8proc_ssize_t utf8proc_decompose(const utf8proc_uint8_t*, utf8proc_ssize_t, utf8proc_int32_t*,
-                                    utf8proc_ssize_t, utf8proc_option_t) {
-    return 0;
+utf8proc_ssize_t utf8proc_decompose(const utf8proc_uint8_t* text, utf8proc_ssize_t size,
+                                    utf8proc_int32_t* parts, utf8proc_ssize_t most, utf8proc_option_t) {
+    return recalculo_decompose(text, size, parts, most);
 }

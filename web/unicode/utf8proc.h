@@ -32,7 +32,7 @@ int utf8proc_charwidth(utf8proc_int32_t code);
 
 bool utf8proc_grapheme_break_stateful(utf8proc_int32_t code, utf8proc_int32_t next, utf8proc_int32_t* state);
 
-/* Nothing in the page writes ASCII alone: tells of no parts. */
+/* Compatible parts without marks, whatever the options: gives their number, and writes `most` of them. */
 utf8proc_ssize_t utf8proc_decompose(const utf8proc_uint8_t* text, utf8proc_ssize_t size,
                                     utf8proc_int32_t* parts, utf8proc_ssize_t most,
                                     utf8proc_option_t options);

@@ -76,6 +76,27 @@ describe("Start", () => {
         assert.equal(await grid(page, "Services").getByText("21040").count(), 0);
     });
 
+    at("a wish list asks for what is on it, and is undone", async (page) => {
+        const wishes = "name;must\nCanal Uno;yes\nCanal Dos;\nNobody;\n";
+        await drop(page, "wishes.csv", wishes);
+        await page.locator("#messages").getByText(/open the head-end first/).waitFor();
+        await openFiles(page, small);
+        await settled(page, async () => drop(page, "wishes.csv", wishes));
+        assert.equal((await placed(page)).split(" of ")[1], "2");
+        assert.match(await page.locator("#messages").innerText(), /Nobody/);
+        await settled(page, () => page.locator("#undo").click());
+        assert.equal(await placed(page), "11 of 12");
+    });
+
+    at("of many messages a few are told, and all of them unfold", async (page) => {
+        const lines = Array.from({ length: 9 }, (one, at) => `Channel ${at}:nonsense:${"x:".repeat(10)}x`);
+        await settled(page, async () => drop(page, "channels.conf", [...lines, ...Array.from({ length: 3 }, (one, at) => `TV ${at}:11836:hC34M2O0S0:S19.2E:27500:101:102:104:0:2840${at}:1:1101:0`)].join("\n")));
+        const messages = page.locator("#messages");
+        await messages.getByText(/^All \d+ messages$/).click();
+        await messages.locator("details:not(.choices) li").last().waitFor();
+        assert.ok(await messages.locator("details:not(.choices) li").count() > await messages.locator(":scope > div > ul > li").count());
+    });
+
     at("text is pasted", async (page) => {
         await settled(page, () => page.evaluate((text) => {
             const data = new DataTransfer();

@@ -23,7 +23,7 @@ Wishing find_told(const WishInput& input, const std::vector<WishList>& lists, st
     const Wishing wishing = find_wishes(lists, services, streams);
     tell(wishing_messages(lists, services, wishing, extent_of(input.verbose)));
     if (wishing.met.empty())
-        throw Failure("none of the wishes is found, and nothing is asked for", ExitCode::engine_did_not_run);
+        throw Failure(no_wish_is_met, ExitCode::engine_did_not_run);
     value_wishes(lists, wishing, services);
     return wishing;
 }
@@ -49,11 +49,7 @@ void ask_for_wishes(const WishInput& input, const std::string& path, Headend& he
     if (lists.empty())
         return;
     Wishing wishing = find_told(input, lists, headend.services, headend.streams);
-    std::vector<bool> is_wished(headend.services.size(), false);
-    for (const MetWish& met : wishing.met)
-        is_wished[met.service] = true;
-    for (std::size_t service = 0; service < headend.services.size(); ++service)
-        headend.services[service].ask = headend.services[service].ask && is_wished[service];
+    ask_for_met(wishing, headend.services);
     take_wished_lcns(input, lists, wishing, headend);
 }
 

@@ -130,6 +130,14 @@ Wishing find_wishes(const std::vector<WishList>& lists, const std::vector<Servic
     return wishing;
 }
 
+void ask_for_met(const Wishing& wishing, std::vector<Service>& services) {
+    std::vector<bool> is_met(services.size(), false);
+    for (const MetWish& met : wishing.met)
+        is_met[met.service] = true;
+    for (std::size_t service = 0; service < services.size(); ++service)
+        services[service].ask = services[service].ask && is_met[service];
+}
+
 void value_wishes(const std::vector<WishList>& lists, const Wishing& wishing,
                   std::vector<Service>& services) {
     // Places in the order of priority: a one-of group has the place of its first service.

@@ -72,9 +72,15 @@ struct Wishing {
     std::vector<SharedLcn> shared_lcns;
 };
 
+/// What is told where no service is met.
+inline constexpr const char* no_wish_is_met = "none of the wishes is found, and nothing is asked for";
+
 /// What the wishes mean.
 Wishing find_wishes(const std::vector<WishList>& lists, const std::vector<Service>& services,
                     const std::vector<Reception>& streams);
+
+/// Asks for the services that are met alone, as far as they were asked for.
+void ask_for_met(const Wishing& wishing, std::vector<Service>& services);
 
 /// Gives the services what the lists say of them: output name, group, must, value, and one-of groups. What
 /// has no value of its own is valued by its place: of n services the first is worth n, the last 1, those of a
