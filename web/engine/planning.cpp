@@ -14,6 +14,7 @@
 #include "placements.h"
 #include "questions.h"
 #include "records/write.h"
+#include "report/caution_text.h"
 #include "report/page/result_page.h"
 #include "report/result_channels.h"
 #include "report/result_csv.h"
@@ -24,6 +25,16 @@ namespace {
 
 std::string name_of(const Message& question) {
     return question.head.value("name", "head-end");
+}
+
+/// By kind, those told first and the others.
+nlohmann::ordered_json told_cautions_of(const tool::Result& result) {
+    auto groups = nlohmann::ordered_json::array();
+    for (const auto& [name, told, others] :
+         tool::groups_of(tool::cautions_of(result), tool::Extent::few_of_each))
+        groups.push_back(
+            {{"name", name}, {"told", tool::texts_of(told)}, {"others", tool::texts_of(others)}});
+    return groups;
 }
 
 } // namespace
@@ -44,6 +55,7 @@ Message run(const Message& question) {
     // On one line and without the order of the steps: each change waits for it.
     message.texts = {tool::result_json_on_one_line(result)};
     message.head["loads"] = loads_of(result);
+    message.head["cautions"] = told_cautions_of(result);
     if (question.texts.size() > 1)
         message.texts.push_back(tool::text_on_one_line(tool::compare(
             placement_of(name, question.texts[1]).result, result, tool::OrderOfSteps::omitted)));

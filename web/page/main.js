@@ -3,12 +3,12 @@
 import { Ask, Explanation } from "./ask.js";
 import { Changes } from "./changes.js";
 import { Diagram } from "./diagram.js";
-import { button, h, name, put } from "./dom.js";
+import { button, grouped, h, name, put } from "./dom.js";
 import { Draft, given } from "./draft.js";
 import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
 import { keyOf, moduleName, Outcome, usedInputs } from "./outcome.js";
-import { difference, Overview } from "./overview.js";
+import { changedIn, difference, Overview } from "./overview.js";
 import { Placement } from "./placement.js";
 import { Plan, textOf, variantName } from "./plan.js";
 import { Table } from "./tables.js";
@@ -142,7 +142,7 @@ class App {
         const { plan } = this;
         const choice = byId("compare").value;
         if (choice.startsWith("variant ")) return plan.state.variants.find(({ id }) => `variant ${id}` === choice);
-        if (choice === "opened") return plan.past.map(({ state }) => state.variants[0]).find(Boolean);
+        if (choice === "opened") return plan.opened;
         return plan.past.map(({ state }) => state.variants.find(({ id }) => id === plan.variant?.id)).findLast((variant) => variant && variant.headend !== plan.headend);
     }
 
@@ -191,7 +191,8 @@ class App {
         this.drawView();
         this.drawTable();
         this.drawVariants();
-        this.seen.note("changes", since);
+        // The figure alone: with words the tabs would go to and fro between one line and two.
+        this.seen.note("changes", changedIn(outcome.comparison) && grouped(changedIn(outcome.comparison)));
         this.explanation.draw();
         document.documentElement.dataset.drawn = String(Number(document.documentElement.dataset.drawn ?? 0) + 1);
     }

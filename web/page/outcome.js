@@ -15,11 +15,12 @@ export const isFree = ({ services }) => services.length === 0;
 export const usedInputs = ({ inputs }) => inputs.filter((input) => !isFree(input)).length;
 
 export class Outcome {
-    constructor({ texts: [result, comparison], loads, warnings, milliseconds }) {
+    constructor({ texts: [result, comparison], loads, warnings, cautions, milliseconds }) {
         this.result = JSON.parse(result);
         this.comparison = comparison ? JSON.parse(comparison) : null;
         this.loads = loads;
         this.warnings = warnings;
+        this.cautions = cautions;
         this.milliseconds = milliseconds;
     }
 

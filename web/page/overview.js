@@ -16,6 +16,9 @@ export const difference = (comparison) => {
     return words.map((word) => `${grouped(comparison.summary[word])} ${word}`).join(", ");
 };
 
+/// How many services that are.
+export const changedIn = (comparison) => (comparison ? ["gained", "lost", "moved", "added", "removed"].reduce((sum, word) => sum + comparison.summary[word], 0) : 0);
+
 export class Overview {
     id = "overview";
     title = "Overview";
@@ -28,8 +31,8 @@ export class Overview {
         const { result, inputs } = outcome;
         this.outcome = outcome;
         put(this.element,
-            this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.warnings(outcome), this.findings(result),
-            this.causes(result), this.groups(result), this.variants(result), this.leftOut(result));
+            this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.warnings(outcome), this.findings(result, true),
+            this.causes(result), this.groups(result), this.variants(result), this.findings(result, false), this.cautions(outcome), this.leftOut(result));
     }
 
     tiles({ result, comparison }, inputs) {
@@ -50,13 +53,25 @@ export class Overview {
         return warnings.length > 0 && h("section", {}, h("h2", {}, "Odd"), h("ul", { class: "findings" }, warnings.map((warning) => h("li", {}, name(warning)))));
     }
 
-    /// What is broken first, then what is only counted; of each the sentence that the tool has for it.
-    findings({ findings, warnings }) {
-        return [true, false].map((isBroken) => {
-            const told = warnings.filter((warning, at) => (findings[at]?.broken ?? true) === isBroken);
-            return told.length > 0 && h("section", {}, h("h2", {}, isBroken ? "Broken" : "Only counted"," ", h("span", { class: "note" }, grouped(told.length))),
-                h("ul", { class: isBroken ? "findings broken" : "findings" }, told.slice(0, mostListed).map((warning) => h("li", {}, this.linked(warning)))));
-        });
+    /// What is broken, or what is only counted; of each the sentence that the tool has for it.
+    findings({ findings, warnings }, isBroken) {
+        const told = warnings.filter((warning, at) => (findings[at]?.broken ?? true) === isBroken);
+        return told.length > 0 && h("section", {}, h("h2", {}, isBroken ? "Broken" : "Only counted", " ", h("span", { class: "note" }, grouped(told.length))),
+            this.sentences(told, isBroken ? "findings broken" : "findings"));
+    }
+
+    /// What one will be asked about once it is on the air: some of each kind, the others folded.
+    cautions({ cautions }) {
+        const number = cautions.reduce((sum, { told, others }) => sum + told.length + others.length, 0);
+        return number > 0 && h("section", {}, h("h2", {}, "Cautions ", h("span", { class: "note" }, grouped(number))), cautions.flatMap(({ name: kind, told, others }) => [
+            ...this.sentences(told, "findings"),
+            others.length > 0 && h("details", {}, h("summary", {}, `${grouped(others.length)} more: ${kind}`), this.sentences(others, "findings"))]));
+    }
+
+    sentences(told, kind) {
+        const rest = told.length - mostListed;
+        return [h("ul", { class: kind }, told.slice(0, mostListed).map((sentence) => h("li", {}, this.linked(sentence)))),
+            rest > 0 && h("p", { class: "note" }, `and ${grouped(rest)} more`)];
     }
 
     /// A sentence in which the modules lead to their boxes.

@@ -120,7 +120,7 @@ export class Placement {
         return h("div", { class: "inside" },
             h("div", {}, h("h3", {}, "Inputs"), h("ul", {}, module.inputs.map((input) => h("li", {},
                 h("b", {}, `Input ${input.number} `),
-                isFree(input) ? h("span", { class: "note" }, "free") : h("span", {}, `stream ${streamOf(input)} `, h("span", { class: "note" }, this.reception(input))),
+                isFree(input) ? h("span", { class: "note" }, "free") : h("span", {}, `stream ${streamOf(input)} `, h("span", { class: "note" }, [this.reception(input), this.fill(input)].filter(Boolean).join(", "))),
                 this.services(input.services))))),
             h("div", {}, h("h3", {}, "Outputs"), h("ul", {}, module.outputs.map((output, at) => h("li", {},
                 h("b", {}, `Output ${output.number} `),
@@ -132,6 +132,11 @@ export class Placement {
     reception({ onid, tsid }) {
         const stream = this.outcome.result.streams?.find((one) => one.onid === onid && one.tsid === tsid);
         return stream ? [stream.satellite, stream.frequency && `${stream.frequency / 1000} MHz`, stream.polarization].filter(Boolean).join(" ") : "";
+    }
+
+    /// How much of what its transponder carries goes on from here.
+    fill({ bitrate, net_rate: most }) {
+        return most ? `${grouped(bitrate)} of ${grouped(most)} kbit/s, ${Math.round(percent(bitrate, most))} %` : `${grouped(bitrate)} kbit/s`;
     }
 
     services(services) {

@@ -12,15 +12,25 @@ export class Plan extends EventTarget {
         this.future = [];
         /// What is in a file, or was never anything: no warning before leaving it.
         this.saved = this.state;
+        /// Variants as they were opened.
+        this.openings = new WeakSet();
     }
 
     get variant() { return this.state.variants[this.state.current]; }
     get headend() { return this.variant?.headend; }
     get isChanged() { return this.state.variants !== this.saved.variants; }
 
+    /// What was opened last of what is not undone, unless nothing has become of it.
+    get opened() {
+        const states = [...this.past.map(({ state }) => state), this.state];
+        const opened = states.flatMap(({ variants }) => variants).findLast((variant) => this.openings.has(variant));
+        return opened?.headend === this.headend ? undefined : opened;
+    }
+
     /// Begins anew with one variant; what was before can be undone to.
     open(variant, isSaved = true) {
         const state = { variants: [variant], current: 0 };
+        this.openings.add(variant);
         if (isSaved) this.saved = state;
         if (this.variant) this.commit(state, `Open ${variant.file}`);
         else this.become(state);
@@ -29,6 +39,7 @@ export class Plan extends EventTarget {
     /// Takes up what was open before.
     recall({ variants, current, isSaved }) {
         const state = { variants, current };
+        this.openings.add(variants[current]);
         if (isSaved) this.saved = state;
         this.become(state);
     }

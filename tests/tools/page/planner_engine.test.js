@@ -184,6 +184,46 @@ describe("Every answer is the tool's", () => {
         assert.equal(other.kind, "nothing measured");
     });
 
+    test("of wish lists, in each form", () => {
+        const file = join(examples, "medium.json");
+        const { services } = JSON.parse(readFileSync(file, "utf8"));
+        const wished = services.filter(({ ask }, at) => ask !== false && at % 4 === 1).slice(0, 12);
+        const hex = (number) => number.toString(16).toUpperCase();
+        const lists = {
+            bouquet: `#NAME Guests\n${wished.map(({ onid, tsid, sid }) => `#SERVICE 1:0:1:${hex(sid)}:${hex(tsid)}:${hex(onid)}:C00000:0:0:0:`).join("\n")}\n`,
+            table: `name;must\n${wished.map(({ name }, at) => `${name};${at === 0 ? "yes" : ""}`).join("\n")}\nNobody's;\n`,
+            names: `[Sport]\n${wished.map(({ name }) => name.toUpperCase()).join("\n")}\n1\n2\nNobody\nNobody 2\nNobody 3\nNobody 4\n`,
+        };
+        for (const [name, text] of Object.entries(lists)) {
+            const list = fileOf(name, text);
+            const answer = ask({ ask: "open", names: [list, "head-end"], modules: true }, [text, readFileSync(file)]);
+            assert.equal(answer.kind, "wished", name);
+            const run = (...more) => spawnSync(recalculo, ["run", file, "--wish", list, "--json", "--trials", "0", ...more], { encoding: "utf8" });
+            assert.equal(ask({ ask: "write", format: "result" }, [answer.texts[0]]).texts[0], run().stdout);
+            const told = ({ stderr }) => stderr.trim().split("\n");
+            assert.deepEqual(answer.messages, told(run()));
+            assert.deepEqual(answer.all_messages ?? answer.messages, told(run("--verbose")));
+        }
+        const none = ask({ ask: "open", names: ["wishes.csv", "head-end"], modules: true }, ["name\nNobody\n", readFileSync(file)]);
+        assert.equal(none.kind, "nothing wished");
+        assert.match(none.messages.at(-1), /none of the wishes is found/);
+        assert.match(ask({ ask: "open", names: ["names", "head-end"], modules: true }, ["Nobody\n", readFileSync(file)]).failure, /found no line of a channel list/);
+    });
+
+    test("of cautions, a few of each kind and the others", () => {
+        const headend = generated(6);
+        for (const service of headend.services) service.output_name = `Twin ${service.lcn % 2}`;
+        const file = fileOf("twins.json", JSON.stringify(headend));
+        const answer = ask({ ask: "run", name: file }, [readFileSync(file)]);
+        assert.deepEqual(answer.failure, undefined);
+        const [{ name, told, others }] = answer.cautions;
+        const words = (text) => text.replace(/\s+/g, " ");
+        const report = words(native("run", file, "--trials", "0", "--verbose"));
+        for (const sentence of [...told, ...others]) assert.ok(report.includes(words(sentence)), sentence);
+        if (others.length > 0) assert.ok(words(native("run", file, "--trials", "0")).includes(`${others.length} more, which --verbose tells: ${name}`));
+        assert.deepEqual(ask({ ask: "run" }, [readFileSync(join(examples, "small.json"))]).cautions, []);
+    });
+
     test("of MACs that no module has", () => {
         const file = fileOf("odd.json", JSON.stringify({ modules: ["rack", "01:00:5E:00:00:01", "x", "y", "z"].map((mac, at) => ({ mac, controller: at === 0, inputs: 1, outputs: [9000], pids_max: 0 })) }));
         const { stderr } = spawnSync(recalculo, ["run", file], { encoding: "utf8" });

@@ -161,6 +161,44 @@ describe("See and ask", () => {
         assert.equal(await page.locator("details.module[open]").count(), 1);
     });
 
+    at("causes come before what is only counted, and cautions are told", async (page) => {
+        await openFiles(page, medium);
+        const titles = () => page.locator("#panel-overview h2").allInnerTexts().then((all) => all.map((text) => text.replace(/ [\d,]+$/, "")));
+        assert.deepEqual((await titles()).slice(0, 2), ["Causes", "Only counted"]);
+        const headend = JSON.parse(readFileSync(small, "utf8"));
+        for (const service of headend.services) service.output_name = "Twin";
+        await openFiles(page, made("twins.json", headend));
+        await see(page, "Overview");
+        assert.ok((await titles()).includes("Cautions"));
+        await page.locator(".findings li").getByText(/Twin/).first().waitFor();
+    });
+
+    at("an input tells how much of its transponder goes on", async (page) => {
+        const headend = JSON.parse(readFileSync(small, "utf8"));
+        const [{ onid, tsid }] = headend.services;
+        headend.streams = [{ onid, tsid, net_rate: 49186 }];
+        await openFiles(page, made("filled.json", headend));
+        const file = join(folder, "filled.json");
+        writeFileSync(file, JSON.stringify(headend));
+        const { modules } = JSON.parse(native("run", file, "--json", "--trials", "0"));
+        const at = modules.findIndex(({ inputs }) => inputs.some((input) => input.net_rate));
+        const { bitrate } = modules[at].inputs.find((input) => input.net_rate);
+        await see(page, "Modules");
+        await page.locator("details.module summary").nth(at).click();
+        await page.getByText(`${bitrate.toLocaleString("en")} of 49,186 kbit/s, ${Math.round(bitrate / 491.86)} %`).waitFor();
+    });
+
+    at("what was opened last is what one compares with", async (page) => {
+        await openFiles(page, medium);
+        await openFiles(page, small);
+        await page.getByLabel("Compare with").selectOption("opened");
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.match(await status(page), /\((?:\d+ \w+, )*1 removed\)/);
+        assert.doesNotMatch(await status(page), /added/);
+    });
+
     at("names with markup are names", async (page) => {
         const hostile = ["<script>alert(1)</script>", "</title></style></script><img src=x onerror=alert(1)>", "\"&' onmouseover=alert(1) x='", "{{x}} ${1}"];
         const services = hostile.map((name, index) => ({ lcn: index + 1, name, onid: 1, tsid: 1, sid: index + 1 }));
