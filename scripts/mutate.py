@@ -68,7 +68,7 @@ class Build:
         self.folder, self.work, self.jobs = folder, folder / "mutants" / str(os.getpid()), jobs
         self.sources = sorted(str(p) for p in pathlib.Path("src").rglob("*.cpp"))
         self.flags = self.read_flags("CMakeFiles/recalculo.dir/")
-        self.rules_flags = self.read_flags(RULES_TEST)
+        self.rules_flags = self.read_flags("CMakeFiles/reglas_test.dir/")
         self.work.mkdir(parents=True)
         self.flags += self.precompile("library", PRECOMPILED, self.flags)
         self.rules_flags += self.precompile("rules", "#include <algorithm>\n#include <array>\n#include <string_view>\n"
@@ -86,7 +86,7 @@ class Build:
     def read_flags(self, word):
         for entry in json.loads((self.folder / "compile_commands.json").read_text()):
             words = shlex.split(entry["command"])
-            if word in words[words.index("-o") + 1] or entry["file"].endswith(word):
+            if word in words[words.index("-o") + 1]:
                 flags = [w for w in words[1:words.index("-o")] if not w.startswith(("-W", "-g", "-O"))]
                 # Of the sources' copy, in which one is broken.
                 flags = [w for w in flags if not w.endswith("/src/reglas")]

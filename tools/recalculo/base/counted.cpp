@@ -4,7 +4,7 @@
 
 namespace zarven::tool {
 
-std::string counted(std::size_t number, std::string_view thing) {
+std::string counted(std::uint64_t number, std::string_view thing) {
     return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
 }
 

@@ -3,14 +3,14 @@
 #ifndef RECALCULO_BASE_COUNTED_H
 #define RECALCULO_BASE_COUNTED_H
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace zarven::tool {
 
 /// "1 module", "2 modules": the number and the thing, which takes an s in the plural.
-std::string counted(std::size_t number, std::string_view thing);
+std::string counted(std::uint64_t number, std::string_view thing);
 
 } // namespace zarven::tool
 

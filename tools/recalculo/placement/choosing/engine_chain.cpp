@@ -43,7 +43,7 @@ double EngineChain::height_of(const ChoiceWorth& worth) const {
 /// One to three services, or a stream as a whole.
 void EngineChain::change(std::vector<bool>& asked) {
     const auto any_stream = [this]() -> const std::vector<std::size_t>& {
-        return streams_[numbers_.below(streams_.size())];
+        return streams_[static_cast<std::size_t>(numbers_.below(streams_.size()))];
     };
     const std::uint64_t kind = numbers_.below(6);
     if (kind == 0) {
@@ -57,7 +57,7 @@ void EngineChain::change(std::vector<bool>& asked) {
     }
     for (std::uint64_t change = 0; change < (kind + 1) / 2; ++change) {
         const std::vector<std::size_t>& stream = any_stream();
-        const std::size_t service = stream[numbers_.below(stream.size())];
+        const std::size_t service = stream[static_cast<std::size_t>(numbers_.below(stream.size()))];
         if (asked[service])
             asked[service] = false;
         else

@@ -205,7 +205,7 @@ std::string grouped(std::uint64_t number) {
     return digits;
 }
 
-std::string counted(std::size_t number, std::string_view one, std::string_view many) {
+std::string counted(std::uint64_t number, std::string_view one, std::string_view many) {
     return fmt::format("{} {}", grouped(number), number == 1 ? one : many);
 }
 

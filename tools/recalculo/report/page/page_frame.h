@@ -80,7 +80,7 @@ void add_listing(kainjow::mustache::list& listings, kainjow::mustache::list& sec
 /// With commas between the thousands.
 std::string grouped(std::uint64_t number);
 
-std::string counted(std::size_t number, std::string_view one, std::string_view many);
+std::string counted(std::uint64_t number, std::string_view one, std::string_view many);
 
 /// How much of the most is used, of 100 and never more.
 double share(std::uint64_t used, std::uint64_t max);
