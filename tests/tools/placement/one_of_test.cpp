@@ -147,6 +147,8 @@ TEST_F(Settling, AVariantThatBringsLessIsNotTaken) {
     headend.services[1].bitrate = 9000;
     headend.services[1].value = headend.services[0].value = 9;
     EXPECT_EQ(asked(), (Lcns{2, 8, 9})) << "it is worth more than they are";
+    headend.services[3].must = true;
+    EXPECT_EQ(asked(), (Lcns{1, 8, 9})) << "no value makes up for a must";
 }
 
 TEST_F(Settling, GroupsAreSettledOneAfterAnother) {
