@@ -101,6 +101,8 @@ json whole_result() {
     Result result = result_with_every_cause();
     result.left_out[0].services[0].is_radio = true;
     result.left_out[0].services[0].is_measured = true;
+    result.left_out[0].services[0].mean_bitrate = 2890;
+    result.left_out[0].services[0].group = "Sport";
     result.counts.not_asked_for = 2;
     result.counts.rates = {4, 3, 2, 7700, 3500};
     const Strategies strategies = strategies_with_everything();
@@ -128,6 +130,8 @@ json whole_explanation() {
         list.back().standing = standing;
         list.back().service.is_radio = standing == Standing::placed;
         list.back().service.is_measured = standing == Standing::placed;
+        list.back().service.mean_bitrate = standing == Standing::placed ? 2890 : 0;
+        list.back().service.group = standing == Standing::placed ? "Sport" : "";
         list.back().service.is_clone = standing == Standing::attached;
     }
     list.back().remedies = every_remedy();
@@ -301,13 +305,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Kind{"result.schema.json",
              whole_result(),
-             {"/name",         "/groups", "/one_of",     "/streams", "label",    "frequency", "polarization",
-              "satellite",     "radio",   "measured",    "reason",   "cause",    "nearest",   "/advice",
-              "not_asked_for", "rates",   "symbol_rate", "net_rate", "delivery", "reserve"},
+             {"/name",        "/groups",   "/one_of",  "/streams", "label",         "frequency",
+              "polarization", "satellite", "radio",    "measured", "mean_bitrate",  "group",
+              "reason",       "cause",     "nearest",  "/advice",  "not_asked_for", "rates",
+              "symbol_rate",  "net_rate",  "delivery", "reserve"},
              result_with_strategies_not_tried()},
         Kind{"explanation.schema.json",
              whole_explanation(),
-             {"/name", "/advice", "label", "radio", "measured", "output", "remedies",
+             {"/name", "/advice", "label", "radio", "measured", "mean_bitrate", "group", "output", "remedies",
               "/services/5/remedies/found/0/set", "/services/5/remedies/found/1/set"},
              explanations({}, result_with_every_cause())},
         Kind{"comparison.schema.json", whole_comparison(), {"not_asked_for"}},
