@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "317aa01923b14466c2ce947e99c04ef81d0e4e4b1e23448ede053a311dd3e084"
+SRC_URI[sha256sum] = "ebba4d08c249b0be8ccb0210f60d86c2e6452176e1a236f3f8af3a8ed88d9643"
 
 inherit cmake pkgconfig ptest
 
