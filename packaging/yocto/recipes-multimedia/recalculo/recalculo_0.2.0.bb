@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "ebba4d08c249b0be8ccb0210f60d86c2e6452176e1a236f3f8af3a8ed88d9643"
+SRC_URI[sha256sum] = "32645d9a6e9afc4b2ec64f595e41be52490f57794d969d01ec4a64c2a1caea30"
 
 inherit cmake pkgconfig ptest
 
