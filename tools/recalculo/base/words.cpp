@@ -45,6 +45,12 @@ std::vector<std::string>::const_iterator nearest(std::string_view word,
 
 } // namespace
 
+std::string in_small_letters(std::string_view text) {
+    std::string small(text);
+    std::transform(small.begin(), small.end(), small.begin(), small_letter);
+    return small;
+}
+
 std::string nearest_word(std::string_view word, const std::vector<std::string>& valid) {
     const auto found = nearest(word, valid);
     return found == valid.end() ? "" : *found;

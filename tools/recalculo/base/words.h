@@ -1,4 +1,5 @@
-// Words that were mistyped: commands, options, keys, names of formats. Lists of some dozens.
+// Words as people type them: in any case, and with slips. Commands, options, keys, names of formats; lists of
+// some dozens.
 
 #ifndef RECALCULO_BASE_WORDS_H
 #define RECALCULO_BASE_WORDS_H
@@ -9,6 +10,13 @@
 #include <vector>
 
 namespace zarven::tool {
+
+/// A letter from A to Z as its small one, any other byte as it is.
+constexpr char small_letter(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+std::string in_small_letters(std::string_view text);
 
 /// The valid word of which the least part must change, the first of equals; empty only for an empty list. A
 /// slip is a letter too many, too few, wrong, or two of them exchanged.

@@ -10,17 +10,14 @@
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "base/words.h"
 
 namespace zarven::tool {
 
 namespace {
 
-char lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 bool is_same_letter(char one, char other) {
-    return lower(one) == lower(other);
+    return small_letter(one) == small_letter(other);
 }
 
 bool is_same_text(std::string_view one, std::string_view other) {

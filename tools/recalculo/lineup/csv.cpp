@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/words.h"
 #include "lineup/text_lines.h"
 
 namespace zarven::tool {
@@ -53,12 +54,10 @@ std::vector<std::string> split_fields(std::string_view line, char separator) {
     return fields;
 }
 
-std::string column_name(std::string name) {
-    for (char& letter : name)
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter - 'A' + 'a');
-        else if (letter == ' ' || letter == '-')
-            letter = '_';
+std::string column_name(std::string_view written) {
+    std::string name = in_small_letters(written);
+    std::replace_if(
+        name.begin(), name.end(), [](char letter) { return letter == ' ' || letter == '-'; }, '_');
     return name;
 }
 
@@ -75,8 +74,8 @@ CsvHeading::CsvHeading(std::string_view line) {
             break;
         }
     try {
-        for (std::string& field : split_fields(line, separator_))
-            columns_.push_back(column_name(std::move(field)));
+        for (const std::string& field : split_fields(line, separator_))
+            columns_.push_back(column_name(field));
     } catch (const BadLine&) {
         columns_.clear(); // then it is none
     }

@@ -72,13 +72,9 @@ std::string nearest_lcns(const std::set<std::uint16_t>& lcns, std::uint16_t lcn)
                                : fmt::format("the nearest are {} and {}", below, *above);
 }
 
-char lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 /// Whatever the case of the letters A to Z.
 bool contains(const std::string& text, const std::string& part) {
-    const auto is_same = [](char one, char other) { return lower(one) == lower(other); };
+    const auto is_same = [](char one, char other) { return small_letter(one) == small_letter(other); };
     return std::search(text.begin(), text.end(), part.begin(), part.end(), is_same) != text.end();
 }
 

@@ -9,16 +9,6 @@ namespace zarven::tool {
 
 namespace {
 
-char lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::string in_small_letters(std::string_view text) {
-    std::string small(text);
-    std::transform(small.begin(), small.end(), small.begin(), lower);
-    return small;
-}
-
 bool is_ascii(char character) {
     return static_cast<unsigned char>(character) < 0x80;
 }

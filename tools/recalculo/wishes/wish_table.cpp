@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "base/utf8.h"
+#include "base/words.h"
 #include "headend/headend.h"
 #include "lineup/csv.h"
 #include "lineup/text_lines.h"
@@ -26,10 +27,7 @@ bool is_one_of(std::string_view word, std::initializer_list<std::string_view> wo
 }
 
 bool read_must(std::string_view text) {
-    std::string word(text);
-    std::transform(word.begin(), word.end(), word.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
+    const std::string word = in_small_letters(text);
     if (is_one_of(word, {"true", "yes", "1", "x"}))
         return true;
     if (!is_one_of(word, {"false", "no", "0"}))
