@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "base/failure.h"
 #include "base/interruption.h"
@@ -63,13 +62,9 @@ Result read_kept(const std::string& path) {
 }
 
 Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays) {
-    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
-    std::optional<DrawnLine> line;
-    if (can_redraw(surroundings))
-        line.emplace(means_of_standard_error(surroundings));
+    LineOnStandardError line;
     return choose_services(headend, limits, stays, [&](const ChoosingProgress& progress) {
-        if (line)
-            line->draw([&] { return progress_in_figures(progress, headend); });
+        line.draw([&] { return progress_in_figures(progress, headend); });
         return !interruption::is_pending();
     });
 }

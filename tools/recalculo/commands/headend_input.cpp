@@ -6,9 +6,12 @@
 
 #include "base/counted.h"
 #include "base/utf8.h"
+#include "headend/headend_json.h"
 #include "headend/odd_macs.h"
 #include "headend/override.h"
 #include "lineup/lineup.h"
+#include "placement/running/engine_run.h"
+#include "placement/sizing/further_modules.h"
 #include "report/terminal.h"
 
 namespace zarven::tool {
@@ -36,6 +39,12 @@ void complain_of_channel_list(const std::string& name, const std::string& text) 
             fmt::format("{}: this is a channel list ({}); use `recalculo import` to make a head-end "
                         "of it",
                         name, to_string(*format)));
+}
+
+Module read_kind(const std::string& path) {
+    Module kind = read_json_file(path, read_module);
+    load_engine(with_modules({}, kind, 1), input_name(path));
+    return kind;
 }
 
 } // namespace zarven::tool

@@ -3,20 +3,15 @@
 #include "commands/commands.h"
 
 #include <algorithm>
-#include <optional>
 #include <vector>
-
-#include <unistd.h>
 
 #include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
 #include "base/workers.h"
-#include "headend/headend_json.h"
 #include "placement/documents.h"
 #include "placement/one_of.h"
 #include "placement/running/host.h"
-#include "placement/sizing/further_modules.h"
 #include "placement/sizing/sizing.h"
 #include "report/progress_line.h"
 #include "report/sizing_text.h"
@@ -32,26 +27,19 @@ struct SizeInput {
 
 SizeInput read_inputs(const SizeOptions& options) {
     SizeInput input{read_input(options.headend), {}};
-    for (const std::string& path : options.add) {
-        input.kinds.push_back(read_json_file(path, read_module));
-        // What the engine refuses of the module is told under its own name.
-        load_engine(with_modules({}, input.kinds.back(), 1), input_name(path));
-    }
+    for (const std::string& path : options.add)
+        input.kinds.push_back(read_kind(path));
     return input;
 }
 
 Sizing size_input(const SizeInput& input, const SizeOptions& options) {
-    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
-    std::optional<DrawnLine> line;
-    if (can_redraw(surroundings))
-        line.emplace(means_of_standard_error(surroundings));
+    LineOnStandardError line;
     SizingOptions sizing;
     sizing.most = options.most;
     sizing.jobs = options.jobs;
     sizing.are_chosen = options.choose;
     sizing.progress = [&line](std::size_t done, std::size_t planned) {
-        if (line)
-            line->draw([&] { return std::vector{runs_in_figures(done, planned)}; });
+        line.draw([&] { return std::vector{runs_in_figures(done, planned)}; });
     };
     sizing.is_stopped = interruption::is_pending;
     return size_headend(input.headend, input_name(options.headend.path), input.kinds, sizing);

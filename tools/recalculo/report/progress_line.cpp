@@ -59,6 +59,12 @@ DrawnLine::Means means_of_standard_error(const Surroundings& surroundings) {
             [] { return DrawnLine::Clock::now(); }};
 }
 
+LineOnStandardError::LineOnStandardError() {
+    const Surroundings surroundings = surroundings_of(STDERR_FILENO);
+    if (can_redraw(surroundings))
+        line_.emplace(means_of_standard_error(surroundings));
+}
+
 ProgressLine::ProgressLine(DrawnLine::Means means, std::function<std::size_t()> services_left)
     : line_(std::move(means)), services_left_(std::move(services_left)) {}
 

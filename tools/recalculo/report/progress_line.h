@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,20 @@ private:
 
 /// A line on standard error.
 DrawnLine::Means means_of_standard_error(const Surroundings& surroundings);
+
+/// Such a line where standard error can be redrawn, and none elsewhere.
+class LineOnStandardError {
+public:
+    LineOnStandardError();
+
+    void draw(const std::function<std::vector<std::string>()>& parts) {
+        if (line_)
+            line_->draw(parts);
+    }
+
+private:
+    std::optional<DrawnLine> line_;
+};
 
 /// Tells of one run of the engine.
 class ProgressLine : public host::Watcher {
