@@ -4,9 +4,11 @@
 #ifndef RECALCULO_TESTS_TRIES_H
 #define RECALCULO_TESTS_TRIES_H
 
+#include "sanitized.h"
+
 namespace zarven::tool {
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RECALCULO_SANITIZED
 inline constexpr unsigned try_one_of = 8;
 #else
 inline constexpr unsigned try_one_of = 1;

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "sanitized.h"
+
 namespace zarven::tool {
 namespace {
 
@@ -130,7 +132,7 @@ TEST_F(CommandLine, WrongUseCommandsNoTerminal) {
     EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos) << outcome.err;
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef RECALCULO_SANITIZED
 
 /// A head-end of so many services, and a channel list of so many.
 std::string large_headend(int services) {
