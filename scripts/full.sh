@@ -17,6 +17,7 @@ step() {
 }
 
 # One line a step.
+step scripts/check.sh --tests
 step scripts/package.sh
 step scripts/package.sh armhf
 step scripts/cross.sh

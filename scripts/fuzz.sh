@@ -7,7 +7,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" clang
+need "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${SANITIZER_PACKAGES[@]}"
 
 minutes=${1:?the number of minutes}
 shift

@@ -47,6 +47,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libfmt-dev
 TEST_PACKAGES=(libgtest-dev pkg-config libvalijson-dev mandoc zsh fish)
 
 # What the presets of these names need besides.
+SANITIZER_PACKAGES=(clang libclang-rt-dev)
 I686_PACKAGES=(g++-i686-linux-gnu qemu-user googletest)
 ARMHF_PACKAGES=(g++-arm-linux-gnueabihf qemu-user googletest)
 

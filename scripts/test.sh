@@ -14,6 +14,7 @@ for preset in "$@"; do
     architecture=''
     case $preset in
     clang | clang-19) need "$preset" ;;
+    asan | ubsan | sanitizers) need "${SANITIZER_PACKAGES[@]}" ;;
     i686) need "${I686_PACKAGES[@]}" && architecture=i386 ;;
     armhf) need "${ARMHF_PACKAGES[@]}" && architecture=armhf ;;
     esac
