@@ -246,6 +246,57 @@ TEST(Bound, TheLimitsTogetherSayMoreThanEach) {
     EXPECT_EQ(bound.most, 2u);
 }
 
+/// A module with much bitrate for its one input, and one with many inputs for little bitrate.
+Headend unlike_modules() {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 1, {1001}, 100, 0, 0, 0});
+    headend.modules.push_back({"B", 3, false, 9, {41}, 100, 0, 0, 0});
+    for (std::uint16_t lcn = 1; lcn <= 16; ++lcn)
+        headend.services.push_back(service(lcn, static_cast<std::uint16_t>((lcn + 3) / 4), 10));
+    return headend;
+}
+
+TEST(Bound, WhatOneModuleHasTooMuchOfHelpsNoOther) {
+    Headend headend = unlike_modules();
+    const Bound bound = bound_of(headend);
+    EXPECT_EQ(bound.inputs.allows, 16u);
+    EXPECT_EQ(bound.bitrate.allows, 16u);
+    EXPECT_EQ(bound.most, 8u) << "one stream on A, four services on B";
+    headend.modules[0].inputs = 2;
+    EXPECT_EQ(bound_of(headend).most, 12u);
+    headend.modules[1].outputs = {61};
+    EXPECT_EQ(bound_of(headend).most, 14u);
+    headend.modules[0].inputs = 4;
+    EXPECT_EQ(bound_of(headend).most, 16u);
+}
+
+TEST(Bound, OfTheValueKnowsUnlikeModules) {
+    Headend headend = unlike_modules();
+    for (Service& service : headend.services)
+        service.value = service.tsid == 1 ? 100 : 1;
+    EXPECT_EQ(bound_of_value(headend).most, 404u);
+}
+
+/// More kinds of modules than have prices of their own.
+TEST(Bound, OfManyKindsIsNeverUnderTheBestArrangement) {
+    Dice dice(11);
+    int reached = 0;
+    const int rounds = 60;
+    for (int round = 0; round < rounds; ++round) {
+        Headend headend;
+        const ModuleSizes sizes{{0, 2}, {1, 2}, {0, 7}, {0, 4}, {0, 1}, {0, 0}};
+        for (unsigned module = 0; module < 16; ++module)
+            headend.modules.push_back(random_module(dice, letter(module), true, sizes));
+        for (std::uint16_t lcn = 1; lcn <= 4; ++lcn)
+            headend.services.push_back(service(lcn, dice.one_of({1, 2}), dice.up_to(7), dice.up_to(4)));
+        const std::size_t best = BestArrangement(headend).value();
+        const Bound bound = bound_of(headend);
+        ASSERT_GE(bound.most, best) << write_headend(headend);
+        reached += bound.most == best ? 1 : 0;
+    }
+    EXPECT_GT(reached, rounds / 2);
+}
+
 TEST(Bound, WhatNoModuleCanTakeIsOut) {
     Headend headend = roomy({service(1, 10, 999), service(2, 20, 1000), service(3, 20, 1, 101),
                              service(4, 20, 1, 100), service(5, 20, 1, 0, 1)});

@@ -2,7 +2,8 @@
 // same on all modules. A service is then worth its value, which is 1 where services are counted, less the
 // price of what it takes, or nothing if that is negative. An arrangement places at most what the streams on
 // its inputs are worth, and the price of all there is. That holds for any prices; the search below only looks
-// for those that make the number small.
+// for those that make the number small. From there on kinds of modules have prices of their own
+// (bound_by_kind.h).
 
 #include "placement/bound.h"
 
@@ -10,23 +11,17 @@
 #include <cmath>
 #include <functional>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <numeric>
 #include <utility>
 
 #include "Reglas.h"
+#include "placement/bound_by_kind.h"
 
 namespace zarven::tool {
 
 namespace {
-
-/// What one service takes of each resource that has a price.
-struct Demand {
-    std::uint32_t bitrate = 0;
-    std::uint32_t pids = 0;
-    std::uint32_t transcoders = 0;
-    std::uint64_t value = 1;
-};
 
 using Resource = std::uint32_t Demand::*;
 
@@ -36,6 +31,8 @@ struct Totals {
     std::uint64_t bitrate = 0;
     std::uint64_t pids = 0;
     std::uint64_t transcoders = 0;
+    /// Module by module.
+    std::vector<KindTotals> modules;
 };
 
 /// The sum of the largest values, as many as `number`.
@@ -60,6 +57,7 @@ private:
         std::uint64_t capacity;
         double lowest_price;
         double highest_price;
+        double CommonPrices::*common;
         double price = 0;
     };
 
@@ -70,9 +68,10 @@ private:
     BoundLimit limit_of(Resource resource, std::uint64_t capacity) const;
     BoundLimit limit_of_inputs() const;
     BoundLimit limit_of_places() const;
-    void price(Resource resource, const BoundLimit& limit);
+    void price(Resource resource, const BoundLimit& limit, double CommonPrices::*common);
     double value() const;
     double least_value(std::size_t first);
+    double least_value_by_kind() const;
 
     std::vector<const tRec_Servicio*> possible_;
     std::vector<Demand> demands_;
@@ -82,6 +81,9 @@ private:
     std::vector<Demand> of_any_stream_;
     Totals totals_;
     std::vector<Priced> priced_;
+    double least_ = std::numeric_limits<double>::infinity();
+    /// Those with which it came about.
+    CommonPrices best_prices_;
     Bound bound_;
 };
 
@@ -120,15 +122,18 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
         const auto takes = [&module](const tRec_Servicio* service) { return could_take(module, *service); };
         if (std::none_of(possible_.begin(), possible_.end(), takes))
             continue;
+        KindTotals usable{module.inputs, 0};
         totals_.inputs += module.inputs;
         totals_.pids += module.pids_max / pids_step * pids_step;
         totals_.transcoders += module.transcoders();
         for (const OutputCapacity& output : module.outputs) {
             if (!reglas::bajoTecho(0, output.bitrate_max))
                 continue;
-            totals_.bitrate += reglas::cargaMaxima(output.bitrate_max) / bitrate_step * bitrate_step;
+            usable.bitrate += reglas::cargaMaxima(output.bitrate_max) / bitrate_step * bitrate_step;
             totals_.places += output.service_max;
         }
+        totals_.bitrate += usable.bitrate;
+        totals_.modules.push_back(usable);
     }
 }
 
@@ -189,14 +194,14 @@ BoundLimit Relaxation::limit_of_places() const {
 
 /// A resource of which there is enough has the price 0. At the highest price no service that takes any of it
 /// is worth anything; under the lowest one the price of all that is wanted does not matter.
-void Relaxation::price(Resource resource, const BoundLimit& limit) {
+void Relaxation::price(Resource resource, const BoundLimit& limit, double CommonPrices::*common) {
     if (limit.wanted <= limit.capacity)
         return;
     double highest = 0;
     for (const Demand& demand : demands_)
         if (demand.*resource != 0)
             highest = std::max(highest, static_cast<double>(demand.value) / (demand.*resource));
-    priced_.push_back({resource, limit.capacity, 1e-3 / static_cast<double>(limit.wanted), highest});
+    priced_.push_back({resource, limit.capacity, 1e-3 / static_cast<double>(limit.wanted), highest, common});
 }
 
 /// The bound at the prices in force.
@@ -228,8 +233,15 @@ double Relaxation::value() const {
 /// The least value over the prices from the one numbered `first` on: golden sections on a logarithmic scale,
 /// one resource inside the other, which suits a convex function.
 double Relaxation::least_value(std::size_t first) {
-    if (first == priced_.size())
-        return value();
+    if (first == priced_.size()) {
+        const double now = value();
+        if (now < least_) {
+            least_ = now;
+            for (const Priced& priced : priced_)
+                best_prices_.*priced.common = priced.price;
+        }
+        return now;
+    }
     Priced& priced = priced_[first];
     const auto at = [&](double logarithm) {
         priced.price = std::exp(logarithm);
@@ -272,6 +284,12 @@ void Relaxation::find_limits() {
         bound_.most = std::min(bound_.most, (bound_.*kind.member).allows);
 }
 
+double Relaxation::least_value_by_kind() const {
+    const PricedDemands demands{streams_, of_any_stream_, kinds_of(totals_.modules), totals_.pids,
+                                totals_.transcoders};
+    return demands.kinds.empty() ? least_ : least_bound_by_kind(demands, best_prices_);
+}
+
 Bound Relaxation::limits() && {
     find_limits();
     return std::move(bound_);
@@ -279,13 +297,14 @@ Bound Relaxation::limits() && {
 
 Bound Relaxation::bound() && {
     find_limits();
-    price(&Demand::bitrate, bound_.bitrate);
-    price(&Demand::pids, bound_.pids);
-    price(&Demand::transcoders, bound_.transcoders);
+    price(&Demand::bitrate, bound_.bitrate, &CommonPrices::bitrate);
+    price(&Demand::pids, bound_.pids, &CommonPrices::pids);
+    price(&Demand::transcoders, bound_.transcoders, &CommonPrices::transcoders);
     // Rounding errors are far smaller than this, and must not lower a bound that is a whole number.
     const double tolerance = 1e-6;
-    const auto together = static_cast<std::size_t>(std::floor(least_value(0) + tolerance));
-    bound_.most = std::min(bound_.most, together);
+    least_value(0);
+    least_ = std::min(least_, least_value_by_kind());
+    bound_.most = std::min(bound_.most, static_cast<std::size_t>(std::floor(least_ + tolerance)));
     return std::move(bound_);
 }
 

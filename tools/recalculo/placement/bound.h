@@ -52,8 +52,8 @@ inline constexpr BoundKind bound_kinds[] = {
 
 const BoundKind& kind_of(BoundLimit Bound::*member);
 
-/// The bound of each limit alone, and the least of them. All that is wanted fits into it just when it fits
-/// into the bound, which takes much longer to find.
+/// The bound of each limit alone, and the least of them: never under the bound, which takes much longer to
+/// find.
 Bound single_limits_of(const EngineRun& loaded, const std::vector<ModuleCapacity>& modules);
 
 /// Bounds what a loaded engine could place; `modules` may be others than its own.
