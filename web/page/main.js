@@ -3,7 +3,7 @@
 import { Ask, Explanation } from "./ask.js";
 import { Changes } from "./changes.js";
 import { Diagram } from "./diagram.js";
-import { button, grouped, h, name, put } from "./dom.js";
+import { button, grouped, h, name, put, renew } from "./dom.js";
 import { Draft, given } from "./draft.js";
 import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
@@ -97,6 +97,7 @@ class App {
         byId("undo").onclick = () => this.plan.undo();
         byId("redo").onclick = () => this.plan.redo();
         byId("cancel").onclick = () => this.runner.cancel();
+        byId("compare").onchange = () => this.run();
         byId("print").onclick = () => print();
         byId("forget").onclick = () => this.forget();
         byId("export").append(...this.files.ways());
@@ -232,17 +233,19 @@ class App {
 
     drawVariants() {
         const { variants, current } = this.plan.state;
-        put(byId("variants"), variants.map((variant, at) => {
-            const summary = this.figures?.get(variant.id);
-            return h("button", { type: "button", "aria-pressed": String(at === current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
-                summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
-        }), variants.length > 0 && this.plan.headend ? button("New variant", () => this.plan.addVariant()) : "",
-        variants.length > 1 ? button("Remove variant", () => this.plan.removeVariant()) : "");
-        const choice = byId("compare").value || "last";
-        byId("compare").replaceChildren(h("option", { value: "last" }, "the last change"), h("option", { value: "opened" }, "what was opened"),
-            ...variants.filter((variant, at) => at !== current).map((variant) => h("option", { value: `variant ${variant.id}` }, `variant ${variantName(variant)}`)));
-        byId("compare").value = [...byId("compare").options].some(({ value }) => value === choice) ? choice : "last";
-        byId("compare").onchange = () => this.run();
+        const figures = variants.map(({ id }) => this.figures?.get(id));
+        renew(byId("variants"), [
+            ...variants.map((variant, at) => [JSON.stringify([at, at === current, variant.id, figures[at]?.placed, figures[at]?.loaded]), () => this.variantButton(variant, at, figures[at])]),
+            variants.length > 0 && this.plan.headend && ["add", () => button("New variant", () => this.plan.addVariant())],
+            variants.length > 1 && ["remove", () => button("Remove variant", () => this.plan.removeVariant())],
+        ]);
+        renew(byId("compare"), [["last", "the last change"], ["opened", "what was opened"], ...variants.filter((variant, at) => at !== current).map((variant) => [`variant ${variant.id}`, `variant ${variantName(variant)}`])]
+            .map(([value, text]) => [value, () => h("option", { value }, text)]));
+    }
+
+    variantButton(variant, at, summary) {
+        return h("button", { type: "button", "aria-pressed": String(at === this.plan.state.current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
+            summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
     }
 
     drawTable() { if (this.plan.headend) this[this.edited?.shown.id]?.draw(); }

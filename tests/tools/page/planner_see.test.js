@@ -23,6 +23,38 @@ describe("See and ask", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("what a change leaves as it is, is not drawn anew, and what it changes is", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await page.evaluate(() => { for (const one of document.querySelectorAll("[data-at], .overview > *, .overview li")) one.isOld = true; });
+        const old = (selector) => page.locator(selector).evaluateAll((all) => all.map((one) => one.isOld === true));
+        await settled(page, () => press(page, "Space"));
+        assert.match(await page.locator(".tiles").innerText(), /1 removed/);
+        await grid(page, "Services").getByText("not asked for").waitFor();
+        assert.ok((await old("#panel-services [data-at]")).every(Boolean));
+        assert.deepEqual(await old(".tiles"), [false]);
+        for (const part of ["section:has(> .causes)", "section:has(> .services)", "section > .services > li:first-child"]) assert.ok((await old(`.overview > ${part}`)).every(Boolean), part);
+        await press(page, "Control+End");
+        await press(page, "Control+Home");
+        await grid(page, "Services").getByText("not asked for").waitFor();
+    });
+
+    at("a module tells what is inside now, if it was folded before the change", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Modules");
+        await page.locator("details.module summary").first().click();
+        await page.locator(".chip", { hasText: "Canal Uno HD" }).first().waitFor();
+        await page.locator("details.module summary").first().click();
+        const { services } = JSON.parse(readFileSync(small, "utf8"));
+        await edit(page, "Services");
+        await press(page, ...Array(services.findIndex(({ name }) => name === "Canal Uno HD")).fill("ArrowDown"));
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Renamed"); await press(page, "Enter"); });
+        await page.locator("details.module summary").first().click();
+        await page.locator(".chip", { hasText: "Renamed" }).first().waitFor();
+    });
+
     at("a service that is no longer asked for is removed, and added when it is again", async (page) => {
         await openFiles(page, small);
         await edit(page, "Services");
