@@ -9,6 +9,7 @@ import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
 import { keyOf, moduleName, Outcome, usedInputs } from "./outcome.js";
 import { changedIn, difference, Overview } from "./overview.js";
+import { Lists } from "./lists.js";
 import { Placement } from "./placement.js";
 import { Plan, textOf, variantName } from "./plan.js";
 import { Table } from "./tables.js";
@@ -27,14 +28,14 @@ class App {
         this.asker = new Engine(compiled);
         const actions = {
             say: (text) => this.say(text), tell: (messages, more) => this.tell(messages, more), saved: () => this.drawBar(),
-            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(),
+            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(), lists: () => this.lists(),
             showModule: (mac) => this.showModule(mac), showService: (service) => this.showService(service),
         };
         this.files = new Files(this.plan, this.asker, actions);
         this.draft = new Draft(this.plan, actions.say);
         this.explanation = new Explanation(this.plan, this.asker, actions);
         this.makeTables(actions);
-        this.views = [new Overview(actions), new Placement(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.views = [new Overview(actions), new Placement(actions), new Lists(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
         this.seen = new Tabs("Placement", this.views, () => this.drawView());
         this.put();
         this.listen();
@@ -98,12 +99,14 @@ class App {
         byId("redo").onclick = () => this.plan.redo();
         byId("cancel").onclick = () => this.runner.cancel();
         byId("compare").onchange = () => this.run();
+        byId("reserve").onchange = (event) => this.plan.keepFree(event.target.value.trim());
+        this.asker.ask({ ask: "about" }).then(({ reserve }) => { byId("reserve").title = reserve; }, () => {});
         byId("print").onclick = () => print();
         byId("forget").onclick = () => this.forget();
         byId("export").append(...this.files.ways());
         byId("name").onchange = (event) => this.plan.change({ ...this.plan.headend, name: event.target.value || undefined }, "Rename");
         for (const [title, id] of [["A small head-end", "small"], ["A hotel", "medium"]])
-            byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }])));
+            byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }], true)));
         byId("samples").append(button("An empty head-end", () => this.plan.open({ id: 1, file: "head-end.json", headend: { modules: [], services: [] } })));
     }
 
@@ -150,7 +153,7 @@ class App {
     async run() {
         const { variant } = this.plan;
         if (!variant) return;
-        this.wanted = variant;
+        const wanted = this.wanted = {};
         if (this.isRunning) {
             clearTimeout(this.giveUp);
             this.giveUp = setTimeout(() => this.runner.cancel(), patience);
@@ -160,7 +163,7 @@ class App {
         this.showRunning(true);
         const texts = [variant, this.before].filter(Boolean).map((one) => one.result ?? textOf(one.headend));
         try {
-            const answer = await this.runner.ask({ ask: "run", name: variant.file }, texts);
+            const answer = await this.runner.ask({ ask: "run", ...this.plan.reserved, name: variant.file }, texts);
             if (this.plan.variant === variant) {
                 this.compared = texts;
                 this.take(new Outcome(answer), variant);
@@ -171,13 +174,19 @@ class App {
         clearTimeout(this.giveUp);
         this.isRunning = false;
         this.showRunning(false);
-        if (this.wanted !== variant) this.run();
+        if (this.wanted !== wanted) this.run();
     }
 
     /// In which order what was before becomes what is.
     async ordered() {
-        const answer = await this.asked(this.asker, { ask: "compare", name: this.plan.variant.file }, this.compared);
+        const answer = await this.asked(this.asker, { ask: "compare", ...this.plan.reserved, name: this.plan.variant.file }, this.compared);
         return answer && JSON.parse(answer.texts[0]).order;
+    }
+
+    /// The engine that has just placed it knows it still.
+    async lists() {
+        const answer = await this.asked(this.runner, { ask: "write", format: "lists", ...this.plan.reserved, name: this.plan.variant.file }, this.compared.slice(0, 1));
+        return answer?.texts[0];
     }
 
     take(outcome, variant) {
@@ -221,6 +230,7 @@ class App {
         const { plan } = this;
         document.body.classList.toggle("empty", !plan.variant);
         document.body.classList.toggle("only-result", Boolean(plan.variant && !plan.headend));
+        byId("reserve").value = plan.reserve;
         byId("name").value = plan.headend?.name ?? plan.variant?.name ?? "";
         for (const [id, steps] of [["undo", plan.past], ["redo", plan.future]]) {
             byId(id).disabled = steps.length === 0;
