@@ -28,7 +28,7 @@ class App {
         this.asker = new Engine(compiled);
         const actions = {
             say: (text) => this.say(text), tell: (messages, more) => this.tell(messages, more), saved: () => this.drawBar(),
-            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(), lists: () => this.lists(),
+            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(), lists: () => this.lists(), keepFree: (reserve) => this.keepFree(reserve),
             showModule: (mac) => this.showModule(mac), showService: (service) => this.showService(service),
         };
         this.files = new Files(this.plan, this.asker, actions);
@@ -36,6 +36,7 @@ class App {
         this.explanation = new Explanation(this.plan, this.asker, actions);
         this.makeTables(actions);
         this.views = [new Overview(actions), new Placement(actions), new Lists(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.asker.ask({ ask: "about" }).then(({ reserve }) => this.views[0].explainReserve(reserve), () => {});
         this.seen = new Tabs("Placement", this.views, () => this.drawView());
         this.put();
         this.listen();
@@ -99,8 +100,6 @@ class App {
         byId("redo").onclick = () => this.plan.redo();
         byId("cancel").onclick = () => this.runner.cancel();
         byId("compare").onchange = () => this.run();
-        byId("reserve").onchange = (event) => this.plan.keepFree(event.target.value.trim());
-        this.asker.ask({ ask: "about" }).then(({ reserve }) => { byId("reserve").title = reserve; }, () => {});
         byId("print").onclick = () => print();
         byId("forget").onclick = () => this.forget();
         byId("export").append(...this.files.ways());
@@ -183,6 +182,13 @@ class App {
         return answer && JSON.parse(answer.texts[0]).order;
     }
 
+    /// What is no reserve is told, and kept nowhere: says whether it is one.
+    async keepFree(reserve) {
+        const isOne = reserve === "" || Boolean(await this.asked(this.runner, { ask: "run", reserve }, [sample("small")]));
+        if (isOne) this.plan.keepFree(reserve);
+        return isOne;
+    }
+
     /// The engine that has just placed it knows it still.
     async lists() {
         const answer = await this.asked(this.runner, { ask: "write", format: "lists", ...this.plan.reserved, name: this.plan.variant.file }, this.compared.slice(0, 1));
@@ -230,7 +236,6 @@ class App {
         const { plan } = this;
         document.body.classList.toggle("empty", !plan.variant);
         document.body.classList.toggle("only-result", Boolean(plan.variant && !plan.headend));
-        byId("reserve").value = plan.reserve;
         byId("name").value = plan.headend?.name ?? plan.variant?.name ?? "";
         for (const [id, steps] of [["undo", plan.past], ["redo", plan.future]]) {
             byId(id).disabled = steps.length === 0;

@@ -24,25 +24,33 @@ export class Overview {
     title = "Overview";
     element = h("div", { class: "overview" });
 
-    /// actions: find(module or service), explain(service).
+    /// actions: showModule(mac), explain(service), keepFree(reserve).
     constructor(actions) {
         this.actions = actions;
         this.heading = h("h2", {});
         this.list = h("ul", { class: "services" });
         this.rest = button("", () => this.listLeftOut(Infinity));
         this.left = h("section", {}, this.heading, this.list, this.rest);
+        this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {
+            this.reserve.toggleAttribute("aria-invalid", !(await this.actions.keepFree(this.reserve.value.trim())));
+        } });
+        this.reserving = h("label", { class: "reserve" }, "Reserve ", this.reserve);
     }
 
+    /// In the tool's words.
+    explainReserve(meaning) { this.reserve.title = meaning; }
+
     /// Each part is made of what it shows; what shows the same as before stays.
-    draw(outcome) {
+    draw(outcome, plan) {
         const { result, warnings, cautions } = outcome;
         const [broken, counting] = [true, false].map((isBroken) => result.warnings.filter((warning, at) => (result.findings[at]?.broken ?? true) === isBroken));
         const part = (make, ...shown) => [JSON.stringify([make.name, ...shown]), () => make.apply(this, shown)];
         const some = (make, list, ...shown) => list.length > 0 && part(make, list, ...shown);
         this.outcome = outcome;
+        if (document.activeElement !== this.reserve) this.reserve.value = plan.reserve;
         this.listLeftOut(mostListed);
         renew(this.element, [
-            part(this.tiles, this.figures(outcome)), result.modules.length === 0 && part(this.noModules), some(this.odd, warnings), some(this.findings, broken, true),
+            part(this.tiles, this.figures(outcome)), ["reserve", () => this.reserving], result.modules.length === 0 && part(this.noModules), some(this.odd, warnings), some(this.findings, broken, true),
             some(this.causes, this.kept(result)), some(this.groups, result.groups ?? []), some(this.variants, result.one_of ?? []),
             some(this.findings, counting, false), some(this.cautions, cautions), part(this.leftOut, this.services.length > 0),
         ]);

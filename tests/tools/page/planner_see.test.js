@@ -236,7 +236,7 @@ describe("See and ask", () => {
         await page.locator("#panel-overview").getByText(/no room for tables/).first().waitFor();
         await page.getByLabel("Reserve").fill("half");
         await press(page, "Enter");
-        await page.getByRole("alert").getByText(/--reserve: found "half"/).waitFor();
+        await page.locator("#messages").getByText(/--reserve: found "half"/).waitFor();
         await page.getByLabel("Reserve").fill("");
         await settled(page, () => press(page, "Enter"));
         assert.equal(await page.locator("#panel-overview").getByText(/no room for tables/).count(), 0);
