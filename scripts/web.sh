@@ -2,13 +2,14 @@
 # web.sh: builds build/web/recalculo.html, the planner in one file for a browser. It takes two minutes of a processor the
 # first time.
 # web.sh --screenshot HEADEND PICTURE: and renews a picture of it.
+# web.sh --figures: and tells how long it takes from a key to the placement on the screen, as a table.
 # web.sh --test: and plans with it as a person does, in Chromium and Firefox, and holds its answers against the tool.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 case ${1-} in
-'' | --test | --screenshot) ;;
-*) echo "web.sh: unknown option $1; expected --test or --screenshot" >&2; exit 2 ;;
+'' | --test | --figures | --screenshot) ;;
+*) echo "web.sh: unknown option $1; expected --test, --figures or --screenshot" >&2; exit 2 ;;
 esac
 need "${WEB_PACKAGES[@]}"
 
@@ -39,5 +40,9 @@ else
     echo "The real line-up is left out: the package registry could not be reached."
 fi
 export RECALCULO=$PWD/build/gcc/tools/recalculo/recalculo
+if [ "$1" = --figures ]; then
+    node tests/tools/page/planner_figures.js build/web/recalculo.html
+    exit 0
+fi
 cd tests/tools/page
 node --test --test-concurrency=2 planner_*.test.js

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "headend/headend_json.h"
+#include "placement/audit/reserve.h"
 #include "placement/bound.h"
 #include "placement/choosing/choice.h"
 #include "placement/documents.h"
@@ -104,8 +105,10 @@ Message choose(const Message& question) {
     tool::ChoosingLimits limits;
     limits.time = std::chrono::seconds(question.head.value("seconds", 5));
     limits.runs = question.head.value("runs", limits.runs);
-    const tool::Result* const kept =
-        question.head.value("keep", false) ? &placement_of(headend_name, question.texts[0]).result : nullptr;
+    const std::string reserve = question.head.value("reserve", "");
+    const tool::Result* const kept = question.head.value("keep", false)
+                                         ? &placement_of(headend_name, question.texts[0], reserve).result
+                                         : nullptr;
     tool::DrawnLine line(means_of_page());
     const tool::StaysPut stays = kept != nullptr ? tool::stays_put(headend, *kept) : tool::StaysPut();
     const tool::Choice choice =
@@ -113,7 +116,8 @@ Message choose(const Message& question) {
             line.draw([&] { return tool::progress_in_figures(progress, headend); });
             return true;
         });
-    const tool::ChoiceReport report = tool::report_of(headend, choice, kept, headend_name);
+    const tool::ChoiceReport report = tool::report_of(
+        headend, choice, kept, headend_name, reserve.empty() ? tool::Reserve() : tool::read_reserve(reserve));
     Message message;
     message.texts = {tool::choice_json(report),
                      tool::choice_text(report, "the placement now", style_of(question)),

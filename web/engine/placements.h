@@ -13,6 +13,8 @@ namespace zarven::web {
 
 struct Placement {
     std::string text;
+    /// What outputs are to keep free, as the tool's --reserve; empty for the usual, or what the result tells.
+    std::string reserve;
     tool::Result result;
     /// What the tool says of the head-end before it runs it.
     std::vector<std::string> warnings;
@@ -20,7 +22,7 @@ struct Placement {
 
 /// The placement of a head-end, which is run unless it was among the last, or of the result that the text is.
 /// Good until the next call but two. `file` is for messages. Throws `Failure`.
-const Placement& placement_of(const std::string& file, const std::string& text);
+const Placement& placement_of(const std::string& file, const std::string& text, const std::string& reserve);
 
 } // namespace zarven::web
 

@@ -15,6 +15,7 @@
 #include "questions.h"
 #include "records/write.h"
 #include "report/caution_text.h"
+#include "report/page/result_lists.h"
 #include "report/page/result_page.h"
 #include "report/result_channels.h"
 #include "report/result_csv.h"
@@ -25,6 +26,10 @@ namespace {
 
 std::string name_of(const Message& question) {
     return question.head.value("name", "head-end");
+}
+
+const Placement& placement_in(const Message& question, std::size_t text) {
+    return placement_of(name_of(question), question.texts.at(text), question.head.value("reserve", ""));
 }
 
 /// By kind, those told first and the others.
@@ -47,8 +52,7 @@ Message headend_message(const tool::Headend& headend) {
 }
 
 Message run(const Message& question) {
-    const std::string name = name_of(question);
-    const Placement& placement = placement_of(name, question.texts.at(0));
+    const Placement& placement = placement_in(question, 0);
     const tool::Result& result = placement.result;
     Message message;
     message.head["warnings"] = placement.warnings;
@@ -57,17 +61,15 @@ Message run(const Message& question) {
     message.head["loads"] = loads_of(result);
     message.head["cautions"] = told_cautions_of(result);
     if (question.texts.size() > 1)
-        message.texts.push_back(tool::text_on_one_line(tool::compare(
-            placement_of(name, question.texts[1]).result, result, tool::OrderOfSteps::omitted)));
+        message.texts.push_back(tool::text_on_one_line(
+            tool::compare(placement_in(question, 1).result, result, tool::OrderOfSteps::omitted)));
     return message;
 }
 
 Message compare(const Message& question) {
-    const std::string name = name_of(question);
-    const tool::Result& result = placement_of(name, question.texts.at(0)).result;
+    const tool::Result& result = placement_in(question, 0).result;
     Message message;
-    message.texts = {
-        tool::comparison_json(tool::compare(placement_of(name, question.texts.at(1)).result, result))};
+    message.texts = {tool::comparison_json(tool::compare(placement_in(question, 1).result, result))};
     return message;
 }
 
@@ -83,9 +85,8 @@ Message add(const Message& question) {
 }
 
 Message write(const Message& question) {
-    const std::string name = name_of(question);
     const std::string format = question.head.at("format");
-    const tool::Result& result = placement_of(name, question.texts.at(0)).result;
+    const tool::Result& result = placement_in(question, 0).result;
     Message message;
     if (format == "result") {
         message.texts = {tool::result_json(result)};
@@ -93,10 +94,12 @@ Message write(const Message& question) {
         message.texts = {tool::result_csv(result)};
     } else if (format == "page") {
         message.texts = {tool::result_page(result)};
+    } else if (format == "lists") {
+        message.texts = {tool::service_lists_markup(result)};
     } else {
         const tool::ChannelExport exported = tool::result_channels(result);
         message.texts = {tool::write_channels_conf(exported.channels)};
-        message.head["message"] = tool::exported_message(name, exported);
+        message.head["message"] = tool::exported_message(name_of(question), exported);
     }
     return message;
 }

@@ -10,8 +10,11 @@
 #include "base/failure.h"
 #include "headend/service_filter.h"
 #include "lineup/import_choices.h"
+#include "measured/margins.h"
+#include "placement/audit/reserve.h"
 #include "placement/running/host.h"
 #include "records/document_failure.h"
+#include "wishes/wishing.h"
 
 namespace zarven::web {
 
@@ -52,7 +55,14 @@ Message about(const Message&) {
         choices[choice.option] = {{"meaning", choice.meaning},
                                   {"bitrate", tool::BitrateEstimates().*choice.bitrate}};
     choices["--keep-duplicates"] = {{"meaning", tool::meaning_of_keep_duplicates}};
+    for (auto& [option, choice] : choices.items())
+        choice["of"] = {"list"};
+    choices["--margin"] = {{"meaning", tool::meaning_of_margins("measured ones")},
+                           {"form", "[KIND=]N%"},
+                           {"of", {"list", "measured"}}};
+    choices["--wish-lcns"] = {{"meaning", tool::meaning_of_wished_lcns}, {"of", {"wished"}}};
     message.head["terms"] = tool::meaning_of_terms;
+    message.head["reserve"] = tool::meaning_of_reserve;
     return message;
 }
 

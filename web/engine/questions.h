@@ -15,19 +15,21 @@ Message answer(const Message& question);
 
 // The questions. Texts of a question come first in brackets. Each throws `Failure`.
 
-/// (nothing) "version"; "choices": of an import, by option the meaning, and the bitrate that is assumed where
-/// it is one; "terms": what they may be.
+/// (nothing) "version"; "choices": of what is opened, by option the meaning, the bitrate that is assumed
+/// where it is one, the form of a text, and what it is "of": "list", "measured" or "wished"; "terms": what
+/// they may be; "reserve": what it means.
 Message about(const Message& question);
 /// (files) names; modules: true if the last text is a head-end whose modules to take for channel lists, and
-/// whose services for measured rates and wish lists; choices: of an import, by option. A head-end as it is
-/// saved, a result or a module as it is: "kind" tells which; of lists and rates "messages" about them, a few
-/// of each kind, and "all_messages" where there are more.
+/// whose services for measured rates and wish lists without one; choices: by option. A head-end as it is
+/// saved, a result or a module as it is: "kind" tells which; of lists, rates and wishes "messages" about
+/// them, a few of each kind, "all_messages" where there are more, and "of": which of the three there were,
+/// and "lists": the names of the first.
 Message open(const Message& question);
-/// (head-end or result, another of before) name. The result, and the comparison with the other if there is
-/// one, but for the order of its steps; "loads": see loads.h; "warnings" of the head-end; "cautions" by kind,
-/// as sentences. Both are on one line; else as the tool writes them.
+/// (head-end or result, another of before) name; reserve, as the option. The result, and the comparison with
+/// the other if there is one, but for the order of its steps; "loads": see loads.h; "warnings" of the
+/// head-end; "cautions" by kind, as sentences. Both are on one line; else as the tool writes them.
 Message run(const Message& question);
-/// (head-end or result, another of before) name. The whole comparison.
+/// (head-end or result, another of before) name; reserve. The whole comparison.
 Message compare(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);
@@ -38,13 +40,14 @@ Message explain(const Message& question);
 /// (head-end, module) most, width. JSON and text.
 Message size(const Message& question);
 /// (head-end) seconds, or runs for so many states; keep: whether the placement that it has now is to change
-/// as little as may be; width. JSON, text, and the head-end with the choice.
+/// as little as may be; width; reserve. JSON, text, and the head-end with the choice.
 Message choose(const Message& question);
 /// (head-end) width. JSON and text.
 Message bound(const Message& question);
 /// (head-end) streams: whether they fail, too; width. JSON and text.
 Message drill(const Message& question);
-/// (head-end or result) format: result, channels.conf, csv, page. The text, and a message where there is one.
+/// (head-end or result) format: result, channels.conf, csv, page, lists (the tables of the outputs' services,
+/// as markup); reserve. The text, and a message where there is one.
 Message write(const Message& question);
 /// (head-end) terms. "services": the places of those for which they hold.
 Message filter(const Message& question);

@@ -64,7 +64,7 @@ export class Ask {
 
     choose() {
         const seconds = Math.max(1, Math.min(3600, Math.trunc(Number(this.seconds.value)) || 5));
-        return this.put({ ask: "choose", seconds, keep: this.keeps.checked }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
+        return this.put({ ask: "choose", seconds, keep: this.keeps.checked, ...this.plan.reserved }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
             [this.proposal("Ask for what was chosen", { ask: "change" }, [], chosen)]);
     }
 

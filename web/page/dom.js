@@ -26,6 +26,27 @@ export const svg = (tag, properties = {}, ...children) =>
 /// Gives an element other children.
 export const put = (element, ...children) => element.replaceChildren(...there(children));
 
+const made = new WeakMap();
+
+/// Gives an element children, each as [what it shows, as a text, and how it is made]. Those that show the same as before
+/// are not made anew, nor is where they stand touched: the browser then has little to lay out and to paint.
+export const renew = (element, children) => {
+    const before = made.get(element) ?? new Map();
+    const now = new Map();
+    const shown = children.filter(Boolean).map(([text, make]) => {
+        const child = before.get(text)?.shift() ?? make();
+        if (now.has(text)) now.get(text).push(child);
+        else now.set(text, [child]);
+        return child;
+    });
+    for (const gone of [...before.values()].flat()) gone.remove();
+    let next = element.firstChild;
+    for (const child of shown)
+        if (child === next) next = next.nextSibling;
+        else element.insertBefore(child, next);
+    made.set(element, now);
+};
+
 /// A name from outside: it keeps its direction of writing to itself.
 export const name = (text) => h("bdi", {}, text);
 

@@ -24,7 +24,7 @@ export class Draft {
         const { variants, current } = this.plan.state;
         try {
             if (this.isForgotten || variants.length === 0) return localStorage.removeItem(key);
-            const text = JSON.stringify({ version, given: given(), isSaved: !this.plan.isChanged, variants, current });
+            const text = JSON.stringify({ version, given: given(), isSaved: !this.plan.isChanged, variants, current, reserve: this.plan.reserve });
             if (text.length < mostCharacters) localStorage.setItem(key, text);
             else {
                 localStorage.removeItem(key);

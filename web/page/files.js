@@ -15,7 +15,7 @@ const download = (file, text, type) => {
 };
 
 /// The name of a file without folder and ending.
-const stem = (file) => file.replace(/\.(json|conf|csv|html)$/i, "").replace(/[^\p{L}\p{N} ._-]+/gu, "_").slice(0, 80) || "head-end";
+const stem = (file) => file.replace(/\.(json|conf|csv|html|lamedb|txt)$/i, "").replace(/[^\p{L}\p{N} ._-]+/gu, "_").slice(0, 80) || "head-end";
 
 /// All that an answer tells, where the messages are a few of them.
 const allOf = ({ all_messages: all }) => all && h("details", {}, h("summary", {}, `All ${all.length} messages`), h("ul", {}, all.map((message) => h("li", {}, name(message)))));
@@ -38,10 +38,10 @@ export class Files {
         this.listen();
     }
 
-    /// The choices of an import are made once, of what the engine tells of them.
-    async choices() {
-        this.choosing ??= new ImportChoices(await this.engine.ask({ ask: "about" }), () => this.open(this.lists));
-        return this.choosing;
+    /// What may be chosen of what was opened; made once, of what the engine tells of it.
+    async choices(kinds) {
+        this.choosing ??= new ImportChoices(await this.engine.ask({ ask: "about" }), () => this.again());
+        return this.choosing.offer(kinds);
     }
 
     listen() {
@@ -78,35 +78,57 @@ export class Files {
     }
 
     /// Opens texts: a head-end or a result by itself; channel lists together, on the modules that there are; measured
-    /// rates and wish lists for the services that there are.
-    async open(files) {
-        const hasModules = this.plan.headend?.modules.length > 0;
-        const modules = hasModules ? textOf(this.plan.headend) : sample("modules");
-        const names = [...files.map(({ name }) => name), "modules"];
-        const answer = await this.actions.asked(this.engine, { ask: "open", names, modules: true, choices: this.choosing?.chosen ?? {} },
-            [...files.map(({ text }) => text), modules]);
+    /// rates and wish lists with them, or for the services that there are. `isSample`: the page brings it.
+    async open(files, isSample = false) {
+        const { headend } = this.plan;
+        const answer = await this.ask(files, headend);
         if (!answer) return false;
         if (answer.kind === "module") return this.addModule(answer.texts[0]);
         const taken = taking.find(({ known }) => answer.kind.endsWith(known));
-        if (taken) return this.takeUp(answer, taken);
+        if (taken) return this.takeUp(files, headend, answer, taken);
+        if (answer.messages) return this.takeLists(files, answer);
         const [{ name }] = files;
-        const messages = answer.messages ?? [];
-        if (answer.messages && !hasModules) messages.push("The services are planned on the sixteen modules of a sample: change them in the table of modules.");
-        this.lists = answer.messages ? files : null;
-        this.actions.tell(messages, [allOf(answer), this.lists && (await this.choices()).element]);
+        this.actions.tell([]);
         this.plan.open(answer.kind === "result" ? { id: 1, file: name, result: answer.texts[0], name: JSON.parse(answer.texts[0]).name }
-            : { id: 1, file: answer.messages ? `${stem(name)}.json` : name, headend: JSON.parse(answer.texts[0]) }, !answer.messages);
+            : { id: 1, file: name, headend: JSON.parse(answer.texts[0]), sampleName: isSample ? JSON.parse(answer.texts[0]).name : undefined });
+        return true;
+    }
+
+    /// What the texts are beside a head-end, or beside the modules of a sample.
+    ask(files, headend) {
+        const modules = headend?.modules.length > 0 ? textOf(headend) : sample("modules");
+        return this.actions.asked(this.engine, { ask: "open", names: [...files.map(({ name }) => name), "modules"], modules: true, choices: this.choosing?.chosen ?? {} },
+            [...files.map(({ text }) => text), modules]);
+    }
+
+    /// Makes a plan of channel lists. The name of a head-end stays, if it is not a sample's.
+    async takeLists(files, answer) {
+        const { variant, headend } = this.plan;
+        const hasModules = headend?.modules.length > 0;
+        const title = stem(answer.lists[0]);
+        const messages = [...answer.messages];
+        if (!hasModules) messages.push("The services are planned on the sixteen modules of a sample: change them in the table of modules.");
+        this.again = () => this.open(files);
+        this.actions.tell(messages, [allOf(answer), await this.choices(answer.of)]);
+        const made = JSON.parse(answer.texts[0]);
+        const isOwn = hasModules && headend.name && headend.name !== variant.sampleName;
+        this.plan.open({ id: 1, file: `${title}.json`, headend: isOwn ? made : { ...made, name: title } }, false);
         return true;
     }
 
     /// Takes what goes with the services that are there: `known` is the kind of an answer that knows some of them.
-    takeUp({ kind, messages, texts, ...answer }, { what, known, label }) {
-        if (!this.plan.headend) {
+    async takeUp(files, headend, answer, { what, known, label }) {
+        if (!headend) {
             this.actions.say(`${what}: open the head-end first whose services they are of.`);
             return false;
         }
-        this.actions.tell(messages, allOf(answer));
-        if (kind === known) this.plan.change(JSON.parse(texts[0]), label);
+        this.again = async () => {
+            // On what was there before it was taken.
+            const other = await this.ask(files, headend);
+            if (other) this.takeUp(files, headend, other, { what, known, label });
+        };
+        this.actions.tell(answer.messages, [allOf(answer), await this.choices(answer.of)]);
+        if (answer.kind === known) this.plan.change(JSON.parse(answer.texts[0]), label);
         return true;
     }
 
@@ -134,7 +156,7 @@ export class Files {
     async write(format, ending, type) {
         const { variant } = this.plan;
         if (!variant) return;
-        const answer = await this.actions.asked(this.engine, { ask: "write", format, name: variant.file }, [variant.result ?? textOf(variant.headend)]);
+        const answer = await this.actions.asked(this.engine, { ask: "write", format, ...this.plan.reserved, name: variant.file }, [variant.result ?? textOf(variant.headend)]);
         if (!answer) return;
         download(`${this.stem}${ending}`, answer.texts[0], type);
         if (answer.message) this.actions.say(answer.message);

@@ -24,11 +24,13 @@ export class Grid {
         this.body = h("div", { class: "grid-body", role: "rowgroup" });
         this.element = h("div", {
             class: "grid", role: "grid", tabindex: 0, "aria-label": label, "aria-multiselectable": "true",
-            onkeydown: (event) => this.key(event), onscroll: () => this.draw(), onpointerdown: (event) => this.point(event),
+            onkeydown: (event) => this.key(event), onscroll: () => this.look(), onpointerdown: (event) => this.point(event),
             ondblclick: (event) => { if (this.cellAt(event)) this.edit(); },
             oncopy: (event) => this.copy(event), onpaste: (event) => this.paste(event),
         }, h("div", { role: "rowgroup" }, this.head), this.body);
-        new ResizeObserver(() => this.draw()).observe(this.element);
+        this.rows = new Map();
+        this.sight = { top: 0, height: 0 };
+        new ResizeObserver(() => this.look()).observe(this.element);
     }
 
     get shown() { return this.columns.filter((column) => column.isShown); }
@@ -43,9 +45,21 @@ export class Grid {
         this.draw();
     }
 
+    /// Draws what is in sight. To ask for that makes the browser lay out all that was changed before, so it is asked for
+    /// only when it is another.
+    look() {
+        this.sight = { top: this.element.scrollTop, height: this.element.clientHeight };
+        this.draw();
+    }
+
     drawHead() {
         const columns = this.shown;
         this.column = Math.min(this.column, columns.length - 1);
+        const drawn = JSON.stringify([columns.map(({ key }) => key), this.sorted?.column.key, this.sorted?.sign]);
+        if (this.headDrawn === drawn) return;
+        this.headDrawn = drawn;
+        this.rows.clear();
+        this.body.replaceChildren();
         const cells = columns.map((column, at) => {
             const sorted = this.sorted?.column === column;
             return h("div", {
@@ -64,40 +78,74 @@ export class Grid {
 
     draw() {
         if (this.editor) return;
-        const { scrollTop, clientHeight } = this.element;
-        const first = Math.max(0, Math.floor(scrollTop / rowHeight) - spare);
-        const last = Math.min(this.order.length, Math.ceil((scrollTop + clientHeight) / rowHeight) + spare);
-        const rows = [];
-        for (let at = first; at < last; ++at) rows.push(this.drawRow(at));
-        Object.assign(this.body.style, { height: `${this.order.length * rowHeight}px`, width: `${this.width}px` });
-        this.head.style.width = `${this.width}px`;
-        this.body.replaceChildren(...rows);
+        const { height } = this.sight;
+        const all = this.order.length * rowHeight;
+        const top = Math.max(0, Math.min(this.sight.top, all + 2 * rowHeight - height));
+        const first = Math.max(0, Math.floor(top / rowHeight) - spare);
+        const last = Math.min(this.order.length, Math.ceil((top + height) / rowHeight) + spare);
+        for (const [at, { element }] of this.rows)
+            if (at < first || at >= last) {
+                element.remove();
+                this.rows.delete(at);
+            }
+        for (let at = last - 1, next = null; at >= first; --at) next = this.drawRow(at, next);
+        this.sizeBody(all);
         this.element.setAttribute("aria-rowcount", this.order.length + 1);
         const isDrawn = this.row >= first && this.row < last;
         if (isDrawn) this.element.setAttribute("aria-activedescendant", this.idOf(this.row, this.column));
         else this.element.removeAttribute("aria-activedescendant");
     }
 
+    sizeBody(height) {
+        const sized = `${height} ${this.width}`;
+        if (this.sized === sized) return;
+        this.sized = sized;
+        Object.assign(this.body.style, { height: `${height}px`, width: `${this.width}px` });
+        this.head.style.width = `${this.width}px`;
+    }
+
     idOf(row, column) { return `${this.name}-${row}-${column}`; }
 
-    drawRow(at) {
+    /// Brings a row up to date, which is made if it is not there, and stands before `next`.
+    drawRow(at, next) {
+        const row = this.rows.get(at) ?? this.makeRow(at, next);
         const place = this.order[at];
         const record = this.records[place];
         const isMarked = this.marked.has(place);
-        const cells = this.shown.map((column, number) => {
-            const text = column.format(column.get(record, place));
-            const isActive = at === this.row && number === this.column;
-            return h("div", {
-                role: "gridcell", id: this.idOf(at, number), "aria-colindex": number + 2,
-                class: `${column.kind}${isActive ? " active" : ""}${column.classOf ? ` ${column.classOf(record, place)}` : ""}`,
-                "aria-readonly": column.parse ? undefined : "true",
-                style: { width: `${column.width}px` }, title: column.titleOf?.(record, place),
-            }, column.kind === "truth" ? this.tick(text !== "", column) : h("bdi", {}, text));
-        });
-        return h("div", {
-            role: "row", "aria-rowindex": at + 2, "aria-selected": String(isMarked), data: { at },
-            class: isMarked ? "marked" : undefined, style: { top: `${at * rowHeight}px` },
-        }, h("div", { role: "gridcell", class: "mark", "aria-colindex": 1, style: { width: `${markWidth}px` } }, this.tick(isMarked)), ...cells);
+        if (row.isMarked !== isMarked) {
+            row.isMarked = isMarked;
+            row.element.setAttribute("aria-selected", String(isMarked));
+            row.element.classList.toggle("marked", isMarked);
+            row.mark.replaceChildren(...this.tick(isMarked));
+        }
+        row.cells.forEach((cell, number) => this.drawCell(cell, record, place, at === this.row && number === this.column));
+        return row.element;
+    }
+
+    makeRow(at, next) {
+        const cells = this.shown.map((column, number) => ({ column, element: h("div", {
+            role: "gridcell", id: this.idOf(at, number), "aria-colindex": number + 2, "aria-readonly": column.parse ? undefined : "true",
+            style: { width: `${column.width}px` },
+        }) }));
+        const mark = h("div", { role: "gridcell", class: "mark", "aria-colindex": 1, style: { width: `${markWidth}px` } });
+        const element = h("div", { role: "row", "aria-rowindex": at + 2, data: { at }, style: { top: `${at * rowHeight}px` } }, mark, cells.map((cell) => cell.element));
+        this.body.insertBefore(element, next);
+        const row = { element, mark, cells };
+        this.rows.set(at, row);
+        return row;
+    }
+
+    /// Only what is another is touched.
+    drawCell(cell, record, place, isActive) {
+        const { column, element } = cell;
+        const text = column.format(column.get(record, place));
+        const kind = `${column.kind}${isActive ? " active" : ""}${column.classOf ? ` ${column.classOf(record, place)}` : ""}`;
+        const title = column.titleOf?.(record, place) ?? "";
+        if (cell.kind !== kind) element.className = cell.kind = kind;
+        if ((cell.title ?? "") !== title) element.title = cell.title = title;
+        if (cell.text === text) return;
+        cell.text = text;
+        element.replaceChildren(...(column.kind === "truth" ? this.tick(text !== "") : [h("bdi", {}, text)]));
     }
 
     tick(isOn) {
@@ -123,7 +171,7 @@ export class Grid {
         if (left - markWidth < this.element.scrollLeft) this.element.scrollLeft = left - markWidth;
         else if (left + width > this.element.scrollLeft + this.element.clientWidth)
             this.element.scrollLeft = left + width - this.element.clientWidth;
-        this.draw();
+        this.look();
     }
 
     /// Goes to a record by its place, and says whether it is shown.
@@ -251,6 +299,8 @@ export class Grid {
         });
         input.value = begin ?? column.format(column.get(this.records[place], place));
         this.editor = { input, column };
+        // What stood there is drawn anew afterwards.
+        this.rows.get(this.row).cells[this.column].text = undefined;
         cell.replaceChildren(input);
         input.focus();
         if (begin === undefined) input.select();

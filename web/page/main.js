@@ -3,12 +3,13 @@
 import { Ask, Explanation } from "./ask.js";
 import { Changes } from "./changes.js";
 import { Diagram } from "./diagram.js";
-import { button, grouped, h, name, put } from "./dom.js";
+import { button, grouped, h, name, put, renew } from "./dom.js";
 import { Draft, given } from "./draft.js";
 import { Cancelled, compile, Engine, Refused } from "./engine.js";
 import { Files, sample } from "./files.js";
 import { keyOf, moduleName, Outcome, usedInputs } from "./outcome.js";
 import { changedIn, difference, Overview } from "./overview.js";
+import { Lists } from "./lists.js";
 import { Placement } from "./placement.js";
 import { Plan, textOf, variantName } from "./plan.js";
 import { Table } from "./tables.js";
@@ -27,14 +28,15 @@ class App {
         this.asker = new Engine(compiled);
         const actions = {
             say: (text) => this.say(text), tell: (messages, more) => this.tell(messages, more), saved: () => this.drawBar(),
-            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(),
+            asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(), lists: () => this.lists(), keepFree: (reserve) => this.keepFree(reserve),
             showModule: (mac) => this.showModule(mac), showService: (service) => this.showService(service),
         };
         this.files = new Files(this.plan, this.asker, actions);
         this.draft = new Draft(this.plan, actions.say);
         this.explanation = new Explanation(this.plan, this.asker, actions);
         this.makeTables(actions);
-        this.views = [new Overview(actions), new Placement(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.views = [new Overview(actions), new Placement(actions), new Lists(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.asker.ask({ ask: "about" }).then(({ reserve }) => this.views[0].explainReserve(reserve), () => {});
         this.seen = new Tabs("Placement", this.views, () => this.drawView());
         this.put();
         this.listen();
@@ -97,12 +99,13 @@ class App {
         byId("undo").onclick = () => this.plan.undo();
         byId("redo").onclick = () => this.plan.redo();
         byId("cancel").onclick = () => this.runner.cancel();
+        byId("compare").onchange = () => this.run();
         byId("print").onclick = () => print();
         byId("forget").onclick = () => this.forget();
         byId("export").append(...this.files.ways());
         byId("name").onchange = (event) => this.plan.change({ ...this.plan.headend, name: event.target.value || undefined }, "Rename");
         for (const [title, id] of [["A small head-end", "small"], ["A hotel", "medium"]])
-            byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }])));
+            byId("samples").append(button(title, () => this.files.open([{ name: `${id}.json`, text: sample(id) }], true)));
         byId("samples").append(button("An empty head-end", () => this.plan.open({ id: 1, file: "head-end.json", headend: { modules: [], services: [] } })));
     }
 
@@ -149,7 +152,7 @@ class App {
     async run() {
         const { variant } = this.plan;
         if (!variant) return;
-        this.wanted = variant;
+        const wanted = this.wanted = {};
         if (this.isRunning) {
             clearTimeout(this.giveUp);
             this.giveUp = setTimeout(() => this.runner.cancel(), patience);
@@ -159,7 +162,7 @@ class App {
         this.showRunning(true);
         const texts = [variant, this.before].filter(Boolean).map((one) => one.result ?? textOf(one.headend));
         try {
-            const answer = await this.runner.ask({ ask: "run", name: variant.file }, texts);
+            const answer = await this.runner.ask({ ask: "run", ...this.plan.reserved, name: variant.file }, texts);
             if (this.plan.variant === variant) {
                 this.compared = texts;
                 this.take(new Outcome(answer), variant);
@@ -170,13 +173,26 @@ class App {
         clearTimeout(this.giveUp);
         this.isRunning = false;
         this.showRunning(false);
-        if (this.wanted !== variant) this.run();
+        if (this.wanted !== wanted) this.run();
     }
 
     /// In which order what was before becomes what is.
     async ordered() {
-        const answer = await this.asked(this.asker, { ask: "compare", name: this.plan.variant.file }, this.compared);
+        const answer = await this.asked(this.asker, { ask: "compare", ...this.plan.reserved, name: this.plan.variant.file }, this.compared);
         return answer && JSON.parse(answer.texts[0]).order;
+    }
+
+    /// What is no reserve is told, and kept nowhere: says whether it is one.
+    async keepFree(reserve) {
+        const isOne = reserve === "" || Boolean(await this.asked(this.runner, { ask: "run", reserve }, [sample("small")]));
+        if (isOne) this.plan.keepFree(reserve);
+        return isOne;
+    }
+
+    /// The engine that has just placed it knows it still.
+    async lists() {
+        const answer = await this.asked(this.runner, { ask: "write", format: "lists", ...this.plan.reserved, name: this.plan.variant.file }, this.compared.slice(0, 1));
+        return answer?.texts[0];
     }
 
     take(outcome, variant) {
@@ -232,17 +248,19 @@ class App {
 
     drawVariants() {
         const { variants, current } = this.plan.state;
-        put(byId("variants"), variants.map((variant, at) => {
-            const summary = this.figures?.get(variant.id);
-            return h("button", { type: "button", "aria-pressed": String(at === current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
-                summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
-        }), variants.length > 0 && this.plan.headend ? button("New variant", () => this.plan.addVariant()) : "",
-        variants.length > 1 ? button("Remove variant", () => this.plan.removeVariant()) : "");
-        const choice = byId("compare").value || "last";
-        byId("compare").replaceChildren(h("option", { value: "last" }, "the last change"), h("option", { value: "opened" }, "what was opened"),
-            ...variants.filter((variant, at) => at !== current).map((variant) => h("option", { value: `variant ${variant.id}` }, `variant ${variantName(variant)}`)));
-        byId("compare").value = [...byId("compare").options].some(({ value }) => value === choice) ? choice : "last";
-        byId("compare").onchange = () => this.run();
+        const figures = variants.map(({ id }) => this.figures?.get(id));
+        renew(byId("variants"), [
+            ...variants.map((variant, at) => [JSON.stringify([at, at === current, variant.id, figures[at]?.placed, figures[at]?.loaded]), () => this.variantButton(variant, at, figures[at])]),
+            variants.length > 0 && this.plan.headend && ["add", () => button("New variant", () => this.plan.addVariant())],
+            variants.length > 1 && ["remove", () => button("Remove variant", () => this.plan.removeVariant())],
+        ]);
+        renew(byId("compare"), [["last", "the last change"], ["opened", "what was opened"], ...variants.filter((variant, at) => at !== current).map((variant) => [`variant ${variant.id}`, `variant ${variantName(variant)}`])]
+            .map(([value, text]) => [value, () => h("option", { value }, text)]));
+    }
+
+    variantButton(variant, at, summary) {
+        return h("button", { type: "button", "aria-pressed": String(at === this.plan.state.current), onclick: () => this.plan.look(at) }, h("b", {}, variantName(variant)),
+            summary && h("span", {}, ` ${summary.placed} of ${summary.loaded}`));
     }
 
     drawTable() { if (this.plan.headend) this[this.edited?.shown.id]?.draw(); }

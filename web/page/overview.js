@@ -1,6 +1,6 @@
 // The first that one sees of a placement: the figures, what does not add up, and why services are left out.
 
-import { counted, grouped, h, name, put } from "./dom.js";
+import { button, counted, grouped, h, name, renew } from "./dom.js";
 import { streamOf } from "./outcome.js";
 
 /// Services listed at once; more on demand.
@@ -24,46 +24,70 @@ export class Overview {
     title = "Overview";
     element = h("div", { class: "overview" });
 
-    /// actions: find(module or service), explain(service).
-    constructor(actions) { this.actions = actions; }
+    /// actions: showModule(mac), explain(service), keepFree(reserve).
+    constructor(actions) {
+        this.actions = actions;
+        this.heading = h("h2", {});
+        this.list = h("ul", { class: "services" });
+        this.rest = button("", () => this.listLeftOut(Infinity));
+        this.left = h("section", {}, this.heading, this.list, this.rest);
+        this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {
+            this.reserve.toggleAttribute("aria-invalid", !(await this.actions.keepFree(this.reserve.value.trim())));
+        } });
+        this.reserving = h("label", { class: "reserve" }, "Reserve ", this.reserve);
+    }
 
+    /// In the tool's words.
+    explainReserve(meaning) { this.reserve.title = meaning; }
+
+    /// Each part is made of what it shows; what shows the same as before stays.
     draw(outcome, plan) {
-        const { result, inputs } = outcome;
+        const { result, warnings, cautions } = outcome;
+        const [broken, counting] = [true, false].map((isBroken) => result.warnings.filter((warning, at) => (result.findings[at]?.broken ?? true) === isBroken));
+        const part = (make, ...shown) => [JSON.stringify([make.name, ...shown]), () => make.apply(this, shown)];
+        const some = (make, list, ...shown) => list.length > 0 && part(make, list, ...shown);
         this.outcome = outcome;
-        put(this.element,
-            this.tiles(outcome, inputs), result.modules.length === 0 && this.noModules(plan), this.warnings(outcome), this.findings(result, true),
-            this.causes(result), this.groups(result), this.variants(result), this.findings(result, false), this.cautions(outcome), this.leftOut(result));
+        if (document.activeElement !== this.reserve) this.reserve.value = plan.reserve;
+        this.listLeftOut(mostListed);
+        renew(this.element, [
+            part(this.tiles, this.figures(outcome)), ["reserve", () => this.reserving], result.modules.length === 0 && part(this.noModules), some(this.odd, warnings), some(this.findings, broken, true),
+            some(this.causes, this.kept(result)), some(this.groups, result.groups ?? []), some(this.variants, result.one_of ?? []),
+            some(this.findings, counting, false), some(this.cautions, cautions), part(this.leftOut, this.services.length > 0),
+        ]);
     }
 
-    tiles({ result, comparison }, inputs) {
+    figures({ result, comparison, inputs }) {
         const { loaded, placed, left_out: left, neither, not_asked_for: withheld } = result.summary;
-        return h("dl", { class: "tiles" },
-            tile("Placed", grouped(placed), `of ${grouped(loaded)}`, placed === loaded && loaded > 0 ? "good" : ""),
-            tile("Left out", grouped(left), neither ? `and ${grouped(neither)} neither` : "", left > 0 ? "short" : ""),
-            tile("Inputs in use", grouped(inputs.used), `of ${grouped(inputs.all)}`),
-            tile("Broken", grouped(result.findings.filter(({ broken }) => broken).length), "", result.findings.some(({ broken }) => broken) ? "short" : ""),
-            withheld > 0 && tile("Not asked for", grouped(withheld)),
-            comparison && tile("Difference", "", difference(comparison) || "none"));
+        const broken = result.findings.filter((finding) => finding.broken).length;
+        return [
+            ["Placed", grouped(placed), `of ${grouped(loaded)}`, placed === loaded && loaded > 0 ? "good" : ""],
+            ["Left out", grouped(left), neither ? `and ${grouped(neither)} neither` : "", left > 0 ? "short" : ""],
+            ["Inputs in use", grouped(inputs.used), `of ${grouped(inputs.all)}`],
+            ["Broken", grouped(broken), "", broken > 0 ? "short" : ""],
+            ...(withheld > 0 ? [["Not asked for", grouped(withheld)]] : []),
+            ...(comparison ? [["Difference", "", difference(comparison) || "none"]] : []),
+        ];
     }
+
+    tiles(figures) { return h("dl", { class: "tiles" }, figures.map((figure) => tile(...figure))); }
 
     noModules() { return h("p", {}, "There is no module yet: add one in the table."); }
 
     /// What is odd in the head-end, in the tool's words.
-    warnings({ warnings }) {
-        return warnings.length > 0 && h("section", {}, h("h2", {}, "Odd"), h("ul", { class: "findings" }, warnings.map((warning) => h("li", {}, name(warning)))));
+    odd(warnings) {
+        return h("section", {}, h("h2", {}, "Odd"), h("ul", { class: "findings" }, warnings.map((warning) => h("li", {}, name(warning)))));
     }
 
     /// What is broken, or what is only counted; of each the sentence that the tool has for it.
-    findings({ findings, warnings }, isBroken) {
-        const told = warnings.filter((warning, at) => (findings[at]?.broken ?? true) === isBroken);
-        return told.length > 0 && h("section", {}, h("h2", {}, isBroken ? "Broken" : "Only counted", " ", h("span", { class: "note" }, grouped(told.length))),
+    findings(told, isBroken) {
+        return h("section", {}, h("h2", {}, isBroken ? "Broken" : "Only counted", " ", h("span", { class: "note" }, grouped(told.length))),
             this.sentences(told, isBroken ? "findings broken" : "findings"));
     }
 
     /// What one will be asked about once it is on the air: some of each kind, the others folded.
-    cautions({ cautions }) {
+    cautions(cautions) {
         const number = cautions.reduce((sum, { told, others }) => sum + told.length + others.length, 0);
-        return number > 0 && h("section", {}, h("h2", {}, "Cautions ", h("span", { class: "note" }, grouped(number))), cautions.flatMap(({ name: kind, told, others }) => [
+        return h("section", {}, h("h2", {}, "Cautions ", h("span", { class: "note" }, grouped(number))), cautions.flatMap(({ name: kind, told, others }) => [
             ...this.sentences(told, "findings"),
             others.length > 0 && h("details", {}, h("summary", {}, `${grouped(others.length)} more: ${kind}`), this.sentences(others, "findings"))]));
     }
@@ -76,7 +100,7 @@ export class Overview {
 
     /// A sentence in which the modules lead to their boxes.
     linked(sentence) {
-        const found = this.outcome.result.modules.filter(({ mac }) => sentence.includes(mac)).at(0);
+        const found = this.outcome.result.modules.find(({ mac }) => sentence.includes(mac));
         if (!found) return name(sentence);
         const at = sentence.indexOf(found.mac);
         return h("bdi", {}, sentence.slice(0, at), this.link(found), sentence.slice(at + found.mac.length));
@@ -86,46 +110,44 @@ export class Overview {
         return h("button", { type: "button", class: "link", onclick: () => this.actions.showModule(module.mac) }, name(module.mac));
     }
 
-    /// As the tool groups them.
-    causes({ causes, left_out: streams, neither }) {
-        if (!causes.length) return null;
-        const services = [...streams.flatMap(({ services }) => services), ...neither];
-        return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map((cause) => this.cause(cause, services))));
+    /// What keeps services out, as the tool groups it, with the services that it keeps out.
+    kept({ causes, left_out: streams, neither }) {
+        const services = [...streams.flatMap((stream) => stream.services), ...neither];
+        return causes.map(({ kind, services: number, sentence }) => ({ number, sentence, services: services.filter(({ cause }) => cause === kind).slice(0, mostListed) }));
+    }
+
+    causes(causes) {
+        return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map(({ number, sentence, services }) => h("li", {}, h("details", {},
+            h("summary", {}, h("b", {}, grouped(number)), " ", name(sentence)),
+            h("ul", { class: "services" }, services.map((service) => this.service(service))))))));
     }
 
     /// What became of the planner's headings.
-    groups({ groups = [] }) {
-        return groups.length > 0 && h("section", {}, h("h2", {}, "Groups"), h("ul", { class: "findings" }, groups.map(({ name: group, placed, loaded }) =>
+    groups(groups) {
+        return h("section", {}, h("h2", {}, "Groups"), h("ul", { class: "findings" }, groups.map(({ name: group, placed, loaded }) =>
             h("li", {}, h("b", {}, name(group)), ` ${grouped(placed)} of ${grouped(loaded)} placed`))));
     }
 
     /// What is asked for where one of several is.
-    variants({ one_of: variants = [] }) {
-        return variants.length > 0 && h("section", {}, h("h2", {}, "One of several"), h("ul", { class: "services" }, variants.slice(0, mostListed).map((variant) => h("li", {},
+    variants(variants) {
+        return h("section", {}, h("h2", {}, "One of several"), h("ul", { class: "services" }, variants.slice(0, mostListed).map((variant) => h("li", {},
             h("b", {}, name(variant.one_of)), " ", h("button", { type: "button", class: "link", title: "Explain", onclick: () => this.actions.explain(variant) },
                 h("span", { class: "lcn" }, variant.lcn), " ", name(variant.name)),
             h("span", { class: "note" }, ` variant ${grouped(variant.place)} of ${grouped(variant.variants)}, ${variant.placed ? "placed" : "left out"}`)))));
     }
 
-    /// Which services it keeps out, each of them tells.
-    cause({ kind, services: number, sentence }, services) {
-        const kept = services.filter(({ cause }) => cause === kind);
-        return h("li", {}, h("details", {},
-            h("summary", {}, h("b", {}, grouped(number)), " ", name(sentence)),
-            h("ul", { class: "services" }, kept.slice(0, mostListed).map((service) => this.service(service)))));
+    /// The services without a place; of many the first, until all are asked for.
+    listLeftOut(most) {
+        const { left_out: streams, neither, clones_waiting: waiting } = this.outcome.result;
+        this.services = [...streams.flatMap(({ services }) => services), ...neither, ...waiting];
+        const rest = this.services.length - most;
+        this.heading.textContent = `${counted(this.services.length, "service")} without a place`;
+        this.rest.textContent = `Show ${grouped(Math.max(rest, 0))} more`;
+        this.rest.hidden = rest <= 0;
+        renew(this.list, this.services.slice(0, most).map((service) => [JSON.stringify(service), () => this.service(service)]));
     }
 
-    leftOut({ left_out: streams, neither, clones_waiting: waiting }) {
-        const services = [...streams.flatMap(({ services }) => services), ...neither, ...waiting];
-        if (services.length === 0) return h("p", { class: "all-placed" }, "Every service that is asked for is placed.");
-        const list = h("ul", { class: "services" }, services.slice(0, mostListed).map((service) => this.service(service)));
-        const rest = services.length - mostListed;
-        return h("section", {}, h("h2", {}, counted(services.length, "service"), " without a place"), list,
-            rest > 0 && h("button", { type: "button", onclick: (event) => {
-                list.append(...services.slice(mostListed).map((service) => this.service(service)));
-                event.target.remove();
-            } }, `Show ${grouped(rest)} more`));
-    }
+    leftOut(isAny) { return isAny ? this.left : h("p", { class: "all-placed" }, "Every service that is asked for is placed."); }
 
     service(service) {
         return h("li", {},

@@ -1,6 +1,6 @@
 // The modules as boxes that fold: how full each output is, and inside which services come in and go out.
 
-import { counted, folded, grouped, h, name, svg } from "./dom.js";
+import { counted, folded, grouped, h, name, renew, svg } from "./dom.js";
 import { isFree, streamOf, usedInputs } from "./outcome.js";
 
 const loadWords = { broken: "Broken", full: "Full", high: "High", free: "Free" };
@@ -63,7 +63,7 @@ export class Placement {
         const words = folded(this.filter.value).split(/\s+/).filter(Boolean);
         const shown = result.modules.map((module, at) => ({ module, loads: loads[at] }))
             .filter(({ module, loads: own }) => this.holds(module, own, words));
-        this.list.replaceChildren(...shown.map(({ module, loads: own }) => this.box(module, own)));
+        renew(this.list, shown.map(({ module, loads: own }) => [this.shownOf(module, own), () => this.box(module, own)]));
         this.count.textContent = shown.length === result.modules.length ? counted(shown.length, "module")
             : `${shown.length} of ${counted(result.modules.length, "module")}`;
     }
@@ -78,12 +78,24 @@ export class Placement {
         return words.every((word) => text.includes(word));
     }
 
+    /// What a box shows, of a folded one its line.
+    shownOf(module, loads) {
+        const isOpen = this.open.has(module.mac);
+        const colours = this.colours.value === "stream" && module.outputs.map(({ services }) => services.map((service) => [service.bitrate, this.colourOf(service)]));
+        const inside = isOpen && [module, module.inputs.map((input) => this.reception(input)), this.sort.value];
+        const { mac, label, controller, inputs, outputs, pids, pids_max: pidsMax } = module;
+        return JSON.stringify([mac, label, controller, usedInputs(module), inputs.length, pids, pidsMax, loads, colours, inside,
+            outputs.map(({ number, bitrate, bitrate_max: most, service_count: count }) => [number, bitrate, most, count])]);
+    }
+
     box(module, loads) {
         const { mac, label, controller, inputs, outputs, pids, pids_max: pidsMax } = module;
         const box = h("details", { class: "module", data: { mac }, ontoggle: (event) => {
             if (box.open) this.open.add(mac);
             else this.open.delete(mac);
-            if (box.open && box.childElementCount === 1) box.append(this.inside(module, loads));
+            // The placement may have become another inside while the line stayed as it was.
+            if (box.open) this.unfold(box, this.outcome.modules.get(mac), loads);
+            else box.lastChild.remove();
             event.stopPropagation();
         } }, h("summary", {},
             h("span", { class: "module-name" }, name(label || mac), label && h("span", { class: "mac" }, name(mac)),
@@ -92,9 +104,13 @@ export class Placement {
             h("span", { class: "bars" }, outputs.map((output, at) => this.bar(output, loads[at])))));
         if (this.open.has(mac)) {
             box.open = true;
-            box.append(this.inside(module, loads));
+            this.unfold(box, module, loads);
         }
         return box;
+    }
+
+    unfold(box, module, loads) {
+        if (box.childElementCount === 1) box.append(this.inside(module, loads));
     }
 
     bar(output, load) {
@@ -107,12 +123,14 @@ export class Placement {
             h("span", { class: "percent", "aria-hidden": "true" }, `${Math.round(share)} %`));
     }
 
+    colourOf(service) { return (this.streams.get(streamOf(service)) ?? 0) % 8; }
+
     streamParts(output) {
         let x = 0;
         return output.services.filter(({ clone }) => !clone).map((service) => {
             const width = percent(service.bitrate, output.bitrate_max);
             x += width;
-            return svg("rect", { class: `c${(this.streams.get(streamOf(service)) ?? 0) % 8}`, x: x - width, width, height: 10 });
+            return svg("rect", { class: `c${this.colourOf(service)}`, x: x - width, width, height: 10 });
         });
     }
 

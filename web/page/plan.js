@@ -12,6 +12,8 @@ export class Plan extends EventTarget {
         this.future = [];
         /// What is in a file, or was never anything: no warning before leaving it.
         this.saved = this.state;
+        /// What outputs are to keep free, as --reserve; empty for the usual.
+        this.reserve = "";
         /// Variants as they were opened.
         this.openings = new WeakSet();
     }
@@ -37,7 +39,8 @@ export class Plan extends EventTarget {
     }
 
     /// Takes up what was open before.
-    recall({ variants, current, isSaved }) {
+    recall({ variants, current, isSaved, reserve = "" }) {
+        this.reserve = reserve;
         const state = { variants, current };
         this.openings.add(variants[current]);
         if (isSaved) this.saved = state;
@@ -66,6 +69,15 @@ export class Plan extends EventTarget {
     look(current) {
         this.become({ ...this.state, current });
     }
+
+    /// Has outputs keep so much free, which is no step: the head-end stays as it is.
+    keepFree(reserve) {
+        this.reserve = reserve;
+        this.become(this.state);
+    }
+
+    /// The same as a part of a question.
+    get reserved() { return this.reserve ? { reserve: this.reserve } : {}; }
 
     addVariant() {
         const { variants, current } = this.state;

@@ -265,6 +265,71 @@ describe("Every answer is the tool's", () => {
     });
 });
 
+describe("With the options of the tool", () => {
+    const told = ({ stderr }) => stderr.trim().split("\n");
+    const modules = join(examples, "modules-8-tight.json");
+    const open = (files, headend, choices) => ask({ ask: "open", names: [...files, headend], modules: true, choices }, [...files, headend].map((file) => readFileSync(file)));
+
+    test("lists, rates and wishes together are imported as the command does it, in any order", () => {
+        const list = join(examples, "sample.lamedb");
+        const rates = join(examples, "sample.rates.csv");
+        const wishes = fileOf("wished.csv", "name;lcn;group\nRadio Faro;12;Radio\nRía Cultura UHD;3;TV\nNobody;4;TV\n");
+        const out = join(folder, "together.json");
+        for (const [choices, parameters] of [
+            [{}, []], [{ "--wish-lcns": true, "--margin": "10%" }, ["--wish-lcns", "--margin", "10%"]],
+            [{ "--margin": "measured=10%, estimated=20", "--exclude": "group=Radio" }, ["--margin", "measured=10%", "--margin", "estimated=20", "--exclude", "group=Radio"]],
+        ]) {
+            const run = spawnSync(recalculo, ["import", list, "--modules", modules, "--measured", rates, "--wish", wishes, ...parameters, "-o", out], { encoding: "utf8" });
+            assert.equal(run.status, 0, run.stderr);
+            for (const files of [[list, rates, wishes], [wishes, rates, list]]) {
+                const answer = open(files, modules, choices);
+                assert.equal(answer.texts[0], readFileSync(out, "utf8"));
+                assert.deepEqual(answer.messages, told(run));
+                assert.deepEqual([answer.of, answer.lists], [["list", "measured", "wished"], [list]]);
+            }
+        }
+        assert.equal(open([list, fileOf("nobody", "Nobody\n")], modules).failure, "none of the wishes is found, and nothing is asked for");
+        assert.match(open([list], modules, { "--margin": "much" }).failure, /^--margin: found "much"/);
+    });
+
+    test("measured rates with a margin, and wishes with their LCNs", () => {
+        const headend = join(folder, "to-take.json");
+        native("import", join(examples, "sample.lamedb"), "--modules", modules, "-o", headend);
+        const rates = join(examples, "sample.rates.csv");
+        const out = join(folder, "taken.json");
+        const measured = spawnSync(recalculo, ["measure", headend, rates, "--margin", "estimated=50%", "-o", out], { encoding: "utf8" });
+        const answer = open([rates], headend, { "--margin": "estimated=50%" });
+        assert.equal(answer.texts[0], readFileSync(out, "utf8"));
+        assert.deepEqual([answer.kind, answer.messages], ["measured", told(measured)]);
+        const wishes = fileOf("numbered.csv", "name;lcn\nRadio Faro;12\nCanal Norte;2\n");
+        const run = spawnSync(recalculo, ["run", headend, "--wish", wishes, "--wish-lcns", "--json", "--trials", "0"], { encoding: "utf8" });
+        const wished = open([wishes], headend, { "--wish-lcns": true });
+        assert.equal(ask({ ask: "write", format: "result" }, [wished.texts[0]]).texts[0], run.stdout);
+        assert.deepEqual([wished.kind, wished.messages], ["wished", told(run)]);
+    });
+
+    test("outputs keep a reserve, also those of a result", () => {
+        const file = join(examples, "small.json");
+        const text = readFileSync(file);
+        const usual = native("run", file, "--json", "--trials", "0");
+        const whole = native("run", file, "--json", "--trials", "0", "--reserve", "12%");
+        assert.notEqual(whole, usual);
+        const written = (from, reserve) => ask({ ask: "write", format: "result", reserve }, [from]).texts[0];
+        assert.deepEqual([written(text, "12%"), written(text), written(text, "12%")], [whole, usual, whole]);
+        assert.deepEqual([written(whole), written(whole, "2.5")], [whole, usual]);
+        assert.ok(ask({ ask: "run", reserve: "12%" }, [text]).cautions.length > 0);
+        assert.equal(ask({ ask: "run", reserve: "half" }, [text]).failure, spawnSync(recalculo, ["run", file, "--reserve", "half"], { encoding: "utf8" }).stderr.trim().replace("recalculo: ", ""));
+        assert.match(native("run", "--help").replace(/\s+/g, " "), new RegExp(ask({ ask: "about" }).reserve.slice(0, 60)));
+    });
+
+    test("the service lists are those of the report page", () => {
+        for (const name of ["small.json", "medium.json"]) {
+            const lists = ask({ ask: "write", format: "lists" }, [readFileSync(join(examples, name))]).texts[0];
+            assert.ok(lists.length > 1000 && native("run", join(examples, name), "--html", "-").includes(lists));
+        }
+    });
+});
+
 describe("What is no head-end is refused in the tool's words", () => {
     const refusal = (text) => spawnSync(recalculo, ["run", fileOf("wrong.json", text)], { encoding: "utf8" }).stderr.trim().replace("recalculo: ", "");
     const wrong = {

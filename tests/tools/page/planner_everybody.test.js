@@ -24,7 +24,7 @@ describe("Large", () => {
         await press(page, "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight");
         await settled(page, () => press(page, "Space"));
         assert.equal((await placed(page)).split(" of ")[1], "9999");
-        for (const view of ["Modules", "Changes", "Diagram"]) await see(page, view);
+        for (const view of ["Modules", "Lists", "Changes", "Diagram"]) await see(page, view);
     });
 
     at("a run is cancelled at once, and the next one answers", async (page) => {
@@ -56,9 +56,10 @@ describe("For everybody", () => {
             await edit(page, "Services");
             await press(page, "Space", "ArrowRight", "ArrowRight", "ArrowRight");
             await settled(page, () => press(page, "Space"));
-            for (const view of ["Overview", "Modules", "Changes", "Diagram", "Ask"]) {
+            for (const view of ["Overview", "Modules", "Lists", "Changes", "Diagram", "Ask"]) {
                 await see(page, view);
                 if (view === "Modules") await page.locator("details.module summary").first().click();
+                if (view === "Lists") await page.locator(".service-list").first().waitFor();
                 await look();
             }
             await see(page, "Overview");
@@ -70,9 +71,10 @@ describe("For everybody", () => {
 
     at("it fits 320 pixels", async (page) => {
         await openFiles(page, medium);
-        for (const view of ["Overview", "Modules", "Changes", "Diagram", "Ask"]) {
+        for (const view of ["Overview", "Modules", "Lists", "Changes", "Diagram", "Ask"]) {
             await see(page, view);
             if (view === "Modules") await page.locator("details.module summary").first().click();
+            if (view === "Lists") await page.locator(".service-list").first().waitFor();
             const { scrollWidth, clientWidth } = await page.evaluate(() => document.documentElement);
             assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= document.documentElement.clientWidth), `${view}: ${scrollWidth} ${clientWidth}`);
         }

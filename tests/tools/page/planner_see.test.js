@@ -23,6 +23,38 @@ describe("See and ask", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("what a change leaves as it is, is not drawn anew, and what it changes is", async (page) => {
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await page.evaluate(() => { for (const one of document.querySelectorAll("[data-at], .overview > *, .overview li")) one.isOld = true; });
+        const old = (selector) => page.locator(selector).evaluateAll((all) => all.map((one) => one.isOld === true));
+        await settled(page, () => press(page, "Space"));
+        assert.match(await page.locator(".tiles").innerText(), /1 removed/);
+        await grid(page, "Services").getByText("not asked for").waitFor();
+        assert.ok((await old("#panel-services [data-at]")).every(Boolean));
+        assert.deepEqual(await old(".tiles"), [false]);
+        for (const part of ["section:has(> .causes)", "section:has(> .services)", "section > .services > li:first-child"]) assert.ok((await old(`.overview > ${part}`)).every(Boolean), part);
+        await press(page, "Control+End");
+        await press(page, "Control+Home");
+        await grid(page, "Services").getByText("not asked for").waitFor();
+    });
+
+    at("a module tells what is inside now, if it was folded before the change", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Modules");
+        await page.locator("details.module summary").first().click();
+        await page.locator(".chip", { hasText: "Canal Uno HD" }).first().waitFor();
+        await page.locator("details.module summary").first().click();
+        const { services } = JSON.parse(readFileSync(small, "utf8"));
+        await edit(page, "Services");
+        await press(page, ...Array(services.findIndex(({ name }) => name === "Canal Uno HD")).fill("ArrowDown"));
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Renamed"); await press(page, "Enter"); });
+        await page.locator("details.module summary").first().click();
+        await page.locator(".chip", { hasText: "Renamed" }).first().waitFor();
+    });
+
     at("a service that is no longer asked for is removed, and added when it is again", async (page) => {
         await openFiles(page, small);
         await edit(page, "Services");
@@ -188,6 +220,52 @@ describe("See and ask", () => {
         await page.getByText(`${bitrate.toLocaleString("en")} of 49,186 kbit/s, ${Math.round(bitrate / 491.86)} %`).waitFor();
     });
 
+    at("outputs are to keep a reserve: what cannot is told, saved with the result, and still so after a reload", async (page) => {
+        await openFiles(page, small);
+        assert.equal(await page.locator("#panel-overview").getByText(/no room for tables/).count(), 0);
+        assert.match(await page.getByLabel("Reserve").getAttribute("title"), /What each output is to keep free/);
+        await page.getByLabel("Reserve").fill("12%");
+        await settled(page, () => press(page, "Enter"));
+        await page.locator("#panel-overview").getByText(/no room for tables/).first().waitFor();
+        await page.getByText("Take along").click();
+        const { text } = await downloaded(page, () => page.getByRole("button", { name: "Result (JSON)" }).click());
+        assert.equal(text, native("run", small, "--json", "--trials", "0", "--reserve", "12%"));
+        await page.reload();
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await page.getByLabel("Reserve").inputValue(), "12%");
+        await page.locator("#panel-overview").getByText(/no room for tables/).first().waitFor();
+        await page.getByLabel("Reserve").fill("half");
+        await press(page, "Enter");
+        await page.locator("#messages").getByText(/--reserve: found "half"/).waitFor();
+        await page.getByLabel("Reserve").fill("");
+        await settled(page, () => press(page, "Enter"));
+        assert.equal(await page.locator("#panel-overview").getByText(/no room for tables/).count(), 0);
+    });
+
+    at("the service lists of the outputs are those of the report, follow each change and lead to the modules", async (page) => {
+        await openFiles(page, medium);
+        await see(page, "Lists");
+        const result = JSON.parse(native("run", medium, "--json", "--trials", "0"));
+        const outputs = result.modules.flatMap((module) => module.outputs.filter(({ services }) => services.length > 0).map((output) => ({ module, output })));
+        const lists = page.locator(".service-list");
+        await lists.first().waitFor();
+        assert.equal(await lists.count(), outputs.length);
+        assert.deepEqual(await lists.locator("tbody").evaluateAll((bodies) => bodies.map((body) => body.rows.length)), outputs.map(({ output }) => output.services.length));
+        const [{ output: { services } }] = outputs;
+        const one = services.toSorted((left, right) => left.lcn - right.lcn)[0];
+        await lists.first().locator("tbody tr").first().getByText(one.output_name).waitFor();
+        await page.getByRole("searchbox", { name: "Filter the lists" }).fill(one.output_name);
+        assert.ok(await page.locator(".service-list:visible").count() < outputs.length);
+        await page.getByRole("searchbox", { name: "Filter the lists" }).fill("");
+        const { services: all } = JSON.parse(readFileSync(medium, "utf8"));
+        await edit(page, "Services");
+        await press(page, ...Array(all.findIndex(({ lcn, sid }) => lcn === one.lcn && sid === one.sid)).fill("ArrowDown"), "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Renamed by hand"); await press(page, "Enter"); });
+        await page.locator(".service-list").getByText("Renamed by hand").first().waitFor();
+        await page.locator(".service-list .link").first().click();
+        assert.equal(await page.locator("details.module[open]").count(), 1);
+    });
+
     at("what was opened last is what one compares with", async (page) => {
         await openFiles(page, medium);
         await openFiles(page, small);
@@ -205,7 +283,9 @@ describe("See and ask", () => {
         await openFiles(page, made("</script>.json", { name: hostile[1], modules: [{ mac: hostile[0], label: hostile[1], controller: true, inputs: 1, outputs: [20000], pids_max: 0 }], services }));
         await edit(page, "Services");
         await grid(page, "Services").getByText(hostile[0]).waitFor();
-        for (const view of ["Modules", "Diagram", "Changes", "Overview"]) await see(page, view);
+        for (const view of ["Modules", "Lists", "Diagram", "Changes", "Overview"]) await see(page, view);
+        await see(page, "Lists");
+        await page.locator(".service-list").getByText(hostile[0]).first().waitFor();
         assert.equal(await page.locator("img").count(), 0);
     });
 });

@@ -88,6 +88,58 @@ describe("Start", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("measured rates are taken again with a margin, and a wish list with its LCNs", async (page) => {
+        const services = [{ lcn: 1, name: "One", onid: 1, tsid: 1002, sid: 201, bitrate: 1 }, { lcn: 2, name: "Two", onid: 1, tsid: 1002, sid: 202, bitrate: 1 }];
+        await openFiles(page, made("two.json", { modules: [{ mac: "02:00:00:00:00:01", controller: true, inputs: 1, outputs: [38000], pids_max: 0 }], services }));
+        await edit(page, "Services");
+        await settled(page, async () => drop(page, "sample.rates.csv", readFileSync(join(examples, "sample.rates.csv"), "utf8")));
+        await page.getByText("Take it otherwise").click();
+        assert.equal(await page.getByLabel(/LCNs of the wish lists/).isVisible(), false);
+        await page.getByLabel(/^Add so much to peak bitrates/).fill("10%");
+        await settled(page, () => page.getByRole("button", { name: "Take again" }).click());
+        await grid(page, "Services").getByText("23144", { exact: true }).waitFor();
+        await settled(page, async () => drop(page, "wishes.csv", "name;lcn\nTwo;77\n"));
+        await page.getByText("Take it otherwise").click();
+        await page.getByLabel(/LCNs of the wish lists/).check();
+        await settled(page, () => page.getByRole("button", { name: "Take again" }).click());
+        await grid(page, "Services").getByText("77", { exact: true }).waitFor();
+        assert.equal((await placed(page)).split(" of ")[1], "1");
+        for (let step = 0; step < 4; ++step) await settled(page, () => page.locator("#undo").click());
+        assert.equal(await grid(page, "Services").getByText("77", { exact: true }).count(), 0);
+        assert.equal(await grid(page, "Services").getByText("23144", { exact: true }).count(), 0);
+    });
+
+    at("a channel list and a wish list are dropped together: what is wished for is imported", async (page) => {
+        const wishes = made("wishes.csv", "name;lcn\nRadio Faro;12\nCanal Norte;2\nNobody;3\n");
+        await openFiles(page, wishes, made("my list.lamedb", readFileSync(join(examples, "sample.lamedb"), "utf8")));
+        assert.equal((await placed(page)).split(" of ")[1], "2");
+        assert.match(await page.locator("#messages").innerText(), /Nobody/);
+        assert.equal(await page.locator("#name").inputValue(), "my list");
+        await page.getByText("Import it otherwise").click();
+        await page.getByLabel(/LCNs of the wish lists/).check();
+        await settled(page, () => page.getByRole("button", { name: "Import again" }).click());
+        await edit(page, "Services");
+        await grid(page, "Services").getByText("12", { exact: true }).waitFor();
+    });
+
+    at("what is imported onto a sample is called as its list, and an own head-end keeps its name", async (page) => {
+        const list = readFileSync(join(examples, "sample.lamedb"), "utf8");
+        await settled(page, async () => drop(page, "Astra 19.2E.lamedb", list));
+        assert.equal(await page.locator("#name").inputValue(), "Astra 19.2E");
+        assert.match(await page.title(), /^• Astra 19\.2E ·/);
+        await settled(page, async () => drop(page, "other.lamedb", list));
+        assert.equal(await page.locator("#name").inputValue(), "Astra 19.2E");
+        await openFiles(page, small);
+        await settled(page, async () => drop(page, "other.lamedb", list));
+        assert.equal(await page.locator("#name").inputValue(), "Small head-end");
+    });
+
+    at("what is imported onto a sample that was begun with is called as its list", async (page) => {
+        await settled(page, () => page.getByRole("button", { name: "A small head-end" }).click());
+        await settled(page, async () => drop(page, "other.lamedb", readFileSync(join(examples, "sample.lamedb"), "utf8")));
+        assert.equal(await page.locator("#name").inputValue(), "other");
+    });
+
     at("of many messages a few are told, and all of them unfold", async (page) => {
         const lines = Array.from({ length: 9 }, (one, at) => `Channel ${at}:nonsense:${"x:".repeat(10)}x`);
         await settled(page, async () => drop(page, "channels.conf", [...lines, ...Array.from({ length: 3 }, (one, at) => `TV ${at}:11836:hC34M2O0S0:S19.2E:27500:101:102:104:0:2840${at}:1:1101:0`)].join("\n")));

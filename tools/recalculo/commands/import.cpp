@@ -41,17 +41,6 @@ bool is_standard_input_taken(const ImportOptions& options) {
            options.modules == standard_stream;
 }
 
-/// What was measured is known.
-void take_kinds(const Measuring& measuring, ImportedChannels& imported) {
-    for (std::size_t place = 0; place < imported.facts.size(); ++place) {
-        ServiceFacts& facts = imported.facts[place];
-        if (measuring.kinds[place])
-            facts = {*measuring.kinds[place], false, false, facts.has_estimated_pids};
-    }
-    for (const std::size_t place : measuring.of_known_pids)
-        imported.facts[place].has_estimated_pids = false;
-}
-
 } // namespace
 
 void import_command(const ImportOptions& options) {

@@ -143,14 +143,12 @@ Option wish_option(WishInput& input, const std::string& effect) {
 }
 
 Option wish_lcns_flag(WishInput& input) {
-    return flag("--wish-lcns", input.lcns,
-                "Take over the LCNs of the wish lists, or where these have none the places in them");
+    return flag("--wish-lcns", input.lcns, meaning_of_wished_lcns);
 }
 
 Option margin_option(MeasuredInput& input, const std::string& which) {
     return with_value({"--margin"}, "[KIND=]N%", &input.margins,
-                      "Add so much to peak bitrates: measured=N% to " + which +
-                          ", estimated=N% to estimates, N% to both; may be given several times");
+                      meaning_of_margins(which) + "; may be given several times");
 }
 
 Option verbose_flag(bool& verbose) {
@@ -158,10 +156,7 @@ Option verbose_flag(bool& verbose) {
 }
 
 Option reserve_option(ReserveInput& input) {
-    return with_value(
-        {"--reserve"}, "N%", &input.percent,
-        "What each output is to keep free for tables, of its maximum; 2.5% by default. The report "
-        "tells which cannot; the engine does not know of it");
+    return with_value({"--reserve"}, "N%", &input.percent, meaning_of_reserve);
 }
 
 Option all_cautions_flag(bool& verbose) {

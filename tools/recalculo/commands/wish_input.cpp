@@ -8,6 +8,7 @@
 #include "base/streams.h"
 #include "report/terminal.h"
 #include "report/wishing_text.h"
+#include "wishes/wished_import.h"
 
 namespace zarven::tool {
 
@@ -18,14 +19,13 @@ void tell(const std::vector<std::string>& messages) {
         write_message(message);
 }
 
-Wishing find_told(const WishInput& input, const std::vector<WishList>& lists, std::vector<Service>& services,
-                  const std::vector<Reception>& streams) {
-    const Wishing wishing = find_wishes(lists, services, streams);
+/// Tells what the wishes mean, and gives the services what the lists say of them.
+void tell_and_value(const WishInput& input, const std::vector<WishList>& lists, const Wishing& wishing,
+                    std::vector<Service>& services) {
     tell(wishing_messages(lists, services, wishing, extent_of(input.verbose)));
     if (wishing.met.empty())
         throw Failure(no_wish_is_met, ExitCode::engine_did_not_run);
     value_wishes(lists, wishing, services);
-    return wishing;
 }
 
 } // namespace
@@ -48,27 +48,17 @@ void ask_for_wishes(const WishInput& input, const std::string& path, Headend& he
     const std::vector<WishList> lists = read_wishes(input, path == standard_stream);
     if (lists.empty())
         return;
-    Wishing wishing = find_told(input, lists, headend.services, headend.streams);
+    Wishing wishing = find_wishes(lists, headend.services, headend.streams);
+    tell_and_value(input, lists, wishing, headend.services);
     ask_for_met(wishing, headend.services);
     take_wished_lcns(input, lists, wishing, headend);
 }
 
 Wishing keep_wishes(const WishInput& input, const std::vector<WishList>& lists, const ServiceFilter& filter,
                     ImportedChannels& imported) {
-    std::vector<Reception> streams;
-    for (const auto& [stream, reception] : imported.receptions)
-        streams.push_back(reception);
-    Wishing wishing = find_told(input, lists, imported.services, streams);
-    const auto is_unwanted = [&](const MetWish& met) {
-        return !filter.wants(imported.services[met.service]);
-    };
-    wishing.met.erase(std::remove_if(wishing.met.begin(), wishing.met.end(), is_unwanted), wishing.met.end());
-    std::vector<std::size_t> order;
-    for (MetWish& met : wishing.met) {
-        order.push_back(met.service);
-        met.service = order.size() - 1;
-    }
-    keep_services(imported, order);
+    Wishing wishing = find_wishes(lists, imported);
+    tell_and_value(input, lists, wishing, imported.services);
+    keep_wished(wishing, filter, imported);
     return wishing;
 }
 

@@ -17,6 +17,12 @@ struct Margins {
 
 inline constexpr std::uint32_t most_margin = 1000;
 
+/// For people; `which` is what "measured" stands for.
+inline std::string meaning_of_margins(const std::string& which) {
+    return "Add so much to peak bitrates: measured=N% to " + which +
+           ", estimated=N% to estimates, N% to both";
+}
+
 /// Of texts such as "10%" for both, "measured=10%" and "estimated=20%"; the last for each counts. Throws
 /// `Failure`.
 Margins read_margins(const std::vector<std::string>& texts);

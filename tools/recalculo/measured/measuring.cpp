@@ -242,4 +242,14 @@ Measuring apply_measurements(const std::vector<MeasuredFile>& files, const Margi
     return std::move(application).result();
 }
 
+void take_kinds(const Measuring& measuring, ImportedChannels& imported) {
+    for (std::size_t place = 0; place < imported.facts.size(); ++place) {
+        ServiceFacts& facts = imported.facts[place];
+        if (measuring.kinds[place])
+            facts = {*measuring.kinds[place], false, false, facts.has_estimated_pids};
+    }
+    for (const std::size_t place : measuring.of_known_pids)
+        imported.facts[place].has_estimated_pids = false;
+}
+
 } // namespace zarven::tool

@@ -15,6 +15,7 @@
 
 #include "headend/headend.h"
 #include "headend/stream.h"
+#include "lineup/channel_import.h"
 #include "lineup/stream_loads.h"
 #include "measured/margins.h"
 #include "measured/measurement.h"
@@ -78,6 +79,9 @@ enum class Descrambling { as_measured, as_planned };
 /// Changes the services. Estimates of services that were not measured get their margin, too.
 Measuring apply_measurements(const std::vector<MeasuredFile>& files, const Margins& margins,
                              Descrambling descrambling, std::vector<Service>& services);
+
+/// Of services that are imported: what was measured is known.
+void take_kinds(const Measuring& measuring, ImportedChannels& imported);
 
 } // namespace zarven::tool
 

@@ -75,6 +75,10 @@ struct Wishing {
 /// What is told where no service is met.
 inline constexpr const char* no_wish_is_met = "none of the wishes is found, and nothing is asked for";
 
+/// What `number_wishes` does, for people.
+inline constexpr const char* meaning_of_wished_lcns =
+    "Take over the LCNs of the wish lists, or where these have none the places in them";
+
 /// What the wishes mean.
 Wishing find_wishes(const std::vector<WishList>& lists, const std::vector<Service>& services,
                     const std::vector<Reception>& streams);

@@ -95,5 +95,13 @@ TEST(ServiceLists, AnOutputThatCarriesNothingHasNone) {
     EXPECT_FALSE(has(body_of_page(result_page(result)), "#service-lists"));
 }
 
+TEST(ServiceLists, StandAloneAsTheyStandInThePage) {
+    const Result result = result_with_everything();
+    const std::string alone = service_lists_markup(result);
+    EXPECT_EQ(occurrences(alone, "<div class=\"service-list\""), 2u);
+    EXPECT_TRUE(has(result_page(result), alone));
+    EXPECT_FALSE(has(service_lists_markup(Result()), "<"));
+}
+
 } // namespace
 } // namespace zarven::tool::result_lists_test

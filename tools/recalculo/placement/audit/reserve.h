@@ -19,6 +19,10 @@ struct Reserve {
 
 inline constexpr std::uint32_t most_reserve_percent = 50;
 
+inline constexpr const char* meaning_of_reserve =
+    "What each output is to keep free for tables, of its maximum; 2.5% by default. The report tells which "
+    "cannot; the engine does not know of it";
+
 /// Of a text such as "2.5%"; the sign may be left out. Throws `Failure`.
 Reserve read_reserve(const std::string& text);
 

@@ -20,6 +20,7 @@ endfunction()
 
 file(READ ${CMAKE_CURRENT_LIST_DIR}/page_frame.mustache page_frame_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/result_page.mustache result_page_template)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/service_lists.mustache service_lists_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/comparison_page.mustache comparison_page_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/choice_page.mustache choice_page_template)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/drill_page.mustache drill_page_template)

@@ -8,6 +8,8 @@ namespace zarven::tool {
 /// What stands around the content of every page, and the contents.
 extern const char* const page_frame_template;
 extern const char* const result_page_template;
+/// A part of the page of a result.
+extern const char* const service_lists_template;
 extern const char* const comparison_page_template;
 extern const char* const choice_page_template;
 extern const char* const drill_page_template;

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_parts.h"
 
@@ -102,6 +103,12 @@ list list_entries(const Result& result) {
         }
     }
     return entries;
+}
+
+std::string service_lists_markup(const Result& result) {
+    data facts;
+    facts["service_lists"] = data(list_entries(result));
+    return kainjow::mustache::mustache(service_lists_template).render(facts);
 }
 
 } // namespace zarven::tool

@@ -162,6 +162,7 @@ data facts_of(const Result& result, const StreamMarks& marks) {
     const list service_lists = list_entries(result);
     facts["has_service_lists"] = !service_lists.empty();
     facts["service_lists"] = data(service_lists);
+    facts["service_list_tables"] = service_lists_template;
     return facts;
 }
 
