@@ -185,6 +185,18 @@ TEST_F(Settling, OfTheSameValueAndNumberTheBetterVariantsStay) {
     EXPECT_EQ(asked(), (Lcns{2, 3}));
 }
 
+TEST_F(Settling, AVariantThatIsNotPlacedIsNotTaken) {
+    headend.modules[0].inputs = 1;
+    // With LCN 2 the engine would take stream 10, which is worth more.
+    headend.services = {variant(1, 20, "X", 12000), variant(2, 30, "X", 12000), service(3, 10, 3000),
+                        service(9, 20, 3000)};
+    headend.services[2].value = 5;
+    EXPECT_EQ(asked(), (Lcns{1, 3, 9}));
+    headend.services[1].bitrate = 3000;
+    headend.services[1].tsid = 10;
+    EXPECT_EQ(asked(), (Lcns{2, 3, 9}));
+}
+
 TEST_F(Settling, ABetterVariantIsTakenOnceItFits) {
     headend.modules = {{"A", 3, true, 3, {15000}, 1, 0, 2, 1}, {"B", 3, false, 1, {9000}, 5, 0, 0, 0}};
     headend.services = {variant(2, 60, "X", 6000), variant(3, 10, "X", 6000), variant(7, 10, "Y", 6500),
