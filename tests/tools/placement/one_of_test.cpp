@@ -326,6 +326,28 @@ TEST_F(Settling, ResultsTellWhatIsAskedFor) {
         "for, \"S2\" (LCN 2, stream 1/10)");
 }
 
+TEST_F(Settling, AGroupIsAMustIfAnyOfItIs) {
+    headend.services = {variant(1, 10, "X", 10000), variant(2, 10, "X", 4000), variant(3, 10, "Y", 100),
+                        service(9, 10), service(10, 10, 100)};
+    headend.services[0].must = headend.services[4].must = true;
+    const auto counts = [this] {
+        Headend settled = headend;
+        settle_variants(settled, "f", 9);
+        EngineRun run = load_engine(settled, "f");
+        run_engine(run, "f");
+        return result_of(run, "", Reasons::omitted).counts;
+    };
+    EXPECT_EQ(counts().musts, 2u);
+    EXPECT_EQ(counts().musts_placed, 1u) << "in its place stands LCN 2, which is none";
+    headend.services[1].must = true;
+    EXPECT_EQ(counts().musts, 2u) << "one of the group counts";
+    EXPECT_EQ(counts().musts_placed, 2u);
+    headend.services[4].ask = false;
+    headend.services[2].must = true;
+    EXPECT_EQ(counts().musts, 2u) << "LCN 10 is not asked for";
+    EXPECT_EQ(counts().musts_placed, 2u);
+}
+
 TEST_F(Settling, OfAGroupWithoutValueNoneIsAskedFor) {
     headend.services = {variant(1, 10, "X"), service(9, 10)};
     headend.services[0].value = 0;
