@@ -88,6 +88,19 @@ TEST_F(OneOfChoice, BetterVariantsAreTakenWhereNothingIsLost) {
     }
 }
 
+TEST_F(OneOfChoice, OfVariantsThatAreWorthTheSameTheFirstIsTaken) {
+    headend.modules[0].outputs = {8000};
+    headend.modules[0].pids_max = 4;
+    // LCN 2 has to be withheld. Which of the variants the search then comes by is chance.
+    headend.services = {service(2, 10, 6500, 4), variant(3, 10, "X", 6000), variant(5, 10, "X", 5000),
+                        variant(4, 10, "X", 1000)};
+    for (std::size_t index = 1; index < 4; ++index)
+        headend.services[index].value = 4;
+    headend.services[3].ca_pids = headend.services[3].ca_pids_max = 3;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed)
+        EXPECT_EQ(chosen(60, seed).asked, (Flags{false, true, false, false})) << "seed " << seed;
+}
+
 TEST_F(OneOfChoice, ABetterVariantIsNotTakenWhereSomethingIsLost) {
     headend.services = {variant(1, 10, "X", 19000), variant(2, 10, "X", 3000), variant(4, 20, "Y", 1000),
                         variant(5, 10, "Y", 500)};
