@@ -48,9 +48,10 @@ TEST_F(CommandLine, TheReserveIsThatOfTheCommandLine) {
     EXPECT_TRUE(has(run("compare --reserve 11 " + headend + " " + headend).out, no_room + "1100"));
     for (const std::string& command :
          std::vector<std::string>{"run", "explain", "choose", "compare " + headend})
-        expect_refused(
-            run(command + " --reserve half " + headend),
-            "--reserve: found \"half\", expected percent from 0 to 50 with at most two decimals, as 2.5%");
+        for (const std::string percent : {"half", ""})
+            expect_refused(run(command + " --reserve '" + percent + "' " + headend),
+                           "--reserve: found \"" + percent +
+                               "\", expected percent from 0 to 50 with at most two decimals, as 2.5%");
 }
 
 TEST_F(CommandLine, AResultKeepsItsReserve) {

@@ -314,6 +314,30 @@ TEST_F(CommandLine, AFileWithoutNameIsRefused) {
     expect_refused(run("run ''"), "\"\": cannot be opened: No such file or directory");
 }
 
+/// As of an unset variable of a shell.
+TEST_F(CommandLine, AnEmptyNumberIsRefused) {
+    const auto expect_number = [this](const std::string& command, const std::string& option,
+                                      const std::string& range = "") {
+        expect_refused(run(command + " '" + small + "' " + option + " ''"),
+                       option + ": found \"\", expected a whole number" + range +
+                           "\nRun with --help for more information.");
+    };
+    expect_number("run", "--max-log");
+    for (const std::string command : {"run", "explain", "compare", "size", "choose", "drill", "bound"})
+        expect_number(command, "--max-seconds");
+    for (const std::string kind : {"radio", "sd", "hd", "uhd"})
+        expect_number("import", "--" + kind + "-bitrate");
+    for (const std::string command : {"run", "explain"})
+        expect_number(command, "--trials", " from 0 to 1000000");
+    for (const std::string command : {"size", "choose", "drill"})
+        expect_number(command, "--jobs", " from 1 to 256");
+    expect_number("size", "--most", " from 0 to 10000");
+    expect_number("drill", "--most", " from 0 to 1000");
+    expect_number("choose", "--seconds", " from 1 to 86400");
+    expect_number("choose", "--runs", " from 1 to 2147483647");
+    expect_number("choose", "--seed", " from 0 to 2147483647");
+}
+
 TEST_F(CommandLine, ValuesAreChangedForOneRun) {
     const std::string headend = write("headend.json", two_streams);
     const auto placed = [this](const std::string& arguments) {

@@ -60,7 +60,7 @@ TEST_F(Bounded, WhatWasLoadedStaysWhole) {
     EngineRun run;
     host::RunLimits limits;
     limits.time = std::chrono::milliseconds(0);
-    EXPECT_NE(stopped(limits, run), "");
+    EXPECT_NE(stopped(limits, run), "(no failure)");
     host::limit_runs({});
     run_engine(run, "f");
     EngineRun undisturbed = load_engine(exploding(60, 40, 10), "f");
@@ -183,6 +183,29 @@ TEST_F(Bounded, NothingIsThrownOutsideOfARun) {
     host::limit_runs(limits);
     for (int call = 0; call < 10000; ++call)
         syslog(7, "%d", call);
+}
+
+TEST_F(Bounded, SeveralRunsMayHaveTheTimeOfOne) {
+    const host::Log silence("");
+    host::RunLimits limits;
+    limits.time = std::chrono::hours(1);
+    host::limit_runs(limits);
+    {
+        const host::TimeOfOneRun time;
+        EXPECT_FALSE(time.is_over());
+    }
+    EngineRun run;
+    limits.time = std::chrono::milliseconds(0);
+    host::limit_runs(limits);
+    {
+        const host::TimeOfOneRun time;
+        EXPECT_TRUE(time.is_over());
+        limits.time = std::chrono::hours(1);
+        EXPECT_NE(stopped(limits, run), "(no failure)") << "it began when there was no time left";
+    }
+    EXPECT_EQ(stopped(limits, run), "(no failure)");
+    host::limit_runs({});
+    EXPECT_FALSE(host::TimeOfOneRun().is_over());
 }
 
 TEST_F(Bounded, SomebodyLooksNowAndThen) {

@@ -23,10 +23,11 @@ class OneOfChoice : public testing::Test {
 protected:
     OneOfChoice() { headend.modules.push_back({"A", 3, true, 2, {10000}, 8, 0, 0, 0}); }
 
-    Choice chosen(std::uint64_t runs = 2000) const {
+    Choice chosen(std::uint64_t runs = 2000, std::uint64_t seed = 1) const {
         ChoosingLimits limits;
         limits.time = std::chrono::hours(1);
         limits.runs = runs;
+        limits.seed = seed;
         return choose_services(headend, limits, {}, [](const ChoosingProgress&) { return true; });
     }
 
@@ -59,6 +60,91 @@ TEST_F(OneOfChoice, OneOfThemCountsHoweverMuchThereIsRoom) {
     const Choice choice = chosen(300);
     EXPECT_EQ(choice.asked, (Flags{true, false, false}));
     EXPECT_EQ(choice.worth.value, 1u);
+}
+
+/// Three services that take the only input from LCN 3, which is worth more: the search has to withhold them,
+/// and asks for whatever variants it comes by.
+void add_rivals_of_a_stream(Headend& headend) {
+    headend.modules[0].inputs = 1;
+    headend.modules[0].outputs = {20000};
+    headend.services.push_back(service(3, 10, 3000));
+    headend.services.back().value = 9;
+    for (std::uint16_t lcn = 11; lcn <= 13; ++lcn)
+        headend.services.push_back(service(lcn, 20, 100));
+}
+
+Flags first(std::ptrdiff_t number, const Flags& flags) {
+    return {flags.begin(), flags.begin() + number};
+}
+
+TEST_F(OneOfChoice, BetterVariantsAreTakenWhereNothingIsLost) {
+    headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 3000), variant(4, 10, "Y", 1000),
+                        variant(5, 10, "Y", 500),  variant(6, 30, "Z", 500),  variant(7, 30, "Z", 400)};
+    add_rivals_of_a_stream(headend);
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const Choice choice = chosen(200, seed);
+        EXPECT_EQ(choice.worth.value, 11u) << "seed " << seed;
+        EXPECT_EQ(first(4, choice.asked), (Flags{true, false, true, false})) << "seed " << seed;
+    }
+}
+
+TEST_F(OneOfChoice, OfVariantsThatAreWorthTheSameTheFirstIsTaken) {
+    headend.modules[0].outputs = {8000};
+    headend.modules[0].pids_max = 4;
+    // LCN 2 has to be withheld. Which of the variants the search then comes by is chance.
+    headend.services = {service(2, 10, 6500, 4), variant(3, 10, "X", 6000), variant(5, 10, "X", 5000),
+                        variant(4, 10, "X", 1000)};
+    for (std::size_t index = 1; index < 4; ++index)
+        headend.services[index].value = 4;
+    headend.services[3].ca_pids = headend.services[3].ca_pids_max = 3;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed)
+        EXPECT_EQ(chosen(60, seed).asked, (Flags{false, true, false, false})) << "seed " << seed;
+}
+
+TEST_F(OneOfChoice, ABetterVariantIsNotTakenWhereSomethingIsLost) {
+    headend.services = {variant(1, 10, "X", 19000), variant(2, 10, "X", 3000), variant(4, 20, "Y", 1000),
+                        variant(5, 10, "Y", 500)};
+    add_rivals_of_a_stream(headend);
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const Choice choice = chosen(200, seed);
+        EXPECT_EQ(choice.worth.value, 11u) << "seed " << seed;
+        EXPECT_EQ(first(4, choice.asked), (Flags{false, true, false, true})) << "seed " << seed;
+    }
+}
+
+TEST_F(OneOfChoice, TheSearchEndsWhenTheBestOfEachIsPlaced) {
+    headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 3000)};
+    EXPECT_EQ(chosen(30000).states, 0u);
+    headend.services[0].bitrate = 12000;
+    // There is no end while something better could be: here a better variant, which may be worth more.
+    const Choice choice = chosen(30000);
+    EXPECT_EQ(choice.asked, (Flags{false, true}));
+    EXPECT_EQ(choice.states, 30000u);
+    headend.services = {service(1, 10, 12000), service(2, 10, 3000)};
+    EXPECT_EQ(chosen(30000).states, 30000u) << "a service is withheld, or not placed";
+}
+
+TEST_F(OneOfChoice, VariantsOfOneKeyAreNotAskedForTogether) {
+    headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 3000), service(3, 10, 3000),
+                        service(4, 10, 3000)};
+    headend.services[1].lcn = 1;
+    for (std::uint64_t seed = 1; seed <= 10; ++seed)
+        EXPECT_EQ(chosen(200, seed).asked, (Flags{false, true, true, true})) << "seed " << seed;
+}
+
+TEST_F(OneOfChoice, OfAGroupThatIsWithheldTheBestCountsAlone) {
+    headend.services = {variant(1, 20, "X", 9000), variant(2, 20, "X", 9000), variant(5, 20, "X", 9000),
+                        service(3, 10, 6000)};
+    headend.services[3].value = 9;
+    const Choice choice = chosen();
+    EXPECT_EQ(choice.worth.value, 9u);
+    EXPECT_LE(choice.worth.withheld, 1u);
+    headend.modules[0].inputs = 1;
+    headend.services[0].bitrate = headend.services[1].bitrate = headend.services[2].bitrate = 1000;
+    headend.services.push_back(service(4, 20, 1000));
+    const Choice with_one_input = chosen();
+    EXPECT_EQ(with_one_input.worth.value, 9u);
+    EXPECT_LE(with_one_input.worth.withheld, 2u);
 }
 
 TEST_F(OneOfChoice, TheReportTellsGroupsByWhatIsAskedFor) {

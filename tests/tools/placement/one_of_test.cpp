@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include "placement/audit/audit.h"
 #include "placement/bound.h"
+#include "placement/exploding.h"
 #include "placement/failing/drill_parts.h"
 #include "placement/made_services.h"
 #include "placement/result.h"
@@ -12,6 +14,7 @@
 #include "placement/running/engine_run.h"
 #include "placement/running/host.h"
 #include "placement/service_query.h"
+#include "placement/services.h"
 
 #include "failure_message.h"
 
@@ -66,6 +69,19 @@ TEST(OneOf, GroupsStandInTheOrderOfTheirBest) {
     services[1].value = 2;
     EXPECT_EQ(one_of_groups(services).at(0).name, "B");
     EXPECT_EQ(one_of_groups(services).size(), 2u);
+}
+
+TEST(OneOf, EqualOnesStandInTheOrderOfTheHeadend) {
+    std::vector<Service> services;
+    Places places;
+    for (std::uint16_t place = 0; place < 40; ++place) {
+        services.push_back(variant(static_cast<std::uint16_t>(100 - place), 10, "Z"));
+        places.push_back(place);
+    }
+    services.push_back(variant(1, 10, "A"));
+    EXPECT_EQ(order_of(services), places);
+    EXPECT_EQ(one_of_groups(services).at(0).name, "Z");
+    EXPECT_EQ(one_of_groups(services).at(1).name, "A");
 }
 
 TEST(OneOf, TheBestThatDoesNotYieldIsAskedFor) {
@@ -151,6 +167,134 @@ TEST_F(Settling, AVariantThatBringsLessIsNotTaken) {
     EXPECT_EQ(asked(), (Lcns{1, 8, 9})) << "no value makes up for a must";
 }
 
+TEST_F(Settling, OfTheSameValueMoreServicesAreBetter) {
+    headend.modules[0].inputs = 1;
+    headend.services = {variant(1, 30, "X", 12000), variant(2, 20, "X", 3000), service(3, 20, 3000),
+                        service(8, 10, 3000)};
+    headend.services[3].value = 2;
+    EXPECT_EQ(asked(), (Lcns{2, 3, 8})) << "stream 20 with two instead of stream 10 with LCN 8";
+    headend.services[3].value = 3;
+    EXPECT_EQ(asked(), (Lcns{1, 3, 8}));
+}
+
+TEST_F(Settling, OfTheSameValueAndNumberTheBetterVariantsStay) {
+    headend.modules[0].inputs = 1;
+    // With LCN 2 and 4 the engine would take stream 10, and the other group had nothing.
+    headend.services = {variant(1, 30, "X", 12000), variant(2, 20, "X", 3000), variant(3, 30, "Y", 12000),
+                        variant(4, 10, "Y", 3000)};
+    EXPECT_EQ(asked(), (Lcns{2, 3}));
+}
+
+TEST_F(Settling, AVariantThatIsNotPlacedIsNotTaken) {
+    headend.modules[0].inputs = 1;
+    // With LCN 2 the engine would take stream 10, which is worth more.
+    headend.services = {variant(1, 20, "X", 12000), variant(2, 30, "X", 12000), service(3, 10, 3000),
+                        service(9, 20, 3000)};
+    headend.services[2].value = 5;
+    EXPECT_EQ(asked(), (Lcns{1, 3, 9}));
+    headend.services[1].bitrate = 3000;
+    headend.services[1].tsid = 10;
+    EXPECT_EQ(asked(), (Lcns{2, 3, 9}));
+}
+
+TEST_F(Settling, ABetterVariantIsTakenOnceItFits) {
+    headend.modules = {{"A", 3, true, 3, {15000}, 1, 0, 2, 1}, {"B", 3, false, 1, {9000}, 5, 0, 0, 0}};
+    headend.services = {variant(2, 60, "X", 6000), variant(3, 10, "X", 6000), variant(7, 10, "Y", 6500),
+                        variant(8, 10, "Y", 7500)};
+    const std::uint16_t pids[] = {4, 3, 3, 0};
+    for (std::size_t index = 0; index < 4; ++index)
+        headend.services[index].ca_pids = headend.services[index].ca_pids_max = pids[index];
+    headend.services[0].must = headend.services[1].must = true;
+    EXPECT_EQ(asked(3), (Lcns{3, 8})) << "LCN 7 has no room, and while it is asked for, LCN 2 has none";
+    EXPECT_EQ(asked(), (Lcns{2, 8}));
+}
+
+TEST_F(Settling, GroupsAreSettledAgainUntilNothingChanges) {
+    headend.modules[0].inputs = 1;
+    // LCN 3 does not fit, but draws the input to its stream: LCN 2 fits once LCN 4 is asked for.
+    headend.services = {variant(1, 10, "X", 12000), variant(2, 10, "X", 3000), variant(3, 20, "Y", 12000),
+                        variant(4, 10, "Y", 3000), service(9, 20, 3000)};
+    for (std::size_t index = 0; index < 4; ++index)
+        headend.services[index].value = 2;
+    EXPECT_EQ(asked(), (Lcns{2, 4, 9}));
+    headend.services.push_back(variant(12, 30, "Z", 12000));
+    EXPECT_EQ(asked(), (Lcns{2, 4, 9, 12})) << "the last group does not change";
+}
+
+TEST_F(Settling, AVariantWithWhichSomethingBreaksIsNotTaken) {
+    headend.modules = {{"A", 3, true, 2, {14000}, 2, 1, 2, 2}, {"B", 3, false, 2, {5000}, 3, 2, 1, 0}};
+    headend.services = {service(1, 10, 4500, 1), variant(3, 10, "X", 6000), service(9, 10, 1000, 2),
+                        service(10, 30, 1000, 2), variant(12, 10, "X", 3000)};
+    headend.services[1].ca_pids = headend.services[1].ca_pids_max = 3;
+    Headend with_second = headend;
+    with_second.services[1].yields = true;
+    for (const auto& [tried, is_broken] : {std::make_pair(&headend, false), {&with_second, true}}) {
+        EngineRun run = load_engine(*tried, "f");
+        run_engine(run, "f");
+        EXPECT_EQ(has_broken(run), is_broken);
+        EXPECT_EQ(placed_of(run).count(run.services[is_broken ? 4 : 1]), is_broken ? 1u : 0u);
+    }
+    EXPECT_EQ(asked(), (Lcns{1, 3, 9, 10}));
+    headend.services[1].must = headend.services[4].must = true;
+    EXPECT_EQ(asked(), (Lcns{1, 3, 9, 10})) << "not for a must, either";
+}
+
+/// Counts what the engine logs.
+struct Lines : host::Watcher {
+    void hear(std::string_view) override { ++number; }
+    void wait() override {}
+
+    int number = 0;
+};
+
+TEST_F(Settling, WithoutAChoiceNothingIsRun) {
+    Lines lines;
+    const host::Watching watching(&lines);
+    headend.services = {variant(1, 10, "X", 12000), variant(2, 10, "Y", 12000), service(9, 10)};
+    EXPECT_EQ(asked(), (Lcns{1, 2, 9}));
+    EXPECT_EQ(lines.number, 0);
+    headend.services.push_back(variant(3, 10, "X"));
+    EXPECT_EQ(asked(), (Lcns{2, 9, 3}));
+    EXPECT_GT(lines.number, 0);
+}
+
+/// As long as the object lives a run may take no time.
+struct NoTime {
+    NoTime() {
+        host::RunLimits limits;
+        limits.time = std::chrono::milliseconds(0);
+        host::limit_runs(limits);
+    }
+    ~NoTime() { host::limit_runs({}); }
+};
+
+TEST_F(Settling, AllRunsTogetherHaveTheTimeOfOne) {
+    const Headend small = headend;
+    headend = exploding(60, 40, 10);
+    for (Service& service : headend.services)
+        service.one_of = "X" + std::to_string(service.lcn % 10);
+    Lines lines;
+    const host::Watching watching(&lines);
+    {
+        const NoTime no_time;
+        EXPECT_EQ(asked(), (Lcns{1, 2, 3, 4, 5, 6, 7, 8, 9, 10})) << "as long as nothing is known, the best";
+    }
+    const int of_one_run = lines.number;
+    EXPECT_GT(of_one_run, 0);
+    {
+        const NoTime no_time;
+        EXPECT_EQ(asked(1), (Lcns{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+    }
+    EXPECT_EQ(lines.number, 2 * of_one_run) << "the second run would end at once, and a third";
+    headend = small;
+    headend.services = {variant(1, 10, "X", 10000), variant(2, 10, "X", 4000)};
+    host::RunLimits hours;
+    hours.time = std::chrono::hours(1);
+    host::limit_runs(hours);
+    EXPECT_EQ(asked(), Lcns{2}) << "what is over is so for that settling alone";
+    host::limit_runs({});
+}
+
 TEST_F(Settling, GroupsAreSettledOneAfterAnother) {
     headend.services = {variant(1, 10, "X", 6000), variant(2, 10, "X", 3000), variant(3, 20, "Y", 6000),
                         variant(4, 20, "Y", 3000)};
@@ -180,6 +324,28 @@ TEST_F(Settling, ResultsTellWhatIsAskedFor) {
         failure_message([&] { services_with(parse_service_query("1"), run, "f", headend); }),
         "f: --service 1: \"S1\" (LCN 1, stream 1/10) is not asked for: another of its group \"X\" is asked "
         "for, \"S2\" (LCN 2, stream 1/10)");
+}
+
+TEST_F(Settling, AGroupIsAMustIfAnyOfItIs) {
+    headend.services = {variant(1, 10, "X", 10000), variant(2, 10, "X", 4000), variant(3, 10, "Y", 100),
+                        service(9, 10), service(10, 10, 100)};
+    headend.services[0].must = headend.services[4].must = true;
+    const auto counts = [this] {
+        Headend settled = headend;
+        settle_variants(settled, "f", 9);
+        EngineRun run = load_engine(settled, "f");
+        run_engine(run, "f");
+        return result_of(run, "", Reasons::omitted).counts;
+    };
+    EXPECT_EQ(counts().musts, 2u);
+    EXPECT_EQ(counts().musts_placed, 1u) << "in its place stands LCN 2, which is none";
+    headend.services[1].must = true;
+    EXPECT_EQ(counts().musts, 2u) << "one of the group counts";
+    EXPECT_EQ(counts().musts_placed, 2u);
+    headend.services[4].ask = false;
+    headend.services[2].must = true;
+    EXPECT_EQ(counts().musts, 2u) << "LCN 10 is not asked for";
+    EXPECT_EQ(counts().musts_placed, 2u);
 }
 
 TEST_F(Settling, OfAGroupWithoutValueNoneIsAskedFor) {

@@ -109,6 +109,17 @@ TEST(ResultReading, AReasonMayStandThere) {
     EXPECT_EQ(read(document).left_out.at(0).services.at(0).reason, "no room");
 }
 
+TEST(ResultReading, MustsAreToldWhereAnyAre) {
+    Result result = result_with_everything();
+    EXPECT_EQ(result_json(result).find("musts"), std::string::npos);
+    EXPECT_EQ(read_result("f", result_json(result)).counts.musts, 0u);
+    result.counts.musts = 3;
+    result.counts.musts_placed = 2;
+    const Result read = read_result("f", result_json(result));
+    EXPECT_EQ(read.counts.musts, 3u);
+    EXPECT_EQ(read.counts.musts_placed, 2u);
+}
+
 TEST(ResultReading, RadioIsToldWhereItIs) {
     Result result;
     result.clones_waiting.resize(2);

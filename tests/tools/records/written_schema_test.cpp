@@ -104,6 +104,8 @@ json whole_result() {
     result.left_out[0].services[0].mean_bitrate = 2890;
     result.left_out[0].services[0].group = "Sport";
     result.counts.not_asked_for = 2;
+    result.counts.musts = 3;
+    result.counts.musts_placed = 2;
     result.counts.rates = {4, 3, 2, 7700, 3500};
     const Strategies strategies = strategies_with_everything();
     return json::parse(result_json(result, &strategies));
@@ -305,10 +307,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Kind{"result.schema.json",
              whole_result(),
-             {"/name",        "/groups",   "/one_of",  "/streams", "label",         "frequency",
-              "polarization", "satellite", "radio",    "measured", "mean_bitrate",  "group",
-              "reason",       "cause",     "nearest",  "/advice",  "not_asked_for", "rates",
-              "symbol_rate",  "net_rate",  "delivery", "reserve"},
+             {"/name",        "/groups",      "/one_of",     "/streams", "label",         "frequency",
+              "polarization", "satellite",    "radio",       "measured", "mean_bitrate",  "group",
+              "reason",       "cause",        "nearest",     "/advice",  "not_asked_for", "rates",
+              "musts",        "musts_placed", "symbol_rate", "net_rate", "delivery",      "reserve"},
              result_with_strategies_not_tried()},
         Kind{"explanation.schema.json",
              whole_explanation(),

@@ -27,6 +27,12 @@ TEST(SummaryText, RatesAreToldWhereAnyWasMeasured) {
               "0 of 0 kbit/s (0.0 %)");
 }
 
+TEST(SummaryText, MustsAreToldWhereAnyAre) {
+    EXPECT_EQ(musts_in_figures(0, 0), "");
+    EXPECT_EQ(musts_in_figures(0, 1), "; 0 of 1 must placed");
+    EXPECT_EQ(musts_in_figures(9, 10), "; 9 of 10 musts placed");
+}
+
 TEST(SummaryText, ServicesAreCountedByWhatBecameOfThem) {
     Counts counts;
     counts.loaded = 4;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -18,6 +19,17 @@
 namespace zarven::tool {
 
 namespace {
+
+/// The library would take an empty text for 0.
+CLI::Validator is_no_empty_number(const std::optional<Option::Range>& range) {
+    return {[range](std::string& number) -> std::string {
+                if (!number.empty())
+                    return "";
+                return "found \"\", expected a whole number" +
+                       (range ? fmt::format(" from {} to {}", range->least, range->most) : "");
+            },
+            ""};
+}
 
 /// Adds an option to the program or to one of its commands.
 class OptionAdder {
@@ -38,8 +50,17 @@ public:
         restrict(app_.add_option(names_, *target, option_.description))
             ->allow_extra_args(is_argument(option_));
     }
-    template <typename Value> void operator()(Value* target) const {
+    /// The library would take an empty text for none.
+    void operator()(std::optional<std::string>* target) const {
+        restrict(app_.add_option_function<std::string>(
+            names_, [target](const std::string& text) { *target = text; }, option_.description));
+    }
+    void operator()(std::string* target) const {
         restrict(app_.add_option(names_, *target, option_.description));
+    }
+    void operator()(std::uint32_t* target) const {
+        restrict(
+            app_.add_option(names_, *target, option_.description)->check(is_no_empty_number(option_.range)));
     }
 
 private:

@@ -18,8 +18,10 @@ namespace zarven::tool {
 enum class Answer { help, version };
 
 /// Where the value of an option goes. A list takes one for each time that the option is given, and
-/// as an argument all that stand there; a flag has none.
-using Target = std::variant<Answer, bool*, std::string*, std::vector<std::string>*, std::uint32_t*>;
+/// as an argument all that stand there; a flag has none. An optional text tells an empty one from none given.
+/// A number is never an empty text, which a shell makes of an unset variable.
+using Target = std::variant<Answer, bool*, std::string*, std::optional<std::string>*,
+                            std::vector<std::string>*, std::uint32_t*>;
 
 struct Option {
     /// As they are typed. Of an argument, the one by which it is told.

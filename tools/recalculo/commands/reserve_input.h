@@ -3,6 +3,7 @@
 #ifndef RECALCULO_COMMANDS_RESERVE_INPUT_H
 #define RECALCULO_COMMANDS_RESERVE_INPUT_H
 
+#include <optional>
 #include <string>
 
 #include "placement/audit/reserve.h"
@@ -11,19 +12,19 @@
 namespace zarven::tool {
 
 struct ReserveInput {
-    /// N%; empty for the usual one, or for that of a result that is read.
-    std::string percent;
+    /// N%; none for the usual one, or for that of a result that is read.
+    std::optional<std::string> percent;
 };
 
 /// Throws `Failure`.
 inline Reserve reserve_of(const ReserveInput& input) {
-    return input.percent.empty() ? Reserve() : read_reserve(input.percent);
+    return input.percent ? read_reserve(*input.percent) : Reserve();
 }
 
 /// Has the outputs keep what the command line says, if it says anything. Throws `Failure`.
 inline void apply_reserve(const ReserveInput& input, Result& result) {
-    if (!input.percent.empty())
-        set_reserve(result, read_reserve(input.percent));
+    if (input.percent)
+        set_reserve(result, read_reserve(*input.percent));
 }
 
 } // namespace zarven::tool

@@ -9,6 +9,7 @@
 #include "placement/audit/audit.h"
 #include "placement/running/bounded_run.h"
 #include "placement/running/engine_run.h"
+#include "placement/running/host.h"
 #include "placement/services.h"
 #include "placement/sizing/advising.h"
 
@@ -59,7 +60,7 @@ public:
             return;
         now_ = run(std::vector<std::size_t>(groups_.size(), 0));
         bool is_changed = true;
-        while (is_changed && runs_left_ != 0) {
+        while (is_changed) {
             is_changed = false;
             for (std::size_t group = 0; group < groups_.size(); ++group)
                 is_changed = settle(group) || is_changed;
@@ -68,11 +69,13 @@ public:
     }
 
 private:
+    bool may_run() const { return runs_left_ != 0 && !time_.is_over(); }
+
     /// True if another variant has been taken.
     bool settle(std::size_t group) {
         const std::size_t asked = now_.asked[group];
         const std::size_t end = now_.is_placed[group] ? asked : groups_[group].variants.size();
-        for (std::size_t variant = 0; variant < end && runs_left_ != 0; ++variant) {
+        for (std::size_t variant = 0; variant < end && may_run(); ++variant) {
             if (variant == asked)
                 continue;
             std::vector<std::size_t> others = now_.asked;
@@ -124,6 +127,7 @@ private:
     const std::string& file_;
     const std::vector<OneOf> groups_;
     std::size_t runs_left_;
+    const host::TimeOfOneRun time_;
     GroupTrial now_;
 };
 
@@ -156,13 +160,8 @@ std::vector<OneOf> one_of_groups(const std::vector<Service>& services) {
 
 std::vector<bool> services_asked_for(const std::vector<Service>& services) {
     std::vector<bool> asked;
-    bool has_variants = false;
-    for (const Service& service : services) {
-        has_variants = has_variants || is_variant(service);
+    for (const Service& service : services)
         asked.push_back(service.ask && !is_variant(service));
-    }
-    if (!has_variants)
-        return asked;
     for (const OneOf& group : one_of_groups(services)) {
         const auto found =
             std::find_if(group.variants.begin(), group.variants.end(),

@@ -35,8 +35,8 @@ std::vector<bool> services_asked_for(const std::vector<Service>& services);
 /// run with another variant in the place of one that it does not place, or of one that is not the best; that
 /// one is asked for if the engine places it and all together is no worse: nothing broken before something,
 /// then more musts, a greater value, more services, and only then the better variant. Over and over until
-/// nothing changes, or `most_runs` are made. Without groups nothing is run. The log must be masked. Throws
-/// `Failure`.
+/// nothing changes, `most_runs` are made, or all of them together have taken the time that one run may take.
+/// Without a choice nothing is run. The log must be masked. Throws `Failure`.
 void settle_variants(Headend& headend, const std::string& file, std::size_t most_runs);
 /// With as many runs as suit the size of the head-end.
 void settle_variants(Headend& headend, const std::string& file);

@@ -219,6 +219,9 @@ void Gathering::count() {
     counts.clones_attached = number_of(placed_, true);
     counts.clones_waiting = run_.engine.listaServiciosClonados.size();
     counts.not_asked_for = run_.not_asked_for;
+    counts.musts = run_.musts_wanted;
+    for (const tRec_Servicio* must : run_.musts)
+        counts.musts_placed += placed_.count(must);
     count_rates();
     count_groups();
     gather_variants();

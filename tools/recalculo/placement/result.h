@@ -131,6 +131,9 @@ struct Counts {
     std::size_t clones_waiting = 0;
     /// Services of the head-end that were not asked for; no other number counts them.
     std::size_t not_asked_for = 0;
+    /// Services marked as `must`; of one of several one counts.
+    std::size_t musts = 0;
+    std::size_t musts_placed = 0;
     RateCounts rates = {};
 };
 

@@ -302,6 +302,11 @@ template <> struct Fields<Counts> {
         visit_counts(visit, counts);
         visit.required("clones_attached", count(counts.clones_attached), "Clones beside their parent");
         visit.required("clones_waiting", count(counts.clones_waiting), "Clones that found no place");
+        visit.where(Condition{counts.musts != 0}, "musts", count(counts.musts),
+                    "Services marked as `must`, if any are; of one of several one counts",
+                    Since::a_later_version);
+        visit.where(Condition{counts.musts != 0}, "musts_placed", count(counts.musts_placed),
+                    "Those of them that are placed", Since::a_later_version);
         visit.where(Condition{counts.rates.measured_loaded != 0}, "rates", counts.rates,
                     "If the head-end has a measured service: how much rests on estimates",
                     Since::a_later_version);

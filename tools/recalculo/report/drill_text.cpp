@@ -46,7 +46,7 @@ public:
     std::string text() && {
         text_ = title_text(drill_.name, style_);
         text_ += broken_text(drill_.findings, style_, " before anything fails");
-        paragraph(services_in_figures(drill_.now) + musts_in_figures() +
+        paragraph(services_in_figures(drill_.now) + musts_in_figures(drill_.musts_placed, drill_.musts) +
                   broken_in_figures(broken_among(drill_.findings)));
         if (drill_.is_partial)
             paragraph("Interrupted: this is what was found until then.", Paint::bold);
@@ -67,12 +67,6 @@ private:
     void heading(const std::string& title, Paint paint = Paint::bold) {
         text_ += '\n';
         paragraph(title, paint);
-    }
-
-    std::string musts_in_figures() const {
-        return drill_.musts == 0
-                   ? ""
-                   : fmt::format("; {} of {} placed", drill_.musts_placed, counted(drill_.musts, "must"));
     }
 
     void write_failures() {

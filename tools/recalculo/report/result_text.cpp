@@ -356,7 +356,8 @@ std::string result_summary_text(const Result& result, const TextStyle& style) {
         clones = fmt::format("; {} attached, {} waiting", counted(counts.clones_attached, "clone"),
                              counts.clones_waiting);
     const std::string summary =
-        fmt::format("{}{}; {} of {} in use on {}{}", services_in_figures(counts), clones, inputs.used,
+        fmt::format("{}{}{}; {} of {} in use on {}{}", services_in_figures(counts),
+                    musts_in_figures(counts.musts_placed, counts.musts), clones, inputs.used,
                     counted(inputs.all, "input"), counted(result.modules.size(), "module"),
                     broken_in_figures(broken_in(result)));
     std::string text = paragraph_text(summary, 0, Paint::none, style);

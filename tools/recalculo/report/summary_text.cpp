@@ -17,6 +17,10 @@ std::string services_in_figures(const Counts& counts) {
                        counts.neither == 0 ? "" : fmt::format(", {} neither", counts.neither));
 }
 
+std::string musts_in_figures(std::size_t placed, std::size_t musts) {
+    return musts == 0 ? "" : fmt::format("; {} of {} placed", placed, counted(musts, "must"));
+}
+
 std::string rates_in_figures(const RateCounts& rates) {
     if (rates.measured_loaded == 0)
         return "";

@@ -18,6 +18,9 @@ std::string services_loaded(std::size_t loaded, std::size_t not_asked_for);
 /// "12 services loaded: 10 placed, 1 left out, 1 neither"; without the last as a rule.
 std::string services_in_figures(const Counts& counts);
 
+/// For a summary: "; 9 of 10 musts placed"; empty where no service is one.
+std::string musts_in_figures(std::size_t placed, std::size_t musts);
+
 /// "Bitrates of 10 services placed: 8 measured, 2 estimated; estimates are 7000 of 38000 kbit/s (18.4 %)";
 /// empty where the head-end has no measured service.
 std::string rates_in_figures(const RateCounts& rates);

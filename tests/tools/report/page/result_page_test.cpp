@@ -91,6 +91,15 @@ TEST(Page, TheSummaryHasTheFigures) {
     EXPECT_TRUE(has(page, tile("Clones attached", "1", "1 waiting")));
 }
 
+TEST(Page, TheSummaryHasTheMustsWhereAnyAre) {
+    Result result = result_with_everything();
+    EXPECT_FALSE(has(result_page(result), "Musts"));
+    result.counts.musts = 10;
+    result.counts.musts_placed = 9;
+    EXPECT_TRUE(has(result_page(result), "<dt>Musts placed</dt><dd><span class=\"big\">9</span> <span "
+                                         "class=\"note\">of 10</span>"));
+}
+
 TEST(Page, TheSummaryHasWhatWasNotAskedFor) {
     Result result = result_with_everything();
     EXPECT_FALSE(has(result_page(result), "Not asked for"));

@@ -105,14 +105,11 @@ private:
     Service least_of(Service service) const {
         const Holders& holders = holders_.at(key_of(service));
         service.one_of.clear();
-        service.ask = true;
         if (holders.services + holders.clones > 1)
             service.ca_pids = std::min(service.ca_pids, service.ca_pids_max);
         if (holders.services > 1 && holders.variants != 0) {
             service.bitrate = 0;
             service.ca_pids = 0;
-            service.ca_pids_max = 0;
-            service.transcoding = 0;
         }
         return service;
     }
@@ -121,7 +118,6 @@ private:
         Service& bundle = bundles_.headend.services[place];
         bundle.bitrate = std::min(bundle.bitrate, service.bitrate);
         bundle.ca_pids = std::min(bundle.ca_pids, service.ca_pids);
-        bundle.ca_pids_max = std::min(bundle.ca_pids_max, service.ca_pids_max);
         // Attached, it needs a transcoder of the other pool.
         bundle.transcoding = 0;
         if (bundle.onid != service.onid || bundle.tsid != service.tsid)

@@ -144,13 +144,18 @@ void Loader::load(const HomeChannel& channel, std::size_t index) {
            fmt::format("home channel {}/{}", channel.onid, channel.tsid)});
 }
 
-void note_groups(const Headend& headend, EngineRun& run) {
+void note_groups_and_musts(const Headend& headend, EngineRun& run) {
     std::map<std::string, std::size_t> known;
     bool has_variants = false;
     for (std::size_t index = 0; index < headend.services.size(); ++index) {
         const Service& service = headend.services[index];
         has_variants = has_variants || is_variant(service);
-        if (run.services[index] == nullptr || service.group.empty())
+        if (run.services[index] == nullptr)
+            continue;
+        if (service.must)
+            run.musts.insert(run.services[index]);
+        run.musts_wanted += service.must && !is_variant(service) ? 1 : 0;
+        if (service.group.empty())
             continue;
         const auto [group, is_new] = known.emplace(service.group, run.groups.size());
         if (is_new)
@@ -159,10 +164,12 @@ void note_groups(const Headend& headend, EngineRun& run) {
     }
     if (!has_variants)
         return;
-    for (const OneOf& group : one_of_groups(headend.services))
+    for (const OneOf& group : one_of_groups(headend.services)) {
+        run.musts_wanted += headend.services[group.variants.front()].must ? 1 : 0;
         for (std::size_t place = 0; place < group.variants.size(); ++place)
             if (const tRec_Servicio* const record = run.services[group.variants[place]])
                 run.variants.push_back({group.name, record, place + 1, group.variants.size()});
+    }
 }
 
 } // namespace
@@ -205,7 +212,7 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     loader.load_all(headend.clones, asked.clones);
     loader.load_all(headend.pids, asked.pids);
     loader.load_all(headend.home_channels);
-    note_groups(headend, run);
+    note_groups_and_musts(headend, run);
     run.not_asked_for =
         static_cast<std::size_t>(std::count(asked.services.begin(), asked.services.end(), false));
     for (const Module& module : headend.modules)

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,10 @@ struct EngineRun {
     std::map<const tRec_Servicio*, std::size_t> group_of;
     /// What is asked for of each one-of group.
     std::vector<AskedVariant> variants;
+    /// The records of services marked as `must`, and how many are wanted: a group of which one is a must
+    /// wants one, whichever is asked for.
+    std::set<const tRec_Servicio*> musts;
+    std::size_t musts_wanted = 0;
     /// Services of the head-end that the engine is not asked for.
     std::size_t not_asked_for = 0;
 };

@@ -40,6 +40,8 @@ struct BoundedRun {
     const std::function<void()>* look = nullptr;
 };
 thread_local BoundedRun bounded_run;
+/// Of the runs that have the time of one.
+thread_local std::optional<Clock::time_point> end_of_all;
 
 /// The clock is asked once for so many calls, of which a short run makes some hundreds.
 constexpr std::uint32_t calls_for_the_clock = 16;
@@ -189,12 +191,27 @@ void limit_runs(const RunLimits& limits) {
 
 Bounded::Bounded(const std::function<void()>& look) {
     bounded_run = {true, {}, 0, &look};
-    if (run_limits.time)
+    if (end_of_all)
+        bounded_run.end = end_of_all;
+    else if (run_limits.time)
         bounded_run.end = Clock::now() + *run_limits.time;
 }
 
 Bounded::~Bounded() {
     bounded_run = {};
+}
+
+TimeOfOneRun::TimeOfOneRun() {
+    if (run_limits.time)
+        end_of_all = Clock::now() + *run_limits.time;
+}
+
+TimeOfOneRun::~TimeOfOneRun() {
+    end_of_all.reset();
+}
+
+bool TimeOfOneRun::is_over() const {
+    return end_of_all && Clock::now() >= *end_of_all;
 }
 
 Watching::Watching(Watcher* who) {

@@ -48,6 +48,18 @@ public:
     Bounded& operator=(const Bounded&) = delete;
 };
 
+/// For the life of the object all runs of this thread together have the time of one. One at a time in each
+/// thread.
+class TimeOfOneRun {
+public:
+    TimeOfOneRun();
+    ~TimeOfOneRun();
+    TimeOfOneRun(const TimeOfOneRun&) = delete;
+    TimeOfOneRun& operator=(const TimeOfOneRun&) = delete;
+
+    bool is_over() const;
+};
+
 /// Somebody who follows a run from the calls that the engine makes anyway.
 class Watcher {
 public:

@@ -62,6 +62,9 @@ list tiles_of(const Result& result) {
              share_text(counts.left_out, counts.loaded)));
     if (counts.neither != 0)
         tiles.push_back(tile("Neither", grouped(counts.neither), "placed nor left out", false));
+    if (counts.musts != 0)
+        tiles.push_back(tile("Musts placed", grouped(counts.musts_placed), of(counts.musts, ""),
+                             share_text(counts.musts_placed, counts.musts)));
     tiles.push_back(
         tile("Inputs in use", grouped(inputs.used), of(inputs.all, ""), share_text(inputs.used, inputs.all)));
     tiles.push_back(
