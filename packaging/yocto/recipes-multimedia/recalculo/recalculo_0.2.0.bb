@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "32645d9a6e9afc4b2ec64f595e41be52490f57794d969d01ec4a64c2a1caea30"
+SRC_URI[sha256sum] = "6fc04ffe10db5e3bf492ac8be47a123dbf8f1af0914492b88d30d741dd27e2dd"
 
 inherit cmake pkgconfig ptest
 
