@@ -21,7 +21,7 @@ class OneOfBound : public testing::Test {
 protected:
     OneOfBound() { headend.modules.push_back({"A", 3, true, 2, {10000}, 4, 0, 0, 0}); }
 
-    std::size_t most_value() const { return reach_of_value(headend, "f").most; }
+    std::uint64_t most_value() const { return reach_of_value(headend, "f").most; }
     std::size_t most() const { return bound_of(headend, "f").most; }
 
     /// LCN 1 and 7 are of one key, so that the variant is a clone wherever the other is asked for.
