@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/failure.h"
 #include "headend/headend_json.h"
 #include "headend/override.h"
 #include "headend/service_filter.h"
@@ -32,6 +33,17 @@ const Placement& placement_in(const Message& question, std::size_t text) {
     return placement_of(name_of(question), question.texts.at(text), question.head.value("reserve", ""));
 }
 
+/// What the placement is compared with. None if that is refused: what is asked about is the other.
+const tool::Result* before_in(const Message& question) {
+    if (question.texts.size() < 2)
+        return nullptr;
+    try {
+        return &placement_in(question, 1).result;
+    } catch (const tool::Failure&) {
+        return nullptr;
+    }
+}
+
 /// By kind, those told first and the others.
 nlohmann::ordered_json told_cautions_of(const tool::Result& result) {
     auto groups = nlohmann::ordered_json::array();
@@ -60,9 +72,9 @@ Message run(const Message& question) {
     message.texts = {tool::result_json_on_one_line(result)};
     message.head["loads"] = loads_of(result);
     message.head["cautions"] = told_cautions_of(result);
-    if (question.texts.size() > 1)
-        message.texts.push_back(tool::text_on_one_line(
-            tool::compare(placement_in(question, 1).result, result, tool::OrderOfSteps::omitted)));
+    if (const tool::Result* before = before_in(question))
+        message.texts.push_back(
+            tool::text_on_one_line(tool::compare(*before, result, tool::OrderOfSteps::omitted)));
     return message;
 }
 

@@ -26,8 +26,8 @@ Message about(const Message& question);
 /// and "lists": the names of the first.
 Message open(const Message& question);
 /// (head-end or result, another of before) name; reserve, as the option. The result, and the comparison with
-/// the other if there is one, but for the order of its steps; "loads": see loads.h; "warnings" of the
-/// head-end; "cautions" by kind, as sentences. Both are on one line; else as the tool writes them.
+/// the other if there is one that runs, but for the order of its steps; "loads": see loads.h; "warnings" of
+/// the head-end; "cautions" by kind, as sentences. Both are on one line; else as the tool writes them.
 Message run(const Message& question);
 /// (head-end or result, another of before) name; reserve. The whole comparison.
 Message compare(const Message& question);

@@ -26,6 +26,8 @@ class App {
         this.plan = new Plan();
         this.runner = new Engine(compiled, (text) => this.showProgress(text));
         this.asker = new Engine(compiled);
+        /// Head-ends that do not run: nothing is compared with them.
+        this.refused = new WeakSet();
         const actions = {
             say: (text) => this.say(text), tell: (messages, more) => this.tell(messages, more), saved: () => this.drawBar(),
             asked: (...question) => this.asked(...question), explain: (service) => this.explanation.explain(service), ordered: () => this.ordered(), lists: () => this.lists(), keepFree: (reserve) => this.keepFree(reserve),
@@ -146,7 +148,8 @@ class App {
         const choice = byId("compare").value;
         if (choice.startsWith("variant ")) return plan.state.variants.find(({ id }) => `variant ${id}` === choice);
         if (choice === "opened") return plan.opened;
-        return plan.past.map(({ state }) => state.variants.find(({ id }) => id === plan.variant?.id)).findLast((variant) => variant && variant.headend !== plan.headend);
+        return plan.past.map(({ state }) => state.variants.find(({ id }) => id === plan.variant?.id))
+            .findLast((variant) => variant && variant.headend !== plan.headend && !this.refused.has(variant.headend));
     }
 
     async run() {
@@ -168,6 +171,7 @@ class App {
                 this.take(new Outcome(answer), variant);
             }
         } catch (wrong) {
+            if (wrong instanceof Refused && variant.headend) this.refused.add(variant.headend);
             if (this.plan.variant === variant) this.fail(wrong);
         }
         clearTimeout(this.giveUp);

@@ -23,6 +23,37 @@ describe("See and ask", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("what the engine has refused is mended by the next change, and compared with what ran last", async (page) => {
+        await page.getByRole("button", { name: "An empty head-end" }).click();
+        await page.getByRole("alert").getByText(/no module is the controller/).waitFor();
+        await settled(page, () => page.locator("#edit").getByRole("button", { name: "Add" }).click());
+        assert.equal(await page.getByRole("alert").count(), 0);
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "Enter");
+        await page.keyboard.type("02:00:00:00:00:01");
+        await press(page, "Enter");
+        await page.getByRole("alert").getByText("already loaded").waitFor();
+        await settled(page, async () => { await press(page, "ArrowUp", "Enter"); await page.keyboard.type("02:00:00:00:00:09"); await press(page, "Enter"); });
+        assert.equal(await page.getByRole("alert").count(), 0);
+        assert.match(await status(page), /^11 of 12 placed, 1 left out \(/);
+    });
+
+    at("a variant that the engine refuses is nothing to compare with", async (page) => {
+        await openFiles(page, small);
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "Enter");
+        await page.keyboard.type("02:00:00:00:00:01");
+        await press(page, "Enter");
+        await page.getByRole("alert").getByText("already loaded").waitFor();
+        await settled(page, () => page.locator("#variants [aria-pressed]").first().click());
+        await settled(page, () => page.getByLabel("Compare with").selectOption("variant B"));
+        assert.equal(await page.getByRole("alert").count(), 0);
+        await see(page, "Changes");
+        await page.getByText(/There is nothing to compare with yet/).waitFor();
+    });
+
     at("what a change leaves as it is, is not drawn anew, and what it changes is", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Services");
