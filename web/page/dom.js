@@ -53,6 +53,12 @@ export const name = (text) => h("bdi", {}, text);
 /// A button that does something.
 export const button = (text, onclick, properties = {}) => h("button", { type: "button", onclick, ...properties }, text);
 
+/// Says whether what stands in a field is wrong. An attribute without a value would mean that it is not.
+export const markWrong = (field, isWrong) => {
+    if (isWrong) field.setAttribute("aria-invalid", "true");
+    else field.removeAttribute("aria-invalid");
+};
+
 /// A number with its thousands apart.
 export const grouped = (number) => number.toLocaleString("en");
 

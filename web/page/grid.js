@@ -2,7 +2,7 @@
 // height. The table has the focus and tells which of its cells is the active one, so that nothing is lost when a row
 // leaves. It holds no records: it is given them, and tells what is to be changed.
 
-import { h, svg } from "./dom.js";
+import { h, markWrong, svg } from "./dom.js";
 
 const rowHeight = 30;
 const spare = 6;
@@ -321,7 +321,7 @@ export class Grid {
         const { input, column } = this.editor;
         const parsed = column.parse(input.value);
         if (isTaken && parsed.error) {
-            input.setAttribute("aria-invalid", "true");
+            markWrong(input, true);
             input.setCustomValidity(parsed.error);
             if (document.activeElement === input) return void input.reportValidity();
         }

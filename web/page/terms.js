@@ -1,6 +1,6 @@
 // Cutting the services down by terms, as the tool's --only takes them. Which services are meant the engine says.
 
-import { h } from "./dom.js";
+import { h, markWrong } from "./dom.js";
 import { textOf } from "./plan.js";
 
 export class Terms {
@@ -25,7 +25,7 @@ export class Terms {
         const { headend } = this.plan;
         const answer = terms && headend ? await this.ask({ ask: "filter", terms }, [textOf(headend)]) : undefined;
         if (terms !== this.element.value.trim() || headend !== this.plan.headend) return;
-        this.element.toggleAttribute("aria-invalid", Boolean(terms) && !answer);
+        markWrong(this.element, terms && !answer);
         this.meant = answer ? new Set(answer.services) : null;
         this.onmeant();
     }

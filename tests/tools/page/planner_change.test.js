@@ -80,9 +80,11 @@ describe("Change", () => {
         await terms.fill("colour");
         await press(page, "Enter");
         await page.locator("#messages").getByText(/colour/).waitFor();
+        assert.equal(await terms.getAttribute("aria-invalid"), "true");
         await terms.fill("");
         await press(page, "Enter");
         assert.equal(await shown(), 1);
+        assert.equal(await terms.getAttribute("aria-invalid"), null);
     });
 
     at("services are cut down by what keeps them out, and by module", async (page) => {
