@@ -95,7 +95,7 @@ export class Placement {
             else this.open.delete(mac);
             // The placement may have become another inside while the line stayed as it was.
             if (box.open) this.unfold(box, this.outcome.modules.get(mac), loads);
-            else box.lastChild.remove();
+            else if (box.childElementCount > 1) box.lastChild.remove(); // of two quick toggles only the last is told
             event.stopPropagation();
         } }, h("summary", {},
             h("span", { class: "module-name" }, name(label || mac), label && h("span", { class: "mac" }, name(mac)),

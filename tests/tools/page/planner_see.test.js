@@ -86,6 +86,17 @@ describe("See and ask", () => {
         await page.locator(".chip", { hasText: "Renamed" }).first().waitFor();
     });
 
+    at("a module that is unfolded and folded at once keeps its line", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Modules");
+        const line = page.locator("details.module summary").first();
+        await line.dblclick();
+        await page.waitForTimeout(100);
+        assert.equal(await page.locator("details.module > summary").count(), 3);
+        await line.click();
+        await page.locator("details.module[open] .inside").waitFor();
+    });
+
     at("a service that is no longer asked for is removed, and added when it is again", async (page) => {
         await openFiles(page, small);
         await edit(page, "Services");
