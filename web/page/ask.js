@@ -31,6 +31,8 @@ export class Ask {
         this.stop = button("Stop", () => this.engine.cancel(), { hidden: true });
         this.progress = h("p", { class: "note", role: "status" });
         this.answer = h("div", { class: "answer" });
+        this.old = h("p", { class: "old", role: "status", hidden: true }, "The plan has changed since this was asked. ", button("Ask again", () => this.again()));
+        plan.addEventListener("change", () => this.age());
         this.element = h("div", { class: "ask" },
             h("p", {}, "What would make everything fit: further modules like ", this.kind, ", ", this.most, " at the most, or one limit raised? ",
                 button("Size", () => this.size(), { class: "primary" })),
@@ -39,7 +41,7 @@ export class Ask {
             h("p", {}, "How many services could any arrangement place? ", button("Bound", () => this.bound(), { class: "primary" })),
             h("p", {}, "What goes off the air when a module or an input fails? ", h("label", { class: "check inline" }, this.streams, "Each stream, too "),
                 button("Drill", () => this.drill(), { class: "primary" })),
-            h("p", {}, this.stop), this.progress, this.answer);
+            h("p", {}, this.stop), this.progress, this.old, this.answer);
     }
 
     draw() {
@@ -52,6 +54,7 @@ export class Ask {
     get module() { return this.plan.headend?.modules[this.kind.value]; }
 
     size() {
+        this.again = this.size;
         const { module } = this;
         if (!module) return this.actions.say("There is no module yet whose like could be added.");
         const kind = JSON.stringify({ ...module, controller: undefined, label: undefined });
@@ -63,33 +66,52 @@ export class Ask {
     }
 
     choose() {
+        this.again = this.choose;
         const seconds = Math.max(1, Math.min(3600, Math.trunc(Number(this.seconds.value)) || 5));
         return this.put({ ask: "choose", seconds, keep: this.keeps.checked, ...this.plan.reserved }, [textOf(this.plan.headend)], (choice, [, , chosen]) =>
             [this.proposal("Ask for what was chosen", { ask: "change" }, [], chosen)]);
     }
 
-    drill() { return this.put({ ask: "drill", streams: this.streams.checked }, [textOf(this.plan.headend)], () => []); }
+    drill() {
+        this.again = this.drill;
+        return this.put({ ask: "drill", streams: this.streams.checked }, [textOf(this.plan.headend)], () => []);
+    }
 
-    bound() { return this.put({ ask: "bound" }, [textOf(this.plan.headend)], () => []); }
+    bound() {
+        this.again = this.bound;
+        return this.put({ ask: "bound" }, [textOf(this.plan.headend)], () => []);
+    }
 
-    /// A button that makes the change which the answer proposes.
-    proposal(title, question, texts = [], headendText = textOf(this.plan.headend)) {
+    /// A button that makes the change which the answer proposes, of the head-end that it was asked of.
+    proposal(title, question, texts = [], headendText = textOf(this.of)) {
+        const { of } = this;
         return h("li", {}, h("code", {}, name(title)), " ", button("Take over", async () => {
             const answer = await this.actions.asked(this.engine, question, [headendText, ...texts]);
-            if (answer) this.plan.change(JSON.parse(answer.texts[0]), title);
+            if (answer && this.plan.headend === of) this.plan.change(JSON.parse(answer.texts[0]), title);
         }));
     }
 
+    /// An answer is good for the head-end that it was asked of, and again once one is back there.
+    age() {
+        const isOld = this.answer.hasChildNodes() && this.plan.headend !== this.of;
+        this.old.hidden = !isOld;
+        for (const proposed of this.answer.querySelectorAll("button")) proposed.disabled = isOld;
+    }
+
     async put(head, texts, proposalsOf) {
-        if (!this.plan.headend) return;
+        const { headend } = this.plan;
+        if (!headend) return;
         this.isAsking = true;
         this.stop.hidden = false;
         this.progress.textContent = "Asking";
         this.answer.replaceChildren();
+        this.age();
         try {
             const { texts: answers } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
+            this.of = headend;
             this.answer.replaceChildren(h("pre", { tabindex: 0 }, answers[1]), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(answers[0]), answers)));
             this.progress.textContent = "";
+            this.age();
         } catch (wrong) {
             this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;
         } finally {

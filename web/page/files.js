@@ -122,13 +122,20 @@ export class Files {
             this.actions.say(`${what}: open the head-end first whose services they are of.`);
             return false;
         }
+        if (!this.plan.headend || ![headend, this.taken].includes(this.plan.headend)) {
+            this.actions.say(`${what}, and the plan has changed since they were opened: open them again.`);
+            return false;
+        }
         this.again = async () => {
             // On what was there before it was taken.
             const other = await this.ask(files, headend);
             if (other) this.takeUp(files, headend, other, { what, known, label });
         };
         this.actions.tell(answer.messages, [allOf(answer), await this.choices(answer.of)]);
-        if (answer.kind === known) this.plan.change(JSON.parse(answer.texts[0]), label);
+        if (answer.kind === known) {
+            this.taken = JSON.parse(answer.texts[0]);
+            this.plan.change(this.taken, label);
+        }
         return true;
     }
 

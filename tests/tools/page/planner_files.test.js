@@ -5,7 +5,7 @@ import { spawnSync } from "node:child_process";
 import { copyFileSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { describe, test } from "node:test";
-import { downloaded, edit, examples, made, medium, native, openFiles, placed, press, recalculo, root, see, settled, setUp, small, status } from "./planner_page.js";
+import { downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, recalculo, root, see, settled, setUp, small, status } from "./planner_page.js";
 
 const { at, folder } = setUp();
 
@@ -47,6 +47,20 @@ describe("Take it along", () => {
         assert.equal(result.text, native("run", file, "--json", "--trials", "0"));
         await openFiles(page, file);
         assert.equal(await placed(page), "11 of 12");
+    });
+
+    at("rates that were taken are not taken again into what they were not opened for", async (page) => {
+        const { services } = JSON.parse(readFileSync(small, "utf8"));
+        await openFiles(page, small);
+        await settled(page, () => page.locator("input[type=file]").setInputFiles([made("wish.csv", `name,value\n${services[0].name},9\n${services[1].name},8\n`)]));
+        await page.getByText("Take it otherwise").waitFor();
+        await edit(page, "Services");
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Renamed"); await press(page, "Enter"); });
+        await page.getByText("Take it otherwise").click();
+        await page.getByRole("button", { name: "Take again" }).click();
+        await page.locator("#messages").getByText(/the plan has changed since/).waitFor();
+        await grid(page, "Services").getByText("Renamed").waitFor();
     });
 
     for (const [name, ending, format] of [["Channel list (channels.conf)", ".channels.conf", "channels.conf"], ["Table (CSV)", ".csv", "csv"]])

@@ -133,6 +133,33 @@ describe("See and ask", () => {
         await page.locator("#panel-ask pre").getByText("12").first().waitFor();
     });
 
+    at("an answer is taken over into the plan that it is of, and into no other", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Ask");
+        await page.getByRole("button", { name: "Size" }).click();
+        const take = page.getByRole("button", { name: "Take over" }).first();
+        await take.waitFor();
+        const isTold = () => page.getByText("The plan has changed since this was asked.").isVisible();
+        assert.deepEqual([await take.isEnabled(), await isTold()], [true, false]);
+        await edit(page, "Services");
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Renamed"); await press(page, "Enter"); });
+        assert.deepEqual([await take.isEnabled(), await isTold()], [false, true]);
+        await settled(page, () => press(page, "Control+z"));
+        assert.deepEqual([await take.isEnabled(), await isTold()], [true, false]);
+        await settled(page, () => press(page, "Control+Shift+z"));
+        await page.getByRole("button", { name: "Ask again" }).click();
+        await page.locator("button:enabled", { hasText: "Take over" }).first().waitFor();
+        assert.equal(await isTold(), false);
+        await settled(page, () => take.click());
+        assert.equal(await placed(page), "12 of 12");
+        await grid(page, "Services").getByText("Renamed").waitFor();
+        await settled(page, () => press(page, "Control+z"));
+        assert.equal(await take.isEnabled(), true);
+        await openFiles(page, medium);
+        assert.deepEqual([await take.isEnabled(), await isTold()], [false, true]);
+    });
+
     at("a choice is searched, stopped, searched again and taken over", async (page) => {
         await openFiles(page, join(examples, "medium.json"));
         await see(page, "Ask");
