@@ -19,16 +19,16 @@ export class Ask {
     id = "ask";
     title = "Ask";
 
-    /// `engine` is one that the runs after changes do not wait for.
-    constructor(plan, engine, actions) {
-        Object.assign(this, { plan, engine, actions });
-        engine.onprogress = (text) => { if (this.isAsking) this.progress.textContent = text; };
+    /// `engine` makes the changes that are taken over. What takes long has one of its own, for which nothing else
+    /// waits: `begin` starts it, given what is told of the progress.
+    constructor(plan, engine, begin, actions) {
+        Object.assign(this, { plan, engine, begin, actions });
         this.kind = h("select", { "aria-label": "Kind of module to add" });
         this.most = h("input", { type: "number", min: 0, max: 10000, value: 32, "aria-label": "The most modules to add" });
         this.seconds = h("input", { type: "number", min: 1, max: 3600, value: 5, "aria-label": "Seconds to search" });
         this.keeps = h("input", { type: "checkbox" });
         this.streams = h("input", { type: "checkbox" });
-        this.stop = button("Stop", () => this.engine.cancel(), { hidden: true });
+        this.stop = button("Stop", () => this.own.cancel(), { hidden: true });
         this.progress = h("p", { class: "note", role: "status" });
         this.answer = h("div", { class: "answer" });
         this.old = h("p", { class: "old", role: "status", hidden: true }, "The plan has changed since this was asked. ", button("Ask again", () => this.again()));
@@ -98,26 +98,29 @@ export class Ask {
         for (const proposed of this.answer.querySelectorAll("button")) proposed.disabled = isOld;
     }
 
+    /// Asks, instead of what is still being asked.
     async put(head, texts, proposalsOf) {
         const { headend } = this.plan;
         if (!headend) return;
-        this.isAsking = true;
+        const asked = this.asked = {};
+        const isLast = () => this.asked === asked;
+        this.own ??= this.begin((text) => { if (!this.stop.hidden) this.progress.textContent = text; });
+        this.own.cancel();
         this.stop.hidden = false;
         this.progress.textContent = "Asking";
         this.answer.replaceChildren();
         this.age();
         try {
-            const { texts: answers } = await this.engine.ask({ ...head, width: columnsIn(this.answer) }, texts);
+            const { texts: answers } = await this.own.ask({ ...head, width: columnsIn(this.answer) }, texts);
+            if (!isLast()) return;
             this.of = headend;
             this.answer.replaceChildren(h("pre", { tabindex: 0 }, answers[1]), h("ul", { class: "proposals" }, proposalsOf(JSON.parse(answers[0]), answers)));
             this.progress.textContent = "";
             this.age();
         } catch (wrong) {
-            this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;
-        } finally {
-            this.isAsking = false;
-            this.stop.hidden = true;
+            if (isLast()) this.progress.textContent = wrong instanceof Cancelled ? "Stopped." : wrong.message;
         }
+        if (isLast()) this.stop.hidden = true;
     }
 }
 

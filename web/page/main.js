@@ -37,7 +37,7 @@ class App {
         this.draft = new Draft(this.plan, actions.say);
         this.explanation = new Explanation(this.plan, this.asker, actions);
         this.makeTables(actions);
-        this.views = [new Overview(actions), new Placement(actions), new Lists(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, actions)];
+        this.views = [new Overview(actions), new Placement(actions), new Lists(actions), new Changes(actions), new Diagram(actions), new Ask(this.plan, this.asker, (tell) => new Engine(compiled, tell), actions)];
         this.asker.ask({ ask: "about" }).then(({ reserve }) => this.views[0].explainReserve(reserve), () => {});
         this.seen = new Tabs("Placement", this.views, () => this.drawView());
         this.put();

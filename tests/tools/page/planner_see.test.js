@@ -174,6 +174,25 @@ describe("See and ask", () => {
         assert.match(await page.locator("#undo").getAttribute("title"), /Ask for what was chosen/);
     });
 
+    at("while a choice is searched the plan is saved and a service explained, and the question asked last can be stopped", async (page) => {
+        await openFiles(page, medium);
+        await see(page, "Ask");
+        const seconds = page.getByRole("spinbutton", { name: "Seconds to search" });
+        const stop = page.getByRole("button", { name: "Stop" });
+        await seconds.fill("1");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await seconds.fill("60");
+        await page.getByRole("button", { name: "Choose" }).click();
+        await downloaded(page, () => press(page, "Control+s"));
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "Enter");
+        await page.locator(".explanation pre").waitFor();
+        await page.waitForTimeout(1500);
+        await stop.click();
+        await page.getByText("Stopped.").waitFor();
+        assert.equal(await stop.isVisible(), false);
+    });
+
     at("the order of a change is that of the tool", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Modules");
