@@ -140,18 +140,22 @@ export class Explanation {
         this.from?.focus?.();
     }
 
-    async explain(service) {
-        this.service = service;
+    explain(service) {
         this.from = this.element.hidden ? document.activeElement : this.from;
         this.element.hidden = false;
-        this.heading.replaceChildren(name(service.name));
+        this.tell(service);
         this.heading.focus({ preventScroll: true });
+    }
+
+    async tell(service) {
+        this.service = service;
+        this.heading.replaceChildren(name(service.name));
         if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, "A result does not tell what modules answer: open its head-end."));
         const query = `${service.lcn}@${service.onid}/${service.tsid}`;
         const answer = await this.actions.asked(this.engine, { ask: "explain", services: [query], width: columnsIn(this.body) }, [textOf(this.plan.headend)]);
         if (answer && this.service === service) this.body.replaceChildren(h("pre", { tabindex: 0 }, answer.texts[1]));
     }
 
-    /// After a change the answer is another.
-    draw() { if (!this.element.hidden && this.service) this.explain(this.service); }
+    /// After a change the answer is another. Only who asks is led to it: others are typing.
+    draw() { if (!this.element.hidden && this.service) this.tell(this.service); }
 }

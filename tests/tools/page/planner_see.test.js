@@ -122,6 +122,20 @@ describe("See and ask", () => {
         assert.equal(await page.locator(".explanation").isVisible(), false);
     });
 
+    at("an explanation that is open lets one type on while it follows the changes", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "Enter");
+        await page.locator(".explanation pre").waitFor();
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, async () => { await press(page, "4", "Enter", "7"); });
+        await page.waitForTimeout(300);
+        await settled(page, () => press(page, "8", "Enter"));
+        const { text } = await downloaded(page, () => press(page, "Control+s"));
+        assert.deepEqual(JSON.parse(text).modules.slice(0, 2).map(({ inputs }) => inputs), [4, 78]);
+    });
+
     at("a proposal of sizing is taken over", async (page) => {
         await openFiles(page, small);
         await see(page, "Ask");
