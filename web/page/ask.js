@@ -124,6 +124,8 @@ export class Ask {
     }
 }
 
+const queryFor = ({ lcn, onid, tsid }) => `${lcn}@${onid}/${tsid}`;
+
 /// Why a service stands where it does, beside everything else.
 export class Explanation {
     constructor(plan, engine, actions) {
@@ -149,13 +151,27 @@ export class Explanation {
 
     async tell(service) {
         this.service = service;
+        this.of = this.plan.variant;
+        const asked = this.asked = {};
         this.heading.replaceChildren(name(service.name));
         if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, "A result does not tell what modules answer: open its head-end."));
-        const query = `${service.lcn}@${service.onid}/${service.tsid}`;
-        const answer = await this.actions.asked(this.engine, { ask: "explain", services: [query], width: columnsIn(this.body) }, [textOf(this.plan.headend)]);
-        if (answer && this.service === service) this.body.replaceChildren(h("pre", { tabindex: 0 }, answer.texts[1]));
+        const told = await this.engine.ask({ ask: "explain", services: [queryFor(service)], width: columnsIn(this.body) }, [textOf(this.plan.headend)])
+            .then(({ texts }) => h("pre", { tabindex: 0 }, texts[1]), (wrong) => h("p", {}, name(wrong.message)));
+        if (this.asked === asked) this.body.replaceChildren(told);
+    }
+
+    /// Whether what is open still has the service, or the clone.
+    get isThere() {
+        const { headend, variant } = this.plan;
+        if (!headend) return variant === this.of;
+        return [...headend.services ?? [], ...headend.clones ?? []].some((one) => queryFor(one) === queryFor(this.service));
     }
 
     /// After a change the answer is another. Only who asks is led to it: others are typing.
-    draw() { if (!this.element.hidden && this.service) this.tell(this.service); }
+    draw() {
+        if (this.element.hidden) return;
+        if (this.isThere) this.tell(this.service);
+        else if (this.element.contains(document.activeElement)) this.close();
+        else this.element.hidden = true;
+    }
 }

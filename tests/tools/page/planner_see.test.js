@@ -136,6 +136,29 @@ describe("See and ask", () => {
         assert.deepEqual(JSON.parse(text).modules.slice(0, 2).map(({ inputs }) => inputs), [4, 78]);
     });
 
+    at("an explanation that the engine refuses says so in its box, which closes when the service is gone", async (page) => {
+        await openFiles(page, medium);
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "Enter");
+        const box = page.locator(".explanation");
+        await box.locator("pre").waitFor();
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "Space");
+        await page.getByRole("alert").getByText(/no module is the controller/).waitFor();
+        await edit(page, "Services");
+        await press(page, "ArrowDown", "Enter");
+        await box.getByText(/no module is the controller/).waitFor();
+        assert.equal(await box.locator("pre").count(), 0);
+        await settled(page, () => press(page, "Control+z"));
+        await box.locator("pre").waitFor();
+        await edit(page, "Services");
+        await press(page, "Control+z");
+        await box.waitFor({ state: "hidden" });
+        assert.equal(await page.locator("#messages").isVisible(), false);
+        assert.equal(await page.evaluate(() => document.activeElement.getAttribute("aria-label")), "Services");
+    });
+
     at("a proposal of sizing is taken over", async (page) => {
         await openFiles(page, small);
         await see(page, "Ask");
