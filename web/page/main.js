@@ -328,6 +328,7 @@ class App {
         } else {
             this.drawBar();
         }
+        this.draft.follow();
     }
 }
 

@@ -5,7 +5,8 @@ import { spawnSync } from "node:child_process";
 import { copyFileSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { describe, test } from "node:test";
-import { downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, recalculo, root, see, settled, setUp, small, status } from "./planner_page.js";
+import { pathToFileURL } from "node:url";
+import { downloaded, edit, examples, grid, made, medium, native, openFiles, pageFile, placed, press, recalculo, root, see, settled, setUp, small, status } from "./planner_page.js";
 
 const { at, folder } = setUp();
 
@@ -119,6 +120,38 @@ describe("With a head-end inside", () => {
         writeFileSync(named, JSON.stringify({ ...JSON.parse(readFileSync(small, "utf8")), name: "</script><!-- Small" }));
         native("run", named, "--live", file);
     } });
+
+    at("it leaves the draft of one's own plan alone, however much it is changed", async (page) => {
+        const ready = () => page.waitForSelector("html[data-drawn]");
+        const raise = async () => {
+            await edit(page, "Modules");
+            await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+            await settled(page, () => press(page, "2", "Enter"));
+        };
+        const [own, live] = [pageFile, file].map((one) => pathToFileURL(one).href);
+        page.on("dialog", (dialog) => dialog.accept());
+        await openFiles(page, medium);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        const before = await placed(page);
+        await page.goto(live);
+        await ready();
+        await page.waitForTimeout(400);
+        await page.goto(own);
+        await ready();
+        assert.equal(await placed(page), before);
+        assert.equal(await page.locator("#changed").isVisible(), true);
+        await page.goto(live);
+        await ready();
+        await raise();
+        await page.goto(own);
+        await ready();
+        assert.equal(await placed(page), before);
+        await page.goto(live);
+        await ready();
+        assert.equal(await placed(page), "12 of 12");
+    }, { files: [pageFile, file] });
 
     test("a page that is not there is told, and where it was looked for", () => {
         const lonely = join(folder, "recalculo");

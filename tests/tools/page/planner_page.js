@@ -36,7 +36,7 @@ export const setUp = () => {
 };
 
 /// Opens a page of its own, calls `use` and is sure that nothing was complained of and nothing asked of a network.
-export const visit = async (browser, use, { options = {}, file = pageFile, isReady = true, init } = {}) => {
+export const visit = async (browser, use, { options = {}, file = pageFile, files = [file], isReady = true, init } = {}) => {
     const context = await browser.newContext({ viewport: { width: 1400, height: 900 }, acceptDownloads: true, ...options });
     if (init) await context.addInitScript(init);
     const page = await context.newPage();
@@ -49,7 +49,7 @@ export const visit = async (browser, use, { options = {}, file = pageFile, isRea
     if (isReady) await page.waitForSelector("html.ready");
     await use(page);
     assert.deepEqual(complaints, []);
-    const asked = requests.filter((request) => request !== pathToFileURL(file).href && !request.startsWith("blob:"));
+    const asked = requests.filter((request) => !files.map((one) => pathToFileURL(one).href).includes(request) && !request.startsWith("blob:"));
     assert.deepEqual(asked, []);
     await context.close();
 };
