@@ -188,7 +188,7 @@ class App {
 
     /// What is no reserve is told, and kept nowhere: says whether it is one.
     async keepFree(reserve) {
-        const isOne = reserve === "" || Boolean(await this.asked(this.runner, { ask: "run", reserve }, [sample("small")]));
+        const isOne = reserve === "" || Boolean(await this.asked(this.asker, { ask: "run", reserve }, [sample("small")]));
         if (isOne) this.plan.keepFree(reserve);
         return isOne;
     }

@@ -1,6 +1,6 @@
 // The first that one sees of a placement: the figures, what does not add up, and why services are left out.
 
-import { button, counted, grouped, h, name, renew } from "./dom.js";
+import { button, counted, grouped, h, markWrong, name, renew } from "./dom.js";
 import { streamOf } from "./outcome.js";
 
 /// Services listed at once; more on demand.
@@ -32,7 +32,7 @@ export class Overview {
         this.rest = button("", () => this.listLeftOut(Infinity));
         this.left = h("section", {}, this.heading, this.list, this.rest);
         this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {
-            this.reserve.toggleAttribute("aria-invalid", !(await this.actions.keepFree(this.reserve.value.trim())));
+            markWrong(this.reserve, !(await this.actions.keepFree(this.reserve.value.trim())));
         } });
         this.reserving = h("label", { class: "reserve" }, "Reserve ", this.reserve);
     }
@@ -47,7 +47,10 @@ export class Overview {
         const part = (make, ...shown) => [JSON.stringify([make.name, ...shown]), () => make.apply(this, shown)];
         const some = (make, list, ...shown) => list.length > 0 && part(make, list, ...shown);
         this.outcome = outcome;
-        if (document.activeElement !== this.reserve) this.reserve.value = plan.reserve;
+        if (document.activeElement !== this.reserve) {
+            this.reserve.value = plan.reserve;
+            markWrong(this.reserve, false);
+        }
         this.listLeftOut(mostListed);
         renew(this.element, [
             part(this.tiles, this.figures(outcome)), ["reserve", () => this.reserving], result.modules.length === 0 && part(this.noModules), some(this.odd, warnings), some(this.findings, broken, true),

@@ -362,6 +362,12 @@ describe("See and ask", () => {
         await page.getByLabel("Reserve").fill("half");
         await press(page, "Enter");
         await page.locator("#messages").getByText(/--reserve: found "half"/).waitFor();
+        const marked = () => page.getByLabel("Reserve").getAttribute("aria-invalid");
+        assert.equal(await marked(), "true");
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        assert.deepEqual([await page.getByLabel("Reserve").inputValue(), await marked()], ["12%", null]);
         await page.getByLabel("Reserve").fill("");
         await settled(page, () => press(page, "Enter"));
         assert.equal(await page.locator("#panel-overview").getByText(/no room for tables/).count(), 0);
