@@ -240,6 +240,7 @@ class App {
         const { plan } = this;
         document.body.classList.toggle("empty", !plan.variant);
         document.body.classList.toggle("only-result", Boolean(plan.variant && !plan.headend));
+        byId("name").readOnly = Boolean(plan.variant && !plan.headend);
         byId("name").value = plan.headend?.name ?? plan.variant?.name ?? "";
         for (const [id, steps] of [["undo", plan.past], ["redo", plan.future]]) {
             byId(id).disabled = steps.length === 0;

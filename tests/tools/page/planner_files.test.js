@@ -50,6 +50,15 @@ describe("Take it along", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("a result is not renamed, nor asked what only its head-end tells", async (page) => {
+        await openFiles(page, made("small.result.json", native("run", small, "--json", "--trials", "0")));
+        await page.locator("#name").click();
+        await page.keyboard.type("Other");
+        await press(page, "Enter", "Tab");
+        assert.notEqual(await page.locator("#name").inputValue(), "Other");
+        assert.equal(await page.locator("#undo").isDisabled(), true);
+    });
+
     at("rates that were taken are not taken again into what they were not opened for", async (page) => {
         const { services } = JSON.parse(readFileSync(small, "utf8"));
         await openFiles(page, small);
