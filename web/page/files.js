@@ -151,12 +151,12 @@ export class Files {
     get stem() { return stem(this.plan.variant?.file ?? "head-end"); }
 
     async save() {
-        const { headend, state } = this.plan;
+        const { headend, variant } = this.plan;
         if (!headend) return this.actions.say("There is no head-end to save.");
         const answer = await this.actions.asked(this.engine, { ask: "change" }, [textOf(headend)]);
         if (!answer) return;
         download(`${this.stem}.json`, answer.texts[0], "application/json");
-        this.plan.saved = state;
+        this.plan.keepSaved(variant);
         this.actions.saved();
     }
 

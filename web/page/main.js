@@ -247,6 +247,7 @@ class App {
             byId(id).title = steps.length > 0 ? `${id === "undo" ? "Undo" : "Redo"}: ${steps.at(-1).label}` : "";
         }
         byId("changed").hidden = !plan.isChanged;
+        byId("changed").title = plan.unsaved.map((variant) => `Variant ${variantName(variant)} is in no file`).join("\n");
         document.title = `${plan.isChanged ? "• " : ""}${plan.headend?.name || plan.variant?.file || "Planner"} · Recalculo`;
         this.drawVariants();
     }

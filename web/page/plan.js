@@ -10,8 +10,8 @@ export class Plan extends EventTarget {
         this.state = { variants: [], current: 0 };
         this.past = [];
         this.future = [];
-        /// What is in a file, or was never anything: no warning before leaving it.
-        this.saved = this.state;
+        /// Of each variant, by its id, the head-end that is in a file: no warning before leaving it.
+        this.saved = new Map();
         /// What outputs are to keep free, as --reserve; empty for the usual.
         this.reserve = "";
         /// Variants as they were opened.
@@ -20,7 +20,13 @@ export class Plan extends EventTarget {
 
     get variant() { return this.state.variants[this.state.current]; }
     get headend() { return this.variant?.headend; }
-    get isChanged() { return this.state.variants !== this.saved.variants; }
+    get unsaved() { return this.state.variants.filter((variant) => !this.isSaved(variant)); }
+    get isChanged() { return this.unsaved.length > 0; }
+
+    /// A copy of what is in a file is no loss, and a result is as it was opened.
+    isSaved({ headend }) { return !headend || [...this.saved.values()].includes(headend); }
+
+    keepSaved({ id, headend }) { this.saved.set(id, headend); }
 
     /// What was opened last of what is not undone, unless nothing has become of it.
     get opened() {
@@ -33,17 +39,17 @@ export class Plan extends EventTarget {
     open(variant, isSaved = true) {
         const state = { variants: [variant], current: 0 };
         this.openings.add(variant);
-        if (isSaved) this.saved = state;
+        if (isSaved) this.saved = new Map([[variant.id, variant.headend]]);
         if (this.variant) this.commit(state, `Open ${variant.file}`);
         else this.become(state);
     }
 
     /// Takes up what was open before.
-    recall({ variants, current, isSaved, reserve = "" }) {
+    recall({ variants, current, isSaved, saved = isSaved ? variants.map(({ id }) => id) : [], reserve = "" }) {
         this.reserve = reserve;
         const state = { variants, current };
         this.openings.add(variants[current]);
-        if (isSaved) this.saved = state;
+        for (const variant of variants) if (saved.includes(variant.id)) this.keepSaved(variant);
         this.become(state);
     }
 

@@ -59,6 +59,34 @@ describe("Take it along", () => {
         assert.equal(await page.locator("#undo").isDisabled(), true);
     });
 
+    at("what is saved is told of each variant, also after a reload", async (page) => {
+        const isChanged = () => page.locator("#changed").isVisible();
+        const look = (at) => settled(page, () => page.locator("#variants [aria-pressed]").nth(at).click());
+        const save = () => downloaded(page, () => press(page, "Control+s"));
+        await openFiles(page, small);
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        await edit(page, "Modules");
+        await press(page, "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "2", "Enter"));
+        await look(0);
+        await save();
+        assert.equal(await isChanged(), true);
+        assert.equal(await page.locator("#changed").getAttribute("title"), "Variant B is in no file");
+        await look(1);
+        await save();
+        assert.equal(await isChanged(), false);
+        await look(0);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        page.on("dialog", (dialog) => dialog.accept());
+        await page.reload();
+        await page.waitForSelector("html[data-drawn]");
+        assert.equal(await page.locator("#changed").getAttribute("title"), "Variant A is in no file");
+        await save();
+        assert.equal(await isChanged(), false);
+    });
+
     at("rates that were taken are not taken again into what they were not opened for", async (page) => {
         const { services } = JSON.parse(readFileSync(small, "utf8"));
         await openFiles(page, small);
