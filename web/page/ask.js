@@ -6,6 +6,8 @@ import { Cancelled } from "./engine.js";
 import { textOf } from "./plan.js";
 import { moduleName } from "./outcome.js";
 
+const onlyResult = "A result does not tell what modules answer: open its head-end.";
+
 /// Columns of text that fit into an element.
 const columnsIn = (element) => {
     const probe = h("span", { class: "probe" }, "0".repeat(20));
@@ -32,19 +34,22 @@ export class Ask {
         this.progress = h("p", { class: "note", role: "status" });
         this.answer = h("div", { class: "answer" });
         this.old = h("p", { class: "old", role: "status", hidden: true }, "The plan has changed since this was asked. ", button("Ask again", () => this.again()));
-        plan.addEventListener("change", () => this.age());
+        plan.addEventListener("change", () => { this.allow(); this.age(); });
+        const ask = (title, question) => button(title, question, { class: "primary" });
+        this.questions = [ask("Size", () => this.size()), ask("Choose", () => this.choose()), ask("Bound", () => this.bound()), ask("Drill", () => this.drill())];
+        const [size, choose, bound, drill] = this.questions;
         this.element = h("div", { class: "ask" },
             h("p", {}, "What would make everything fit: further modules like ", this.kind, ", ", this.most, " at the most, or one limit raised? ",
-                button("Size", () => this.size(), { class: "primary" })),
+                size),
             h("p", {}, "Which services are better not asked for, so that the most that matters is placed? Search for ", this.seconds, " seconds ",
-                h("label", { class: "check inline" }, this.keeps, "and move as little as may be "), button("Choose", () => this.choose(), { class: "primary" })),
-            h("p", {}, "How many services could any arrangement place? ", button("Bound", () => this.bound(), { class: "primary" })),
-            h("p", {}, "What goes off the air when a module or an input fails? ", h("label", { class: "check inline" }, this.streams, "Each stream, too "),
-                button("Drill", () => this.drill(), { class: "primary" })),
+                h("label", { class: "check inline" }, this.keeps, "and move as little as may be "), choose),
+            h("p", {}, "How many services could any arrangement place? ", bound),
+            h("p", {}, "What goes off the air when a module or an input fails? ", h("label", { class: "check inline" }, this.streams, "Each stream, too "), drill),
             h("p", {}, this.stop), this.progress, this.old, this.answer);
     }
 
     draw() {
+        this.allow();
         const modules = this.plan.headend?.modules ?? [];
         const chosen = this.kind.value;
         this.kind.replaceChildren(...modules.map((module, at) => h("option", { value: at }, moduleName(module))));
@@ -91,11 +96,20 @@ export class Ask {
         }));
     }
 
+    /// A result is asked nothing.
+    allow() {
+        const isAllowed = Boolean(this.plan.headend);
+        for (const ask of this.questions) {
+            ask.disabled = !isAllowed;
+            ask.title = isAllowed ? "" : onlyResult;
+        }
+    }
+
     /// An answer is good for the head-end that it was asked of, and again once one is back there.
     age() {
-        const isOld = this.answer.hasChildNodes() && this.plan.headend !== this.of;
+        const isOld = this.answer.hasChildNodes() && Boolean(this.plan.headend) && this.plan.headend !== this.of;
         this.old.hidden = !isOld;
-        for (const proposed of this.answer.querySelectorAll("button")) proposed.disabled = isOld;
+        for (const proposed of this.answer.querySelectorAll("button")) proposed.disabled = this.plan.headend !== this.of;
     }
 
     /// Asks, instead of what is still being asked.
@@ -154,7 +168,7 @@ export class Explanation {
         this.of = this.plan.variant;
         const asked = this.asked = {};
         this.heading.replaceChildren(name(service.name));
-        if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, "A result does not tell what modules answer: open its head-end."));
+        if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, onlyResult));
         const told = await this.engine.ask({ ask: "explain", services: [queryFor(service)], width: columnsIn(this.body) }, [textOf(this.plan.headend)])
             .then(({ texts }) => h("pre", { tabindex: 0 }, texts[1]), (wrong) => h("p", {}, name(wrong.message)));
         if (this.asked === asked) this.body.replaceChildren(told);

@@ -57,6 +57,12 @@ describe("Take it along", () => {
         await press(page, "Enter", "Tab");
         assert.notEqual(await page.locator("#name").inputValue(), "Other");
         assert.equal(await page.locator("#undo").isDisabled(), true);
+        await see(page, "Ask");
+        const questions = page.locator("#panel-ask p > .primary");
+        const told = () => questions.evaluateAll((all) => all.map(({ disabled, title }) => [disabled, title.replace(/^.*: /, "")]));
+        assert.deepEqual(await told(), Array(4).fill([true, "open its head-end."]));
+        await openFiles(page, small);
+        assert.deepEqual(await told(), Array(4).fill([false, ""]));
     });
 
     at("what is saved is told of each variant, also after a reload", async (page) => {
