@@ -28,7 +28,8 @@ export class Draft {
         if (!this.isChanged) return;
         const { variants, current } = this.plan.state;
         try {
-            const text = JSON.stringify({ version, given: given(), saved: variants.filter((variant) => this.plan.isSaved(variant)).map(({ id }) => id), variants, current, reserve: this.plan.reserve });
+            const text = JSON.stringify({ version, given: given(), saved: variants.filter((variant) => this.plan.isSaved(variant)).map(({ id }) => id),
+                figures: variants.map((variant) => this.plan.figuresOf(variant)), variants, current, reserve: this.plan.reserve });
             if (text.length < mostCharacters) localStorage.setItem(this.key, text);
             else {
                 localStorage.removeItem(this.key);

@@ -201,8 +201,7 @@ class App {
 
     take(outcome, variant) {
         this.outcome = outcome;
-        this.figures ??= new Map();
-        this.figures.set(variant.id, outcome.result.summary);
+        this.plan.keepFigures(variant, outcome.result.summary);
         byId("failure").hidden = true;
         const { placed, loaded, left_out: left } = outcome.result.summary;
         const since = difference(outcome.comparison);
@@ -254,7 +253,7 @@ class App {
 
     drawVariants() {
         const { variants, current } = this.plan.state;
-        const figures = variants.map(({ id }) => this.figures?.get(id));
+        const figures = variants.map((variant) => this.plan.figuresOf(variant));
         renew(byId("variants"), [
             ...variants.map((variant, at) => [JSON.stringify([at, at === current, variant.id, figures[at]?.placed, figures[at]?.loaded]), () => this.variantButton(variant, at, figures[at])]),
             variants.length > 0 && this.plan.headend && ["add", () => button("New variant", () => this.plan.addVariant())],

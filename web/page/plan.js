@@ -14,6 +14,8 @@ export class Plan extends EventTarget {
         this.saved = new Map();
         /// What outputs are to keep free, as --reserve; empty for the usual.
         this.reserve = "";
+        /// How many services of head-ends and results are placed.
+        this.figures = new WeakMap();
         /// Variants as they were opened.
         this.openings = new WeakSet();
     }
@@ -35,6 +37,10 @@ export class Plan extends EventTarget {
         return opened?.headend === this.headend ? undefined : opened;
     }
 
+    figuresOf(variant) { return this.figures.get(variant.headend ?? variant); }
+
+    keepFigures(variant, { placed, loaded }) { this.figures.set(variant.headend ?? variant, { placed, loaded }); }
+
     /// Begins anew with one variant; what was before can be undone to.
     open(variant, isSaved = true) {
         const state = { variants: [variant], current: 0 };
@@ -45,10 +51,11 @@ export class Plan extends EventTarget {
     }
 
     /// Takes up what was open before.
-    recall({ variants, current, isSaved, saved = isSaved ? variants.map(({ id }) => id) : [], reserve = "" }) {
+    recall({ variants, current, isSaved, saved = isSaved ? variants.map(({ id }) => id) : [], figures = [], reserve = "" }) {
         this.reserve = reserve;
         const state = { variants, current };
         this.openings.add(variants[current]);
+        variants.forEach((variant, at) => { if (figures[at]) this.keepFigures(variant, figures[at]); });
         for (const variant of variants) if (saved.includes(variant.id)) this.keepSaved(variant);
         this.become(state);
     }

@@ -89,6 +89,7 @@ describe("Take it along", () => {
         await page.reload();
         await page.waitForSelector("html[data-drawn]");
         assert.equal(await page.locator("#changed").getAttribute("title"), "Variant A is in no file");
+        assert.deepEqual(await page.locator("#variants [aria-pressed]").allTextContents(), ["A 10 of 11", "B 12 of 12"]);
         await save();
         assert.equal(await isChanged(), false);
     });
