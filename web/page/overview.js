@@ -6,6 +6,9 @@ import { streamOf } from "./outcome.js";
 /// Services listed at once; more on demand.
 const mostListed = 200;
 
+/// So many of a list are printed, by style.css: with the rest the summary has one sheet.
+const mostPrinted = 20;
+
 const tile = (label, figure, note, state) =>
     h("div", { class: `tile ${state ?? ""}` }, h("dt", {}, label), h("dd", {}, figure && h("b", {}, figure), note && h("span", { class: "note" }, note)));
 
@@ -30,7 +33,8 @@ export class Overview {
         this.heading = h("h2", {});
         this.list = h("ul", { class: "services" });
         this.rest = button("", () => this.listLeftOut(Infinity));
-        this.left = h("section", {}, this.heading, this.list, this.rest);
+        this.notPrinted = h("p", { class: "note on-paper" });
+        this.left = h("section", { class: "left-out" }, this.heading, this.list, this.rest, this.notPrinted);
         this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {
             markWrong(this.reserve, !(await this.actions.keepFree(this.reserve.value.trim())));
         } });
@@ -147,6 +151,7 @@ export class Overview {
         this.heading.textContent = `${counted(this.services.length, "service")} without a place`;
         this.rest.textContent = `Show ${grouped(Math.max(rest, 0))} more`;
         this.rest.hidden = rest <= 0;
+        this.notPrinted.textContent = this.services.length > mostPrinted ? `and ${grouped(this.services.length - mostPrinted)} more` : "";
         renew(this.list, this.services.slice(0, most).map((service) => [JSON.stringify(service), () => this.service(service)]));
     }
 

@@ -373,6 +373,20 @@ describe("See and ask", () => {
         assert.equal(await page.locator("#panel-overview").getByText(/no room for tables/).count(), 0);
     });
 
+    at("the summary of a large plan prints on one sheet, and tells how many services are not listed there", async (page) => {
+        const services = Array.from({ length: 1234 }, (one, index) => ({ lcn: index + 1, name: `A channel with a name ${index}`, onid: 1, tsid: 1000 + Math.floor(index / 6), sid: index + 1, bitrate: 3000 + (index % 7) * 500 }));
+        const modules = Array.from({ length: 24 }, (one, index) => ({ mac: `02:00:00:00:00:${String(index + 10)}`, label: `Rack ${index}`, controller: index === 0, inputs: 4, outputs: [38000, 38000, 38000, 38000], pids_max: 40 }));
+        await openFiles(page, made("large.json", { modules, services }));
+        const left = Number(/([\d,]+) left out/.exec(await status(page))[1].replace(",", ""));
+        assert.equal(await page.getByText(/^and [\d,]+ more$/).isVisible(), false);
+        const pdf = await page.pdf({ format: "A4" });
+        assert.equal(pdf.toString("latin1").match(/\/Type\s*\/Page\b/g).length, 1);
+        await page.emulateMedia({ media: "print" });
+        assert.equal(await page.locator(".left-out li:visible").count(), 20);
+        assert.equal(await page.locator(".left-out .on-paper").innerText(), `and ${left - 20} more`);
+        assert.equal(await page.getByText(/^Show \d+ more$/).isVisible(), false);
+    });
+
     at("the service lists of the outputs are those of the report, follow each change and lead to the modules", async (page) => {
         await openFiles(page, medium);
         await see(page, "Lists");
