@@ -1,14 +1,14 @@
-// Seeing what a change does, and asking for more. PAGE is the page, RECALCULO the program.
+// Seeing what a change does. PAGE is the page, RECALCULO the program.
 
 import assert from "node:assert/strict";
 import { readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { describe } from "node:test";
-import { downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, see, settled, setUp, small, status } from "./planner_page.js";
+import { downloaded, edit, grid, made, medium, native, openFiles, placed, press, see, settled, setUp, small, status } from "./planner_page.js";
 
 const { at, folder } = setUp();
 
-describe("See and ask", () => {
+describe("See", () => {
     at("variants stand side by side, each with its figures", async (page) => {
         await openFiles(page, small);
         await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
@@ -122,114 +122,6 @@ describe("See and ask", () => {
         assert.equal(await page.locator(".explanation").isVisible(), false);
     });
 
-    at("an explanation that is open lets one type on while it follows the changes", async (page) => {
-        await openFiles(page, small);
-        await edit(page, "Services");
-        await press(page, "ArrowRight", "ArrowRight", "Enter");
-        await page.locator(".explanation pre").waitFor();
-        await edit(page, "Modules");
-        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
-        await settled(page, async () => { await press(page, "4", "Enter", "7"); });
-        await page.waitForTimeout(300);
-        await settled(page, () => press(page, "8", "Enter"));
-        const { text } = await downloaded(page, () => press(page, "Control+s"));
-        assert.deepEqual(JSON.parse(text).modules.slice(0, 2).map(({ inputs }) => inputs), [4, 78]);
-    });
-
-    at("an explanation that the engine refuses says so in its box, which closes when the service is gone", async (page) => {
-        await openFiles(page, medium);
-        await openFiles(page, small);
-        await edit(page, "Services");
-        await press(page, "ArrowRight", "ArrowRight", "Enter");
-        const box = page.locator(".explanation");
-        await box.locator("pre").waitFor();
-        await edit(page, "Modules");
-        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "Space");
-        await page.getByRole("alert").getByText(/no module is the controller/).waitFor();
-        await edit(page, "Services");
-        await press(page, "ArrowDown", "Enter");
-        await box.getByText(/no module is the controller/).waitFor();
-        assert.equal(await box.locator("pre").count(), 0);
-        await settled(page, () => press(page, "Control+z"));
-        await box.locator("pre").waitFor();
-        await edit(page, "Services");
-        await press(page, "Control+z");
-        await box.waitFor({ state: "hidden" });
-        assert.equal(await page.locator("#messages").isVisible(), false);
-        assert.equal(await page.evaluate(() => document.activeElement.getAttribute("aria-label")), "Services");
-    });
-
-    at("a proposal of sizing is taken over", async (page) => {
-        await openFiles(page, small);
-        await see(page, "Ask");
-        await page.getByRole("button", { name: "Size" }).click();
-        await page.getByRole("button", { name: "Take over" }).first().waitFor();
-        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
-        assert.equal(await placed(page), "12 of 12");
-        await page.getByRole("button", { name: "Bound" }).click();
-        await page.locator("#panel-ask pre").getByText("12").first().waitFor();
-    });
-
-    at("an answer is taken over into the plan that it is of, and into no other", async (page) => {
-        await openFiles(page, small);
-        await see(page, "Ask");
-        await page.getByRole("button", { name: "Size" }).click();
-        const take = page.getByRole("button", { name: "Take over" }).first();
-        await take.waitFor();
-        const isTold = () => page.getByText("The plan has changed since this was asked.").isVisible();
-        assert.deepEqual([await take.isEnabled(), await isTold()], [true, false]);
-        await edit(page, "Services");
-        await press(page, "ArrowRight");
-        await settled(page, async () => { await page.keyboard.type("Renamed"); await press(page, "Enter"); });
-        assert.deepEqual([await take.isEnabled(), await isTold()], [false, true]);
-        await settled(page, () => press(page, "Control+z"));
-        assert.deepEqual([await take.isEnabled(), await isTold()], [true, false]);
-        await settled(page, () => press(page, "Control+Shift+z"));
-        await page.getByRole("button", { name: "Ask again" }).click();
-        await page.locator("button:enabled", { hasText: "Take over" }).first().waitFor();
-        assert.equal(await isTold(), false);
-        await settled(page, () => take.click());
-        assert.equal(await placed(page), "12 of 12");
-        await grid(page, "Services").getByText("Renamed").waitFor();
-        await settled(page, () => press(page, "Control+z"));
-        assert.equal(await take.isEnabled(), true);
-        await openFiles(page, medium);
-        assert.deepEqual([await take.isEnabled(), await isTold()], [false, true]);
-    });
-
-    at("a choice is searched, stopped, searched again and taken over", async (page) => {
-        await openFiles(page, join(examples, "medium.json"));
-        await see(page, "Ask");
-        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("60");
-        await page.getByRole("button", { name: "Choose" }).click();
-        await page.getByRole("button", { name: "Stop" }).click();
-        await page.getByText("Stopped.").waitFor();
-        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("1");
-        await page.getByRole("button", { name: "Choose" }).click();
-        await settled(page, () => page.getByRole("button", { name: "Take over" }).first().click());
-        await see(page, "Overview");
-        assert.match(await page.locator("#undo").getAttribute("title"), /Ask for what was chosen/);
-    });
-
-    at("while a choice is searched the plan is saved and a service explained, and the question asked last can be stopped", async (page) => {
-        await openFiles(page, medium);
-        await see(page, "Ask");
-        const seconds = page.getByRole("spinbutton", { name: "Seconds to search" });
-        const stop = page.getByRole("button", { name: "Stop" });
-        await seconds.fill("1");
-        await page.getByRole("button", { name: "Choose" }).click();
-        await seconds.fill("60");
-        await page.getByRole("button", { name: "Choose" }).click();
-        await downloaded(page, () => press(page, "Control+s"));
-        await edit(page, "Services");
-        await press(page, "ArrowRight", "ArrowRight", "Enter");
-        await page.locator(".explanation pre").waitFor();
-        await page.waitForTimeout(1500);
-        await stop.click();
-        await page.getByText("Stopped.").waitFor();
-        assert.equal(await stop.isVisible(), false);
-    });
-
     at("the order of a change is that of the tool", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Modules");
@@ -244,25 +136,6 @@ describe("See and ask", () => {
         await page.getByRole("button", { name: "In which order?" }).click();
         await page.locator(".order li").first().waitFor();
         assert.deepEqual(await page.locator(".order li .link bdi").allTextContents(), order.steps.map(({ input }) => input.mac));
-    });
-
-    at("what fails is drilled, with the streams and without", async (page) => {
-        await openFiles(page, small);
-        await see(page, "Ask");
-        await page.getByRole("button", { name: "Drill" }).click();
-        await page.locator("#panel-ask pre").getByText(/inputs taken out one by one/).waitFor();
-        await page.getByRole("checkbox", { name: "Each stream, too" }).check();
-        await page.getByRole("button", { name: "Drill" }).click();
-        await page.locator("#panel-ask pre").getByText(/streams taken out one by one/).waitFor();
-    });
-
-    at("a choice moves as little as may be from the placement now", async (page) => {
-        await openFiles(page, small);
-        await see(page, "Ask");
-        await page.getByRole("spinbutton", { name: "Seconds to search" }).fill("1");
-        await page.getByRole("checkbox", { name: "and move as little as may be" }).check();
-        await page.getByRole("button", { name: "Choose" }).click();
-        await page.locator("#panel-ask pre").getByText(/the placement now/).waitFor();
     });
 
     at("groups and variants are told with what became of them", async (page) => {
