@@ -58,7 +58,8 @@ export class Files {
             else if (text) this.open([{ name: "dropped text", text }]);
         });
         document.addEventListener("paste", (event) => {
-            if (event.target.closest?.("input, textarea, .grid")) return;
+            // What is sent to where the selection is, is for what has the focus.
+            if (document.activeElement.closest("input, textarea, .grid")) return;
             const files = [...event.clipboardData.files];
             const text = event.clipboardData.getData("text/plain");
             if (files.length > 0) this.openFiles(files);

@@ -26,13 +26,17 @@ export class Grid {
             class: "grid", role: "grid", tabindex: 0, "aria-label": label, "aria-multiselectable": "true",
             onkeydown: (event) => this.key(event), onscroll: () => this.look(), onpointerdown: (event) => this.point(event),
             ondblclick: (event) => { if (this.cellAt(event)) this.edit(); },
-            oncopy: (event) => this.copy(event), onpaste: (event) => this.paste(event),
         }, h("div", { role: "rowgroup" }, this.head), this.body);
+        // Browsers send these to where the selection is, which may be within a cell, or not in the table at all.
+        document.addEventListener("copy", (event) => { if (this.hasFocus) this.copy(event); });
+        document.addEventListener("paste", (event) => { if (this.hasFocus) this.paste(event); });
         this.rows = new Map();
         this.sight = { top: 0, height: 0 };
         new ResizeObserver(() => this.look()).observe(this.element);
     }
 
+    /// The table itself, and no field in it.
+    get hasFocus() { return document.activeElement === this.element; }
     get shown() { return this.columns.filter((column) => column.isShown); }
 
     /// The records, and the places of those to show, in their order.
@@ -339,7 +343,7 @@ export class Grid {
     // ---- With a spreadsheet ----------------------------------------------------------------------------
 
     copy(event) {
-        if (event.target !== this.element) return;
+        if (this.order.length === 0) return;
         const columns = this.shown.filter(({ parse }) => parse);
         const line = (place) => columns.map((column) => this.textFor(column, place)).join("\t");
         const places = this.order.filter((place) => this.marked.has(place));
@@ -356,11 +360,9 @@ export class Grid {
     }
 
     paste(event) {
-        if (event.target !== this.element) return;
         const text = event.clipboardData.getData("text/plain");
         if (!text) return;
         event.preventDefault();
-        event.stopPropagation();
         this.onpaste(text.replace(/\r\n?/g, "\n").replace(/\n$/, "").split("\n").map((line) => line.split("\t")));
     }
 }

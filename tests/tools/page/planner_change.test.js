@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { describe } from "node:test";
-import { activeCell, edit, grid, medium, native, openFiles, placed, press, settled, setUp, small, status } from "./planner_page.js";
+import { activeCell, copied, edit, grid, medium, native, openFiles, paste, placed, press, settled, setUp, small, status, withClipboard } from "./planner_page.js";
 
 const { at } = setUp();
 
@@ -152,12 +152,7 @@ describe("Change", () => {
         await openFiles(page, small);
         await edit(page, "Services");
         await press(page, "Control+a");
-        const copied = await page.evaluate(() => {
-            const data = new DataTransfer();
-            document.activeElement.dispatchEvent(new ClipboardEvent("copy", { clipboardData: data, bubbles: true }));
-            return data.getData("text/plain");
-        });
-        const lines = copied.split("\n").map((line) => line.split("\t"));
+        const lines = (await copied(page)).split("\n").map((line) => line.split("\t"));
         assert.equal(lines.length, 13);
         assert.deepEqual(lines[0].slice(0, 3), ["LCN", "Name", "Ask for"]);
         lines[1][1] = "Canal Primero";
@@ -165,13 +160,26 @@ describe("Change", () => {
         added[0] = "99";
         added[lines[0].indexOf("SID")] = "99";
         const text = [...lines, added].map((line) => line.join("\t")).join("\n");
-        await settled(page, () => page.evaluate((pasted) => {
-            const data = new DataTransfer();
-            data.setData("text/plain", pasted);
-            document.activeElement.dispatchEvent(new ClipboardEvent("paste", { clipboardData: data, bubbles: true }));
-        }, text));
+        await settled(page, () => paste(page, text));
         assert.match(await page.locator("#messages").innerText(), /1 service new, 12 changed/);
         assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), "14");
         await grid(page, "Services").getByText("Canal Primero").waitFor();
-    });
+    }, withClipboard);
+
+    at("a cell that was clicked goes to the clipboard and comes back, and a field keeps its own", async (page) => {
+        await openFiles(page, small);
+        await grid(page, "Modules").getByText("02:00:00:00:00:01").click();
+        assert.equal(await copied(page), "02:00:00:00:00:01");
+        await press(page, "ArrowDown", "ArrowRight");
+        await settled(page, () => paste(page, readFileSync(small, "utf8").split("\n")[0] + "Roof"));
+        assert.equal(await activeCell(page, "Modules"), "{Roof");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => paste(page, "3"));
+        assert.equal(await activeCell(page, "Modules"), "3");
+        await page.getByRole("searchbox", { name: "Filter modules" }).click();
+        await paste(page, "Roof");
+        assert.equal(await page.getByRole("searchbox", { name: "Filter modules" }).inputValue(), "Roof");
+        assert.equal(await grid(page, "Modules").getAttribute("aria-rowcount"), "2");
+        assert.equal(await page.locator("#messages").isVisible(), false);
+    }, withClipboard);
 });

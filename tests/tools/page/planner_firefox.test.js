@@ -22,13 +22,31 @@ test("a plan in Firefox", async () => {
         await (await tab.$("input[type=file]")).uploadFile(join(root, "examples/small.json"));
         const told = (text) => tab.waitForFunction((wanted) => document.getElementById("status").textContent.includes(wanted), {}, text);
         await told("11 of 12 placed");
+        const control = async (key) => {
+            await tab.keyboard.down("Control");
+            await tab.keyboard.press(key);
+            await tab.keyboard.up("Control");
+        };
         await tab.focus(".grid[aria-label=Modules]");
         for (const key of ["ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight", "2", "Enter"]) await tab.keyboard.press(key);
         await told("12 of 12 placed");
-        await tab.keyboard.down("Control");
-        await tab.keyboard.press("z");
-        await tab.keyboard.up("Control");
+        await control("z");
         await told("11 of 12 placed");
+        // What is copied goes into the cell, though the selection is elsewhere.
+        await tab.type(".filter", "2");
+        await control("a");
+        await control("x");
+        await tab.focus(".grid[aria-label=Modules]");
+        await control("v");
+        await told("12 of 12 placed");
+        await control("c");
+        await control("z");
+        await told("11 of 12 placed");
+        await tab.focus(".filter");
+        await control("v");
+        assert.equal(await tab.$eval(".filter", (field) => field.value), "2");
+        await control("a");
+        await tab.keyboard.press("Backspace");
         await tab.click(".causes summary");
         await tab.click(".causes .services .link");
         await tab.waitForSelector(".explanation pre");

@@ -104,6 +104,17 @@ export const press = async (page, ...keys) => {
     for (const key of keys) await page.keyboard.press(key);
 };
 
+/// Goes to and from the clipboard as a person does.
+export const copied = async (page) => {
+    await page.keyboard.press("Control+c");
+    return page.evaluate(() => navigator.clipboard.readText());
+};
+export const paste = async (page, text) => {
+    await page.evaluate((given) => navigator.clipboard.writeText(given), text);
+    await page.keyboard.press("Control+v");
+};
+export const withClipboard = { options: { permissions: ["clipboard-read", "clipboard-write"] } };
+
 /// The text of the cell where the keyboard is.
 export const activeCell = (page, name) => page.evaluate((label) => {
     const table = document.querySelector(`.grid[aria-label=${label}]`);
