@@ -17,6 +17,7 @@ export class Grid {
         this.name = `grid${++grids}`;
         this.records = [];
         this.order = [];
+        /// The records themselves: places change with every row that comes and goes.
         this.marked = new Set();
         this.row = 0;
         this.column = 0;
@@ -43,7 +44,6 @@ export class Grid {
     show(records, order) {
         this.records = records;
         this.order = order;
-        for (const place of this.marked) if (place >= records.length) this.marked.delete(place);
         this.row = Math.max(0, Math.min(this.row, order.length - 1));
         this.drawHead();
         this.draw();
@@ -74,7 +74,7 @@ export class Grid {
         });
         this.head.replaceChildren(h("div", {
             role: "columnheader", "aria-colindex": 1, class: "mark", style: { width: `${markWidth}px` }, title: "Select all: Ctrl+A",
-            onclick: () => this.markAll(this.marked.size < this.order.length),
+            onclick: () => this.markAll(!this.order.every((place) => this.isMarked(place))),
         }, h("span", { class: "aside" }, "Selected")), ...cells);
         this.element.setAttribute("aria-colcount", columns.length + 1);
         this.width = columns.reduce((sum, column) => sum + column.width, markWidth);
@@ -115,7 +115,7 @@ export class Grid {
         const row = this.rows.get(at) ?? this.makeRow(at, next);
         const place = this.order[at];
         const record = this.records[place];
-        const isMarked = this.marked.has(place);
+        const isMarked = this.isMarked(place);
         if (row.isMarked !== isMarked) {
             row.isMarked = isMarked;
             row.element.setAttribute("aria-selected", String(isMarked));
@@ -217,8 +217,8 @@ export class Grid {
         if (!cell || event.button !== 0) return;
         const place = this.order[cell.row];
         if (event.shiftKey)
-            for (let at = Math.min(cell.row, this.row); at <= Math.max(cell.row, this.row); ++at) this.marked.add(this.order[at]);
-        else if (cell.column < 0 || event.ctrlKey || event.metaKey) this.marked.has(place) ? this.marked.delete(place) : this.marked.add(place);
+            for (let at = Math.min(cell.row, this.row); at <= Math.max(cell.row, this.row); ++at) this.marked.add(this.records[this.order[at]]);
+        else if (cell.column < 0 || event.ctrlKey || event.metaKey) this.isMarked(place) ? this.marked.delete(this.records[place]) : this.marked.add(this.records[place]);
         this.go(cell.row, Math.max(0, cell.column));
         this.onmark?.();
         const column = this.shown[this.column];
@@ -252,15 +252,17 @@ export class Grid {
 
     // ---- Marking ---------------------------------------------------------------------------------------
 
+    isMarked(place) { return this.marked.has(this.records[place]); }
+
     mark(place, isMarked) {
-        if (isMarked) this.marked.add(place);
-        else this.marked.delete(place);
+        if (isMarked) this.marked.add(this.records[place]);
+        else this.marked.delete(this.records[place]);
         this.onmark?.();
         this.draw();
     }
 
     markAll(isMarked) {
-        this.marked = new Set(isMarked ? this.order : []);
+        this.marked = new Set(isMarked ? this.order.map((place) => this.records[place]) : []);
         this.onmark?.();
         this.draw();
     }
@@ -268,7 +270,7 @@ export class Grid {
     /// The places that a change is for: those marked if the active row is among them, else the active one.
     get meant() {
         const active = this.order[this.row];
-        return this.marked.has(active) ? this.order.filter((place) => this.marked.has(place)) : [active];
+        return this.isMarked(active) ? this.order.filter((place) => this.isMarked(place)) : [active];
     }
 
     // ---- Changing --------------------------------------------------------------------------------------
@@ -276,7 +278,7 @@ export class Grid {
     toggle(event) {
         const column = this.shown[this.column];
         const place = this.order[this.row];
-        if (column.kind !== "truth" || !column.parse || event.shiftKey) return this.mark(place, !this.marked.has(place));
+        if (column.kind !== "truth" || !column.parse || event.shiftKey) return this.mark(place, !this.isMarked(place));
         this.set(column, !column.get(this.records[place], place));
     }
 
@@ -346,7 +348,7 @@ export class Grid {
         if (this.order.length === 0) return;
         const columns = this.shown.filter(({ parse }) => parse);
         const line = (place) => columns.map((column) => this.textFor(column, place)).join("\t");
-        const places = this.order.filter((place) => this.marked.has(place));
+        const places = this.order.filter((place) => this.isMarked(place));
         const text = places.length > 0
             ? [columns.map(({ heading }) => heading).join("\t"), ...places.map(line)].join("\n")
             : this.textFor(this.shown[this.column], this.order[this.row]);

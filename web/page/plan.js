@@ -42,7 +42,9 @@ export class Plan extends EventTarget {
     keepFigures(variant, { placed, loaded }) { this.figures.set(variant.headend ?? variant, { placed, loaded }); }
 
     /// Begins anew with one variant; what was before can be undone to.
-    open(variant, isSaved = true) {
+    open(opened, isSaved = true) {
+        // Tells what became of this from what became of another that was opened.
+        const variant = { ...opened, opening: Symbol(opened.file) };
         const state = { variants: [variant], current: 0 };
         this.openings.add(variant);
         if (isSaved) this.saved = new Map([[variant.id, variant.headend]]);

@@ -54,6 +54,29 @@ const freeMac = (modules) => {
     }
 };
 
+/// What has become of some of the records that were: those that are still there, those that are there in other words, by
+/// their keys, and within one variant those that stand in place of others.
+const heirs = (some, before, now, keyOf, isSameVariant) => {
+    const [were, are] = [new Set(before), new Set(now)];
+    const fresh = new Map();
+    for (const record of now)
+        if (!were.has(record)) fresh.set(keyOf(record), [...(fresh.get(keyOf(record)) ?? []), record]);
+    const found = new Set(now.filter((record) => some.has(record)));
+    const taken = new Set();
+    const lost = [];
+    before.forEach((record, place) => {
+        if (are.has(record)) return;
+        const heir = fresh.get(keyOf(record))?.shift();
+        if (!heir) return void lost.push(place);
+        taken.add(heir);
+        if (some.has(record)) found.add(heir);
+    });
+    if (isSameVariant && before.length === now.length)
+        for (const place of lost)
+            if (some.has(before[place]) && !were.has(now[place]) && !taken.has(now[place])) found.add(now[place]);
+    return found;
+};
+
 const clean = (record) => Object.fromEntries(Object.entries(record).filter(([, value]) => value !== undefined));
 
 export class Table {
@@ -82,9 +105,16 @@ export class Table {
                 h("span", { class: "spring" }), button("Add", () => this.add()), this.allColumns()),
             this.marked, this.grid.element);
         this.showMarked();
+        plan.addEventListener("change", ({ detail: { before } }) => this.follow(before.variants[before.current]));
     }
 
-    get records() { return this.plan.headend?.[this.key] ?? []; }
+    get records() { return this.recordsOf(this.plan.variant); }
+
+    recordsOf(variant) { return variant?.headend?.[this.key] ?? []; }
+
+    get placesMarked() { return [...this.records.keys()].filter((place) => this.grid.marked.has(this.records[place])); }
+
+    keyOf(record) { return JSON.stringify(this.kind.identity.map((key) => record[key])); }
 
     allColumns() {
         const box = h("input", { type: "checkbox", onchange: () => {
@@ -92,6 +122,16 @@ export class Table {
             this.draw();
         } });
         return h("label", { class: "check" }, box, "All columns");
+    }
+
+    /// What was marked stays so: the record itself, or what has become of it. Of another file nothing is marked.
+    follow(before) {
+        const { marked } = this.grid;
+        if (marked.size === 0) return;
+        const { variant } = this.plan;
+        const isOfFile = before.opening === variant.opening;
+        this.grid.marked = isOfFile ? heirs(marked, this.recordsOf(before), this.records, (record) => this.keyOf(record), before.id === variant.id) : new Set();
+        this.showMarked();
     }
 
     draw() {
@@ -141,7 +181,7 @@ export class Table {
         if (this.markedShown === number) return;
         this.markedShown = number;
         const set = (key, value, label) => button(label, () =>
-            this.edit([...grid.marked].map((row) => ({ row, column: grid.columns.find((column) => column.key === key), value })), label));
+            this.edit(this.placesMarked.map((row) => ({ row, column: grid.columns.find((column) => column.key === key), value })), label));
         const has = (key) => grid.columns.some((column) => column.key === key);
         this.marked.replaceChildren(...(number === 0 ? [] : [
             h("span", { role: "status" }, `${number} selected`),
@@ -181,11 +221,8 @@ export class Table {
     }
 
     remove() {
-        const gone = this.grid.marked;
-        const label = `Remove ${counted(gone.size, this.kind.thing)}`;
-        const records = this.records.filter((record, place) => !gone.has(place));
-        this.grid.marked = new Set();
-        this.become(records, label);
+        const { marked } = this.grid;
+        this.become(this.records.filter((record) => !marked.has(record)), `Remove ${counted(marked.size, this.kind.thing)}`);
         this.grid.element.focus();
     }
 
@@ -213,12 +250,11 @@ export class Table {
 
     pasteRecords(columns, lines) {
         const records = [...this.records];
-        const keyOf = (record) => JSON.stringify(this.kind.identity.map((key) => record[key]));
-        const places = new Map(records.map((record, place) => [keyOf(record), place]));
+        const places = new Map(records.map((record, place) => [this.keyOf(record), place]));
         let added = 0;
         for (const line of lines) {
             const record = columns.reduce((made, column, at) => withValue(made, column, this.parsed(column, line[at] ?? "")), {});
-            const place = places.get(keyOf(record));
+            const place = places.get(this.keyOf(record));
             if (place === undefined) added += records.push({ ...this.kind.fresh(this.plan.headend), ...record }) ? 1 : 0;
             else records[place] = columns.reduce((made, column) => withValue(made, column, record[column.key]), records[place]);
         }

@@ -64,6 +64,33 @@ describe("Change", () => {
         assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), String(marked + 1));
     });
 
+    at("what is selected stays so whatever comes and goes, and not in another file", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        const selected = () => grid(page, "Services").locator("[role=row][aria-selected=true]").evaluateAll((rows) => rows.map((row) => row.children[2].textContent));
+        await press(page, "ArrowDown", "ArrowDown", "Space");
+        await settled(page, () => page.getByRole("button", { name: "Remove", exact: true }).click());
+        assert.deepEqual(await selected(), []);
+        await grid(page, "Services").getByText("Deportes HD").click({ modifiers: ["Control"] });
+        await settled(page, () => press(page, "Control+z"));
+        assert.deepEqual(await selected(), ["Deportes HD"]);
+        await settled(page, () => press(page, "Control+Shift+z"));
+        assert.deepEqual(await selected(), ["Deportes HD"]);
+        // What it is told by is changed as well.
+        await press(page, "Home");
+        await settled(page, () => press(page, "7", "7", "Enter"));
+        assert.deepEqual(await selected(), ["Deportes HD"]);
+        await settled(page, () => press(page, "Control+z"));
+        assert.deepEqual(await selected(), ["Deportes HD"]);
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        assert.deepEqual(await selected(), ["Deportes HD"]);
+        await settled(page, () => page.getByRole("button", { name: "Remove", exact: true }).click());
+        await press(page, "Control+a");
+        await openFiles(page, medium);
+        assert.deepEqual(await selected(), []);
+        assert.equal(await page.getByText(/selected$/).count(), 0);
+    });
+
     at("services are cut down by the terms that the tool knows", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Services");
