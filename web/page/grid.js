@@ -267,10 +267,16 @@ export class Grid {
         this.draw();
     }
 
-    /// The places that a change is for: those marked if the active row is among them, else the active one.
+    /// The places of all that is marked, as they are shown, and then those that are not shown.
+    get placesMarked() {
+        const shown = new Set(this.order);
+        return [...this.order, ...[...this.records.keys()].filter((place) => !shown.has(place))].filter((place) => this.isMarked(place));
+    }
+
+    /// The places that a change in the active cell is for: all that is marked if its row is, else that alone.
     get meant() {
         const active = this.order[this.row];
-        return this.isMarked(active) ? this.order.filter((place) => this.isMarked(place)) : [active];
+        return this.isMarked(active) ? this.placesMarked : [active];
     }
 
     // ---- Changing --------------------------------------------------------------------------------------
@@ -348,7 +354,7 @@ export class Grid {
         if (this.order.length === 0) return;
         const columns = this.shown.filter(({ parse }) => parse);
         const line = (place) => columns.map((column) => this.textFor(column, place)).join("\t");
-        const places = this.order.filter((place) => this.isMarked(place));
+        const places = this.placesMarked;
         const text = places.length > 0
             ? [columns.map(({ heading }) => heading).join("\t"), ...places.map(line)].join("\n")
             : this.textFor(this.shown[this.column], this.order[this.row]);

@@ -1,7 +1,7 @@
 // The tables of modules and services: what can be done to many at once, filtering, and taking in what comes from a
 // spreadsheet. Every change is one step of the plan.
 
-import { button, counted, folded, h } from "./dom.js";
+import { button, counted, folded, grouped, h } from "./dom.js";
 import { columnsOf, withValue } from "./fields.js";
 import { Grid } from "./grid.js";
 
@@ -100,6 +100,7 @@ export class Table {
             h("option", { value: "" }, "All"));
         this.count = h("p", { class: "note", role: "status" });
         this.marked = h("div", { class: "marked-actions" });
+        this.told = h("span", { role: "status" });
         this.element = h("div", { class: "table" },
             h("div", { class: "toolbar" }, this.filter, states && this.state, terms?.element, this.count,
                 h("span", { class: "spring" }), button("Add", () => this.add()), this.allColumns()),
@@ -111,8 +112,6 @@ export class Table {
     get records() { return this.recordsOf(this.plan.variant); }
 
     recordsOf(variant) { return variant?.headend?.[this.key] ?? []; }
-
-    get placesMarked() { return [...this.records.keys()].filter((place) => this.grid.marked.has(this.records[place])); }
 
     keyOf(record) { return JSON.stringify(this.kind.identity.map((key) => record[key])); }
 
@@ -131,7 +130,6 @@ export class Table {
         const { variant } = this.plan;
         const isOfFile = before.opening === variant.opening;
         this.grid.marked = isOfFile ? heirs(marked, this.recordsOf(before), this.records, (record) => this.keyOf(record), before.id === variant.id) : new Set();
-        this.showMarked();
     }
 
     draw() {
@@ -178,13 +176,16 @@ export class Table {
     showMarked() {
         const { grid } = this;
         const number = grid.marked.size;
-        if (this.markedShown === number) return;
-        this.markedShown = number;
+        const shown = grid.order.reduce((sum, place) => sum + (grid.isMarked(place) ? 1 : 0), 0);
+        const told = `${grouped(number)} selected${shown < number ? `, ${grouped(number - shown)} of them not shown` : ""}`;
+        if (this.told.textContent !== told) this.told.textContent = told;
+        if (this.hasMarked === number > 0) return;
+        this.hasMarked = number > 0;
         const set = (key, value, label) => button(label, () =>
-            this.edit(this.placesMarked.map((row) => ({ row, column: grid.columns.find((column) => column.key === key), value })), label));
+            this.edit(grid.placesMarked.map((row) => ({ row, column: grid.columns.find((column) => column.key === key), value })), label));
         const has = (key) => grid.columns.some((column) => column.key === key);
         this.marked.replaceChildren(...(number === 0 ? [] : [
-            h("span", { role: "status" }, `${number} selected`),
+            this.told,
             ...(has("ask") ? [set("ask", true, "Ask for"), set("ask", false, "Do not ask for")] : []),
             ...(has("must") ? [set("must", true, "Must"), set("must", false, "Need not")] : []),
             button("Copy", () => this.duplicate()), button("Remove", () => this.remove()),
@@ -214,8 +215,9 @@ export class Table {
     duplicate() {
         if (this.records.length === 0) return;
         const headend = { ...this.plan.headend, [this.key]: [...this.records] };
-        for (const place of this.grid.meant) headend[this.key].push(clean(this.kind.copied(this.records[place], headend)));
-        this.become(headend[this.key], `Copy ${counted(this.grid.meant.length, this.kind.thing)}`);
+        const places = this.grid.placesMarked;
+        for (const place of places) headend[this.key].push(clean(this.kind.copied(this.records[place], headend)));
+        this.become(headend[this.key], `Copy ${counted(places.length, this.kind.thing)}`);
         this.grid.goTo(headend[this.key].length - 1);
         this.grid.element.focus();
     }

@@ -91,6 +91,36 @@ describe("Change", () => {
         assert.equal(await page.getByText(/selected$/).count(), 0);
     });
 
+    at("what is said to be selected is what is copied and changed, and nothing else", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        const services = page.locator("#panel-services");
+        const undoes = () => page.locator("#undo").getAttribute("title");
+        await press(page, "Shift+ArrowDown", "ArrowDown", "ArrowDown");
+        await services.getByText("2 selected", { exact: true }).waitFor();
+        await settled(page, () => services.getByRole("button", { name: "Copy" }).click());
+        assert.match(await undoes(), /Copy 2 services/);
+        await grid(page, "Services").getByText("Canal Dos", { exact: true }).nth(1).waitFor();
+        await settled(page, () => press(page, "Control+z"));
+        await press(page, "Control+a");
+        await page.getByRole("searchbox", { name: "Filter services" }).fill("cine");
+        await services.getByText("12 selected, 10 of them not shown", { exact: true }).waitFor();
+        await grid(page, "Services").focus();
+        assert.equal((await copied(page)).split("\n").length, 13);
+        await press(page, "Home", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "7", "7", "7", "Enter"));
+        assert.match(await undoes(), /of 12 services/);
+        await settled(page, () => services.getByRole("button", { name: "Do not ask for" }).click());
+        assert.match(await undoes(), /of 12 services/);
+        await settled(page, () => services.getByRole("button", { name: "Copy" }).click());
+        assert.match(await undoes(), /Copy 12 services/);
+        await settled(page, () => press(page, "Control+z"));
+        await press(page, "Control+a");
+        await services.getByText("2 selected", { exact: true }).waitFor();
+        await settled(page, () => services.getByRole("button", { name: "Remove", exact: true }).click());
+        assert.match(await undoes(), /Remove 2 services/);
+    }, withClipboard);
+
     at("services are cut down by the terms that the tool knows", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Services");
