@@ -328,14 +328,15 @@ export class Grid {
         event.stopPropagation();
     }
 
+    /// Says whether no cell is open any more.
     conclude(isTaken, down, right) {
-        if (!this.editor) return;
+        if (!this.editor) return true;
         const { input, column } = this.editor;
         const parsed = column.parse(input.value);
         if (isTaken && parsed.error) {
             markWrong(input, true);
             input.setCustomValidity(parsed.error);
-            if (document.activeElement === input) return void input.reportValidity();
+            if (document.activeElement === input) return input.reportValidity();
         }
         const hadFocus = document.activeElement === input;
         this.editor = null;
@@ -346,6 +347,7 @@ export class Grid {
         if (hadFocus) this.element.focus({ preventScroll: true });
         if (isTaken && !parsed.error && isOther) this.set(column, parsed.value);
         this.go(this.row + down, this.column + right);
+        return true;
     }
 
     // ---- With a spreadsheet ----------------------------------------------------------------------------

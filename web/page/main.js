@@ -124,13 +124,23 @@ class App {
         const control = event.ctrlKey || event.metaKey;
         const letter = event.key.toLowerCase();
         const isField = event.target.matches?.("input, textarea, select");
-        if (control && letter === "s") this.files.save();
+        if (control && letter === "s") this.save();
         else if (control && letter === "o") this.files.choose();
         else if (control && !isField && letter === "z") event.shiftKey ? this.plan.redo() : this.plan.undo();
         else if (control && !isField && letter === "y") this.plan.redo();
         else if (event.key === "/" && !isField && !control) this.edited.shown.element.querySelector(".filter").focus();
         else return;
         event.preventDefault();
+    }
+
+    /// With what is being typed; nothing where that is wrong.
+    save() {
+        const field = document.activeElement;
+        if (field === byId("name")) {
+            field.blur();
+            field.focus();
+        }
+        if ([this.modules, this.services, this.clones, this.pids].every(({ grid }) => grid.conclude(true, 0, 0))) this.files.save();
     }
 
     // ---- Following the plan ----------------------------------------------------------------------------

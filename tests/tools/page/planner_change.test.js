@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { describe } from "node:test";
-import { activeCell, copied, edit, grid, medium, native, openFiles, paste, placed, press, settled, setUp, small, status, withClipboard } from "./planner_page.js";
+import { activeCell, copied, downloaded, edit, grid, medium, native, openFiles, paste, placed, press, settled, setUp, small, status, withClipboard } from "./planner_page.js";
 
 const { at } = setUp();
 
@@ -32,6 +32,26 @@ describe("Change", () => {
         await press(page, "Escape");
         assert.equal(await activeCell(page, "Modules"), "2");
         assert.equal(await page.locator("#undo").isDisabled(), true);
+    });
+
+    at("what is being typed is saved, and nothing while it is out of range", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight", "9");
+        const saved = async () => JSON.parse((await downloaded(page, () => press(page, "Control+s"))).text);
+        assert.equal((await saved()).modules[0].inputs, 9);
+        assert.equal(await activeCell(page, "Modules"), "9");
+        await page.getByRole("textbox", { name: "Name of the head-end" }).fill("Roof");
+        assert.equal((await saved()).name, "Roof");
+        await grid(page, "Modules").focus();
+        await page.keyboard.type("70000");
+        let downloads = 0;
+        page.on("download", () => ++downloads);
+        await press(page, "Control+s");
+        assert.equal(await page.locator(".editor").evaluate((input) => input.validationMessage), "Expected a whole number from 0 to 65535");
+        await press(page, "Escape");
+        assert.equal((await saved()).modules[0].inputs, 9);
+        assert.equal(downloads, 1);
     });
 
     at("undo spans both tables, in the order of the steps", async (page) => {
