@@ -11,9 +11,10 @@ const markWidth = 36;
 let grids = 0;
 
 export class Grid {
-    /// columns: as fields.js makes them. onedit([{ row, column, value }], label), onmark(), onopen(row), onpaste(text).
-    constructor({ label, columns, onedit, onmark, onopen, onpaste }) {
-        Object.assign(this, { label, columns, onedit, onmark, onopen, onpaste });
+    /// columns: as fields.js makes them. onedit([{ row, column, value }], label), onmark(), onopen(row), onpaste(text),
+    /// onwrong(column, text, error) for what is not taken.
+    constructor({ label, columns, onedit, onmark, onopen, onpaste, onwrong }) {
+        Object.assign(this, { label, columns, onedit, onmark, onopen, onpaste, onwrong });
         this.name = `grid${++grids}`;
         this.records = [];
         this.order = [];
@@ -337,6 +338,7 @@ export class Grid {
             markWrong(input, true);
             input.setCustomValidity(parsed.error);
             if (document.activeElement === input) return input.reportValidity();
+            this.onwrong(column, input.value, parsed.error);
         }
         const hadFocus = document.activeElement === input;
         this.editor = null;

@@ -77,6 +77,8 @@ const heirs = (some, before, now, keyOf, isSameVariant) => {
     return found;
 };
 
+const complaint = ({ heading }, text, error) => `${heading}, "${text.slice(0, 40)}": ${error.toLowerCase()}`;
+
 const clean = (record) => Object.fromEntries(Object.entries(record).filter(([, value]) => value !== undefined));
 
 export class Table {
@@ -90,6 +92,7 @@ export class Table {
         this.grid = new Grid({
             label: titles[key], columns, onopen,
             onedit: (edits, label) => this.edit(edits, label), onmark: () => this.showMarked(), onpaste: (lines) => this.paste(lines),
+            onwrong: (...wrong) => say(`Nothing is changed: ${complaint(...wrong)}`),
         });
         this.grid.onsort = () => this.draw();
         this.filter = h("input", { type: "search", class: "filter", placeholder: "Filter", "aria-label": `Filter ${key}`, autocomplete: "off",
@@ -246,7 +249,7 @@ export class Table {
 
     parsed(column, text) {
         const { value, error } = column.parse(text);
-        if (error) throw new Error(`${column.heading}, "${text.slice(0, 40)}": ${error.toLowerCase()}`);
+        if (error) throw new Error(complaint(column, text, error));
         return value;
     }
 

@@ -34,6 +34,18 @@ describe("Change", () => {
         assert.equal(await page.locator("#undo").isDisabled(), true);
     });
 
+    at("a value out of range that is left is not taken, which is told", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight", "Enter");
+        await page.keyboard.type("70000");
+        await grid(page, "Modules").getByText("02:00:00:00:00:02").click();
+        await page.locator("#messages").getByText('Nothing is changed: Inputs, "70000": expected a whole number from 0 to 65535').waitFor();
+        await press(page, "ArrowUp");
+        assert.equal(await page.locator(".editor").count(), 0);
+        assert.equal(await page.locator("#undo").isDisabled(), true);
+    });
+
     at("what is being typed is saved, and nothing while it is out of range", async (page) => {
         await openFiles(page, small);
         await edit(page, "Modules");
