@@ -375,6 +375,6 @@ export class Grid {
         const text = event.clipboardData.getData("text/plain");
         if (!text) return;
         event.preventDefault();
-        this.onpaste(text.replace(/\r\n?/g, "\n").replace(/\n$/, "").split("\n").map((line) => line.split("\t")));
+        this.onpaste(text.replace(/\r\n?/g, "\n").replace(/\n+$/, "").split("\n").map((line) => line.split("\t")));
     }
 }

@@ -249,7 +249,7 @@ describe("Change", () => {
         added[0] = "99";
         added[lines[0].indexOf("SID")] = "99";
         const text = [...lines, added].map((line) => line.join("\t")).join("\n");
-        await settled(page, () => paste(page, text));
+        await settled(page, () => paste(page, `${text.replaceAll("\n", "\r\n")}\r\n\r\n`));
         assert.match(await page.locator("#messages").innerText(), /1 service new, 12 changed/);
         assert.equal(await grid(page, "Services").getAttribute("aria-rowcount"), "14");
         await grid(page, "Services").getByText("Canal Primero").waitFor();
