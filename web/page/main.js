@@ -124,10 +124,12 @@ class App {
         const control = event.ctrlKey || event.metaKey;
         const letter = event.key.toLowerCase();
         const isField = event.target.matches?.("input, textarea, select");
+        // Those that one types into undo what was typed by themselves.
+        const isText = isField && !event.target.matches("select, [type=checkbox]");
         if (control && letter === "s") this.save();
         else if (control && letter === "o") this.files.choose();
-        else if (control && !isField && letter === "z") event.shiftKey ? this.plan.redo() : this.plan.undo();
-        else if (control && !isField && letter === "y") this.plan.redo();
+        else if (control && !isText && letter === "z") event.shiftKey ? this.plan.redo() : this.plan.undo();
+        else if (control && !isText && letter === "y") this.plan.redo();
         else if (event.key === "/" && !isField && !control) this.edited.shown.element.querySelector(".filter").focus();
         else return;
         event.preventDefault();

@@ -81,6 +81,22 @@ describe("Change", () => {
         assert.equal(await page.locator("#changed").isVisible(), false);
     });
 
+    at("undo and redo go on from a choice and a box, and in a field are the field's", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        await page.getByRole("combobox", { name: "Which services" }).focus();
+        await settled(page, () => press(page, "Control+z"));
+        await page.locator("#panel-services").getByRole("checkbox", { name: "All columns" }).focus();
+        await settled(page, () => press(page, "Control+y"));
+        await page.getByRole("searchbox", { name: "Filter services" }).focus();
+        await page.keyboard.type("cine");
+        await press(page, "Control+z");
+        assert.notEqual(await page.getByRole("searchbox", { name: "Filter services" }).inputValue(), "cine");
+        assert.equal(await page.locator("#undo").isDisabled(), false);
+    });
+
     at("many services are marked and not asked for", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Services");
