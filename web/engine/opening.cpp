@@ -13,6 +13,7 @@
 #include "lineup/import_choices.h"
 #include "lineup/imported_lists.h"
 #include "lineup/lineup.h"
+#include "lineup/text_lines.h"
 #include "measured/measured_file.h"
 #include "measured/measuring.h"
 #include "measured/rates_csv.h"
@@ -29,6 +30,7 @@ namespace zarven::web {
 namespace {
 
 bool is_json(std::string_view text) {
+    text = tool::without_byte_order_mark(text);
     const std::size_t begin = text.find_first_not_of(" \t\r\n");
     return begin != std::string_view::npos && text[begin] == '{';
 }

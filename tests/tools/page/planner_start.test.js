@@ -26,6 +26,13 @@ describe("Start", () => {
         assert.equal(await page.locator("#name").inputValue(), "Small head-end");
     });
 
+    for (const [what, text] of [["a head-end", () => readFileSync(small, "utf8")], ["a result", () => native("run", small, "--json", "--trials", "0")]])
+        at(`${what} with a byte order mark is taken`, async (page) => {
+            await openFiles(page, made("small.json", `\uFEFF${text()}`));
+            assert.equal(await placed(page), "11 of 12");
+            assert.equal(await page.locator("#messages").isVisible(), false);
+        });
+
     at("a result is shown without tables, and compared with nothing", async (page) => {
         await settled(page, async () => drop(page, "small.result.json", native("run", small, "--json", "--trials", "0")));
         assert.equal(await placed(page), "11 of 12");

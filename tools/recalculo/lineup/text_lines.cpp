@@ -16,13 +16,17 @@ void reject(std::string_view field, std::string_view found, std::string_view exp
     throw BadLine(fmt::format("{}: found \"{}\", expected {}", field, shortened(found), expected));
 }
 
-std::vector<Line> lines_of(std::string_view text) {
+std::string_view without_byte_order_mark(std::string_view text) {
     const std::string_view byte_order_mark = "\xEF\xBB\xBF";
     if (starts_with(text, byte_order_mark))
         text.remove_prefix(byte_order_mark.size());
+    return text;
+}
+
+std::vector<Line> lines_of(std::string_view text) {
     std::vector<Line> lines;
     std::size_t number = 0;
-    for (std::string_view line : split(text, "\n")) {
+    for (std::string_view line : split(without_byte_order_mark(text), "\n")) {
         ++number;
         if (!line.empty() && line.back() == '\r')
             line.remove_suffix(1);

@@ -26,6 +26,8 @@ struct Line {
     std::string text;
 };
 
+std::string_view without_byte_order_mark(std::string_view text);
+
 /// The lines of a file. Lists of mixed origin change the encoding from line to line: one that is not UTF-8 is
 /// taken as Latin-1.
 std::vector<Line> lines_of(std::string_view text);
