@@ -275,8 +275,9 @@ export class Grid {
     }
 
     /// The places that a change in the active cell is for: all that is marked if its row is, else that alone.
-    get meant() {
-        const active = this.order[this.row];
+    get meant() { return this.meantAt(this.order[this.row]); }
+
+    meantAt(active) {
         return this.isMarked(active) ? this.placesMarked : [active];
     }
 
@@ -294,8 +295,8 @@ export class Grid {
         if (column.parse && !column.required) this.set(column, undefined);
     }
 
-    set(column, value) {
-        this.onedit(this.meant.map((row) => ({ row, column, value })), column.heading);
+    set(column, value, place = this.order[this.row]) {
+        this.onedit(this.meantAt(place).map((row) => ({ row, column, value })), column.heading);
     }
 
     edit(begin) {
@@ -311,7 +312,7 @@ export class Grid {
             onkeydown: (event) => this.editorKey(event), onblur: () => this.conclude(true, 0, 0),
         });
         input.value = begin ?? column.format(column.get(this.records[place], place));
-        this.editor = { input, column };
+        this.editor = { input, column, record: this.records[place] };
         // What stood there is drawn anew afterwards.
         this.rows.get(this.row).cells[this.column].text = undefined;
         cell.replaceChildren(input);
@@ -332,7 +333,7 @@ export class Grid {
     /// Says whether no cell is open any more.
     conclude(isTaken, down, right) {
         if (!this.editor) return true;
-        const { input, column } = this.editor;
+        const { input, column, record } = this.editor;
         const parsed = column.parse(input.value);
         if (isTaken && parsed.error) {
             markWrong(input, true);
@@ -343,11 +344,12 @@ export class Grid {
         const hadFocus = document.activeElement === input;
         this.editor = null;
         input.onblur = null;
-        const place = this.order[this.row];
-        const isOther = column.format(column.get(this.records[place], place)) !== input.value;
+        // Meanwhile other rows may have come to stand where it stands, or all those of another file.
+        const place = this.records.indexOf(record);
+        const isOther = place >= 0 && column.format(column.get(record, place)) !== input.value;
         this.draw();
         if (hadFocus) this.element.focus({ preventScroll: true });
-        if (isTaken && !parsed.error && isOther) this.set(column, parsed.value);
+        if (isTaken && !parsed.error && isOther) this.set(column, parsed.value, place);
         this.go(this.row + down, this.column + right);
         return true;
     }
