@@ -68,7 +68,8 @@ export class Grid {
         const cells = columns.map((column, at) => {
             const sorted = this.sorted?.column === column;
             return h("div", {
-                role: "columnheader", "aria-colindex": at + 2, title: column.hint, class: column.kind,
+                role: "columnheader", "aria-colindex": at + 2, class: column.kind,
+                title: `${column.hint ? `${column.hint}\n` : ""}Sort: click, or Alt+↑ and Alt+↓ in the column`,
                 "aria-sort": sorted ? (this.sorted.sign > 0 ? "ascending" : "descending") : undefined,
                 style: { width: `${column.width}px` }, onclick: () => this.sort(column),
             }, column.heading);
@@ -201,6 +202,7 @@ export class Grid {
         };
         const isLetter = event.key.length === 1 && event.key !== " " && !control && !event.altKey;
         if (control && event.key.toLowerCase() === "a") this.markAll(true);
+        else if (event.altKey && /^Arrow(Up|Down)$/.test(event.key)) this.sort(this.shown[this.column], event.key === "ArrowUp" ? 1 : -1);
         else if (isLetter && event.key !== "/") this.edit(event.key);
         else if (moves[event.key] && (!control || /Home|End/.test(event.key))) moves[event.key]();
         else return;
@@ -234,8 +236,7 @@ export class Grid {
         return { row: Number(row.dataset.at), column: Number(cell.getAttribute("aria-colindex")) - 2 };
     }
 
-    sort(column) {
-        const sign = this.sorted?.column === column ? -this.sorted.sign : 1;
+    sort(column, sign = this.sorted?.column === column ? -this.sorted.sign : 1) {
         this.sorted = { column, sign };
         this.onsort?.();
     }

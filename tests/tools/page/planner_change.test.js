@@ -118,6 +118,18 @@ describe("Change", () => {
         assert.equal(await page.locator("#undo").isDisabled(), false);
     });
 
+    at("a column is sorted from the keyboard", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Services");
+        const lcns = async () => (await grid(page, "Services").locator("[data-at] [role=gridcell]:nth-child(2)").allTextContents()).map(Number);
+        const sorted = (await lcns()).toSorted((one, other) => one - other);
+        await press(page, "Alt+ArrowDown");
+        assert.deepEqual(await lcns(), sorted.toReversed());
+        assert.equal(await grid(page, "Services").getByRole("columnheader", { name: "LCN" }).getAttribute("aria-sort"), "descending");
+        await press(page, "Alt+ArrowUp");
+        assert.deepEqual(await lcns(), sorted);
+    });
+
     at("many services are marked and not asked for", async (page) => {
         await openFiles(page, medium);
         await edit(page, "Services");
