@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "6fc04ffe10db5e3bf492ac8be47a123dbf8f1af0914492b88d30d741dd27e2dd"
+SRC_URI[sha256sum] = "7ffd1713c1cb7eb1204763804f322968079ba778f77e212a012760befbb3d610"
 
 inherit cmake pkgconfig ptest
 
