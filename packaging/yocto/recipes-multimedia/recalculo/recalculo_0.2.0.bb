@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "7ffd1713c1cb7eb1204763804f322968079ba778f77e212a012760befbb3d610"
+SRC_URI[sha256sum] = "32e0d63a6c8ea5055f77199556075ea210238e93331a79d7bd05004aab5b2b3c"
 
 inherit cmake pkgconfig ptest
 
