@@ -89,6 +89,15 @@ const compareAnswers = (file, before) => {
     return JSON.parse(result);
 };
 
+/// And of what takes longer to answer.
+const compareSearches = (file) => {
+    const text = readFileSync(file, "utf8");
+    const module = join(examples, "module.json");
+    assert.equal(ask({ ask: "size", most: 2 }, [text, readFileSync(module, "utf8")]).texts[0], native("size", file, "--add", module, "--most", "2", "--json"));
+    assert.equal(ask({ ask: "choose", seconds: 100, runs: 20 }, [text]).texts[0], native("choose", file, "--seconds", "100", "--runs", "20", "--jobs", "1", "--json"));
+    assert.equal(ask({ ask: "drill", streams: true }, [text]).texts[0], native("drill", file, "--streams", "--json"));
+};
+
 describe("Every answer is the tool's", () => {
     test("on the samples", () => {
         compareAnswers(join(examples, "small.json"), join(examples, "medium.json"));
@@ -101,6 +110,7 @@ describe("Every answer is the tool's", () => {
         for (let seed = 1; seed <= 200; ++seed) {
             const file = fileOf(`generated-${seed}.json`, JSON.stringify(generated(seed)));
             left += compareAnswers(file, before).summary.left_out;
+            compareSearches(file);
             before = file;
         }
         assert.ok(left > 200, `only ${left} services were left out: the head-ends try nothing`);
