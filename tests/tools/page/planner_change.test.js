@@ -22,6 +22,28 @@ describe("Change", () => {
         assert.equal(await placed(page), "12 of 12");
     });
 
+    at("by keyboard: each limit of a module, and what matters of a service", async (page) => {
+        await openFiles(page, small);
+        await edit(page, "Modules");
+        await press(page, ...Array(4).fill("ArrowRight"));
+        for (const value of ["3", "20000, 30000", "44", "5", "6", "7"]) {
+            await page.keyboard.type(value);
+            await press(page, "Tab");
+        }
+        await press(page, "Enter");
+        await edit(page, "Services");
+        await press(page, ...Array(4).fill("ArrowRight"), "Space", "ArrowRight");
+        for (const value of ["9", "4321"]) {
+            await page.keyboard.type(value);
+            await press(page, "Tab");
+        }
+        await settled(page, () => press(page, "Escape", "Control+z", "Control+y"));
+        const { modules: [module], services: [service] } = JSON.parse((await downloaded(page, () => press(page, "Control+s"))).text);
+        assert.deepEqual([module.inputs, module.outputs, module.pids_max, module.sd_transcoders, module.hd_transcoders, module.aux_transcoders],
+            [3, [20000, 30000], 44, 5, 6, 7]);
+        assert.deepEqual([service.must, service.value, service.bitrate], [true, 9, 4321]);
+    });
+
     at("a value out of range is not taken, and the field says why", async (page) => {
         await openFiles(page, small);
         await edit(page, "Modules");
