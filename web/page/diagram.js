@@ -67,7 +67,7 @@ export class Diagram {
         // A stream that several modules receive keeps the place of its first; no two lie upon each other.
         let last = 0;
         for (const stream of [...streams.values()].sort((one, other) => one.y - other.y)) stream.y = last = Math.max(stream.y, last + rowHeight * 0.8);
-        return svg("svg", { class: "diagram", viewBox: `0 0 ${width} ${Math.max(y, last + 30)}`, role: "img",
+        return svg("svg", { class: "diagram", viewBox: `0 0 ${width} ${Math.max(y, last + 30)}`, role: "group",
             "aria-label": `${counted(streams.size, "stream")} to ${counted(shown.length, "module")}, ${counted(outputs.length, "output")}` },
         ["Streams", "Modules and inputs", "Outputs"].map((text, at) => svg("text", { x: columns[at], y: 14, class: "heading" }, text)),
         inputs.map(({ input, y: to }) => this.line(columns[0] + boxWidth, streams.get(streamOf(input)).y, columns[1], to, input.services.length, streams.get(streamOf(input)).number)),
@@ -93,7 +93,13 @@ export class Diagram {
     }
 
     frame({ module, y, height }) {
-        return svg("g", { class: "module-node", onclick: () => this.actions.showModule(module.mac) },
+        const show = () => this.actions.showModule(module.mac);
+        return svg("g", { class: "module-node", tabindex: 0, role: "link", "aria-label": moduleName(module), onclick: show,
+            onkeydown: (event) => {
+                if (event.key !== "Enter") return;
+                event.preventDefault(); // or the module's line, which has the focus then, takes the key to fold it
+                show();
+            } },
             svg("text", { x: columns[1], y: y + 8, class: "heading" }, moduleName(module)),
             svg("rect", { class: "frame", x: columns[1], y: y + 14, width: moduleWidth, height, rx: 6 }));
     }

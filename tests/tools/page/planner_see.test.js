@@ -295,6 +295,18 @@ describe("See", () => {
         assert.doesNotMatch(await status(page), /added/);
     });
 
+    at("the diagram leads to a module, from the keyboard, too", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Diagram");
+        await page.getByRole("link", { name: /02:00:00:00:00:02/ }).focus();
+        await press(page, "Enter");
+        await page.locator("details.module[open]").waitFor();
+        assert.equal(await page.locator("details.module[open]").getAttribute("data-mac"), "02:00:00:00:00:02");
+        await see(page, "Diagram");
+        await page.locator(".module-node text").first().click();
+        await page.locator("details.module[open]").nth(1).waitFor();
+    });
+
     at("names with markup are names", async (page) => {
         const hostile = ["<script>alert(1)</script>", "</title></style></script><img src=x onerror=alert(1)>", "\"&' onmouseover=alert(1) x='", "{{x}} ${1}"];
         const services = hostile.map((name, index) => ({ lcn: index + 1, name, onid: 1, tsid: 1, sid: index + 1 }));
