@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "32e0d63a6c8ea5055f77199556075ea210238e93331a79d7bd05004aab5b2b3c"
+SRC_URI[sha256sum] = "8fd18b900d1f7329839ac0675ce2aadf294975f7c6ee90ac1158bb8e908840e1"
 
 inherit cmake pkgconfig ptest
 
