@@ -28,6 +28,14 @@ inline Service service(std::uint16_t lcn, std::uint16_t tsid, std::uint32_t bitr
     return made;
 }
 
+/// One of a group of which exactly one is asked for.
+inline Service variant(std::uint16_t lcn, std::uint16_t tsid, const std::string& one_of,
+                       std::uint32_t bitrate = 4000) {
+    Service made = service(lcn, tsid, bitrate);
+    made.one_of = one_of;
+    return made;
+}
+
 inline Clone clone_of(const Service& parent, std::uint16_t transcoding = 0) {
     Clone made;
     static_cast<Programme&>(made) = parent;

@@ -11,12 +11,6 @@
 namespace zarven::tool::one_of_bound_test {
 namespace {
 
-Service variant(std::uint16_t lcn, std::uint16_t tsid, const std::string& one_of, std::uint32_t bitrate) {
-    Service made = service(lcn, tsid, bitrate);
-    made.one_of = one_of;
-    return made;
-}
-
 class OneOfBound : public testing::Test {
 protected:
     OneOfBound() { headend.modules.push_back({"A", 3, true, 2, {10000}, 4, 0, 0, 0}); }

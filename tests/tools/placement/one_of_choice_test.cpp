@@ -13,12 +13,6 @@ namespace {
 
 using Flags = std::vector<bool>;
 
-Service variant(std::uint16_t lcn, std::uint16_t tsid, const std::string& one_of, std::uint32_t bitrate) {
-    Service made = service(lcn, tsid, bitrate);
-    made.one_of = one_of;
-    return made;
-}
-
 class OneOfChoice : public testing::Test {
 protected:
     OneOfChoice() { headend.modules.push_back({"A", 3, true, 2, {10000}, 8, 0, 0, 0}); }

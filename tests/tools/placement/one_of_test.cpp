@@ -24,13 +24,6 @@ namespace {
 using Places = std::vector<std::size_t>;
 using Flags = std::vector<bool>;
 
-Service variant(std::uint16_t lcn, std::uint16_t tsid, const std::string& one_of,
-                std::uint32_t bitrate = 4000) {
-    Service made = service(lcn, tsid, bitrate);
-    made.one_of = one_of;
-    return made;
-}
-
 Places order_of(const std::vector<Service>& services) {
     return one_of_groups(services).at(0).variants;
 }
