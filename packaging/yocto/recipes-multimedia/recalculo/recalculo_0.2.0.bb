@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "8fd18b900d1f7329839ac0675ce2aadf294975f7c6ee90ac1158bb8e908840e1"
+SRC_URI[sha256sum] = "a3592f236370ba1fe11df31d39834ff8d4e56070caeb37ccdea2dcda6e3d3059"
 
 inherit cmake pkgconfig ptest
 
