@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include "placement/choosing/chain.h"
 #include "placement/engine_by_hand.h"
+#include "placement/rehearsal/rehearsal.h"
 #include "placement/running/host.h"
+#include "tries.h"
 
 namespace zarven::tool::judge_test {
 namespace {
@@ -152,6 +155,33 @@ TEST(JudgeOfChoices, FindsNoBetterChoiceThanTheSearch) {
     // A must that takes the place of several others may take longer.
     EXPECT_GE(reached, 11U);
     EXPECT_GT(gained, 3U);
+}
+
+/// Where a rehearsal gives up, the chain does not know where anything stands.
+TEST(JudgeOfChoices, AChainGoesOnWhereARehearsalGivesUp) {
+    const host::Log silence("");
+    std::mt19937 numbers(13);
+    std::size_t given_up = 0;
+    for (unsigned seed = 0; seed < tries(200); ++seed) {
+        const Judging judging(crowded(numbers, 6));
+        for (const reglas::Estrategia& strategy : reglas::ESTRATEGIAS) {
+            Rehearsal rehearsal(judging.model);
+            const AskedParts all(judging.model);
+            if (rehearsal.run(all, strategy))
+                continue;
+            ++given_up;
+            for (PartIndex part = 0; part < judging.model.parts.size(); ++part)
+                EXPECT_FALSE(rehearsal.seating().is_placed(part));
+            Chain chain(judging.model, judging.goal, strategy, Scope::whole_pass, seed);
+            chain.begin(all.flags(), 100);
+            EXPECT_EQ(chain.best().placed, PartFlags(judging.model.parts.size(), 0));
+            EXPECT_EQ(chain.best().worth.value, 0U);
+            EXPECT_EQ(chain.run(100), 100U);
+            for (PartIndex part = 0; part < judging.model.parts.size(); ++part)
+                EXPECT_LE(chain.best().placed[part], chain.best().asked[part]);
+        }
+    }
+    EXPECT_GT(given_up, met(10));
 }
 
 } // namespace

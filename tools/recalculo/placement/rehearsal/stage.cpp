@@ -41,13 +41,20 @@ void Rehearsal::Stage::set_modules(const std::vector<ModuleCapacity>& modules) {
     on_output_.resize(filling_.limits().outputs.size());
 }
 
-void Rehearsal::Stage::forget_tests() {
+void Rehearsal::Stage::forget_last_run() {
     filling_.forget_tests();
     inputs_used_.assign(modules(), 0);
+    forget_seating();
+}
+
+void Rehearsal::Stage::forget_seating() {
+    best_.output_of.assign(headend_.parts.size(), no_index);
+    best_.input_of.resize(headend_.parts.size());
+    best_.stream_of.assign(filling_.limits().inputs, no_index);
 }
 
 std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked, const reglas::Estrategia& strategy) {
-    forget_tests();
+    forget_last_run();
     begin(asked, strategy);
     if (!pass() || !is_sound(asked.count()))
         return {};
@@ -57,12 +64,14 @@ std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked, const re
 }
 
 std::optional<Rehearsed> Rehearsal::Stage::run(const AskedParts& asked) {
-    forget_tests();
+    forget_last_run();
     std::optional<Rehearsed> best;
     for (const reglas::Estrategia& strategy : reglas::ESTRATEGIAS) {
         begin(asked, strategy);
-        if (!pass() || !is_sound(asked.count()))
+        if (!pass() || !is_sound(asked.count())) {
+            forget_seating();
             return {};
+        }
         const std::size_t placed = asked.count() - filling_.left();
         if (!best || placed > best->placed) {
             best = Rehearsed{placed, is_broken()};

@@ -61,7 +61,8 @@ private:
 
     // The frame (stage.cpp).
     void begin(const AskedParts& asked, const reglas::Estrategia& strategy);
-    void forget_tests();
+    void forget_last_run();
+    void forget_seating();
     bool pass();
     void list_placed();
     void put(PartIndices& parts, PartIndex part) const;

@@ -121,7 +121,6 @@ void Rehearsal::Stage::note_inputs() {
 /// A service that stands on several inputs is told on the first.
 void Rehearsal::Stage::keep_seating() {
     best_.stream_of = filling_.seating().stream_of;
-    best_.input_of.resize(headend_.parts.size());
     best_.output_of.assign(headend_.parts.size(), no_index);
     for (std::uint32_t output = 0; output < on_output_.size(); ++output)
         for (const PartIndex index : on_output_[output])
