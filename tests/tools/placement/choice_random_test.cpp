@@ -133,6 +133,14 @@ protected:
         }
     }
 
+    /// What everything asked for comes to is not passed over: it is reached, does not count, or is told.
+    static void expect_no_more_with_all_untold(const ChoiceReport& report) {
+        const auto reached = [](const ChoiceSide& side) { return std::tie(side.musts, side.value); };
+        const bool is_more = is_sound(report.all) &&
+                             (!is_sound(report.chosen) || reached(report.all) > reached(report.chosen));
+        EXPECT_EQ(is_less_than_all(report), is_more);
+    }
+
     host::Log no_log{""};
 };
 
@@ -150,6 +158,7 @@ TEST_F(RandomChoices, AreWhatARunGives) {
         const ChoiceReport report = report_of(headend, choice, nullptr, "f");
         expect_told_is_so(headend, choice, report);
         expect_no_worse_than_all(headend, choice);
+        expect_no_more_with_all_untold(report);
         better += report.chosen.value > report.all.value ? 1 : 0;
         withheld += report.withheld.size();
         missed += report.missed.size();

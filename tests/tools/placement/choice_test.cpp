@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "made_findings.h"
+#include "placement/documents.h"
 #include "placement/engine_by_hand.h"
 
 namespace zarven::tool::choice_test {
@@ -237,6 +239,86 @@ TEST_F(ChoiceReportOf, AServiceOfTheSameKeyCountsAsItself) {
     ASSERT_EQ(lcns(second.gained), (Lcns{1}));
     EXPECT_EQ(second.gained[0].service.service.sid, 555);
     EXPECT_EQ(second.value.most, 5u);
+}
+
+/// One input. A service with transcoding is placed only where another of its stream receives it: here one of
+/// value 0, which no choice asks for. The other stream has one service of value 5.
+class ChoiceReportWithAHelper : public ChoiceReportOf {
+protected:
+    ChoiceReportWithAHelper() {
+        headend.modules[0].sd_transcoders = 1;
+        headend.services = {service(1, 10, 2000, 0, 1), service(2, 10, 2000), service(3, 20, 2000)};
+        headend.services[1].value = 0;
+        headend.services[2].value = 5;
+    }
+
+    ChoiceReport searched() const {
+        ChoosingLimits limits;
+        limits.time = std::chrono::hours(1);
+        limits.runs = 100;
+        return report_of(headend,
+                         choose_services(headend, limits, {}, [](const ChoosingProgress&) { return true; }),
+                         nullptr, "f");
+    }
+};
+
+TEST_F(ChoiceReportWithAHelper, SaysSoWhereEverythingAskedForIsWorthMore) {
+    for (const std::uint16_t value : {std::uint16_t{4}, std::uint16_t{5}, std::uint16_t{6}}) {
+        headend.services[0].value = value;
+        const ChoiceReport told = searched();
+        EXPECT_EQ(told.all.value, value);
+        EXPECT_EQ(told.chosen.value, 5u);
+        EXPECT_EQ(lcns(told.withheld), (Lcns{2}));
+        EXPECT_EQ(never_asked_for(told), 1u);
+        EXPECT_EQ(is_less_than_all(told), value == 6) << value;
+        EXPECT_EQ(choice_json(told).find("\"less_than_all\": true") != std::string::npos, value == 6)
+            << value;
+    }
+    // What has a value is asked for.
+    headend.services[1].value = 1;
+    EXPECT_EQ(searched().chosen.value, 7u);
+    EXPECT_FALSE(is_less_than_all(searched()));
+}
+
+TEST_F(ChoiceReportWithAHelper, MustsComeBeforeTheValue) {
+    headend.services[0].must = true;
+    ChoiceReport told = searched();
+    EXPECT_EQ(told.all.musts, 1u);
+    EXPECT_EQ(told.chosen.musts, 0u);
+    EXPECT_LT(told.all.value, told.chosen.value);
+    EXPECT_TRUE(is_less_than_all(told));
+    headend.services[2].must = true;
+    told = searched();
+    EXPECT_EQ(told.all.musts, told.chosen.musts);
+    EXPECT_FALSE(is_less_than_all(told)) << "as many musts, and a smaller value";
+    headend.services[0].value = 6;
+    EXPECT_TRUE(is_less_than_all(searched())) << "as many musts, and a greater value";
+}
+
+TEST_F(ChoiceReportWithAHelper, OnlyWhatIsNeverAskedForIsTheReason) {
+    headend.services[0].value = 6;
+    EXPECT_TRUE(is_less_than_all(report({true, false, true})));
+    headend.services[1].must = true;
+    EXPECT_EQ(never_asked_for(report({true, false, true})), 0u);
+    EXPECT_FALSE(is_less_than_all(report({true, false, true})));
+    headend.services[1].must = false;
+    headend.services[1].ask = false;
+    EXPECT_EQ(never_asked_for(report({true, false, true})), 0u) << "everything asked for has it not, either";
+}
+
+TEST_F(ChoiceReportWithAHelper, WhatIsBrokenIsNoMore) {
+    headend.services[0].value = 6;
+    ChoiceReport told = searched();
+    const auto broken = [] { return std::vector<Finding>{broken_limit("one", "A")}; };
+    told.all.findings = broken();
+    EXPECT_FALSE(is_less_than_all(told));
+    told.chosen.findings = broken();
+    EXPECT_FALSE(is_less_than_all(told)) << "neither counts";
+    told.all.findings.clear();
+    told.all.value = told.chosen.value;
+    EXPECT_TRUE(is_less_than_all(told)) << "the choice does not count";
+    told.all.is_stopped = true;
+    EXPECT_FALSE(is_less_than_all(told));
 }
 
 TEST(WithChoice, ChangesNothingButAsk) {

@@ -180,16 +180,16 @@ json whole_choice() {
     ChoiceReport report;
     report.name = "Casa";
     report.labels = {{"A", "Rack 1"}};
-    report.all.findings = report.chosen.findings = {broken_limit("what the audit found", "A")};
+    report.chosen.findings = {broken_limit("what the audit found", "A")};
     report.chosen.cautions = every_caution();
     report.all.counts.not_asked_for = report.chosen.counts.not_asked_for = 1;
     const ValuedService service{a_service(), 3, true};
-    report.withheld = {service};
+    report.withheld = {service, {a_service(), 0, false}};
     report.variants = {{"Deportes", a_service(), true, 2, 3}};
     report.gained = report.lost = {{service, {{"A", 1, {1}}}, true}};
     report.missed = {{a_service(), true, true}};
     report.is_interrupted = true;
-    report.all.is_stopped = true;
+    report.chosen.is_stopped = true;
     ServiceChange change;
     change.service = a_service();
     change.before = change.after = {{"A", 1, {1}}};
@@ -321,7 +321,8 @@ INSTANTIATE_TEST_SUITE_P(
         Kind{"sizing.schema.json", whole_sizing(), {"/name", "label", "not_asked_for", "stopped"}},
         Kind{"choice.schema.json",
              whole_choice(),
-             {"/name", "/one_of", "/moves", "/interrupted", "/labels", "not_asked_for", "stopped"}},
+             {"/name", "/less_than_all", "/one_of", "/moves", "/interrupted", "/labels", "not_asked_for",
+              "stopped"}},
         Kind{"drill.schema.json",
              whole_drill(),
              {"/name", "/failures/0/part/label", "/failures/1/part/label", "/failures/1/problem",

@@ -66,6 +66,27 @@ TEST(ChoiceText, WhatDoesNotCountIsNoMeasure) {
               "Something is broken with everything asked for, and no choice was found that breaks nothing.");
 }
 
+TEST(ChoiceText, SaysWhereEverythingAskedForComesToMore) {
+    ChoiceReport report = choice_with_everything();
+    report.withheld.push_back(valued(8, "Ocho", 0, false));
+    report.all.musts = report.chosen.musts;
+    report.all.value = report.chosen.value;
+    EXPECT_EQ(doubt_of(report), "");
+    ++report.all.value;
+    EXPECT_EQ(doubt_of(report), "With everything asked for more is reached, a value of 2001 in the place of "
+                                "2000: that asks for 1 service of value 0, too, which no choice does.");
+    EXPECT_NE(choice_text(report, "").find("2 lost\nWith everything asked for more is reached, "),
+              std::string::npos)
+        << choice_text(report, "");
+    report.withheld.push_back(valued(9, "Nueve", 0, false));
+    ++report.all.musts;
+    EXPECT_EQ(doubt_of(report), "With everything asked for more is reached, 4 of 5 musts in the place of 3: "
+                                "that asks for 2 services of value 0, too, which no choice does.");
+    report.chosen.findings = {broken_limit("one", "A")};
+    EXPECT_EQ(doubt_of(report), "With everything asked for nothing is broken: that asks for 2 services of "
+                                "value 0, too, which no choice does.");
+}
+
 TEST(ChoiceText, NothingBetterWasFound) {
     ChoiceReport report;
     report.all.counts.loaded = report.chosen.counts.loaded = 1;

@@ -185,7 +185,26 @@ std::string proof_of_musts(const ChoiceReport& report) {
                        report.musts.most, report.musts.wanted);
 }
 
+namespace {
+
+/// What everything asked for comes to, and the choice does not.
+std::string more_of_all(const ChoiceReport& report) {
+    if (!is_sound(report.chosen))
+        return "nothing is broken";
+    if (report.all.musts != report.chosen.musts)
+        return fmt::format("more is reached, {} of {} musts in the place of {}", report.all.musts,
+                           report.musts.wanted, report.chosen.musts);
+    return fmt::format("more is reached, a value of {} in the place of {}", report.all.value,
+                       report.chosen.value);
+}
+
+} // namespace
+
 std::string doubt_of(const ChoiceReport& report) {
+    if (is_less_than_all(report))
+        return fmt::format(
+            "With everything asked for {}: that asks for {} of value 0, too, which no choice does.",
+            more_of_all(report), counted(never_asked_for(report), "service"));
     if (is_sound(report.all))
         return "";
     if (!is_sound(report.chosen))

@@ -18,7 +18,8 @@ std::string verdict_of(const ChoiceReport& report);
 /// What the bound says of the services that must be placed and are not; empty where all are.
 std::string proof_of_musts(const ChoiceReport& report);
 
-/// Why what is compared with everything asked for tells little; empty where it does not.
+/// Why the comparison with everything asked for tells little, or why the choice comes to less than that;
+/// empty where neither is so.
 std::string doubt_of(const ChoiceReport& report);
 
 /// How many services of the placement to be kept are in another place, where they were, or no longer placed.

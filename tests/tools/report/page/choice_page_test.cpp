@@ -75,6 +75,17 @@ TEST(ChoicePage, WithoutMustsAndValuesTheyAreNotTold) {
     EXPECT_TRUE(has(page, R"(<p class="verdict good)")) << page.substr(0, 2000);
 }
 
+TEST(ChoicePage, SaysWhereEverythingAskedForComesToMore) {
+    ChoiceReport report = choice_with_everything();
+    report.withheld.push_back(valued(8, "Ocho", 0, false));
+    EXPECT_FALSE(has(body_of(report), "With everything asked for more is reached"));
+    report.all.musts = 4;
+    EXPECT_TRUE(has(body_of(report),
+                    R"(<p class="note">With everything asked for more is reached, 4 of 5 musts)"
+                    " in the place of 3: that asks for 1 service of value 0, too, which no "
+                    "choice does.</p>"));
+}
+
 TEST(ChoicePage, WhatIsBrokenComesFirst) {
     ChoiceReport report = choice_with_everything();
     report.all.findings = {{{}, "one", true, false, {}}};

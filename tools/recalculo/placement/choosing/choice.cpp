@@ -6,6 +6,7 @@
 #include <map>
 #include <numeric>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include <fmt/format.h>
@@ -278,6 +279,20 @@ private:
 
 bool is_sound(const ChoiceSide& side) {
     return !side.is_stopped && broken_among(side.findings).all() == 0;
+}
+
+std::size_t never_asked_for(const ChoiceReport& report) {
+    return static_cast<std::size_t>(
+        std::count_if(report.withheld.begin(), report.withheld.end(),
+                      [](const ValuedService& service) { return service.value == 0 && !service.must; }));
+}
+
+bool is_less_than_all(const ChoiceReport& report) {
+    const auto reached = [](const ChoiceSide& side) {
+        return std::make_tuple(is_sound(side), side.musts, side.value);
+    };
+    return is_sound(report.all) && reached(report.all) > reached(report.chosen) &&
+           never_asked_for(report) != 0;
 }
 
 StaysPut stays_put(const Headend& headend, const Result& kept) {

@@ -94,6 +94,13 @@ struct ChoiceReport {
     Labels labels;
 };
 
+/// The services withheld that no choice asks for, as they are of value 0 and no must.
+std::size_t never_asked_for(const ChoiceReport& report);
+
+/// With everything asked for, those among them, more is reached: nothing is broken there but is by the
+/// choice, or there are more musts, or as many and a greater value.
+bool is_less_than_all(const ChoiceReport& report);
+
 /// Where the services of the head-end stand in a result.
 StaysPut stays_put(const Headend& headend, const Result& kept);
 

@@ -126,6 +126,10 @@ template <> struct Fields<ChoiceReport> {
         visit.required("value", report.value, "Sum of the values");
         visit.required("musts_proven", report.chosen.musts >= report.musts.most,
                        "No arrangement places more of those that must be placed");
+        visit.if_true(
+            "less_than_all", is_less_than_all(report),
+            "With everything asked for more is reached, or nothing broken: that asks for services of "
+            "value 0, too, which no choice does; not there otherwise");
         visit.required("missed", report.missed, "Those that must be placed and are not");
         visit.required("withheld", report.withheld, "Services not to ask for");
         visit.unless_empty("one_of", report.variants, meaning_of_variants);
