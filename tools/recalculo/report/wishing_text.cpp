@@ -153,8 +153,7 @@ private:
         const auto missing = std::count_if(wishing_.missing.begin(), wishing_.missing.end(),
                                            [number](WishPlace place) { return place.list == number; });
         return fmt::format("{}: read as {}: {}, of which {} found{}{}", list.file, to_string(list.format),
-                           list.wishes.size() == 1 ? "1 wish" : fmt::format("{} wishes", list.wishes.size()),
-                           number_of(number, wishing_.met),
+                           counted(list.wishes.size(), "wish"), number_of(number, wishing_.met),
                            repeated == 0 ? "" : fmt::format(", {} wished for before", repeated),
                            missing == 0 ? "" : fmt::format(", {} not found", missing));
     }
