@@ -78,8 +78,10 @@ TriedChoice EngineChain::run(std::uint64_t runs, const TriedChoice& best) {
             continue;
         next.outcome = judge_.run(next.asked);
         const double gain = height_of(next.outcome.worth) - height_of(now_.outcome.worth);
+        // What breaks something is no height to come down from.
         if (!next.outcome.is_sound ||
-            (gain < 0 && gain < climbing_temperature * unit_ * std::log(1 - numbers_.fraction())))
+            (now_.outcome.is_sound && gain < 0 &&
+             gain < climbing_temperature * unit_ * std::log(1 - numbers_.fraction())))
             continue;
         if (!found.outcome.is_sound || is_better(next.outcome.worth, found.outcome.worth))
             found = next;

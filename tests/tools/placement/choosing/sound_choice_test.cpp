@@ -1,0 +1,69 @@
+// Choices on head-ends for which the engine breaks a limit when it is asked for everything: the best that
+// breaks nothing is found, though it comes to less.
+
+#include <gtest/gtest.h>
+
+#include "placement/choosing/choosing.h"
+#include "placement/made_services.h"
+#include "placement/running/host.h"
+
+namespace zarven::tool::sound_choice_test {
+namespace {
+
+using Flags = std::vector<bool>;
+
+Service hd(Service made) {
+    made.video_format = 4;
+    return made;
+}
+
+/// The first service is HD and transcoded, which the module may not do: the engine places it on a transcoder
+/// for SD.
+Headend broken_with_the_first() {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 1, {19000}, 6, 2});
+    headend.services = {hd(service(1, 10, 3000, 0, 1)), service(2, 10, 3000)};
+    return headend;
+}
+
+class SoundChoice : public testing::Test {
+protected:
+    Choice chosen(std::uint64_t runs, std::uint64_t seed) const {
+        ChoosingLimits limits;
+        limits.time = std::chrono::hours(1);
+        limits.runs = runs;
+        limits.seed = seed;
+        return choose_services(headend, limits, {}, [](const ChoosingProgress&) { return true; });
+    }
+
+    host::Log no_log{""};
+    Headend headend = broken_with_the_first();
+};
+
+TEST_F(SoundChoice, WhatBreaksNothingIsBetterThanWhatIsWorthMore) {
+    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+        const Choice choice = chosen(600, seed);
+        EXPECT_FALSE(choice.is_asked_for_all_sound);
+        EXPECT_EQ(choice.asked_for_all.value, 2U);
+        EXPECT_TRUE(choice.is_sound) << "seed " << seed;
+        EXPECT_EQ(choice.asked, (Flags{false, true})) << "seed " << seed;
+        EXPECT_EQ(choice.worth.value, 1U) << "seed " << seed;
+    }
+}
+
+/// The better variant is worth as much, and is placed.
+TEST_F(SoundChoice, ABetterVariantThatBreaksALimitIsNotTaken) {
+    headend.services = {hd(variant(1, 10, "X", 3000)), variant(2, 10, "X", 3000), service(3, 10, 3000)};
+    headend.services[0].transcoding = headend.services[1].transcoding = 1;
+    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+        const Choice choice = chosen(600, seed);
+        EXPECT_FALSE(choice.is_asked_for_all_sound);
+        EXPECT_EQ(choice.asked_for_all.value, 2U);
+        EXPECT_TRUE(choice.is_sound) << "seed " << seed;
+        EXPECT_EQ(choice.asked, (Flags{false, true, true})) << "seed " << seed;
+        EXPECT_EQ(choice.worth.value, 2U) << "seed " << seed;
+    }
+}
+
+} // namespace
+} // namespace zarven::tool::sound_choice_test
