@@ -1,5 +1,7 @@
 // One-of groups in the search for what to ask for, and in what is told of it.
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "placement/choosing/choice.h"
@@ -17,12 +19,12 @@ class OneOfChoice : public testing::Test {
 protected:
     OneOfChoice() { headend.modules.push_back({"A", 3, true, 2, {10000}, 8, 0, 0, 0}); }
 
-    Choice chosen(std::uint64_t runs = 2000, std::uint64_t seed = 1) const {
+    Choice chosen(std::uint64_t runs = 2000, std::uint64_t seed = 1, const StaysPut& stays = {}) const {
         ChoosingLimits limits;
         limits.time = std::chrono::hours(1);
         limits.runs = runs;
         limits.seed = seed;
-        return choose_services(headend, limits, {}, [](const ChoosingProgress&) { return true; });
+        return choose_services(headend, limits, stays, [](const ChoosingProgress&) { return true; });
     }
 
     host::Log no_log{""};
@@ -82,6 +84,49 @@ TEST_F(OneOfChoice, BetterVariantsAreTakenWhereNothingIsLost) {
     }
 }
 
+/// The search begins with what is cheap, and so with the smaller variant; no input is left for either.
+TEST_F(OneOfChoice, OfVariantsOfWhichNoneIsPlacedTheBestIsAskedFor) {
+    headend.services = {variant(6, 30, "Z", 19000), variant(7, 30, "Z", 400)};
+    add_rivals_of_a_stream(headend);
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const Choice choice = chosen(200, seed);
+        EXPECT_EQ(choice.worth.value, 9u) << "seed " << seed;
+        EXPECT_EQ(first(2, choice.asked), (Flags{true, false})) << "seed " << seed;
+    }
+}
+
+/// One of the two groups has to be withheld, or their stream takes the input.
+TEST_F(OneOfChoice, AGroupThatIsWithheldAsAWholeStaysSo) {
+    headend.modules[0].inputs = 1;
+    headend.services = {service(1, 10, 3000), variant(2, 20, "X", 2000), variant(3, 20, "X", 1000),
+                        variant(4, 20, "Y", 2000), variant(5, 20, "Y", 1000)};
+    headend.services[0].value = 9;
+    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+        const Choice choice = chosen(200, seed);
+        EXPECT_EQ(choice.worth.value, 9u) << "seed " << seed;
+        EXPECT_EQ(choice.worth.withheld, 1u) << "seed " << seed;
+        EXPECT_EQ(std::count(choice.asked.begin(), choice.asked.end(), true), 2) << "seed " << seed;
+    }
+}
+
+/// LCN 5 and the smaller variant do not go together. The better variant fits nowhere: asked for, it would
+/// leave the place to LCN 5, which is worth as much.
+TEST_F(OneOfChoice, AVariantThatIsPlacedDoesNotGiveWayToOneThatIsNot) {
+    headend.services = {variant(1, 10, "X", 90000), variant(2, 10, "X", 1000), service(5, 10, 2500)};
+    add_rivals_of_a_stream(headend);
+    for (std::uint16_t lcn = 14; lcn <= 16; ++lcn)
+        headend.services.push_back(service(lcn, 20, 100));
+    headend.modules[0].outputs = {6000};
+    // Which of the two the search comes by first is chance; mostly it is the cheaper one.
+    std::size_t smaller = 0;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const Choice choice = chosen(200, seed);
+        EXPECT_EQ(choice.worth.value, 10u) << "seed " << seed;
+        smaller += choice.asked[1] ? 1 : 0;
+    }
+    EXPECT_GT(smaller, 10u);
+}
+
 TEST_F(OneOfChoice, OfVariantsThatAreWorthTheSameTheFirstIsTaken) {
     headend.modules[0].outputs = {8000};
     headend.modules[0].pids_max = 4;
@@ -116,6 +161,23 @@ TEST_F(OneOfChoice, TheSearchEndsWhenTheBestOfEachIsPlaced) {
     EXPECT_EQ(choice.states, 30000u);
     headend.services = {service(1, 10, 12000), service(2, 10, 3000)};
     EXPECT_EQ(chosen(30000).states, 30000u) << "a service is withheld, or not placed";
+}
+
+/// Its stream then has more services than the other, and goes to the first module.
+TEST_F(OneOfChoice, AnotherVariantIsTakenWhereFewerMoveByThat) {
+    headend.modules = {{"A", 3, true, 1, {30000}, 8, 0, 0, 0}, {"B", 3, false, 1, {30000}, 8, 0, 0, 0}};
+    headend.services = {variant(1, 20, "X"), variant(2, 10, "X"), service(3, 10),
+                        service(4, 10),      service(5, 20),      service(6, 20)};
+    headend.services[0].video_format = 4;
+    StaysPut stays{{"", "", "A", "A", "B", "B"}, {0, 0, 1, 1, 1, 1}};
+    const Choice choice = chosen(400, 1, stays);
+    EXPECT_EQ(choice.asked_for_all.value, 5u);
+    EXPECT_EQ(choice.asked_for_all.moved, 4u);
+    EXPECT_EQ(choice.asked, (Flags{false, true, true, true, true, true}));
+    EXPECT_EQ(choice.worth.value, 5u);
+    EXPECT_EQ(choice.worth.moved, 0u);
+    stays.module = {"", "", "B", "B", "A", "A"};
+    EXPECT_EQ(chosen(400, 1, stays).states, 0u) << "nothing moves";
 }
 
 TEST_F(OneOfChoice, VariantsOfOneKeyAreNotAskedForTogether) {

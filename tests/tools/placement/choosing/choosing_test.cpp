@@ -109,6 +109,22 @@ TEST(Choosing, WhatFitsIsAskedForAsItIs) {
     EXPECT_EQ(withheld_of(choice), 0U);
 }
 
+/// One input. Of two streams with as many services the engine takes the first; so the other is placed only
+/// where the first is withheld, and all that is asked for is placed then.
+TEST(Choosing, TheSearchGoesOnWhileSomethingIsWithheld) {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 1, {38000}, 8});
+    headend.services = {service(1, 1), service(2, 2)};
+    EXPECT_EQ(choose(headend, runs(100)).worth.withheld, 0U) << "the first as well as the second";
+    headend.services[1].value = 2;
+    const Choice choice = choose(headend, runs(20001));
+    EXPECT_EQ(choice.asked, (std::vector<bool>{false, true}));
+    EXPECT_EQ(choice.worth.placed, 1U);
+    EXPECT_EQ(choice.states, 20001U);
+    headend.modules.front().inputs = 2;
+    EXPECT_EQ(choose(headend, runs(20001)).states, 0U);
+}
+
 /// The engine alone takes the larger stream.
 TEST(Choosing, TheValueDecidesAndNotTheNumber) {
     Headend headend = one_input();
