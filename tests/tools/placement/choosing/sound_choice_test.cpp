@@ -1,6 +1,8 @@
 // Choices on head-ends for which the engine breaks a limit when it is asked for everything: the best that
 // breaks nothing is found, though it comes to less.
 
+#include <string_view>
+
 #include <gtest/gtest.h>
 
 #include "placement/choosing/choosing.h"
@@ -63,6 +65,44 @@ TEST_F(SoundChoice, ABetterVariantThatBreaksALimitIsNotTaken) {
         EXPECT_EQ(choice.asked, (Flags{false, true, true})) << "seed " << seed;
         EXPECT_EQ(choice.worth.value, 2U) << "seed " << seed;
     }
+}
+
+/// It may be one that does not end, which takes long to find out again.
+TEST_F(SoundChoice, WhatBreaksALimitIsNotRunAgain) {
+    std::size_t without = 0;
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const Choice choice = chosen(1, seed);
+        if (choice.is_sound)
+            continue;
+        EXPECT_EQ(choice.engine_runs, 1U) << "seed " << seed;
+        ++without;
+    }
+    EXPECT_GT(without, 0U) << "one state is too much for the test";
+}
+
+/// Stops all runs but the first.
+class StoppingTheOthers : public host::Watcher {
+public:
+    void hear(std::string_view line) override {
+        if (line.find("HEADEND::: **************** START") != line.npos && ++runs_ > 1)
+            throw host::RunStopped("it is not the first");
+    }
+    void wait() override {}
+
+private:
+    int runs_ = 0;
+};
+
+/// The best that breaks something is told, not one of which nothing is known.
+TEST_F(SoundChoice, WhatTheEngineDoesNotConfirmIsNotTaken) {
+    const host::Log logged("/dev/null");
+    StoppingTheOthers stopping;
+    const host::Watching watching(&stopping);
+    const Choice choice = chosen(300, 1);
+    EXPECT_GT(choice.engine_runs, 1U);
+    EXPECT_FALSE(choice.is_sound);
+    EXPECT_EQ(choice.asked, (Flags{true, true}));
+    EXPECT_EQ(choice.worth.value, 2U);
 }
 
 } // namespace
