@@ -35,8 +35,6 @@ Goal::Goal(const Headend& headend, const StaysPut& stays, const RehearsedHeadend
 
 void Goal::find_rivals(const std::vector<OneOf>& groups) {
     rivals_.resize(parts_.size());
-    if (groups.empty())
-        return;
     std::map<std::size_t, PartIndex> parts;
     for (PartIndex part = 0; part < parts_.size(); ++part)
         for (const std::size_t service : services_[part])
