@@ -13,7 +13,7 @@ namespace zarven::tool {
 
 class GivingBack {
 public:
-    /// One judge for each job, which must outlive this; `best` is sound.
+    /// One judge for each job, which must outlive this; `best` is sound, or withholds nothing.
     GivingBack(std::vector<Judge*> judges, TriedChoice best);
 
     bool has_ended() const { return groups_.empty(); }

@@ -193,8 +193,6 @@ PartFlags ChoosingSearch::parts_of(const std::vector<bool>& services) const {
 }
 
 void ChoosingSearch::give_back() {
-    if (!best_.outcome.is_sound)
-        return;
     std::vector<Judge*> judges;
     for (const auto& job : jobs_)
         judges.push_back(&job->judge);
