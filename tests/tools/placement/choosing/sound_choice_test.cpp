@@ -67,6 +67,21 @@ TEST_F(SoundChoice, ABetterVariantThatBreaksALimitIsNotTaken) {
     }
 }
 
+/// LCN 5 is the one that breaks the limit. A filling that leaves its stream out is worth no more than what
+/// the engine comes to with everything asked for, and is looked at all the same.
+TEST_F(SoundChoice, WhatAFillingComesToIsLookedAt) {
+    headend.modules[0] = {"A", 3, true, 2, {15000}, 5, 1};
+    headend.services = {service(3, 30, 3000), hd(service(5, 10, 3500, 1, 1)), hd(service(6, 20, 2000, 2)),
+                        service(7, 20, 3500, 2), hd(service(8, 10, 4500, 2))};
+    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+        const Choice choice = chosen(1, seed);
+        EXPECT_FALSE(choice.is_asked_for_all_sound);
+        EXPECT_EQ(choice.asked_for_all.value, 3U);
+        EXPECT_EQ(choice.worth.value, 3U) << "seed " << seed;
+        EXPECT_TRUE(choice.is_sound) << "seed " << seed;
+    }
+}
+
 /// It may be one that does not end, which takes long to find out again.
 TEST_F(SoundChoice, WhatBreaksALimitIsNotRunAgain) {
     std::size_t without = 0;
