@@ -10,6 +10,21 @@ std::string module_name(const std::string& mac, const std::string& label) {
     return label.empty() ? mac : fmt::format("{} ({})", mac, label);
 }
 
+Stream stream_of(const Programme& programme) {
+    return {programme.onid, programme.tsid};
+}
+
+std::set<Stream> streams_of(const std::vector<Service>& services) {
+    std::set<Stream> streams;
+    for (const Service& service : services)
+        streams.insert(stream_of(service));
+    return streams;
+}
+
+Stream stream_of(const Reception& reception) {
+    return {reception.onid, reception.tsid};
+}
+
 std::string to_string(const Reception& reception) {
     std::vector<std::string> parts;
     if (!reception.satellite.empty())

@@ -6,11 +6,14 @@
 #define RECALCULO_HEADEND_H
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "tRec_Modulo.h"
 #include "tRec_Servicio.h"
+
+#include "headend/stream.h"
 
 namespace zarven::tool {
 
@@ -67,6 +70,9 @@ struct Programme {
     std::uint16_t reserved3 = 0;
 };
 
+/// The one that it is received with.
+Stream stream_of(const Programme& programme);
+
 /// The most that a service can be worth to its planner.
 inline constexpr std::uint16_t most_value = 1000;
 
@@ -98,6 +104,9 @@ struct Service : Programme {
     /// Its place in the wish list of this run, from 1, behind all others where it has none; in no file.
     std::size_t wished_as = static_cast<std::size_t>(-1);
 };
+
+/// Those of all services, each once.
+std::set<Stream> streams_of(const std::vector<Service>& services);
 
 /// A second appearance of a service of the same stream and LCN. It stands where its parent stands.
 struct Clone : Programme {
@@ -137,6 +146,8 @@ struct Reception {
     /// "DVB-S2", or another system; empty where it is not known.
     std::string delivery = {};
 };
+
+Stream stream_of(const Reception& reception);
 
 /// "19.2E 12187.5 MHz H"; empty where nothing is known.
 std::string to_string(const Reception& reception);

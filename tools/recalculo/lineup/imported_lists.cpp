@@ -21,9 +21,7 @@ Headend headend_of_import(Headend planned, ImportedChannels imported) {
     headend.name = std::move(planned.name);
     headend.modules = std::move(planned.modules);
     headend.services = std::move(imported.services);
-    std::set<Stream> streams;
-    for (const Service& service : headend.services)
-        streams.insert({service.onid, service.tsid});
+    const std::set<Stream> streams = streams_of(headend.services);
     for (const auto& [stream, reception] : imported.receptions)
         if (streams.count(stream) != 0 && !to_string(reception).empty())
             headend.streams.push_back(reception);

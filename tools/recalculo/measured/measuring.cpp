@@ -112,7 +112,7 @@ void Application::gather(const Measurement& look) {
             continue;
         for (const std::size_t place : match.places) {
             found_[place].add(service, look);
-            seen.insert({services_[place].onid, services_[place].tsid});
+            seen.insert(stream_of(services_[place]));
         }
     }
     for (const Stream stream : seen) {

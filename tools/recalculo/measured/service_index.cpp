@@ -10,7 +10,7 @@ ServiceIndex::ServiceIndex(const std::vector<Service>& services) {
     for (std::size_t place = 0; place < services.size(); ++place) {
         const Service& service = services[place];
         places_[{service.tsid, service.osid}][service.onid].push_back(place);
-        streams_[{service.onid, service.tsid}].push_back(place);
+        streams_[stream_of(service)].push_back(place);
     }
 }
 

@@ -3,7 +3,6 @@
 #include "report/import_text.h"
 
 #include <algorithm>
-#include <set>
 
 #include <fmt/format.h>
 
@@ -12,13 +11,6 @@
 namespace zarven::tool {
 
 namespace {
-
-std::size_t number_of_streams(const std::vector<Service>& services) {
-    std::set<Stream> streams;
-    for (const Service& service : services)
-        streams.insert({service.onid, service.tsid});
-    return streams.size();
-}
 
 std::string summary(const std::string& name, const ImportedChannels& imported) {
     std::vector<std::string> kinds = {fmt::format("{} SD", imported.sd), fmt::format("{} HD", imported.hd)};
@@ -29,7 +21,7 @@ std::string summary(const std::string& name, const ImportedChannels& imported) {
         kinds.push_back(fmt::format("{} of unknown kind", imported.unknown));
     return fmt::format(
         "{}: {} in {} imported: {}; {} of them scrambled; {} left aside{}{}", name,
-        counted(imported.services.size(), "service"), counted(number_of_streams(imported.services), "stream"),
+        counted(imported.services.size(), "service"), counted(streams_of(imported.services).size(), "stream"),
         fmt::join(kinds, ", "), imported.scrambled,
         imported.unreadable.empty() ? "no line" : counted(imported.unreadable.size(), "line"),
         imported.duplicates == 0 ? ""

@@ -93,7 +93,7 @@ private:
             const Service& service = services_[place];
             add("services: " + what,
                 fmt::format("\"{}\" (SID {} of stream {}): {}", shortened(service.name), service.osid,
-                            to_string(Stream{service.onid, service.tsid}), what));
+                            to_string(stream_of(service)), what));
         }
     }
 

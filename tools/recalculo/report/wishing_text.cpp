@@ -17,7 +17,7 @@ std::string in_quotes(std::string_view name) {
 }
 
 std::string place_of(const Service& service) {
-    return fmt::format("LCN {} of stream {}", service.lcn, to_string(Stream{service.onid, service.tsid}));
+    return fmt::format("LCN {} of stream {}", service.lcn, to_string(stream_of(service)));
 }
 
 std::string place_of(const WishedIds& ids) {

@@ -299,7 +299,7 @@ StaysPut stays_put(const Headend& headend, const Result& kept) {
     std::vector<PlacedService> wanted;
     for (const Service& service : headend.services) {
         PlacedService made;
-        made.service.stream = {service.onid, service.tsid};
+        made.service.stream = stream_of(service);
         made.service.lcn = service.lcn;
         made.service.sid = service.sid;
         made.service.name = service.name;

@@ -26,7 +26,7 @@ EngineChain::EngineChain(Judge& judge, std::uint64_t seed) : judge_(judge), numb
     for (std::size_t index = 0; index < trial.askable().size(); ++index)
         if (trial.askable()[index]) {
             const Service& service = trial.headend().services[index];
-            streams[{service.onid, service.tsid}].push_back(index);
+            streams[stream_of(service)].push_back(index);
             sum += service.value;
             ++number;
         }

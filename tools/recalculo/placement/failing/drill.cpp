@@ -25,7 +25,7 @@ public:
         for (std::size_t index = 0; index < asked.size(); ++index) {
             const Service& service = headend.services[index];
             if (service.must && asked[index])
-                musts_.insert({{service.onid, service.tsid}, service.lcn, service.sid});
+                musts_.insert({stream_of(service), service.lcn, service.sid});
         }
     }
 
@@ -210,7 +210,7 @@ std::size_t DrilledFailure::musts_lost() const {
 Headend without(Headend headend, const FailedPart& part) {
     if (part.kind == PartKind::stream) {
         for (Service& service : headend.services)
-            if (Stream{service.onid, service.tsid} == part.stream)
+            if (stream_of(service) == part.stream)
                 service.ask = false;
         return headend;
     }

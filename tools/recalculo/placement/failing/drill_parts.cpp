@@ -143,7 +143,7 @@ void Parts::add_streams(const Headend& headend) {
     std::set<Stream> streams;
     for (const Service& service : headend.services)
         if (service.ask)
-            streams.insert({service.onid, service.tsid});
+            streams.insert(stream_of(service));
     for (const Stream stream : streams) {
         FailedPart part{PartKind::stream};
         part.stream = stream;

@@ -186,7 +186,7 @@ Remedy RemedySearch::told(const Change& change, const Result& result) const {
         told.setting = remedy.setting = setting_of(change.limit, raised, change.value);
     } else if (change.kind == RemedyKind::withheld_service) {
         const Service& service = headend_.services[change.index];
-        remedy.withheld.stream = {service.onid, service.tsid};
+        remedy.withheld.stream = stream_of(service);
         remedy.withheld.lcn = service.lcn;
         remedy.withheld.sid = service.sid;
         remedy.withheld.name = service.name;

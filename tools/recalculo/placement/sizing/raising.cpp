@@ -55,16 +55,15 @@ void Raising::list() {
     std::uint64_t bitrate = 0;
     std::uint64_t pids = 0;
     std::size_t transcoded = 0;
-    std::set<Stream> streams;
     for (const Service& service : headend_.services) {
         bitrate += service.bitrate;
         pids += std::max(service.ca_pids, service.ca_pids_max);
         transcoded += reglas::ocupaTranscoder(service.transcoding) ? 1 : 0;
-        streams.insert({service.onid, service.tsid});
     }
+    const std::size_t streams = streams_of(headend_.services).size();
     for (std::size_t module = 0; module < headend_.modules.size(); ++module)
         if (!kept_ || kept_->count(module) != 0)
-            list(module, bitrate, pids, transcoded, streams.size());
+            list(module, bitrate, pids, transcoded, streams);
 }
 
 void Raising::list(std::size_t index, std::uint64_t bitrate, std::uint64_t pids, std::size_t transcoded,
