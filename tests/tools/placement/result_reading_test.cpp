@@ -199,13 +199,13 @@ TEST(ResultReading, LabelsAndPlacesComeBack) {
     const Result again = read_result("f", text);
     EXPECT_EQ(again.modules.at(0).label, "Rack 1, slot 3");
     EXPECT_EQ(again.modules.at(1).label, "");
-    EXPECT_EQ(described({1, 1001}, again), "1/1001 (19.2E 12187.5 MHz H 22000 kS/s)");
+    EXPECT_EQ(described({1, 1001}, by_stream(again.streams)), "1/1001 (19.2E 12187.5 MHz H 22000 kS/s)");
     EXPECT_EQ(again.streams.at(0).net_rate, 33790u);
     EXPECT_EQ(again.streams.at(0).delivery, "DVB-S");
     EXPECT_EQ(again.modules.at(0).inputs.at(0).net_rate, 33790u);
     EXPECT_EQ(again.modules.at(0).outputs.at(0).reserve, 950u);
-    EXPECT_EQ(described({1, 1002}, again), "1/1002 (514 MHz)");
-    EXPECT_EQ(described({2, 7}, again), "2/7");
+    EXPECT_EQ(described({1, 1002}, by_stream(again.streams)), "1/1002 (514 MHz)");
+    EXPECT_EQ(described({2, 7}, by_stream(again.streams)), "2/7");
     EXPECT_EQ(result_json(again), text);
 }
 

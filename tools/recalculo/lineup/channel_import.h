@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "headend/headend.h"
+#include "headend/receptions.h"
 #include "headend/service_filter.h"
 #include "headend/stream.h"
 #include "lineup/channel.h"
@@ -70,7 +70,7 @@ struct ImportedChannels {
     /// Streams of which it is not known what the transponder carries.
     std::size_t unchecked_streams = 0;
     /// Where the streams are received.
-    std::map<Stream, Reception> receptions;
+    Receptions receptions;
 };
 
 /// Leaves the services that are not wanted away, and counts again.

@@ -105,8 +105,8 @@ std::optional<Stream> StreamIds::give(const Channel& channel, Stream listed) {
     return Stream{listed.onid, tsid};
 }
 
-std::map<Stream, Reception> StreamIds::receptions() const {
-    std::map<Stream, Reception> receptions;
+Receptions StreamIds::receptions() const {
+    Receptions receptions;
     for (const auto& [listed_and_source, places] : places_)
         for (const auto& [khz, place] : places) {
             Reception reception{place.given.onid, place.given.tsid, khz, "", ""};

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "headend/headend.h"
+#include "headend/receptions.h"
 #include "headend/stream.h"
 #include "lineup/channel.h"
 
@@ -49,7 +49,7 @@ public:
     std::optional<Stream> of(const Channel& channel);
 
     /// Where the streams are received, those without any place too, by the ids that they have been given.
-    std::map<Stream, Reception> receptions() const;
+    Receptions receptions() const;
 
     /// Streams to which ids have been given because they have none of their own.
     std::size_t nameless() const { return nameless_; }

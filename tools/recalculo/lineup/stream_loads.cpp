@@ -67,7 +67,7 @@ std::size_t StreamLoads::unchecked() const {
         std::count_if(loads_.begin(), loads_.end(), [](const auto& entry) { return !entry.second.carried; }));
 }
 
-void StreamLoads::describe(std::map<Stream, Reception>& receptions) const {
+void StreamLoads::describe(Receptions& receptions) const {
     for (const auto& [stream, load] : loads_) {
         const auto found = receptions.find(stream);
         if (found == receptions.end())

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "headend/headend.h"
+#include "headend/receptions.h"
 #include "headend/stream.h"
 #include "lineup/transponder.h"
 
@@ -41,7 +41,7 @@ public:
     std::size_t unchecked() const;
 
     /// What the transponder of a stream is and carries, put into where the stream is received.
-    void describe(std::map<Stream, Reception>& receptions) const;
+    void describe(Receptions& receptions) const;
 
 private:
     struct Load {

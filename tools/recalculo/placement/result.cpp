@@ -264,16 +264,8 @@ void Gathering::count_rates() {
 
 } // namespace
 
-std::string reception_of(Stream stream, const Result& result) {
-    const auto found =
-        std::find_if(result.streams.begin(), result.streams.end(), [stream](const Reception& reception) {
-            return stream == Stream{reception.onid, reception.tsid};
-        });
-    return found == result.streams.end() ? "" : tuning_of(*found);
-}
-
-std::string described(Stream stream, const Result& result) {
-    const std::string reception = reception_of(stream, result);
+std::string described(Stream stream, const Receptions& receptions) {
+    const std::string reception = tuning_of(reception_of(stream, receptions));
     return reception.empty() ? to_string(stream) : fmt::format("{} ({})", to_string(stream), reception);
 }
 
@@ -339,11 +331,9 @@ Result result_of(const EngineRun& run, const std::string& headend_name, Reasons 
         result.streams.push_back(reception);
     set_reserve(result, Reserve());
     for (ModuleResult& module : result.modules)
-        for (InputResult& input : module.inputs) {
-            const auto reception = run.receptions.find(input.stream);
-            if (input.is_tuned && reception != run.receptions.end())
-                input.net_rate = reception->second.net_rate;
-        }
+        for (InputResult& input : module.inputs)
+            if (input.is_tuned)
+                input.net_rate = reception_of(input.stream, run.receptions).net_rate;
     return result;
 }
 

@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "headend/receptions.h"
 #include "placement/advice.h"
 #include "placement/audit/finding.h"
 #include "placement/reasons/cause.h"
@@ -181,11 +182,8 @@ struct InputCounts {
     std::size_t all = 0;
 };
 
-/// Where a stream is received; empty where that is not known.
-std::string reception_of(Stream stream, const Result& result);
-
 /// ONID/TSID, and in brackets where it is received, if that is known.
-std::string described(Stream stream, const Result& result);
+std::string described(Stream stream, const Receptions& receptions);
 
 InputCounts inputs_of(const ModuleResult& module);
 InputCounts inputs_of(const Result& result);

@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "headend/receptions.h"
 
 namespace zarven::tool {
 
@@ -79,9 +80,7 @@ std::string line(const PlaceCells& place, const ServiceResult& service, const Re
 /// The lines of a result.
 class Lines {
 public:
-    explicit Lines(const Result& result) {
-        for (const Reception& reception : result.streams)
-            receptions_.emplace(Stream{reception.onid, reception.tsid}, &reception);
+    explicit Lines(const Result& result) : receptions_(by_stream(result.streams)) {
         for (const ServiceResult& service : result.neither)
             lost_.emplace(key_of(service), &service);
         for (const ModuleResult& module : result.modules)
@@ -103,11 +102,10 @@ private:
     }
 
     std::string line_of(const PlaceCells& place, const ServiceResult& service) const {
-        const auto known = receptions_.find(service.stream);
-        return line(place, service, known == receptions_.end() ? Reception() : *known->second);
+        return line(place, service, reception_of(service.stream, receptions_));
     }
 
-    std::map<Stream, const Reception*> receptions_;
+    const Receptions receptions_;
     /// Those neither placed nor left out that have no line yet.
     std::map<ServiceKey, const ServiceResult*> lost_;
     std::string text_;

@@ -151,7 +151,8 @@ std::string common_reason(const std::vector<ServiceResult>& services) {
 class Report {
 public:
     Report(const Result& result, const TextStyle& style, Extent extent)
-        : result_(result), style_(style), extent_(extent), causes_(causes_of(result)) {
+        : result_(result), style_(style), extent_(extent), causes_(causes_of(result)),
+          receptions_(by_stream(result.streams)) {
         measure_services();
         measure_outputs();
     }
@@ -194,6 +195,7 @@ private:
     const TextStyle style_;
     const Extent extent_;
     const std::vector<CauseCount> causes_;
+    const Receptions receptions_;
     Table services_{service_columns(), service_indent, style_};
     /// The same columns without places, which no service left out has.
     Table left_out_{service_columns(), service_indent, style_};
@@ -281,10 +283,10 @@ void Report::write(const InputResult& input) {
     }
     if (is_free(input)) {
         paragraph(2, joined({number, "free",
-                             "tuned to stream " + shown(described(input.stream, result_), style_)}));
+                             "tuned to stream " + shown(described(input.stream, receptions_), style_)}));
         return;
     }
-    std::vector<std::string> heading{number, "stream " + shown(described(input.stream, result_), style_),
+    std::vector<std::string> heading{number, "stream " + shown(described(input.stream, receptions_), style_),
                                      counted(input.services.size(), "service")};
     if (input.net_rate != 0)
         heading.push_back(fill_text(input));
@@ -299,7 +301,7 @@ void Report::write(const ServiceResult& service, const Cell& place, const Stream
 
 void Report::write(const StreamResult& stream) {
     paragraph(2,
-              joined({"Stream " + shown(described(stream.stream, result_), style_),
+              joined({"Stream " + shown(described(stream.stream, receptions_), style_),
                       counted(stream.services.size(), "service")}),
               Paint::bold);
     const std::string common = common_reason(stream.services);

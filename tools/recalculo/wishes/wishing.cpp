@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "headend/stream.h"
+#include "headend/receptions.h"
 #include "lineup/stream_ids.h"
 
 namespace zarven::tool {
@@ -15,9 +15,7 @@ namespace {
 class Finding {
 public:
     Finding(const std::vector<Service>& services, const std::vector<Reception>& streams)
-        : services_(services), names_(services) {
-        for (const Reception& reception : streams)
-            receptions_.emplace(Stream{reception.onid, reception.tsid}, reception);
+        : services_(services), names_(services), receptions_(by_stream(streams)) {
         for (std::size_t service = 0; service < services.size(); ++service) {
             by_sid_[services[service].osid].push_back(service);
             by_lcn_[services[service].lcn].push_back(service);
@@ -48,15 +46,9 @@ private:
         return met;
     }
 
-    const Reception* reception_of(const Service& service) const {
-        const auto found = receptions_.find({service.onid, service.tsid});
-        return found == receptions_.end() ? nullptr : &found->second;
-    }
-
     bool is_on_another_satellite(const Service& service, const std::string& satellite) const {
-        const Reception* const reception = reception_of(service);
-        return reception != nullptr && !reception->satellite.empty() && !satellite.empty() &&
-               reception->satellite != satellite;
+        const std::string& own = reception_of(stream_of(service), receptions_).satellite;
+        return !own.empty() && !satellite.empty() && own != satellite;
     }
 
     std::optional<MetWish> find_by_ids(const WishedIds& ids) const {
@@ -67,13 +59,13 @@ private:
             return {};
         for (const std::size_t place : found->second) {
             const Service& service = services_[place];
-            const Reception* const reception = reception_of(service);
             if (is_on_another_satellite(service, ids.satellite))
                 continue;
             const bool is_same_network = !ids.onid || *ids.onid == service.onid || service.onid == 0;
             if (is_same_network && service.tsid == ids.tsid)
                 exact.push_back(place);
-            else if (is_same_network && reception != nullptr && is_made_up(service.tsid, *reception))
+            else if (is_same_network &&
+                     is_made_up(service.tsid, reception_of(stream_of(service), receptions_)))
                 of_made_up.push_back(place);
         }
         if (!exact.empty())
@@ -99,7 +91,7 @@ private:
 
     const std::vector<Service>& services_;
     ServiceNames names_;
-    std::map<Stream, Reception> receptions_;
+    const Receptions receptions_;
     std::map<std::uint16_t, std::vector<std::size_t>> by_sid_;
     std::map<std::uint16_t, std::vector<std::size_t>> by_lcn_;
 };

@@ -218,8 +218,7 @@ EngineRun load_engine(const Headend& headend, const std::string& file) {
     for (const Module& module : headend.modules)
         if (!module.label.empty())
             run.labels.emplace(module.mac, module.label);
-    for (const Reception& reception : headend.streams)
-        run.receptions.emplace(Stream{reception.onid, reception.tsid}, reception);
+    run.receptions = by_stream(headend.streams);
     return run;
 }
 

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "headend/headend.h"
-#include "headend/stream.h"
+#include "headend/receptions.h"
 #include "tRecalculo.h"
 
 namespace zarven::tool {
@@ -34,7 +33,7 @@ struct EngineRun {
     /// What the engine does not need to know: of the modules that have a label this, by MAC, and where
     /// streams are received.
     std::map<std::string, std::string> labels;
-    std::map<Stream, Reception> receptions;
+    Receptions receptions;
     /// The records of services whose bitrate was measured, and the mean of each in kbit/s; 0: not known.
     std::map<const tRec_Servicio*, std::uint32_t> measured;
     /// The groups of the services that are asked for, in the order of the head-end, and of each record in one

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "headend/receptions.h"
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 #include "report/page/result_parts.h"
@@ -23,7 +24,6 @@ using kainjow::mustache::list;
 
 /// The inputs of a module that have each service.
 using InputsOf = std::map<ServiceKey, std::vector<std::uint16_t>>;
-using ReceptionOf = std::map<Stream, const Reception*>;
 
 InputsOf inputs_of_services(const ModuleResult& module) {
     InputsOf inputs;
@@ -59,7 +59,7 @@ data row_of(const ServiceResult& service, const std::vector<std::uint16_t>& inpu
 }
 
 /// By LCN, as a viewer has them.
-list rows_of(const OutputResult& output, const InputsOf& inputs, const ReceptionOf& receptions) {
+list rows_of(const OutputResult& output, const InputsOf& inputs, const Receptions& receptions) {
     std::vector<const ServiceResult*> services;
     for (const ServiceResult& service : output.services)
         services.push_back(&service);
@@ -67,13 +67,11 @@ list rows_of(const OutputResult& output, const InputsOf& inputs, const Reception
                      [](const ServiceResult* one, const ServiceResult* other) {
                          return std::tie(one->lcn, one->is_clone) < std::tie(other->lcn, other->is_clone);
                      });
-    const Reception unknown;
     list rows;
     for (const ServiceResult* service : services) {
         const auto input = inputs.find(key_of(*service));
-        const auto reception = receptions.find(service->stream);
         rows.push_back(row_of(*service, input == inputs.end() ? std::vector<std::uint16_t>() : input->second,
-                              reception == receptions.end() ? unknown : *reception->second));
+                              reception_of(service->stream, receptions)));
     }
     return rows;
 }
@@ -81,9 +79,7 @@ list rows_of(const OutputResult& output, const InputsOf& inputs, const Reception
 } // namespace
 
 list list_entries(const Result& result) {
-    ReceptionOf receptions;
-    for (const Reception& reception : result.streams)
-        receptions.emplace(Stream{reception.onid, reception.tsid}, &reception);
+    const Receptions receptions = by_stream(result.streams);
     list entries;
     for (std::size_t index = 0; index < result.modules.size(); ++index) {
         const ModuleResult& module = result.modules[index];

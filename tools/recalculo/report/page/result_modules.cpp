@@ -66,7 +66,7 @@ data meters_of(const ModuleResult& module) {
     return meters;
 }
 
-data input_group(const InputResult& input, const Result& result, const StreamMarks& marks) {
+data input_group(const InputResult& input, const Receptions& receptions, const StreamMarks& marks) {
     data group;
     group["title"] = fmt::format("Input {}", input.number);
     group["marked"] = input.is_tuned;
@@ -74,17 +74,17 @@ data input_group(const InputResult& input, const Result& result, const StreamMar
     group["reception"] = data(false);
     if (input.is_tuned) {
         set_mark(group, marks.of(input.stream));
-        set_reception(group, input.stream, result);
+        set_reception(group, input.stream, receptions);
     }
     group["note"] = is_free(input) ? std::string("free") : fill_of(input);
     group["services"] = data(service_rows(input.services, &input.stream));
     return group;
 }
 
-data groups_of(const ModuleResult& module, const Result& result, const StreamMarks& marks) {
+data groups_of(const ModuleResult& module, const Receptions& receptions, const StreamMarks& marks) {
     list groups;
     for (const InputResult& input : module.inputs)
-        groups.push_back(input_group(input, result, marks));
+        groups.push_back(input_group(input, receptions, marks));
     if (!module.without_input.empty()) {
         data group;
         group["title"] = "On no input";
@@ -158,8 +158,8 @@ data output_entry(const OutputResult& output, const StreamMarks& marks) {
     return entry;
 }
 
-data module_entry(const Result& result, std::size_t index, const StreamMarks& marks) {
-    const ModuleResult& module = result.modules[index];
+data module_entry(const ModuleResult& module, std::size_t index, const Receptions& receptions,
+                  const StreamMarks& marks) {
     const Load load = load_of(module);
     list outputs;
     for (const OutputResult& output : module.outputs)
@@ -178,7 +178,7 @@ data module_entry(const Result& result, std::size_t index, const StreamMarks& ma
     entry["load"] = percentage(load.used, load.max);
     entry["meters"] = meters_of(module);
     entry["has_groups"] = !module.inputs.empty() || !module.without_input.empty();
-    entry["groups"] = groups_of(module, result, marks);
+    entry["groups"] = groups_of(module, receptions, marks);
     entry["output_list"] = outputs;
     return entry;
 }
@@ -186,9 +186,10 @@ data module_entry(const Result& result, std::size_t index, const StreamMarks& ma
 } // namespace
 
 kainjow::mustache::list module_entries(const Result& result, const StreamMarks& marks) {
+    const Receptions receptions = by_stream(result.streams);
     list entries;
     for (std::size_t index = 0; index < result.modules.size(); ++index)
-        entries.push_back(module_entry(result, index, marks));
+        entries.push_back(module_entry(result.modules[index], index, receptions, marks));
     return entries;
 }
 

@@ -54,8 +54,8 @@ void set_mark(data& object, const StreamMark& mark) {
     object["pattern"] = mark.pattern == 0 ? data(false) : data(std::to_string(mark.pattern));
 }
 
-void set_reception(data& object, Stream stream, const Result& result) {
-    object["reception"] = text_or_nothing(printable(reception_of(stream, result)));
+void set_reception(data& object, Stream stream, const Receptions& receptions) {
+    object["reception"] = text_or_nothing(printable(tuning_of(reception_of(stream, receptions))));
 }
 
 std::string module_anchor(std::size_t index) {

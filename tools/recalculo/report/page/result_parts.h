@@ -25,7 +25,7 @@ kainjow::mustache::list service_rows(const std::vector<ServiceResult>& services,
 void set_mark(kainjow::mustache::data& object, const StreamMark& mark);
 
 /// Tells where a stream is received.
-void set_reception(kainjow::mustache::data& object, Stream stream, const Result& result);
+void set_reception(kainjow::mustache::data& object, Stream stream, const Receptions& receptions);
 
 /// What leads to a module, by its place in the result.
 std::string module_anchor(std::size_t index);

@@ -50,6 +50,7 @@ FactsByStream stream_facts(const Result& result) {
 } // namespace
 
 kainjow::mustache::list stream_entries(const Result& result, const StreamMarks& marks) {
+    const Receptions receptions = by_stream(result.streams);
     FactsByStream facts = stream_facts(result);
     list entries;
     for (const StreamMark& mark : marks.in_order()) {
@@ -57,7 +58,7 @@ kainjow::mustache::list stream_entries(const Result& result, const StreamMarks& 
         data entry;
         set_mark(entry, mark);
         entry["stream"] = to_string(mark.stream);
-        set_reception(entry, mark.stream, result);
+        set_reception(entry, mark.stream, receptions);
         entry["placed"] = grouped(known.placed);
         entry["left_out"] = grouped(known.left_out);
         entry["any_left_out"] = known.left_out != 0;

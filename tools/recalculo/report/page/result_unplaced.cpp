@@ -29,13 +29,14 @@ data list_section(const std::string& anchor, const std::string& title, std::size
                   const Result& result, const StreamMarks& marks) {
     const bool has_reasons = any_reason(streams);
     const std::vector<CauseCount> causes = causes_of(result);
+    const Receptions receptions = by_stream(result.streams);
     std::size_t index = 0;
     list groups;
     for (const StreamResult& stream : streams) {
         data group;
         group["stream"] = to_string(stream.stream);
         set_mark(group, marks.of(stream.stream));
-        set_reception(group, stream.stream, result);
+        set_reception(group, stream.stream, receptions);
         group["note"] = services_counted(stream.services.size());
         list rows = service_rows(stream.services, &stream.stream);
         for (std::size_t place = 0; place < rows.size(); ++place) {
@@ -59,7 +60,7 @@ data list_section(const std::string& anchor, const std::string& title, std::size
     return section;
 }
 
-std::vector<StreamResult> by_stream(const std::vector<ServiceResult>& services) {
+std::vector<StreamResult> grouped_by_stream(const std::vector<ServiceResult>& services) {
     std::map<Stream, StreamResult> streams;
     for (const ServiceResult& service : services) {
         StreamResult& stream = streams[service.stream];
@@ -83,11 +84,11 @@ kainjow::mustache::list unplaced_sections(const Result& result, const StreamMark
     if (!result.clones_waiting.empty())
         sections.push_back(list_section("waiting", "Clones waiting", result.clones_waiting.size(),
                                         "Clones that found no place beside a parent.",
-                                        by_stream(result.clones_waiting), result, marks));
+                                        grouped_by_stream(result.clones_waiting), result, marks));
     if (!result.neither.empty())
         sections.push_back(list_section("neither", "Neither placed nor left out", result.neither.size(),
                                         "Services that the engine's exchanges have lost.",
-                                        by_stream(result.neither), result, marks));
+                                        grouped_by_stream(result.neither), result, marks));
     return sections;
 }
 
