@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "headend/number_in_stream.h"
 #include "lineup/channel_kind.h"
 #include "lineup/stream_ids.h"
 
@@ -97,14 +98,12 @@ private:
         service.lcn = *lcn;
         service.onid = stream->onid;
         service.tsid = stream->tsid;
-        const auto [taken, is_first] =
-            lines_.emplace(std::tuple(service.onid, service.tsid, service.lcn), channel.line);
+        const auto [taken, is_first] = lines_.emplace(lcn_in_stream_of(service), channel.line);
         if (!is_first)
             return leave_aside(channel,
-                               fmt::format("channel number {} stands in stream {}/{} already, on line {}",
-                                           service.lcn, service.onid, service.tsid, taken->second));
-        sids_.emplace(std::tuple(service.onid, service.tsid, channel.sid),
-                      std::pair(channel.list, channel.line));
+                               fmt::format("channel number {} stands in stream {} already, on line {}",
+                                           service.lcn, to_string(*stream), taken->second));
+        sids_.emplace(in_stream_of(service, channel.sid), std::pair(channel.list, channel.line));
         service.name = channel.name.empty() ? name_of_nameless(channel.sid) : channel.name;
         service.output_name = service.name;
         service.sid = channel.sid;
@@ -135,7 +134,7 @@ private:
     bool is_duplicate(const Channel& channel, Stream stream) {
         if (channel.sid == 0 || duplicates_ == Duplicates::kept)
             return false;
-        const auto first = sids_.find(std::tuple(stream.onid, stream.tsid, channel.sid));
+        const auto first = sids_.find({stream, channel.sid});
         if (first == sids_.end())
             return false;
         ++report_.duplicates;
@@ -206,10 +205,9 @@ private:
     StreamIds streams_;
     StreamLoads loads_;
     /// List and line of each service that is imported, by stream and SID.
-    std::map<std::tuple<std::uint16_t, std::uint16_t, std::uint16_t>, std::pair<std::size_t, std::size_t>>
-        sids_;
+    std::map<NumberInStream, std::pair<std::size_t, std::size_t>> sids_;
     /// Line of each service, by stream and LCN.
-    std::map<std::tuple<std::uint16_t, std::uint16_t, std::uint16_t>, std::size_t> lines_;
+    std::map<NumberInStream, std::size_t> lines_;
     ImportedChannels report_;
 };
 

@@ -7,18 +7,12 @@
 #include <string>
 #include <utility>
 
-#include "headend/stream.h"
+#include "headend/number_in_stream.h"
 #include "wishes/wishing.h"
 
 namespace zarven::tool {
 
 namespace {
-
-using Key = std::pair<Stream, std::uint16_t>;
-
-Key key_of(const Programme& programme, std::uint16_t lcn) {
-    return {{programme.onid, programme.tsid}, lcn};
-}
 
 class Numbering {
 public:
@@ -29,15 +23,15 @@ public:
         find_wished();
         while (!settle()) {
         }
-        std::map<Key, std::uint16_t> changed;
+        std::map<NumberInStream, std::uint16_t> changed;
         for (const auto& [service, wish] : wished_) {
             Service& renumbered = headend_.services[service];
-            changed[key_of(renumbered, renumbered.lcn)] = wish.second;
+            changed[lcn_in_stream_of(renumbered)] = wish.second;
             renumbered.lcn = wish.second;
             ++wishing_.renumbered;
         }
         for (Clone& clone : headend_.clones)
-            if (const auto parent = changed.find(key_of(clone, clone.lcn)); parent != changed.end())
+            if (const auto parent = changed.find(lcn_in_stream_of(clone)); parent != changed.end())
                 clone.lcn = parent->second;
         find_shared();
     }
@@ -48,9 +42,9 @@ private:
         std::vector<std::size_t> before(lists_.size(), 0);
         for (std::size_t list = 1; list < lists_.size(); ++list)
             before[list] = before[list - 1] + lists_[list - 1].places;
-        std::map<Key, std::size_t> holders;
+        std::map<NumberInStream, std::size_t> holders;
         for (const Service& service : headend_.services)
-            ++holders[key_of(service, service.lcn)];
+            ++holders[lcn_in_stream_of(service)];
         for (const MetWish& met : wishing_.met) {
             const Wish& wish = lists_[met.wish.list].wishes[met.wish.wish];
             const std::size_t lcn = wish.lcn ? *wish.lcn : before[met.wish.list] + wish.place;
@@ -58,7 +52,7 @@ private:
             if (lcn == 0 || lcn > 65535 || lcn == service.lcn)
                 continue;
             // A second service of its key is a clone to the engine, and stays with the first.
-            if (holders[key_of(service, service.lcn)] > 1)
+            if (holders[lcn_in_stream_of(service)] > 1)
                 wishing_.clashes.push_back(
                     {met.wish, met.service, static_cast<std::uint16_t>(lcn), met.service});
             else
@@ -68,16 +62,16 @@ private:
 
     /// False if a wish has given way.
     bool settle() {
-        std::map<Key, std::size_t> holders;
+        std::map<NumberInStream, std::size_t> holders;
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
             if (wished_.count(service) == 0)
-                holders.emplace(key_of(headend_.services[service], headend_.services[service].lcn), service);
+                holders.emplace(lcn_in_stream_of(headend_.services[service]), service);
         for (const MetWish& met : wishing_.met) {
             const auto wish = wished_.find(met.service);
             if (wish == wished_.end())
                 continue;
-            const auto [holder, is_free] =
-                holders.emplace(key_of(headend_.services[met.service], wish->second.second), met.service);
+            const auto [holder, is_free] = holders.emplace(
+                in_stream_of(headend_.services[met.service], wish->second.second), met.service);
             if (is_free)
                 continue;
             wishing_.clashes.push_back({met.wish, met.service, wish->second.second, holder->second});

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "headend/number_in_stream.h"
 #include "placement/bound.h"
 #include "placement/choosing/choice.h"
 #include "placement/one_of.h"
@@ -17,12 +18,6 @@
 namespace zarven::tool {
 
 namespace {
-
-using Key = std::pair<Stream, std::uint16_t>;
-
-Key key_of(const Programme& programme) {
-    return {{programme.onid, programme.tsid}, programme.lcn};
-}
 
 /// The services that can be asked for, one for each key and for each one-of group, with what they are worth.
 struct Bundles {
@@ -40,7 +35,7 @@ public:
     Bundling(const Headend& headend, Clones clones) : headend_(headend), clones_(clones) {
         bundles_.headend.modules = headend.modules;
         for (const Clone& clone : headend.clones)
-            ++holders_[key_of(clone)].clones;
+            ++holders_[lcn_in_stream_of(clone)].clones;
         std::vector<bool> is_any_variant(headend.services.size(), false);
         for (const OneOf& group : one_of_groups(headend.services))
             for (const std::size_t variant : group.variants)
@@ -50,8 +45,8 @@ public:
             if (is_variant(service) ? !is_any_variant[index] : !service.ask)
                 continue;
             asked_.push_back(index);
-            ++holders_[key_of(service)].services;
-            holders_[key_of(service)].variants += is_variant(service) ? 1 : 0;
+            ++holders_[lcn_in_stream_of(service)].services;
+            holders_[lcn_in_stream_of(service)].variants += is_variant(service) ? 1 : 0;
         }
     }
 
@@ -70,7 +65,7 @@ private:
 
     void add(const Service& service, std::uint64_t worth) {
         const std::size_t bundle = bundle_of(service);
-        const bool is_new_key = keys_.emplace(key_of(service), bundle).second;
+        const bool is_new_key = keys_.emplace(lcn_in_stream_of(service), bundle).second;
         if (is_variant(service)) {
             // One of the group counts, and be it the one that is worth most.
             std::uint64_t& most = most_of_[service.one_of];
@@ -86,7 +81,7 @@ private:
     /// The bundle that it is put into, or begins.
     std::size_t bundle_of(const Service& service) {
         const std::size_t next = bundles_.worths.size();
-        const auto of_key = keys_.find(key_of(service));
+        const auto of_key = keys_.find(lcn_in_stream_of(service));
         std::size_t bundle = of_key == keys_.end() ? next : of_key->second;
         if (is_variant(service))
             bundle = groups_.emplace(service.one_of, bundle).first->second;
@@ -103,7 +98,7 @@ private:
     /// To charge a clone's PIDs the engine applies the parent's ceiling, which may be under what it has.
     /// Where a variant shares its key, whichever of them is a clone takes nothing.
     Service least_of(Service service) const {
-        const Holders& holders = holders_.at(key_of(service));
+        const Holders& holders = holders_.at(lcn_in_stream_of(service));
         service.one_of.clear();
         if (holders.services + holders.clones > 1)
             service.ca_pids = std::min(service.ca_pids, service.ca_pids_max);
@@ -127,8 +122,8 @@ private:
     const Headend& headend_;
     const Clones clones_;
     std::vector<std::size_t> asked_;
-    std::map<Key, Holders> holders_;
-    std::map<Key, std::size_t> keys_;
+    std::map<NumberInStream, Holders> holders_;
+    std::map<NumberInStream, std::size_t> keys_;
     std::map<std::string, std::size_t> groups_;
     std::map<std::string, std::uint64_t> most_of_;
     Bundles bundles_;

@@ -10,42 +10,35 @@
 #include <set>
 #include <utility>
 
-#include "headend/stream.h"
+#include "headend/number_in_stream.h"
 #include "placement/one_of.h"
 
 namespace zarven::tool {
 
 namespace {
 
-/// A number that tells services of a stream apart.
-using Key = std::pair<Stream, std::uint16_t>;
-
-/// Services of either kind, by such a number.
+/// Services of either kind, by their LCN or another number.
 struct Holders {
-    std::set<Key> asked;
-    std::set<Key> withheld;
+    std::set<NumberInStream> asked;
+    std::set<NumberInStream> withheld;
 
-    void add(const Key& key, bool is_asked) { (is_asked ? asked : withheld).insert(key); }
+    void add(const NumberInStream& key, bool is_asked) { (is_asked ? asked : withheld).insert(key); }
     /// Those that have it are all withheld.
-    bool lack(const Key& key) const { return asked.count(key) == 0 && withheld.count(key) != 0; }
+    bool lack(const NumberInStream& key) const { return asked.count(key) == 0 && withheld.count(key) != 0; }
 };
-
-Key key_of(const Programme& programme, std::uint16_t number) {
-    return {{programme.onid, programme.tsid}, number};
-}
 
 std::vector<bool> clones_asked_for(const Headend& headend, const std::vector<bool>& services) {
     Holders by_lcn;
     Holders by_osid;
     for (std::size_t index = 0; index < services.size(); ++index) {
         const Service& service = headend.services[index];
-        by_lcn.add(key_of(service, service.lcn), services[index]);
-        by_osid.add(key_of(service, service.osid), services[index]);
+        by_lcn.add(lcn_in_stream_of(service), services[index]);
+        by_osid.add(in_stream_of(service, service.osid), services[index]);
     }
     std::vector<bool> asked;
     for (const Clone& clone : headend.clones)
-        asked.push_back(!by_lcn.lack(key_of(clone, clone.lcn)) &&
-                        (clone.parent_sid == 0 || !by_osid.lack(key_of(clone, clone.parent_sid))));
+        asked.push_back(!by_lcn.lack(lcn_in_stream_of(clone)) &&
+                        (clone.parent_sid == 0 || !by_osid.lack(in_stream_of(clone, clone.parent_sid))));
     return asked;
 }
 
@@ -53,10 +46,10 @@ std::vector<bool> pids_asked_for(const Headend& headend, const std::vector<bool>
                                  const std::vector<bool>& clones) {
     std::map<std::uint16_t, bool> of_clones;
     std::map<std::uint16_t, bool> of_services;
-    std::set<Key> keys;
+    std::set<NumberInStream> keys;
     for (std::size_t index = 0; index < services.size(); ++index) {
         const Service& service = headend.services[index];
-        (keys.insert(key_of(service, service.lcn)).second ? of_services : of_clones)
+        (keys.insert(lcn_in_stream_of(service)).second ? of_services : of_clones)
             .emplace(service.sid, services[index]);
     }
     for (std::size_t index = 0; index < clones.size(); ++index)
