@@ -3,9 +3,13 @@
 #include "lineup/csv.h"
 
 #include <algorithm>
+#include <utility>
 
+#include <fmt/format.h>
+
+#include "base/failure.h"
+#include "base/utf8.h"
 #include "base/words.h"
-#include "lineup/text_lines.h"
 
 namespace zarven::tool {
 
@@ -94,6 +98,35 @@ std::string_view CsvHeading::field(const std::vector<std::string>& fields, std::
         static_cast<std::size_t>(std::find(columns_.begin(), columns_.end(), column) - columns_.begin());
     return place < std::min(fields.size(), columns_.size()) ? std::string_view(fields[place])
                                                             : std::string_view();
+}
+
+CsvRecord::CsvRecord(const CsvHeading& heading, const Line& line, std::size_t place)
+    : heading_(heading), line_(line), fields_(heading.fields_of(line.text)), place_(place) {}
+
+CsvTable::CsvTable(std::string file, std::string_view text) : file_(std::move(file)), lines_(lines_of(text)) {
+    const auto is_passed_over = [](const Line& line) { return is_passed_over_in_csv(line.text); };
+    lines_.erase(std::remove_if(lines_.begin(), lines_.end(), is_passed_over), lines_.end());
+    if (!lines_.empty())
+        heading_.emplace(lines_.front().text);
+}
+
+void CsvTable::reject_heading(std::string_view expected) const {
+    throw Failure(fmt::format("{}: found the heading \"{}\", expected {}",
+                              line_of_file(file_, lines_.front().number), shortened(lines_.front().text),
+                              expected));
+}
+
+std::vector<std::string> CsvTable::read(const std::function<void(const CsvRecord&)>& take) const {
+    std::vector<std::string> unreadable;
+    for (std::size_t place = 1; place <= records(); ++place) {
+        const Line& line = lines_[place];
+        try {
+            take(CsvRecord(*heading_, line, place));
+        } catch (const BadLine& reason) {
+            unreadable.push_back(fmt::format("{}: {}", line_of_file(file_, line.number), reason.what()));
+        }
+    }
+    return unreadable;
 }
 
 } // namespace zarven::tool

@@ -16,6 +16,10 @@ void reject(std::string_view field, std::string_view found, std::string_view exp
     throw BadLine(fmt::format("{}: found \"{}\", expected {}", field, shortened(found), expected));
 }
 
+std::string line_of_file(const std::string& file, std::size_t number) {
+    return fmt::format("{}: line {}", file, number);
+}
+
 std::string_view without_byte_order_mark(std::string_view text) {
     const std::string_view byte_order_mark = "\xEF\xBB\xBF";
     if (starts_with(text, byte_order_mark))

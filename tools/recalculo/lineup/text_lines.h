@@ -26,6 +26,9 @@ struct Line {
     std::string text;
 };
 
+/// How messages name a line.
+std::string line_of_file(const std::string& file, std::size_t number);
+
 std::string_view without_byte_order_mark(std::string_view text);
 
 /// The lines of a file. Lists of mixed origin change the encoding from line to line: one that is not UTF-8 is

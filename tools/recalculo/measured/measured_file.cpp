@@ -34,7 +34,7 @@ MeasuredFile read_log(const std::string& file, const std::vector<Line>& lines) {
             continue;
         try {
             read.measurements.push_back(
-                read_analysis(fmt::format("{}: line {}", file, line.number), std::string(analysis)));
+                read_analysis(line_of_file(file, line.number), std::string(analysis)));
         } catch (const Failure& reason) {
             read.unreadable.emplace_back(reason.what());
         }

@@ -5,10 +5,6 @@
 #include <algorithm>
 #include <limits>
 
-#include <fmt/format.h>
-
-#include "base/failure.h"
-#include "base/utf8.h"
 #include "lineup/csv.h"
 #include "lineup/text_lines.h"
 
@@ -35,48 +31,34 @@ double read_rate(std::string_view text) {
     return (whole + part) * 1000;
 }
 
-MeasuredService read_row(const CsvHeading& heading, std::string_view line) {
+MeasuredService service_of(const CsvRecord& record) {
     MeasuredService service;
-    const std::vector<std::string> fields = heading.fields_of(line);
-    const std::string_view onid = heading.field(fields, "onid");
+    const std::string_view onid = record.field("onid");
     if (!onid.empty())
         service.onid = read_id("onid", onid);
-    service.tsid = read_id("tsid", heading.field(fields, "tsid"));
-    service.sid = read_id("sid", heading.field(fields, "sid"));
-    service.rate = read_rate(heading.field(fields, "kbit_s"));
+    service.tsid = read_id("tsid", record.field("tsid"));
+    service.sid = read_id("sid", record.field("sid"));
+    service.rate = read_rate(record.field("kbit_s"));
     return service;
 }
 
 } // namespace
 
 bool is_rates_csv(std::string_view text) {
-    for (const Line& line : lines_of(text))
-        if (!is_passed_over_in_csv(line.text)) {
-            const CsvHeading heading(line.text);
-            return heading.has("tsid") || heading.has("sid") || heading.has("kbit_s");
-        }
-    return false;
+    const CsvTable table("", text);
+    const auto& heading = table.heading();
+    return heading && (heading->has("tsid") || heading->has("sid") || heading->has("kbit_s"));
 }
 
 MeasuredFile read_rates_csv(const std::string& file, std::string_view text) {
     MeasuredFile read{file, {{}}, {}};
-    std::optional<CsvHeading> heading;
-    for (const Line& line : lines_of(text)) {
-        if (is_passed_over_in_csv(line.text))
-            continue;
-        if (!heading) {
-            heading.emplace(line.text);
-            if (!heading->has("tsid") || !heading->has("sid") || !heading->has("kbit_s"))
-                throw Failure(fmt::format("{}: line {}: found the heading \"{}\", expected {}", file,
-                                          line.number, shortened(line.text), expected_heading));
-            continue;
-        }
-        try {
-            read.measurements.front().services.push_back(read_row(*heading, line.text));
-        } catch (const BadLine& reason) {
-            read.unreadable.push_back(fmt::format("{}: line {}: {}", file, line.number, reason.what()));
-        }
-    }
+    const CsvTable table(file, text);
+    const auto& heading = table.heading();
+    if (heading && (!heading->has("tsid") || !heading->has("sid") || !heading->has("kbit_s")))
+        table.reject_heading(expected_heading);
+    read.unreadable = table.read([&read](const CsvRecord& record) {
+        read.measurements.front().services.push_back(service_of(record));
+    });
     return read;
 }
 

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "base/counted.h"
+#include "lineup/text_lines.h"
 
 namespace zarven::tool {
 
@@ -36,7 +37,7 @@ void add_remarks(const std::vector<ImportedList>& lists, const ImportedChannels&
         for (const Remark& remark : *remarks) {
             const std::string& file = lists.at(remark.list).file;
             digest.add(file, kind_of_complaint(remark.reason),
-                       fmt::format("{}: line {}: {}", file, remark.line, remark.reason));
+                       fmt::format("{}: {}", line_of_file(file, remark.line), remark.reason));
         }
 }
 

@@ -91,9 +91,8 @@ private:
     void add_services(const ServicePlaces& places, const std::string& what) {
         for (const std::size_t place : places) {
             const Service& service = services_[place];
-            add("services: " + what,
-                fmt::format("\"{}\" (SID {} of stream {}): {}", shortened(service.name), service.osid,
-                            to_string(stream_of(service)), what));
+            add("services: " + what, fmt::format("\"{}\" (SID {} of stream {}): {}", shortened(service.name),
+                                                 service.osid, to_string(stream_of(service)), what));
         }
     }
 

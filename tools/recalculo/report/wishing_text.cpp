@@ -7,6 +7,7 @@
 #include "base/counted.h"
 #include "base/utf8.h"
 #include "headend/stream.h"
+#include "lineup/text_lines.h"
 
 namespace zarven::tool {
 
@@ -90,7 +91,7 @@ private:
 
     void add(WishPlace place, const std::string& kind, const std::string& what) {
         const std::string& file = lists_[place.list].file;
-        digest_.add(file, kind, fmt::format("{}: line {}: {}", file, wish_of(place).line, what));
+        digest_.add(file, kind, fmt::format("{}: {}", line_of_file(file, wish_of(place).line), what));
     }
 
     /// The nearest name takes long to find among thousands, and only some are told.

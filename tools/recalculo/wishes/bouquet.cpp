@@ -51,7 +51,8 @@ public:
                 read(line.number, trimmed(line.text));
             } catch (const BadLine& reason) {
                 described_ = Described::nothing;
-                list_.unreadable.push_back(fmt::format("{}: line {}: {}", file, line.number, reason.what()));
+                list_.unreadable.push_back(
+                    fmt::format("{}: {}", line_of_file(file, line.number), reason.what()));
             }
     }
 

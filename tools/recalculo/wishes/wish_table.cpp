@@ -6,7 +6,6 @@
 
 #include <fmt/format.h>
 
-#include "base/failure.h"
 #include "base/utf8.h"
 #include "base/words.h"
 #include "headend/headend.h"
@@ -43,10 +42,11 @@ std::uint16_t read_up_to(std::string_view field, std::string_view text, std::uin
     return static_cast<std::uint16_t>(number);
 }
 
-Wish read_row(const CsvHeading& heading, std::string_view line) {
-    const std::vector<std::string> fields = heading.fields_of(line);
-    const auto field = [&](std::string_view column) { return heading.field(fields, column); };
+Wish wish_of(const CsvRecord& record) {
+    const auto field = [&record](std::string_view column) { return record.field(column); };
     Wish wish;
+    wish.line = record.line().number;
+    wish.place = record.place();
     if (!field("sid").empty()) {
         wish.ids.emplace();
         if (!field("onid").empty())
@@ -58,7 +58,7 @@ Wish read_row(const CsvHeading& heading, std::string_view line) {
     if (!field("lcn").empty())
         wish.lcn = read_up_to("lcn", field("lcn"), 1, 65535);
     if (!wish.ids && wish.name.empty() && !wish.lcn)
-        reject("service", line, "a sid with its tsid, a name or an lcn");
+        reject("service", record.line().text, "a sid with its tsid, a name or an lcn");
     if (!field("value").empty())
         wish.value = read_up_to("value", field("value"), 0, most_value);
     if (!field("must").empty())
@@ -72,42 +72,26 @@ Wish read_row(const CsvHeading& heading, std::string_view line) {
 } // namespace
 
 bool is_wish_table(std::string_view text) {
-    for (const Line& line : lines_of(text))
-        if (!is_passed_over_in_csv(line.text))
-            return is_heading(CsvHeading(line.text));
-    return false;
+    const CsvTable table("", text);
+    return table.heading() && is_heading(*table.heading());
 }
 
 WishList read_wish_table(const std::string& file, std::string_view text) {
     WishList list;
     list.file = file;
     list.format = WishFormat::csv;
-    std::optional<CsvHeading> heading;
-    for (const Line& line : lines_of(text)) {
-        if (is_passed_over_in_csv(line.text))
-            continue;
-        if (!heading) {
-            heading.emplace(line.text);
-            const std::vector<std::string_view> known = split(wish_columns, ",");
-            for (const std::string& column : heading->columns())
-                if (std::find(known.begin(), known.end(), column) == known.end())
-                    ++list.skipped[fmt::format("column \"{}\"", shortened(column))];
-            if (heading->has("sid") && !heading->has("tsid"))
-                throw Failure(fmt::format("{}: line {}: found the heading \"{}\", expected tsid beside sid; "
-                                          "the columns are {}",
-                                          file, line.number, shortened(line.text), wish_columns));
-            continue;
-        }
-        ++list.places;
-        try {
-            Wish wish = read_row(*heading, line.text);
-            wish.line = line.number;
-            wish.place = list.places;
-            list.wishes.push_back(std::move(wish));
-        } catch (const BadLine& reason) {
-            list.unreadable.push_back(fmt::format("{}: line {}: {}", file, line.number, reason.what()));
-        }
+    const CsvTable table(file, text);
+    if (const auto& heading = table.heading()) {
+        const std::vector<std::string_view> known = split(wish_columns, ",");
+        for (const std::string& column : heading->columns())
+            if (std::find(known.begin(), known.end(), column) == known.end())
+                ++list.skipped[fmt::format("column \"{}\"", shortened(column))];
+        if (heading->has("sid") && !heading->has("tsid"))
+            table.reject_heading(fmt::format("tsid beside sid; the columns are {}", wish_columns));
     }
+    list.places = table.records();
+    list.unreadable =
+        table.read([&list](const CsvRecord& record) { list.wishes.push_back(wish_of(record)); });
     return list;
 }
 
