@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "headend/headend_json.h"
 #include "placement/choosing/choice.h"
 #include "placement/choosing/choice_wishes.h"
@@ -28,8 +29,8 @@ namespace {
 
 void check(const ChooseOptions& options) {
     check(options.output);
-    if (options.headend.path == standard_stream && options.keep == standard_stream)
-        throw Failure("standard input: found \"-\" for the head-end and for --keep, expected it once");
+    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.keep),
+                              "the head-end and for --keep");
     if (options.chosen == standard_stream && (options.output.json || options.output.html == standard_stream))
         throw Failure(fmt::format("{} and -o - both write to standard output; expected a file for -o",
                                   options.output.json ? "--json" : "--html -"));

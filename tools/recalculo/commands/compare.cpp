@@ -6,9 +6,9 @@
 
 #include <fmt/format.h>
 
-#include "base/failure.h"
 #include "base/streams.h"
 #include "commands/fail_on.h"
+#include "commands/standard_input.h"
 #include "commands/watched_run.h"
 #include "headend/headend_json.h"
 #include "headend/override.h"
@@ -59,8 +59,7 @@ std::string name_of(const HeadendInput& input) {
 void compare_command(const CompareOptions& options) {
     apply(options.limits);
     check(options.output);
-    if (options.before == standard_stream && options.after.path == standard_stream)
-        throw Failure("standard input: found \"-\" for both, expected it once");
+    expect_one_standard_input(standard_inputs(options.before) + standard_inputs(options.after.path), "both");
     reserve_of(options.reserve); // before anything takes long
     Result before = result_in({options.before, {}});
     Result after = result_in(options.after);

@@ -6,9 +6,9 @@
 
 #include <fmt/format.h>
 
-#include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "placement/documents.h"
 #include "placement/failing/drill.h"
 #include "placement/one_of.h"
@@ -41,8 +41,8 @@ Drill drill_input(const Headend& headend, const std::optional<Module>& spare,
 void drill_command(const DrillCommandOptions& options) {
     apply(options.limits);
     check(options.output);
-    if (options.headend.path == standard_stream && options.spare == standard_stream)
-        throw Failure("standard input: found \"-\" for the head-end and for --spare, expected it once");
+    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.spare),
+                              "the head-end and for --spare");
     const host::Log no_log("");
     Headend headend = read_input(options.headend);
     settle_variants(headend, input_name(options.headend.path));

@@ -2,11 +2,10 @@
 
 #include "commands/filter_input.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "base/failure.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "report/terminal.h"
 #include "wishes/wish_list.h"
 
@@ -30,12 +29,8 @@ ReadFilter read_filter(const FilterInput& input, const std::vector<Service>& ser
 }
 
 void withhold_unwanted(const FilterInput& input, const std::string& path, Headend& headend) {
-    const auto& selections = input.selections;
-    const auto from_standard_input = std::count(selections.begin(), selections.end(), standard_stream);
-    if (from_standard_input + (path == standard_stream ? 1 : 0) > 1)
-        throw Failure(path == standard_stream
-                          ? "standard input: found \"-\" for the head-end and for --select, expected it once"
-                          : "standard input: found \"-\" for two --select, expected it once");
+    expect_one_standard_input(standard_inputs(path) + standard_inputs(input.selections),
+                              path == standard_stream ? "the head-end and for --select" : "two --select");
     const ReadFilter read = read_filter(input, headend.services);
     for (const MissingWish& missing : read.missing)
         write_message(wish_text(missing));

@@ -2,12 +2,13 @@
 
 #include "commands/commands.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <utility>
 
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "headend/headend_json.h"
 #include "lineup/channel_import.h"
 #include "lineup/imported_lists.h"
@@ -20,25 +21,20 @@ namespace zarven::tool {
 
 namespace {
 
-/// Standard input can be read once.
 void check_standard_input(const ImportOptions& options) {
-    const auto lists = std::count(options.channels.begin(), options.channels.end(), standard_stream);
-    if (lists > 1)
-        throw Failure("standard input: found \"-\" for two channel lists, expected it once");
-    const auto measured =
-        std::count(options.measured.files.begin(), options.measured.files.end(), standard_stream);
-    if (measured > 1 || (measured == 1 && (lists == 1 || options.modules == standard_stream)))
-        throw Failure("standard input: found \"-\" for --measured and for something else, expected it once");
-    if (lists == 1 && options.modules == standard_stream)
-        throw Failure("standard input: found \"-\" for the channel list and for --modules, expected it once");
+    const std::size_t lists = standard_inputs(options.channels);
+    const std::size_t measured = standard_inputs(options.measured.files);
+    const std::size_t modules = standard_inputs(options.modules);
+    expect_one_standard_input(lists, "two channel lists");
+    if (measured != 0)
+        expect_one_standard_input(measured + lists + modules, "--measured and for something else");
+    expect_one_standard_input(lists + modules, "the channel list and for --modules");
 }
 
 bool is_standard_input_taken(const ImportOptions& options) {
-    const auto is_in = [](const std::vector<std::string>& files) {
-        return std::count(files.begin(), files.end(), standard_stream) != 0;
-    };
-    return is_in(options.channels) || is_in(options.measured.files) || is_in(options.filter.selections) ||
-           options.modules == standard_stream;
+    return standard_inputs(options.channels) + standard_inputs(options.measured.files) +
+               standard_inputs(options.filter.selections) + standard_inputs(options.modules) !=
+           0;
 }
 
 } // namespace

@@ -2,10 +2,9 @@
 
 #include "commands/commands.h"
 
-#include <algorithm>
-
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "headend/headend_json.h"
 #include "measured/measuring.h"
 #include "report/measuring_text.h"
@@ -14,10 +13,8 @@
 namespace zarven::tool {
 
 void measure_command(const MeasureOptions& options) {
-    const auto& files = options.measured.files;
-    const auto from_standard_input = std::count(files.begin(), files.end(), standard_stream);
-    if (from_standard_input + (options.headend.path == standard_stream ? 1 : 0) > 1)
-        throw Failure("standard input: found \"-\" for two files, expected it once");
+    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.measured.files),
+                              "two files");
     Headend headend = read_input(options.headend);
     const ReadMeasurements read = read_measurements(options.measured);
     const Measuring measuring =

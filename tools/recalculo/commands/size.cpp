@@ -2,13 +2,12 @@
 
 #include "commands/commands.h"
 
-#include <algorithm>
 #include <vector>
 
-#include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
 #include "base/workers.h"
+#include "commands/standard_input.h"
 #include "placement/documents.h"
 #include "placement/one_of.h"
 #include "placement/running/host.h"
@@ -49,9 +48,8 @@ Sizing size_input(const SizeInput& input, const SizeOptions& options) {
 
 void size_command(const SizeOptions& options) {
     apply(options.limits);
-    const auto from_standard_input = std::count(options.add.begin(), options.add.end(), standard_stream);
-    if (from_standard_input + (options.headend.path == standard_stream ? 1 : 0) > 1)
-        throw Failure("standard input: found \"-\" for the head-end and for --add, expected it once");
+    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.add),
+                              "the head-end and for --add");
     const host::Log no_log("");
     SizeInput input = read_inputs(options);
     settle_variants(input.headend, input_name(options.headend.path));

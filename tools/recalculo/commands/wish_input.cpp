@@ -2,10 +2,9 @@
 
 #include "commands/wish_input.h"
 
-#include <algorithm>
-
 #include "base/failure.h"
 #include "base/streams.h"
+#include "commands/standard_input.h"
 #include "report/terminal.h"
 #include "report/wishing_text.h"
 #include "wishes/wished_import.h"
@@ -31,11 +30,8 @@ void tell_and_value(const WishInput& input, const std::vector<WishList>& lists, 
 } // namespace
 
 std::vector<WishList> read_wishes(const WishInput& input, bool is_taken) {
-    const auto from_standard_input = std::count(input.files.begin(), input.files.end(), standard_stream);
-    if (from_standard_input + (is_taken ? 1 : 0) > 1 && from_standard_input != 0)
-        throw Failure(is_taken
-                          ? "standard input: found \"-\" for --wish and for something else, expected it once"
-                          : "standard input: found \"-\" for two --wish, expected it once");
+    expect_one_standard_input((is_taken ? 1 : 0) + standard_inputs(input.files),
+                              is_taken ? "--wish and for something else" : "two --wish");
     if (input.lcns && input.files.empty())
         throw Failure("--wish-lcns: found no --wish, expected the list with the LCNs");
     std::vector<WishList> lists;
