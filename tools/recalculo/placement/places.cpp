@@ -13,10 +13,10 @@ auto key_of(const Place& place) {
     return std::tie(place.mac, place.input, place.outputs);
 }
 
-using FullIdentity = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std::string>;
+using FullIdentity = std::pair<ServiceNumbers, std::string>;
 
 FullIdentity full_identity_of(const ServiceResult& service) {
-    return {service.stream.onid, service.stream.tsid, service.lcn, service.sid, service.name};
+    return {numbers_of(service), service.name};
 }
 
 class ServiceList {
@@ -147,6 +147,14 @@ std::vector<PlacedService> placed_services(const Result& result) {
     return ServiceList(result).services();
 }
 
+ServiceNumbers numbers_of(const Service& service) {
+    return {stream_of(service), service.lcn, service.sid};
+}
+
+ServiceNumbers numbers_of(const ServiceResult& service) {
+    return {service.stream, service.lcn, service.sid};
+}
+
 bool is_moved(const std::vector<Place>& before, const std::vector<Place>& after) {
     return !std::equal(before.begin(), before.end(), after.begin(), after.end(),
                        [](const Place& one, const Place& other) { return key_of(one) == key_of(other); });
@@ -154,9 +162,7 @@ bool is_moved(const std::vector<Place>& before, const std::vector<Place>& after)
 
 Matches match(const std::vector<PlacedService>& before, const std::vector<PlacedService>& after) {
     Matching matching(before, after);
-    matching.match_by([](const ServiceResult& service) {
-        return std::make_tuple(service.stream.onid, service.stream.tsid, service.lcn, service.sid);
-    });
+    matching.match_by([](const ServiceResult& service) { return numbers_of(service); });
     matching.match_by([](const ServiceResult& service) { return service.name; });
     return std::move(matching).matches();
 }

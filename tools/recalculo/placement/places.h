@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,13 @@ using Labels = std::map<std::string, std::string>;
 
 /// By its MAC, and its label in brackets if it has one.
 std::string module_name(const std::string& mac, const Labels& labels);
+
+/// What tells services of several results apart: stream, LCN and SID. Those of one stream and LCN are one and
+/// its clones.
+using ServiceNumbers = std::tuple<Stream, std::uint16_t, std::uint16_t>;
+
+ServiceNumbers numbers_of(const Service& service);
+ServiceNumbers numbers_of(const ServiceResult& service);
 
 struct Place {
     std::string mac;

@@ -25,7 +25,7 @@ public:
         for (std::size_t index = 0; index < asked.size(); ++index) {
             const Service& service = headend.services[index];
             if (service.must && asked[index])
-                musts_.insert({stream_of(service), service.lcn, service.sid});
+                musts_.insert(numbers_of(service));
         }
     }
 
@@ -64,10 +64,10 @@ private:
         for (const PlacedService& service : before) {
             if (service.places.empty())
                 continue;
-            const bool is_must = musts_.count(id_of(service.service)) != 0;
+            const bool is_must = musts_.count(numbers_of(service.service)) != 0;
             drill_.musts_placed += is_must ? 1 : 0;
             if (is_must || musts_.empty())
-                kept_.insert(id_of(service.service));
+                kept_.insert(numbers_of(service.service));
         }
     }
 
@@ -155,14 +155,14 @@ private:
         attempt.missing = kept_.size();
         for (const PlacedService& service : before)
             if (!service.places.empty())
-                attempt.missing -= kept_.count(id_of(service.service));
+                attempt.missing -= kept_.count(numbers_of(service.service));
         for (const DrilledFailure& failure : failures) {
             if (failure.part.kind == PartKind::stream)
                 continue;
             const auto kept_among = [this](const std::vector<DrilledService>& services) {
                 return static_cast<std::size_t>(
                     std::count_if(services.begin(), services.end(), [this](const DrilledService& one) {
-                        return kept_.count(id_of(one.service)) != 0;
+                        return kept_.count(numbers_of(one.service)) != 0;
                     }));
             };
             const std::size_t lost = kept_among(failure.lost) + kept_among(failure.lost_besides);

@@ -72,7 +72,7 @@ public:
 
 private:
     DrilledService drilled(const PlacedService& service) const {
-        return {service.service, musts_.count(id_of(service.service)) != 0};
+        return {service.service, musts_.count(numbers_of(service.service)) != 0};
     }
 
     void sort_in(const PlacedService& was, const PlacedService& is) {
@@ -97,10 +97,6 @@ private:
 };
 
 } // namespace
-
-DrilledId id_of(const ServiceResult& service) {
-    return {service.stream, service.lcn, service.sid};
-}
 
 Rerun rerun_of(const Headend& headend, const std::string& file) {
     if (headend.modules.empty())

@@ -6,7 +6,6 @@
 
 #include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "placement/failing/drill.h"
@@ -14,11 +13,7 @@
 
 namespace zarven::tool {
 
-/// What tells services apart; those of one stream and LCN are one and its clones.
-using DrilledId = std::tuple<Stream, std::uint16_t, std::uint16_t>;
-using DrilledIds = std::set<DrilledId>;
-
-DrilledId id_of(const ServiceResult& service);
+using DrilledIds = std::set<ServiceNumbers>;
 
 /// A run of the engine on what is left.
 struct Rerun {

@@ -19,10 +19,6 @@ Wanted::Wanted(const Headend& headend, const std::string& file, const std::vecto
     find_impossible(find_musts(headend), modules);
 }
 
-Wanted::ServiceNumbers Wanted::numbers_of(const ServiceResult& service) {
-    return {service.stream.onid, service.stream.tsid, service.lcn, service.sid};
-}
-
 ServiceSet Wanted::find_musts(const Headend& headend) const {
     ServiceSet musts;
     for (std::size_t index = 0; index < headend.services.size(); ++index)

@@ -7,11 +7,11 @@
 #include <cstdint>
 #include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "headend/headend.h"
 #include "placement/bound.h"
+#include "placement/places.h"
 #include "placement/result.h"
 #include "placement/running/capacity.h"
 #include "placement/running/engine_run.h"
@@ -43,10 +43,6 @@ public:
     Attempt attempt_of(std::size_t number, const SizingTrial& trial) const;
 
 private:
-    /// ONID, TSID, LCN and SID.
-    using ServiceNumbers = std::tuple<std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t>;
-
-    static ServiceNumbers numbers_of(const ServiceResult& service);
     ServiceSet find_musts(const Headend& headend) const;
     void find_impossible(const ServiceSet& musts, const std::vector<ModuleCapacity>& modules);
 
