@@ -172,6 +172,14 @@ std::vector<bool> services_asked_for(const std::vector<Service>& services) {
     return asked;
 }
 
+Headend with_all_asked_for(Headend headend) {
+    for (Service& service : headend.services) {
+        service.ask = true;
+        service.one_of.clear();
+    }
+    return headend;
+}
+
 void settle_variants(Headend& headend, const std::string& file, std::size_t most_runs) {
     if (most_runs != 0)
         Settling(headend, file, most_runs).settle();

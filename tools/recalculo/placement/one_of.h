@@ -31,6 +31,9 @@ bool is_variant(const Service& service);
 /// Whether each service is asked for: of a group the best that does not yield.
 std::vector<bool> services_asked_for(const std::vector<Service>& services);
 
+/// With every service asked for, and each for itself: for who looks for a service among all.
+Headend with_all_asked_for(Headend headend);
+
 /// The variants that do not fit yield to those that do. Beginning with the best of each group, the engine is
 /// run with another variant in the place of one that it does not place, or of one that is not the best; that
 /// one is asked for if the engine places it and all together is no worse: nothing broken before something,

@@ -204,12 +204,7 @@ Services services_with(const ServiceQuery& query, const EngineRun& run, const st
     } catch (const Failure&) {
         if (run.not_asked_for == 0)
             throw;
-        Headend everything = headend;
-        for (Service& service : everything.services) {
-            service.ask = true;
-            service.one_of.clear();
-        }
-        const EngineRun loaded = load_engine(everything, file);
+        const EngineRun loaded = load_engine(with_all_asked_for(headend), file);
         // Where there is none at all, this tells of those that are withheld, too.
         const auto withheld = services_with(query, loaded, file).front();
         const auto place = std::find(loaded.services.begin(), loaded.services.end(), withheld.get());

@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/utf8.h"
 #include "headend/service_filter.h"
+#include "placement/one_of.h"
 #include "placement/service_query.h"
 
 namespace zarven::tool {
@@ -44,12 +45,7 @@ void demand_services(const std::vector<std::string>& keys, const std::string& fi
         queries.push_back(parse_service_query(key, "--must"));
     if (queries.empty())
         return;
-    Headend everything = headend;
-    for (Service& service : everything.services) {
-        service.ask = true;
-        service.one_of.clear();
-    }
-    const EngineRun run = load_engine(everything, file);
+    const EngineRun run = load_engine(with_all_asked_for(headend), file);
     for (const ServiceQuery& query : queries)
         for (const auto& record : services_with(query, run, file)) {
             Service& service = headend.services[place_of(*record, run, headend)];
