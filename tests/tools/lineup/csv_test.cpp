@@ -87,11 +87,5 @@ TEST(Csv, ATextWithoutLinesIsATableWithoutAnything) {
     EXPECT_EQ(CsvTable("x", "name").records(), 0u);
 }
 
-TEST(Csv, BlankLinesAndRemarksArePassedOver) {
-    EXPECT_TRUE(is_passed_over_in_csv(" \t"));
-    EXPECT_TRUE(is_passed_over_in_csv(" # a"));
-    EXPECT_FALSE(is_passed_over_in_csv("a # b"));
-}
-
 } // namespace
 } // namespace zarven::tool::csv_test

@@ -57,6 +57,24 @@ TEST(Trimmed, BlanksAndTabsAtTheEndsOnly) {
     EXPECT_FALSE(is_blank(" x"));
 }
 
+TEST(TextLines, BlankLinesAndRemarksSayNothing) {
+    EXPECT_TRUE(is_blank_or_remark(" \t"));
+    EXPECT_TRUE(is_blank_or_remark(" # a"));
+    EXPECT_FALSE(is_blank_or_remark("a # b"));
+}
+
+TEST(TextLines, ANumberIsWithinItsLimits) {
+    EXPECT_EQ(read_number("n", "2", 2, 9), 2);
+    EXPECT_EQ(read_number("n", "9", 2, 9), 9);
+    for (const char* wrong : {"1", "10", "-2", "2.0", "65538", ""})
+        EXPECT_THROW(read_number("n", wrong, 2, 9), BadLine) << wrong;
+    try {
+        read_number("n", "1", 2, 9);
+    } catch (const BadLine& bad) {
+        EXPECT_STREQ(bad.what(), "n: found \"1\", expected a whole number from 2 to 9");
+    }
+}
+
 TEST(IsNumber, IsAllOfTheText) {
     std::uint32_t number = 0;
     EXPECT_TRUE(is_number("4294967295", 4294967295u, number));

@@ -67,10 +67,6 @@ std::string column_name(std::string_view written) {
 
 } // namespace
 
-bool is_passed_over_in_csv(std::string_view line) {
-    return is_blank(line) || trimmed(line).front() == '#';
-}
-
 CsvHeading::CsvHeading(std::string_view line) {
     for (const char candidate : {',', ';', '\t'})
         if (line.find(candidate) != line.npos) {
@@ -104,7 +100,7 @@ CsvRecord::CsvRecord(const CsvHeading& heading, const Line& line, std::size_t pl
     : heading_(heading), line_(line), fields_(heading.fields_of(line.text)), place_(place) {}
 
 CsvTable::CsvTable(std::string file, std::string_view text) : file_(std::move(file)), lines_(lines_of(text)) {
-    const auto is_passed_over = [](const Line& line) { return is_passed_over_in_csv(line.text); };
+    const auto is_passed_over = [](const Line& line) { return is_blank_or_remark(line.text); };
     lines_.erase(std::remove_if(lines_.begin(), lines_.end(), is_passed_over), lines_.end());
     if (!lines_.empty())
         heading_.emplace(lines_.front().text);

@@ -16,9 +16,6 @@
 
 namespace zarven::tool {
 
-/// Nothing on it, or a remark that begins with #.
-bool is_passed_over_in_csv(std::string_view line);
-
 class CsvHeading {
 public:
     explicit CsvHeading(std::string_view line);

@@ -113,7 +113,7 @@ public:
     explicit Dvbv5(std::string_view text) {
         for (const Line& line : lines_of(text)) {
             const std::string_view content = trimmed(line.text);
-            if (content.empty() || content.front() == '#')
+            if (is_blank_or_remark(content))
                 continue;
             try {
                 take(line.number, content);

@@ -34,8 +34,7 @@ struct StreamKey {
 /// `namespace:tsid:onid`, from the first of the fields on.
 StreamKey read_stream(const Fields& fields, std::size_t first) {
     StreamKey key;
-    if (!is_number(fields[first], 0xFFFFFFFF, key.name_space, 16))
-        reject("namespace", fields[first], "a hexadecimal number from 0 to FFFFFFFF");
+    key.name_space = read_namespace("namespace", fields[first]);
     key.tsid = read_id("TSID", fields[first + 1], 16);
     key.onid = read_id("ONID", fields[first + 2], 16);
     return key;
@@ -308,7 +307,7 @@ void Lamedb::skip_to_service() {
 void Lamedb::read_version_5() {
     const Line& line = lines_[at_++];
     const std::string_view content = trimmed(line.text);
-    if (content.empty() || content.front() == '#')
+    if (is_blank_or_remark(content))
         return;
     attempt(line.number, [&] {
         if (starts_with(content, "s:"))
@@ -353,6 +352,13 @@ void Lamedb::read_one_line(const Line& line) {
 
 ChannelList read_lamedb(std::string_view text) {
     return Lamedb(text).list();
+}
+
+std::uint32_t read_namespace(std::string_view field, std::string_view text) {
+    std::uint32_t name_space = 0;
+    if (!is_number(text, 0xFFFFFFFF, name_space, 16))
+        reject(field, text, "a hexadecimal number from 0 to FFFFFFFF");
+    return name_space;
 }
 
 std::string source_of_namespace(std::uint32_t name_space) {

@@ -32,6 +32,9 @@ inline constexpr std::string_view lamedb_header = "eDVB services /";
 /// `BadLine` (lineup/text_lines.h) for a first line that names no known version.
 ChannelList read_lamedb(std::string_view text);
 
+/// Eight hexadecimal digits; `field` is for the complaint. Throws `BadLine`.
+std::uint32_t read_namespace(std::string_view field, std::string_view text);
+
 /// As `Channel::source`. The upper half of a namespace is the satellite's place in orbit, in tenths of a
 /// degree to the east.
 std::string source_of_namespace(std::uint32_t name_space);

@@ -43,6 +43,10 @@ bool is_blank(std::string_view text) {
     return trimmed(text).empty();
 }
 
+bool is_blank_or_remark(std::string_view line) {
+    return is_blank(line) || trimmed(line).front() == '#';
+}
+
 std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
     std::vector<std::string_view> parts;
     for (;;) {
@@ -72,13 +76,21 @@ bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number,
     return error == std::errc() && stopped == end && number <= most;
 }
 
+std::uint16_t read_number(std::string_view field, std::string_view text, std::uint16_t least,
+                          std::uint16_t most) {
+    std::uint32_t number = 0;
+    if (!is_number(text, most, number) || number < least)
+        reject(field, text, fmt::format("a whole number from {} to {}", least, most));
+    return static_cast<std::uint16_t>(number);
+}
+
 std::uint16_t read_id(std::string_view field, std::string_view text, int base) {
     const std::uint16_t most = 65535;
+    if (base == 10)
+        return read_number(field, text, 0, most);
     std::uint32_t number = 0;
     if (!is_number(text, most, number, base))
-        reject(field, text,
-               base == 16 ? fmt::format("a hexadecimal number from 0 to {:X}", most)
-                          : fmt::format("a whole number from 0 to {}", most));
+        reject(field, text, fmt::format("a hexadecimal number from 0 to {:X}", most));
     return static_cast<std::uint16_t>(number);
 }
 

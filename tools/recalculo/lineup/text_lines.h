@@ -38,6 +38,9 @@ std::vector<Line> lines_of(std::string_view text);
 /// Nothing but blanks and tabs.
 bool is_blank(std::string_view text);
 
+/// The same, or a remark that begins with #.
+bool is_blank_or_remark(std::string_view line);
+
 std::vector<std::string_view> split(std::string_view text, std::string_view separators);
 
 /// Without the blanks and tabs at both ends.
@@ -47,6 +50,10 @@ bool starts_with(std::string_view text, std::string_view start);
 
 /// All of the text is one number without sign, in the base, and not above `most`.
 bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number, int base = 10);
+
+/// A whole number from `least` to `most`; `field` is for the complaint.
+std::uint16_t read_number(std::string_view field, std::string_view text, std::uint16_t least,
+                          std::uint16_t most);
 
 /// A 16-bit id; `field` is for the complaint.
 std::uint16_t read_id(std::string_view field, std::string_view text, int base = 10);

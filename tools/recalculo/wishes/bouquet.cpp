@@ -69,7 +69,7 @@ private:
             return describe(*description);
         if (const auto name = value_of(line, name_key))
             group_ = *name;
-        else if (!line.empty() && line.front() != '#')
+        else if (!is_blank_or_remark(line))
             reject("line", line, "#SERVICE, #DESCRIPTION or #NAME");
     }
 
@@ -106,9 +106,7 @@ private:
         ids.sid = read_id("SID", fields[3], 16);
         ids.tsid = read_id("TSID", fields[4], 16);
         ids.onid = read_id("ONID", fields[5], 16);
-        std::uint32_t name_space = 0;
-        if (!is_number(fields[6], 0xFFFFFFFF, name_space, 16))
-            reject("NAMESPACE", fields[6], "a hexadecimal number from 0 to FFFFFFFF");
+        const std::uint32_t name_space = read_namespace("NAMESPACE", fields[6]);
         const std::string source = source_of_namespace(name_space);
         if (name_space != 0 && source.front() == 'S')
             ids.satellite = source.substr(1);

@@ -34,14 +34,6 @@ bool read_must(std::string_view text) {
     return false;
 }
 
-std::uint16_t read_up_to(std::string_view field, std::string_view text, std::uint32_t least,
-                         std::uint32_t most) {
-    std::uint32_t number = 0;
-    if (!is_number(text, most, number) || number < least)
-        reject(field, text, fmt::format("a whole number from {} to {}", least, most));
-    return static_cast<std::uint16_t>(number);
-}
-
 Wish wish_of(const CsvRecord& record) {
     const auto field = [&record](std::string_view column) { return record.field(column); };
     Wish wish;
@@ -56,11 +48,11 @@ Wish wish_of(const CsvRecord& record) {
     }
     wish.name = field("name");
     if (!field("lcn").empty())
-        wish.lcn = read_up_to("lcn", field("lcn"), 1, 65535);
+        wish.lcn = read_number("lcn", field("lcn"), 1, 65535);
     if (!wish.ids && wish.name.empty() && !wish.lcn)
         reject("service", record.line().text, "a sid with its tsid, a name or an lcn");
     if (!field("value").empty())
-        wish.value = read_up_to("value", field("value"), 0, most_value);
+        wish.value = read_number("value", field("value"), 0, most_value);
     if (!field("must").empty())
         wish.must = read_must(field("must"));
     wish.output_name = field("output_name");

@@ -12,7 +12,7 @@ std::vector<NamedLine> named_lines_of(std::string_view text) {
     std::string heading;
     for (const Line& line : lines_of(text)) {
         const std::string_view content = trimmed(line.text);
-        if (content.empty() || content.front() == '#')
+        if (is_blank_or_remark(content))
             continue;
         if (content.size() > 2 && content.front() == '[' && content.back() == ']')
             heading = trimmed(content.substr(1, content.size() - 2));
