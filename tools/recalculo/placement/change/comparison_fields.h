@@ -166,6 +166,8 @@ template <> struct Fields<ModuleLabel> {
     }
 };
 
+inline constexpr const char* meaning_of_labels = "What the modules are called that have a label";
+
 inline std::vector<ModuleLabel> told_labels(const Labels& labels) {
     std::vector<ModuleLabel> told;
     for (const auto& [mac, label] : labels)
@@ -230,8 +232,7 @@ template <> struct Fields<Comparison> {
         visit.required("order", comparison.order, "In which order the inputs change with least off the air");
         visit.required("added", comparison.added, meaning_of_added);
         visit.required("removed", comparison.removed, meaning_of_removed);
-        visit.required("labels", told_labels(comparison.labels),
-                       "What the modules are called that have a label");
+        visit.required("labels", told_labels(comparison.labels), meaning_of_labels);
     }
 };
 

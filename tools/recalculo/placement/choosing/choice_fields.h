@@ -141,8 +141,7 @@ template <> struct Fields<ChoiceReport> {
         visit.required("engine_runs", count(report.engine_runs), "Runs of the engine that it has made");
         visit.if_true("interrupted", report.is_interrupted,
                       "The search was ended by an interruption; not there otherwise");
-        visit.unless_empty("labels", told_labels(report.labels),
-                           "What the modules are called that have a label");
+        visit.unless_empty("labels", told_labels(report.labels), meaning_of_labels);
     }
 };
 

@@ -137,7 +137,7 @@ template <> struct Fields<Drill> {
                        "The others, the worst first: the most musts lost, then services lost, then off the "
                        "air, then moved");
         visit.required("worst_moved", drill.worst_moved, "The services that the first of them moves");
-        visit.required("labels", told_labels(drill.labels), "What the modules are called that have a label");
+        visit.required("labels", told_labels(drill.labels), meaning_of_labels);
         visit.required("spare", drill.spare, "With `--spare`: what spare modules bring; else null");
     }
 };
