@@ -6,6 +6,7 @@
 
 #include "base/utf8.h"
 #include "report/page/page_frame.h"
+#include "report/page/result_unplaced.h"
 
 namespace zarven::tool {
 
@@ -34,10 +35,10 @@ static std::map<Cause, list> links_by_cause(const Result& result) {
     std::size_t place = 0;
     for (const StreamResult& stream : result.left_out)
         for (const ServiceResult& service : stream.services)
-            add(service, unplaced_anchor("left-out", ++place));
+            add(service, unplaced_anchor(left_out_section.anchor, ++place));
     place = 0;
     for (const ServiceResult& service : result.neither)
-        add(service, unplaced_anchor("neither", ++place));
+        add(service, unplaced_anchor(neither_section.anchor, ++place));
     return links;
 }
 

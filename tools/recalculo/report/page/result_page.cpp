@@ -91,9 +91,9 @@ void add_links(list& sections, const Result& result, const StreamMarks& marks) {
         sections.push_back(section_link("causes", "Why services are not placed", false));
     link_section(sections, "glance", "At a glance", result.modules.size());
     link_section(sections, "modules", "Modules", result.modules.size());
-    link_section(sections, "left-out", "Left out", result.counts.left_out);
-    link_section(sections, "waiting", "Clones waiting", result.clones_waiting.size());
-    link_section(sections, "neither", "Neither placed nor left out", result.neither.size());
+    link_section(sections, left_out_section.anchor, left_out_section.title, result.counts.left_out);
+    link_section(sections, waiting_section.anchor, waiting_section.title, result.clones_waiting.size());
+    link_section(sections, neither_section.anchor, neither_section.title, result.neither.size());
     link_section(sections, "groups", "Groups", result.groups.size());
     link_section(sections, "variants", "One of several", result.variants.size());
     link_section(sections, "streams", "Streams", marks.in_order().size());

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "report/page/page_frame.h"
 #include "report/page/result_causes.h"
 #include "report/page/result_parts.h"
@@ -24,9 +26,8 @@ bool any_reason(const std::vector<StreamResult>& streams) {
     });
 }
 
-data list_section(const std::string& anchor, const std::string& title, std::size_t number,
-                  const std::string& explanation, const std::vector<StreamResult>& streams,
-                  const Result& result, const StreamMarks& marks) {
+data list_section(const UnplacedSection& kind, std::size_t number, const std::string& explanation,
+                  const std::vector<StreamResult>& streams, const Result& result, const StreamMarks& marks) {
     const bool has_reasons = any_reason(streams);
     const std::vector<CauseCount> causes = causes_of(result);
     const Receptions receptions = by_stream(result.streams);
@@ -41,7 +42,7 @@ data list_section(const std::string& anchor, const std::string& title, std::size
         list rows = service_rows(stream.services, &stream.stream);
         for (std::size_t place = 0; place < rows.size(); ++place) {
             const Cause cause = stream.services[place].cause;
-            rows[place]["row_id"] = unplaced_anchor(anchor, ++index);
+            rows[place]["row_id"] = unplaced_anchor(kind.anchor, ++index);
             if (is_told_once(causes, cause))
                 rows[place]["told_by"] = cause_anchor(cause);
         }
@@ -49,11 +50,11 @@ data list_section(const std::string& anchor, const std::string& title, std::size
         groups.push_back(group);
     }
     data section;
-    section["anchor"] = anchor;
-    section["title"] = title;
+    section["anchor"] = std::string(kind.anchor);
+    section["title"] = std::string(kind.title);
     section["number"] = grouped(number);
     section["explanation"] = explanation;
-    section["caption"] = title + ", by stream";
+    section["caption"] = fmt::format("{}, by stream", kind.title);
     section["has_reasons"] = has_reasons;
     section["columns"] = has_reasons ? "4" : "3";
     section["groups"] = groups;
@@ -78,15 +79,15 @@ std::vector<StreamResult> grouped_by_stream(const std::vector<ServiceResult>& se
 kainjow::mustache::list unplaced_sections(const Result& result, const StreamMarks& marks) {
     list sections;
     if (!result.left_out.empty())
-        sections.push_back(list_section("left-out", "Left out", result.counts.left_out,
+        sections.push_back(list_section(left_out_section, result.counts.left_out,
                                         "Services that the engine has left out.", result.left_out, result,
                                         marks));
     if (!result.clones_waiting.empty())
-        sections.push_back(list_section("waiting", "Clones waiting", result.clones_waiting.size(),
+        sections.push_back(list_section(waiting_section, result.clones_waiting.size(),
                                         "Clones that found no place beside a parent.",
                                         grouped_by_stream(result.clones_waiting), result, marks));
     if (!result.neither.empty())
-        sections.push_back(list_section("neither", "Neither placed nor left out", result.neither.size(),
+        sections.push_back(list_section(neither_section, result.neither.size(),
                                         "Services that the engine's exchanges have lost.",
                                         grouped_by_stream(result.neither), result, marks));
     return sections;

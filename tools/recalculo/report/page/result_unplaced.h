@@ -10,6 +10,16 @@
 
 namespace zarven::tool {
 
+/// What a link names and what leads to it.
+struct UnplacedSection {
+    const char* anchor;
+    const char* title;
+};
+
+inline constexpr UnplacedSection left_out_section{"left-out", "Left out"};
+inline constexpr UnplacedSection waiting_section{"waiting", "Clones waiting"};
+inline constexpr UnplacedSection neither_section{"neither", "Neither placed nor left out"};
+
 /// One for each kind of which there are any.
 kainjow::mustache::list unplaced_sections(const Result& result, const StreamMarks& marks);
 
