@@ -19,9 +19,8 @@ void measure_command(const MeasureOptions& options) {
     const ReadMeasurements read = read_measurements(options.measured);
     const Measuring measuring =
         apply_measurements(read.files, read.margins, Descrambling::as_planned, headend.services);
-    for (const std::string& message : measuring_messages(
-             read.files, headend.services, measuring,
-             options.verbose ? MessageDigest::Extent::all : MessageDigest::Extent::few_of_each))
+    for (const std::string& message :
+         measuring_messages(read.files, headend.services, measuring, extent_of(options.verbose)))
         write_message(message);
     if (measuring.measured.empty())
         throw Failure("no service was measured, and no head-end is written", ExitCode::engine_did_not_run);

@@ -49,7 +49,7 @@ public:
         paragraph(services_in_figures(drill_.now) + musts_in_figures(drill_.musts_placed, drill_.musts) +
                   broken_in_figures(broken_among(drill_.findings)));
         if (drill_.is_partial)
-            paragraph("Interrupted: this is what was found until then.", Paint::bold);
+            text_ += interrupted_text(style_);
         paragraph(shown(verdict_of(drill_), style_));
         write_failures();
         if (drill_.spare)

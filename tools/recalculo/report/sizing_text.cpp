@@ -294,8 +294,7 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
                        broken_text(sizing.findings, style, " in the head-end as it is") +
                        paragraph_text(sentence, 0, Paint::none, style) + "\n";
     if (sizing.is_partial)
-        text +=
-            paragraph_text("Interrupted: this is what was found until then.", 0, Paint::bold, style) + "\n";
+        text += interrupted_text(style) + "\n";
     text += addition_text(sizing, style);
     text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())

@@ -47,6 +47,10 @@ std::string broken_in_figures(const Broken& broken) {
     return broken.all() == 0 ? "" : "; " + to_string(broken);
 }
 
+std::string interrupted_text(const TextStyle& style) {
+    return paragraph_text(interrupted_note, 0, Paint::bold, style);
+}
+
 std::string problem_text(const Finding& finding, const TextStyle& style) {
     const char* kind = finding.is_broken ? "Broken: " : "Note: ";
     return paragraph_text(kind + shown(finding.problem, style), body_indent,

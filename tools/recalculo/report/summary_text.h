@@ -31,6 +31,12 @@ std::string to_string(const Broken& broken);
 /// For the end of a summary: the same after a semicolon.
 std::string broken_in_figures(const Broken& broken);
 
+/// What a report says that was interrupted.
+inline constexpr const char* interrupted_note = "Interrupted: this is what was found until then.";
+
+/// As a paragraph.
+std::string interrupted_text(const TextStyle& style);
+
 /// A finding below what it is about.
 std::string problem_text(const Finding& finding, const TextStyle& style);
 

@@ -13,6 +13,7 @@
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 #include "report/sizing_text.h"
+#include "report/summary_text.h"
 
 namespace zarven::tool {
 
@@ -128,8 +129,8 @@ std::string drill_page(const Drill& drill) {
     frame.eyebrow = "What if a part fails";
     if (!drill.name.empty())
         frame.names = {drill.name};
-    frame.verdict = (drill.is_partial ? "Interrupted: this is what was found until then. " : "") +
-                    printable(verdict_of(drill));
+    frame.verdict =
+        (drill.is_partial ? fmt::format("{} ", interrupted_note) : "") + printable(verdict_of(drill));
     frame.is_good = (drill.failures.empty() || drill.failures.front().all_lost() == 0) &&
                     broken_among(drill.findings).all() == 0;
     frame.tiles = tiles_of(drill);
