@@ -5,34 +5,14 @@
 #include <gtest/gtest.h>
 
 #include "made_findings.h"
-#include "report/page/page_text.h"
-#include "report/result_fixture.h"
+#include "report/page/result_page_fixture.h"
 
 namespace zarven::tool::result_page_test {
 namespace {
 
-std::string body_of(const Result& result) {
-    return body_of_page(result_page(result));
-}
-
-std::string everything() {
-    return body_of(result_with_everything());
-}
-
-/// A result with one module that has one output.
-Result result_with(const OutputResult& output) {
-    Result result;
-    result.modules.emplace_back();
-    result.modules.back().outputs = {output};
-    return result;
-}
-
-ServiceResult service(Stream stream, std::uint32_t bitrate) {
-    ServiceResult one;
-    one.stream = stream;
-    one.bitrate = bitrate;
-    return one;
-}
+using result_page_fixture::body_of;
+using result_page_fixture::everything;
+using result_page_fixture::service;
 
 std::string row(const std::string& cells, const std::string& anchor = "") {
     return (anchor.empty() ? "<tr>" : "<tr id=\"" + anchor + "\">") + cells + "</tr>\n";
@@ -129,118 +109,6 @@ TEST(Page, TheVerdictIsGoodOnlyIfEverythingIsPlaced) {
                     R"(<p class="verdict short">2 of 3 services placed, 1 neither placed nor left out</p>)"));
 }
 
-TEST(Page, AModuleTellsWhatItIsAndUses) {
-    const std::string page = everything();
-    EXPECT_EQ(occurrences(page, R"(<article class="module searched")"), 2u);
-    EXPECT_EQ(occurrences(page, R"(<span class="badge">controller</span>)"), 1u);
-    EXPECT_TRUE(has(page, R"(PIDs <b>3</b> of 8 <span class="note">(5 by the engine&apos;s count)</span>)"));
-    EXPECT_TRUE(has(page, R"(Transcoders <b>1</b> of 2 <span class="note">(limit 0 with HD)</span>)"));
-    EXPECT_TRUE(has(page, "AUX transcoders <b>0</b> of 1<"));
-    EXPECT_TRUE(has(page, "<span>Input 2</span><span class=\"note\">free</span>"));
-    EXPECT_TRUE(has(page, "<span>stream 1/1001</span><span class=\"note\">4 services, 12,200 kbit/s</span>"));
-    EXPECT_TRUE(has(page, "<span>On no input</span><span class=\"note\">1 service</span>"));
-}
-
-TEST(Page, AnOutputTellsItsFigures) {
-    const std::string page = everything();
-    EXPECT_TRUE(has(page, R"(aria-label="Output 1: 12,200 of 38,000 kbit/s, stream A 12,200")"));
-    EXPECT_TRUE(has(page, "<b>12,200</b> of 38,000 kbit/s</span> <span class=\"right\">2 of 512 services"));
-    EXPECT_TRUE(has(page, "<b>Output 1</b> <span class=\"right\">32.1 %</span>"));
-    EXPECT_TRUE(has(page, "<b>Output 10</b> <span class=\"right\">105.3 %</span>"));
-    EXPECT_TRUE(has(page, "<b>Output 1</b> <span class=\"right\">–</span>"));
-}
-
-TEST(Page, StreamsShareOutTheFilledPartOfABar) {
-    const std::string page = body_of(result_with(
-        {1, 20000, 40000, 3, 512, {service({1, 1}, 6000), service({1, 2}, 14000), service({1, 1}, 0)}}));
-    EXPECT_TRUE(has(page, R"(<rect class="c0" x="0.00%" width="15.00%" height="100%"/>)"));
-    EXPECT_TRUE(has(page, R"(<rect class="c1" x="15.00%" width="35.00%" height="100%"/>)"));
-    EXPECT_TRUE(has(page, "stream A 6,000, stream B 14,000\""));
-}
-
-TEST(Page, ABarIsNeverFullerThanFull) {
-    EXPECT_TRUE(has(body_of(result_with({1, 4294967295u, 38000, 1, 512, {service({1, 1}, 8000)}})),
-                    R"(x="0.00%" width="100.00%")"));
-    EXPECT_TRUE(
-        has(body_of(result_with({1, 5, 0, 1, 512, {service({1, 1}, 5)}})), R"(x="0.00%" width="0.00%")"));
-}
-
-TEST(Page, ANarrowSegmentHasNoLetters) {
-    EXPECT_TRUE(
-        has(body_of(result_with({1, 70, 1000, 1, 512, {service({1, 1}, 70)}})), R"(y="50%">A</text>)"));
-    EXPECT_FALSE(has(body_of(result_with({1, 69, 1000, 1, 512, {service({1, 1}, 69)}})), "<text"));
-}
-
-TEST(Page, ACloneTakesNoPartOfABar) {
-    ServiceResult clone = service({1, 2}, 5000);
-    clone.is_clone = true;
-    const std::string page = body_of(result_with({1, 4000, 8000, 1, 512, {service({1, 1}, 4000), clone}}));
-    EXPECT_TRUE(has(page, R"(width="50.00%")"));
-    EXPECT_FALSE(has(page, "stream B"));
-}
-
-TEST(Page, AStreamTellsWhereItIsReceivedAndWhatItLacks) {
-    const std::string page = everything();
-    EXPECT_TRUE(has(
-        page, R"(B</span></th><td class="number">2/7</td><td class="number">0</td><td class="number">0</td>)"
-              R"(<td><a href="#module-2"><span class="mac">M2</span> input 1</a> </td>)"));
-    EXPECT_TRUE(
-        has(page, R"(<td class="number">1/1001</td><td class="number">2</td><td class="number">0</td>)"));
-    EXPECT_TRUE(has(
-        page, R"(<td class="number">1/1002</td><td class="number">0</td><td class="number lacking">1</td>)"
-              R"(<td><span class="note">none</span></td>)"));
-}
-
-TEST(Page, AServiceOnTwoInputsIsOnePlaced) {
-    ServiceResult one = service({1, 1}, 4000);
-    one.outputs = {1};
-    Result result = result_with({1, 4000, 8000, 1, 512, {one}});
-    result.modules[0].inputs = {{1, true, {1, 1}, {one}}, {2, true, {1, 1}, {one}}};
-    result.left_out = {{{1, 1}, {one}}}; // and left out at once, under two streams
-    result.left_out.push_back({{1, 2}, {one}});
-    EXPECT_TRUE(has(body_of(result), R"(<td class="number">1/1</td><td class="number">1</td>)"
-                                     R"(<td class="number lacking">1</td>)"));
-}
-
-TEST(Page, ATunedInputWithoutServicesIsFree) {
-    const std::string page = everything();
-    EXPECT_TRUE(has(page, "<span>stream 2/7</span><span class=\"note\">free</span>"));
-}
-
-TEST(Page, TheLegendHasWhatCanBeToldApart) {
-    Result result;
-    result.modules.emplace_back();
-    for (std::uint16_t number = 1; number <= 48; ++number)
-        result.modules[0].inputs.push_back({number, true, {1, number}, {}});
-    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 48u);
-    result.modules[0].inputs.push_back({49, true, {1, 49}, {}});
-    EXPECT_EQ(occurrences(body_of(result), "<li><span class=\"mark\">"), 0u);
-    EXPECT_TRUE(has(body_of(result), "<a href=\"#streams\">at the end</a>"));
-}
-
-TEST(Page, AServiceThatTheEngineHasLostIsListed) {
-    const std::string page = everything();
-    EXPECT_TRUE(
-        has(page, R"(<h2 id="neither-title">Neither placed nor left out <span class="note">1</span>)"));
-    EXPECT_TRUE(has(page, R"(<a href="#neither">)"));
-    EXPECT_TRUE(has(page, R"(<td class="number">11</td><td><bdi>Canal Uno</bdi></td>)"));
-    EXPECT_FALSE(has(body_of(Result()), "neither-title"));
-}
-
-TEST(Page, ReasonsHaveAColumnIfThereAreAny) {
-    Result result = result_with_everything();
-    result.neither.clear();
-    result.left_out.at(0).services.at(0).reason.clear();
-    result.clones_waiting.at(0).reason.clear();
-    EXPECT_FALSE(has(body_of(result), "Reason"));
-    result.left_out.at(0).services.at(0).reason = "No input receives <its> stream.";
-    const std::string page = body_of(result);
-    EXPECT_EQ(occurrences(page, R"(<th scope="col" class="wide">Reason</th>)"), 1u);
-    EXPECT_TRUE(has(page, R"(<td class="wide">No input receives &lt;its&gt; stream.</td></tr>)"));
-    EXPECT_EQ(occurrences(page, R"(<th scope="rowgroup" colspan="4"><span class="line"><span class="mark">)"),
-              1u);
-}
-
 TEST(Page, WhatIsBrokenComesBeforeThePlanAndNotesBehindIt) {
     const std::string page = everything();
     EXPECT_TRUE(has(page, R"(<section class="panel audit broken unsearched" id="broken")"));
@@ -291,36 +159,6 @@ Result result_full_of(const std::string& text) {
     return result;
 }
 
-TEST(Page, BeginsWithTheCauses) {
-    const std::string page = everything();
-    EXPECT_LT(page.find("id=\"causes\""), page.find("id=\"glance\""));
-    EXPECT_TRUE(has(
-        page, "PIDs are short on module M1<details><summary>Which one</summary><p>"
-              "<a href=\"#left-out-1\">700 <bdi>A name that is longer than the column is wide</bdi></a>"));
-    EXPECT_TRUE(has(page, "<a href=\"#neither-1\">11 <bdi>Canal Uno</bdi></a>"));
-    EXPECT_TRUE(has(page, "<p>Of the limits, this one raised alone helps most: "));
-    EXPECT_TRUE(has(page, "<li><a href=\"#causes\">Why services are not placed</a></li>"));
-    Result placed = result_with_everything();
-    placed.left_out.clear();
-    placed.neither.clear();
-    EXPECT_FALSE(has(result_page(placed), "#causes"));
-}
-
-TEST(Page, AFreeInputForManyStreamsIsToldOnce) {
-    Result result = result_with_everything();
-    StreamResult& stream = result.left_out[0];
-    stream.services[0].cause = Cause::unused_input;
-    EXPECT_TRUE(has(result_page(result), ">No input is free for stream 1/1002.</td>"));
-    result.left_out.push_back(stream);
-    result.left_out.back().services[0].stream = {1, 1003};
-    const std::string page = result_page(result);
-    EXPECT_FALSE(has(page, "No input is free for stream 1/1002."));
-    const std::string link =
-        "<td class=\"wide\"><a href=\"#" +
-        page.substr(page.find("cause-"), page.find('"', page.find("cause-")) - page.find("cause-"));
-    EXPECT_EQ(occurrences(page, link + "\">A free input, as told above</a></td>"), 2u);
-}
-
 TEST(Page, NamesAreTextWhateverTheySay) {
     const std::string text = "<script>alert(1)</script>\"&'{{{style}}}";
     const std::string escaped = "&lt;script&gt;alert(1)&lt;/script&gt;&quot;&amp;&apos;{{{style}}}";
@@ -350,34 +188,6 @@ TEST(Page, AnEmptyResultIsAWholePage) {
     EXPECT_FALSE(has(page, "<table"));
     EXPECT_FALSE(has(page, "<li>"));
     EXPECT_TRUE(has(result_page(Result()), "<title>Placement</title>"));
-}
-
-TEST(Page, AModuleWithoutInputsOrOutputsSaysSo) {
-    Result result;
-    result.modules.emplace_back();
-    const std::string page = body_of(result);
-    EXPECT_TRUE(has(page, "This module has no inputs."));
-    EXPECT_TRUE(has(page, "This module has no outputs."));
-}
-
-TEST(Page, AnOutputTellsItsReserveAndWhatItLacks) {
-    const auto figures = [](std::uint32_t bitrate) {
-        OutputResult output{1, bitrate, 38000, 1, 512, {service({1, 1}, bitrate)}, 950};
-        return body_of(result_with(output));
-    };
-    EXPECT_TRUE(has(figures(37050), "of 38,000 kbit/s <span class=\"note\">reserve 950</span></span>"));
-    EXPECT_TRUE(has(figures(37051), "<span class=\"note\">reserve 950</span> <span class=\"lacking\">1 too "
-                                    "much</span></span>"));
-    EXPECT_FALSE(has(everything(), "reserve"));
-}
-
-TEST(Page, AnInputTellsHowMuchOfItsStreamIsCarried) {
-    Result result = result_with_everything();
-    result.modules[0].inputs[0].net_rate = 33790;
-    EXPECT_TRUE(
-        has(body_of(result), "<span class=\"note\">4 services, 12,200 of 33,790 kbit/s, 36.1 %</span>"));
-    result.modules[0].inputs[0].net_rate = 12200;
-    EXPECT_TRUE(has(body_of(result), "12,200 of 12,200 kbit/s, 100.0 %"));
 }
 
 TEST(Page, NeedsNothingFromOutside) {
