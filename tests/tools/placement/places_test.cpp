@@ -46,6 +46,40 @@ TEST(PlacedServices, AreNoClones) {
     EXPECT_EQ(placed[0].service.lcn, 2);
 }
 
+TEST(ServiceNumbers, AreStreamLcnAndSid) {
+    const ServiceResult one = service(1);
+    ServiceResult other = one;
+    other.name = "Another";
+    EXPECT_EQ(numbers_of(other), numbers_of(one));
+    for (std::uint16_t ServiceResult::*number : {&ServiceResult::lcn, &ServiceResult::sid}) {
+        other = one;
+        other.*number = 7;
+        EXPECT_NE(numbers_of(other), numbers_of(one));
+    }
+    for (std::uint16_t Stream::*number : {&Stream::onid, &Stream::tsid}) {
+        other = one;
+        other.stream.*number = 7;
+        EXPECT_NE(numbers_of(other), numbers_of(one));
+    }
+    Service planned;
+    planned.onid = 1;
+    planned.tsid = 10;
+    planned.lcn = planned.sid = 1;
+    EXPECT_EQ(numbers_of(planned), numbers_of(one));
+}
+
+TEST(Match, AnotherSidIsAnotherServiceUnlessTheNameTells) {
+    PlacedService before;
+    before.service = service(1);
+    PlacedService after = before;
+    after.service.sid = 2;
+    EXPECT_EQ(match({before}, {after}).pairs.size(), 1u) << "by their name";
+    after.service.name = "Another";
+    EXPECT_EQ(match({before}, {after}).pairs.size(), 0u);
+    after.service.sid = 1;
+    EXPECT_EQ(match({before}, {after}).pairs.size(), 1u) << "by their numbers";
+}
+
 TEST(AbsenceInWords, TellsEachKind) {
     EXPECT_STREQ(to_string(Absence::left_out), "left out");
     EXPECT_STREQ(to_string(Absence::neither), "neither");
