@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include "Reglas.h"
+
 namespace zarven::tool {
 
 std::string module_name(const std::string& mac, const std::string& label) {
@@ -12,6 +14,14 @@ std::string module_name(const std::string& mac, const std::string& label) {
 
 Stream stream_of(const Programme& programme) {
     return {programme.onid, programme.tsid};
+}
+
+bool is_radio(const Programme& programme) {
+    return programme.type == type_radio;
+}
+
+bool is_hd(const Programme& programme) {
+    return reglas::esHD(programme.video_format);
 }
 
 std::set<Stream> streams_of(const std::vector<Service>& services) {

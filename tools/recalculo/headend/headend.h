@@ -73,6 +73,11 @@ struct Programme {
 /// The one that it is received with.
 Stream stream_of(const Programme& programme);
 
+/// Known by its service type.
+bool is_radio(const Programme& programme);
+/// By the engine's rule.
+bool is_hd(const Programme& programme);
+
 /// The most that a service can be worth to its planner.
 inline constexpr std::uint16_t most_value = 1000;
 

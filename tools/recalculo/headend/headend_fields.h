@@ -13,7 +13,7 @@ namespace zarven::tool {
 
 /// What a service is taken to need where nobody knows.
 inline std::uint32_t typical_bitrate(const Programme& programme) {
-    return programme.video_format == tRec_Servicio::VIDEO_HD ? typical_hd_bitrate : typical_sd_bitrate;
+    return is_hd(programme) ? typical_hd_bitrate : typical_sd_bitrate;
 }
 
 inline constexpr const char* typical_bitrate_words = "3500, HD 8000";

@@ -69,14 +69,6 @@ bool are_numbers(std::string_view text, char sign, std::uint16_t& one, std::uint
     return at != text.npos && is_number(text.substr(0, at), one) && is_number(text.substr(at + 1), other);
 }
 
-bool is_radio(const Service& service) {
-    return service.type == type_radio;
-}
-
-bool is_hd(const Service& service) {
-    return service.video_format == tRec_Servicio::VIDEO_HD;
-}
-
 std::string_view trimmed(std::string_view text) {
     const std::string_view blanks = " \t\r";
     const std::size_t first = text.find_first_not_of(blanks);

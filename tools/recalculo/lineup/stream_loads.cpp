@@ -10,7 +10,7 @@ namespace {
 
 /// Others make room first.
 bool is_fixed(const Service& service) {
-    return service.measured || service.type == type_radio;
+    return service.measured || is_radio(service);
 }
 
 void set_bitrate(Service& service, std::uint64_t bitrate) {

@@ -60,10 +60,6 @@ std::uint32_t in_kbits(double bits) {
     return static_cast<std::uint32_t>(std::min(std::ceil(bits / 1000), most));
 }
 
-bool is_hd(const Service& service) {
-    return service.video_format == tRec_Servicio::VIDEO_HD;
-}
-
 class Application {
 public:
     Application(const Margins& margins, Descrambling descrambling, std::vector<Service>& services)
@@ -135,12 +131,12 @@ void Application::apply_rate(const Found& found, Service& service) {
 
 /// Returns whether it was something else before.
 bool Application::apply_kind(ChannelKind kind, Service& service) {
-    const bool is_radio = kind == ChannelKind::radio;
-    const bool was_radio = service.type == type_radio;
+    const bool to_be_radio = kind == ChannelKind::radio;
+    const bool was_radio = is_radio(service);
     const bool was_hd = is_hd(service);
     const bool to_be_hd = kind == ChannelKind::hd || kind == ChannelKind::uhd;
     service.kind_unknown = false;
-    if (is_radio) {
+    if (to_be_radio) {
         service.type = type_radio;
         service.video_bitrate = 0;
     } else if (was_radio) {
@@ -149,7 +145,7 @@ bool Application::apply_kind(ChannelKind kind, Service& service) {
     }
     if (was_hd != to_be_hd)
         service.video_format = to_be_hd ? tRec_Servicio::VIDEO_HD : std::uint16_t{0};
-    return was_radio != is_radio || was_hd != to_be_hd;
+    return was_radio != to_be_radio || was_hd != to_be_hd;
 }
 
 void Application::apply_scrambling(const Found& found, std::size_t place) {

@@ -24,8 +24,8 @@ bool may_be_asked_for(const Service& service) {
 /// Equal ones stand in the order of the head-end.
 bool is_better_variant(const Service& one, const Service& other) {
     const auto merit = [](const Service& service) {
-        return std::make_tuple(service.must ? 0 : 1, -std::int32_t{service.value},
-                               service.video_format == tRec_Servicio::VIDEO_HD ? 0 : 1, service.wished_as);
+        return std::make_tuple(service.must ? 0 : 1, -std::int32_t{service.value}, is_hd(service) ? 0 : 1,
+                               service.wished_as);
     };
     return merit(one) < merit(other);
 }
