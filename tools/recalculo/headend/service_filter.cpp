@@ -4,11 +4,11 @@
 #include "headend/service_filter.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "base/utf8.h"
 #include "base/words.h"
 
@@ -57,16 +57,11 @@ bool matches(std::string_view pattern, std::string_view text) {
     return pattern.find_first_not_of('*', p) == pattern.npos;
 }
 
-bool is_number(std::string_view text, std::uint16_t& number) {
-    const char* const end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stopped == end;
-}
-
 /// Two numbers with a sign between them.
 bool are_numbers(std::string_view text, char sign, std::uint16_t& one, std::uint16_t& other) {
     const std::size_t at = text.find(sign);
-    return at != text.npos && is_number(text.substr(0, at), one) && is_number(text.substr(at + 1), other);
+    return at != text.npos && is_whole_number(text.substr(0, at), one) &&
+           is_whole_number(text.substr(at + 1), other);
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -114,7 +109,7 @@ ServiceTerms::Term ServiceTerms::term_of(const std::string& option, std::string_
     std::uint16_t other = 0;
     if (are_numbers(text, '/', one, other))
         return [one, other](const Service& service) { return service.onid == one && service.tsid == other; };
-    if (is_number(text, one))
+    if (is_whole_number(text, one))
         return [one](const Service& service) { return service.lcn == one; };
     if (are_numbers(text, '-', one, other) && one <= other)
         return [one, other](const Service& service) { return service.lcn >= one && service.lcn <= other; };
@@ -136,7 +131,7 @@ ServiceTerms::Term ServiceTerms::term_of(const std::string& option, std::string_
 
 bool ServiceSelection::names(const Line& line, const Service& service) {
     std::uint16_t lcn = 0;
-    return (is_number(line.text, lcn) && service.lcn == lcn) || is_same_text(line.text, service.name);
+    return (is_whole_number(line.text, lcn) && service.lcn == lcn) || is_same_text(line.text, service.name);
 }
 
 bool ServiceSelection::has(const Service& service) const {

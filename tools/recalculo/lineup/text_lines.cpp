@@ -1,13 +1,10 @@
-// Numbers are read with std::from_chars, which knows no locale and takes no sign or blank that is not asked
-// for.
-
 #include "lineup/text_lines.h"
 
-#include <charconv>
 #include <limits>
 
 #include <fmt/format.h>
 
+#include "base/numbers.h"
 #include "base/utf8.h"
 
 namespace zarven::tool {
@@ -71,9 +68,7 @@ bool starts_with(std::string_view text, std::string_view start) {
 }
 
 bool is_number(std::string_view text, std::uint32_t most, std::uint32_t& number, int base) {
-    const char* const end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && stopped == end && number <= most;
+    return is_whole_number(text, number, base) && number <= most;
 }
 
 std::uint16_t read_number(std::string_view field, std::string_view text, std::uint16_t least,

@@ -3,7 +3,6 @@
 
 #include "report/terminal.h"
 
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -15,6 +14,7 @@
 
 #include <fmt/format.h>
 
+#include "base/numbers.h"
 #include "base/utf8.h"
 
 namespace zarven::tool {
@@ -43,9 +43,7 @@ bool locale_is_utf8() {
 /// A positive number, else 0.
 int positive(const std::string& text) {
     int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end && number > 0 ? number : 0;
+    return is_whole_number(text, number) && number > 0 ? number : 0;
 }
 
 int width_of(const Surroundings& surroundings) {

@@ -3,12 +3,12 @@
 #include "placement/choosing/choice_wishes.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "base/utf8.h"
 #include "headend/service_filter.h"
 #include "placement/one_of.h"
@@ -30,8 +30,7 @@ std::size_t place_of(const tRec_Servicio& record, const EngineRun& run, const He
 
 std::uint16_t value_in(const std::string& option, std::string_view text) {
     std::uint16_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value > most_value)
+    if (!is_whole_number(text, value) || value > most_value)
         throw Failure(fmt::format("{}: found \"{}\", expected a whole number from 0 to {}", option,
                                   shortened(std::string(text)), most_value));
     return value;
