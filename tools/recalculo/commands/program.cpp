@@ -102,10 +102,8 @@ Command describe_size() {
              "--choose", options->choose,
              "With each number of modules, ask for what a search finds to ask for, as choose does, and not for "
              "everything"),
-         within(1, 256,
-                with_value({"--jobs"}, "N", &options->jobs,
-                           "How many runs at once; as many as there are cores by default")),
-         json_flag(options->json), max_seconds_option(options->limits), color_option(options->style)},
+         jobs_option(options->jobs, "runs"), json_flag(options->json), max_seconds_option(options->limits),
+         color_option(options->style)},
         [options] { size_command(*options); });
 }
 
@@ -135,9 +133,7 @@ Command describe_choose() {
                         "answer")),
          within(0, most,
                 with_fallback(with_value({"--seed"}, "N", &options->seed, "Where the search begins"))),
-         within(1, 256,
-                with_value({"--jobs"}, "N", &options->jobs,
-                           "How many searches at once; as many as there are cores by default")),
+         jobs_option(options->jobs, "searches"),
          named_file(with_value({"--keep"}, "RESULT", &options->keep,
                                "A result of run --json: of what is worth the same, move the fewest services "
                                "that it places; - for standard input")),
@@ -162,9 +158,7 @@ Command describe_drill() {
                                "is placed now")),
          within(0, 1000,
                 with_fallback(with_value({"--most"}, "N", &options->most, "The most spare modules to try"))),
-         within(1, 256,
-                with_value({"--jobs"}, "N", &options->jobs,
-                           "How many runs at once; as many as there are cores by default")),
+         jobs_option(options->jobs, "runs"),
          flag("--all", options->all, "Tell every failure, and what the worst moves; by default the 20 worst"),
          json_flag(options->output.json), html_option(options->output, "drill"),
          max_seconds_option(options->limits), color_option(options->style)},

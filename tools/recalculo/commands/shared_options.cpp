@@ -84,6 +84,12 @@ Option fail_on_option(std::vector<std::string>& outcomes, const std::string& whi
                        "written all the same; may be given several times"));
 }
 
+Option jobs_option(std::uint32_t& jobs, const std::string& what) {
+    return within(1, 256,
+                  with_value({"--jobs"}, "N", &jobs,
+                             "How many " + what + " at once; as many as there are cores by default"));
+}
+
 Option trials_option(std::uint32_t& trials) {
     return within(0, 1000000,
                   with_value({"--trials"}, "N", &trials,

@@ -34,6 +34,8 @@ Option html_option(ReportOutput& output, const std::string& what);
 /// `which` is the placement that is looked at.
 Option fail_on_option(std::vector<std::string>& outcomes, const std::string& which);
 
+/// `what` is done at once.
+Option jobs_option(std::uint32_t& jobs, const std::string& what);
 Option trials_option(std::uint32_t& trials);
 Option max_seconds_option(EngineLimits& limits);
 Option color_option(StyleInput& style);
