@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "changes.h"
 #include "headend/headend_json.h"
 #include "headend/override.h"
 #include "headend/service_filter.h"
@@ -72,16 +73,20 @@ Message run(const Message& question) {
     message.texts = {tool::result_json_on_one_line(result)};
     message.head["loads"] = loads_of(result);
     message.head["cautions"] = told_cautions_of(result);
-    if (const tool::Result* before = before_in(question))
-        message.texts.push_back(
-            tool::text_on_one_line(tool::compare(*before, result, tool::OrderOfSteps::omitted)));
+    if (const tool::Result* before = before_in(question)) {
+        const tool::Comparison comparison = tool::compare(*before, result, tool::OrderOfSteps::omitted);
+        message.texts.push_back(tool::text_on_one_line(comparison));
+        message.head["change"] = told_change_of(comparison);
+    }
     return message;
 }
 
 Message compare(const Message& question) {
     const tool::Result& result = placement_in(question, 0).result;
+    const tool::Comparison comparison = tool::compare(placement_in(question, 1).result, result);
     Message message;
-    message.texts = {tool::comparison_json(tool::compare(placement_in(question, 1).result, result))};
+    message.texts = {tool::comparison_json(comparison)};
+    message.head["order"] = told_order_of(comparison.order);
     return message;
 }
 

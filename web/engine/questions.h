@@ -26,10 +26,11 @@ Message about(const Message& question);
 /// and "lists": the names of the first.
 Message open(const Message& question);
 /// (head-end or result, another of before) name; reserve, as the option. The result, and the comparison with
-/// the other if there is one that runs, but for the order of its steps; "loads": see loads.h; "warnings" of
-/// the head-end; "cautions" by kind, as sentences. Both are on one line; else as the tool writes them.
+/// the other if there is one that runs, but for the order of its steps, with "change": see changes.h;
+/// "loads": see loads.h; "warnings" of the head-end; "cautions" by kind, as sentences. Both are on one line;
+/// else as the tool writes them.
 Message run(const Message& question);
-/// (head-end or result, another of before) name; reserve. The whole comparison.
+/// (head-end or result, another of before) name; reserve. The whole comparison; "order": see changes.h.
 Message compare(const Message& question);
 /// (head-end) set. The head-end with these changes, as it is saved.
 Message change(const Message& question);

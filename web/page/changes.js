@@ -1,13 +1,10 @@
-// What differs from before: services gained, lost, moved, added and removed, inputs that are tuned otherwise, and in
-// which order that is done with least off the air.
+// What differs from before: services gained, lost, moved, renamed, added and removed, inputs that are tuned otherwise, and
+// in which order that is done with least off the air. The sentences are the tool's.
 
-import { button, counted, grouped, h, name, put } from "./dom.js";
+import { button, grouped, h, name, put } from "./dom.js";
 import { streamOf } from "./outcome.js";
 
 const mostListed = 300;
-
-/// What an input receives.
-const told = (stream) => (stream ? streamOf(stream) : "free");
 
 export class Changes {
     id = "changes";
@@ -21,13 +18,13 @@ export class Changes {
         if (this.outcome === outcome) return;
         this.outcome = outcome;
         if (!comparison) return put(this.element, h("p", { class: "note" }, "There is nothing to compare with yet: change something, or make a variant."));
-        const { summary, gained, lost, moved, added, removed } = comparison;
+        const { gained, lost, moved, added, removed } = comparison;
         const isSame = [gained, lost, moved, added, removed].every((changes) => changes.length === 0);
         put(this.element,
-            h("p", {}, `${counted(summary.unmoved, "service")} in the same places, ${grouped(summary.never_placed)} placed in neither.`),
+            h("p", {}, outcome.change.figures),
             isSame && h("p", { class: "all-placed" }, "The placement of all services is the same."),
-            this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved),
-            this.group("Added", added), this.group("Removed", removed), this.inputs(comparison), this.order(comparison));
+            this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved), this.renamed(comparison.renamed, outcome.change.renamed),
+            this.group("Added", added), this.group("Removed", removed), this.inputs(comparison, outcome.change), this.order(comparison));
     }
 
     /// In which order the inputs are tuned anew. It takes a while to find, and is asked for apart.
@@ -41,31 +38,41 @@ export class Changes {
         return section;
     }
 
-    steps({ steps, most_off_air: most, is_least: isLeast }) {
+    steps({ sentence, meaning, steps }) {
         const rest = steps.length - mostListed;
-        return h("section", { class: "order" }, h("h2", { tabindex: -1 }, "Order of the changes"),
-            h("p", {}, `Tuned in this order, at most ${counted(most, "service")} that both placements have ${most === 1 ? "is" : "are"} off the air at a time${isLeast ? ", and no order has fewer" : ""}. What is lost goes before the first step, what is gained comes after the last.`),
-            h("ol", {}, steps.slice(0, mostListed).map(({ input, goes_off: off, comes_back: back, off_air: number }) => h("li", {},
-                this.module(input.mac), ` input ${input.number}: ${told(input.before)} → ${told(input.after)}`,
-                h("span", { class: "note" }, ` ${grouped(number)} off the air`), this.services("goes off", off), this.services("comes back", back)))),
+        return h("section", { class: "order" }, h("h2", { tabindex: -1 }, "Order of the changes"), h("p", {}, sentence), h("p", { class: "note" }, meaning),
+            h("ol", {}, steps.slice(0, mostListed).map(({ mac, number, change, effects, off_air: off }) => h("li", {},
+                this.input(mac, number, change), h("span", { class: "note" }, ` ${off}`), effects.map((effect) => this.effect(effect))))),
             rest > 0 && h("p", { class: "note" }, `and ${grouped(rest)} more`));
     }
 
-    services(what, services) {
-        return services.length > 0 && h("div", { class: "note" }, `${what}: `, services.slice(0, 20).map((service, at) => [at > 0 && ", ", name(`${service.lcn} ${service.name}`)]),
+    effect({ what, services }) {
+        return h("div", { class: "note" }, `${what}: `, services.slice(0, 20).map((service, at) => [at > 0 && ", ", name(service)]),
             services.length > 20 && `, and ${grouped(services.length - 20)} more`);
     }
 
     group(title, changes) {
-        if (changes.length === 0) return null;
-        const rows = changes.slice(0, mostListed).map((change) => h("tr", {},
-            h("td", { class: "number" }, change.lcn),
-            h("td", {}, h("button", { type: "button", class: "link", onclick: () => this.actions.explain(change) }, name(change.name))),
-            h("td", {}, streamOf(change)), h("td", {}, this.places(change.before)), h("td", {}, this.places(change.after))));
-        return h("section", {}, h("h2", {}, `${title} `, h("span", { class: "note" }, grouped(changes.length))),
-            h("div", { class: "scroll", tabindex: 0, role: "region", "aria-label": title }, h("table", {}, h("thead", {}, h("tr", {}, ["LCN", "Service", "Stream", "Before", "After"].map((text) => h("th", { scope: "col" }, text)))),
-                h("tbody", {}, rows))),
-            changes.length > mostListed && h("p", { class: "note" }, `and ${grouped(changes.length - mostListed)} more`));
+        return this.table(title, ["LCN", "Service", "Stream", "Before", "After"], changes, (change) => [
+            h("td", { class: "number" }, change.lcn), h("td", {}, this.service(change, change.name)),
+            h("td", {}, streamOf(change)), h("td", {}, this.places(change.before)), h("td", {}, this.places(change.after))]);
+    }
+
+    /// Those in the same places; others stand under what became of them.
+    renamed(renames, told) {
+        return this.table("Renamed", ["Before", "After"], renames, ({ after }, at) => [
+            h("td", {}, name(told[at].before)), h("td", {}, this.service(after, told[at].after))]);
+    }
+
+    table(title, headings, records, cells) {
+        if (records.length === 0) return null;
+        return h("section", {}, h("h2", {}, `${title} `, h("span", { class: "note" }, grouped(records.length))),
+            h("div", { class: "scroll", tabindex: 0, role: "region", "aria-label": title }, h("table", {}, h("thead", {}, h("tr", {}, headings.map((text) => h("th", { scope: "col" }, text)))),
+                h("tbody", {}, records.slice(0, mostListed).map((record, at) => h("tr", {}, cells(record, at)))))),
+            records.length > mostListed && h("p", { class: "note" }, `and ${grouped(records.length - mostListed)} more`));
+    }
+
+    service(service, text) {
+        return h("button", { type: "button", class: "link", onclick: () => this.actions.explain(service) }, name(text));
     }
 
     places(places) {
@@ -79,11 +86,15 @@ export class Changes {
         return module ? h("button", { type: "button", class: "link", onclick: () => this.actions.showModule(mac) }, name(module.label || mac)) : name(mac);
     }
 
-    inputs({ inputs_freed: freed, inputs_taken: taken, inputs_retuned: retuned, modules_new: added, modules_gone: gone }) {
-        const all = [...taken, ...retuned, ...freed];
+    input(mac, number, change) { return [this.module(mac), ` input ${number}: ${change}`]; }
+
+    inputs(comparison, told) {
+        const { modules_new: added, modules_gone: gone } = comparison;
+        const all = ["inputs_taken", "inputs_retuned", "inputs_freed"].flatMap((kind) => comparison[kind].map(({ mac, number }, at) => ({ mac, number, change: told[kind][at] })));
         if (all.length + added.length + gone.length === 0) return null;
         return h("section", {}, h("h2", {}, "Modules and inputs"), h("ul", {},
             added.map((mac) => h("li", {}, "new ", this.module(mac))), gone.map((mac) => h("li", {}, "gone ", name(mac))),
-            all.slice(0, mostListed).map((input) => h("li", {}, this.module(input.mac), ` input ${input.number}: ${told(input.before)} → ${told(input.after)}`))));
+            all.slice(0, mostListed).map(({ mac, number, change }) => h("li", {}, this.input(mac, number, change)))),
+        all.length > mostListed && h("p", { class: "note" }, `and ${grouped(all.length - mostListed)} more`));
     }
 }

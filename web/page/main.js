@@ -195,7 +195,7 @@ class App {
     /// In which order what was before becomes what is.
     async ordered() {
         const answer = await this.asked(this.asker, { ask: "compare", ...this.plan.reserved, name: this.plan.variant.file }, this.compared);
-        return answer && JSON.parse(answer.texts[0]).order;
+        return answer?.order;
     }
 
     /// What is no reserve is told, and kept nowhere: says whether it is one.

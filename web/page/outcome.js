@@ -15,9 +15,11 @@ export const isFree = ({ services }) => services.length === 0;
 export const usedInputs = ({ inputs }) => inputs.filter((input) => !isFree(input)).length;
 
 export class Outcome {
-    constructor({ texts: [result, comparison], loads, warnings, cautions, milliseconds }) {
+    constructor({ texts: [result, comparison], change, loads, warnings, cautions, milliseconds }) {
         this.result = JSON.parse(result);
         this.comparison = comparison ? JSON.parse(comparison) : null;
+        /// The same in words.
+        this.change = change;
         this.loads = loads;
         this.warnings = warnings;
         this.cautions = cautions;

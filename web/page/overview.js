@@ -12,15 +12,17 @@ const mostPrinted = 20;
 const tile = (label, figure, note, state) =>
     h("div", { class: `tile ${state ?? ""}` }, h("dt", {}, label), h("dd", {}, figure && h("b", {}, figure), note && h("span", { class: "note" }, note)));
 
+const differences = ["gained", "lost", "moved", "renamed", "added", "removed"];
+
 /// "3 gained, 1 lost" of a comparison.
 export const difference = (comparison) => {
     if (!comparison) return "";
-    const words = ["gained", "lost", "moved", "added", "removed"].filter((word) => comparison.summary[word] > 0);
+    const words = differences.filter((word) => comparison.summary[word] > 0);
     return words.map((word) => `${grouped(comparison.summary[word])} ${word}`).join(", ");
 };
 
 /// How many services that are.
-export const changedIn = (comparison) => (comparison ? ["gained", "lost", "moved", "added", "removed"].reduce((sum, word) => sum + comparison.summary[word], 0) : 0);
+export const changedIn = (comparison) => (comparison ? differences.reduce((sum, word) => sum + comparison.summary[word], 0) : 0);
 
 export class Overview {
     id = "overview";

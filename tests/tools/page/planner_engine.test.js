@@ -69,16 +69,38 @@ const fileOf = (name, text) => {
     return file;
 };
 
+const words = (text) => text.replace(/\s+/g, " ");
+
+/// What a change is told with stands in the tool's report of it.
+const compareWords = ({ change: { figures, renamed, inputs_taken: taken, inputs_retuned: retuned, inputs_freed: freed } }, { order: { sentence, steps } }, comparison, report) => {
+    const tells = (text) => assert.ok(report.includes(words(text)), `${text}\n${report}`);
+    tells(figures);
+    for (const { before, after } of renamed) tells(`${before} → ${after}`);
+    for (const [kind, told] of Object.entries({ taken, retuned, freed }))
+        told.forEach((text, at) => tells(`in ${comparison[`inputs_${kind}`][at].number} ${text}`));
+    if (steps.length > 0) tells(sentence);
+    steps.forEach(({ mac, number, change, effects, off_air: off }, at) => {
+        const told = effects.map(({ what, services }) => `${what}: LCN ${services.map((service) => parseInt(service)).join(", ")}`);
+        const label = comparison.labels.find((one) => one.mac === mac)?.label;
+        tells(`${at + 1} ${mac}${label ? ` (${label})` : ""} in ${number} ${change} ${told.join("; ")}`.trim());
+        assert.equal(parseInt(off) || 0, comparison.order.steps[at].off_air);
+    });
+    return renamed.length;
+};
+
 /// All answers of one head-end, beside those of the tool.
 const compareAnswers = (file, before) => {
     const text = readFileSync(file, "utf8");
     const beforeText = readFileSync(before, "utf8");
-    const [result, comparison] = ask({ ask: "run", name: file }, [text, beforeText]).texts;
+    const run = ask({ ask: "run", name: file }, [text, beforeText]);
+    const [result, comparison] = run.texts;
     const whole = native("run", file, "--json", "--trials", "0");
     // What follows each change has no line ends; what is saved has.
     assert.equal(result, JSON.stringify(JSON.parse(whole)));
     const compared = native("compare", before, file, "--json");
-    assert.equal(ask({ ask: "compare", name: file }, [text, beforeText]).texts[0], compared);
+    const changed = ask({ ask: "compare", name: file }, [text, beforeText]);
+    assert.equal(changed.texts[0], compared);
+    compareWords(run, changed, JSON.parse(compared), words(native("compare", before, file)));
     // The order of the steps is asked for apart.
     assert.equal(comparison, JSON.stringify({ ...JSON.parse(compared), order: { steps: [], most_off_air: 0, is_least: true } }));
     assert.equal(ask({ ask: "write", format: "result" }, [text]).texts[0], whole);
@@ -114,6 +136,16 @@ describe("Every answer is the tool's", () => {
             before = file;
         }
         assert.ok(left > 200, `only ${left} services were left out: the head-ends try nothing`);
+    });
+
+    test("of renaming, and of tuning anew", () => {
+        const headend = JSON.parse(readFileSync(join(examples, "medium.json"), "utf8"));
+        for (const [at, service] of headend.services.entries()) if (at % 5 === 0) Object.assign(service, { name: `Renamed ${at}`, output_name: at % 10 === 0 ? "Sent so" : undefined });
+        headend.modules[3].inputs = 1;
+        const file = fileOf("renamed.json", JSON.stringify(headend));
+        compareAnswers(file, join(examples, "medium.json"));
+        const { renamed, inputs_retuned: retuned } = ask({ ask: "run" }, [readFileSync(file), readFileSync(join(examples, "medium.json"))]).change;
+        assert.ok(renamed.length > 5 && retuned.length > 0, `${renamed.length} ${retuned.length}`);
     });
 
     test("of sizing, and what it proposes can be taken over", () => {
@@ -227,7 +259,6 @@ describe("Every answer is the tool's", () => {
         const answer = ask({ ask: "run", name: file }, [readFileSync(file)]);
         assert.deepEqual(answer.failure, undefined);
         const [{ name, told, others }] = answer.cautions;
-        const words = (text) => text.replace(/\s+/g, " ");
         const report = words(native("run", file, "--trials", "0", "--verbose"));
         for (const sentence of [...told, ...others]) assert.ok(report.includes(words(sentence)), sentence);
         if (others.length > 0) assert.ok(words(native("run", file, "--trials", "0")).includes(`${others.length} more, which --verbose tells: ${name}`));

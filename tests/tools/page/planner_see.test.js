@@ -111,6 +111,26 @@ describe("See", () => {
         assert.match(await status(page), /1 added/);
     });
 
+    at("a service that is renamed is told with both names, as the tool tells it, and leads to its explanation", async (page) => {
+        await openFiles(page, small);
+        await see(page, "Changes");
+        await edit(page, "Services");
+        await press(page, "ArrowRight");
+        await settled(page, async () => { await page.keyboard.type("Canal Primero"); await press(page, "Enter"); });
+        assert.match(await status(page), /^11 of 12 placed, 1 left out \(1 renamed\)/);
+        assert.equal(await page.locator("#tab-changes").innerText(), "Changes 1");
+        const changed = await downloaded(page, () => press(page, "Control+s"));
+        const file = join(folder, "renamed.json");
+        writeFileSync(file, changed.text);
+        const [figures] = native("compare", small, file).split("\n");
+        await page.locator("#panel-changes").getByText(figures, { exact: true }).waitFor();
+        const [row] = /LCN.* → LCN.*Canal Primero.*/.exec(native("compare", small, file));
+        const renamed = page.getByRole("region", { name: "Renamed" });
+        assert.deepEqual(await renamed.locator("tbody td").allTextContents(), row.split(" → ").map((text) => text.trim()));
+        await renamed.getByRole("button").click();
+        await page.locator(".explanation pre").getByText(/Canal Primero/).first().waitFor();
+    });
+
     at("a module unfolds, a service explains itself", async (page) => {
         await openFiles(page, medium);
         await see(page, "Modules");

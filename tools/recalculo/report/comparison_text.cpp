@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "base/counted.h"
+#include "report/change_text.h"
 #include "report/service_list.h"
 #include "report/summary_text.h"
 #include "report/table.h"
@@ -15,19 +16,11 @@ namespace zarven::tool {
 
 namespace {
 
-std::string stream_text(bool is_tuned, Stream stream) {
-    return is_tuned ? to_string(stream) : "free";
-}
-
-std::string change_text(const std::string& before, const std::string& after, const TextStyle& style) {
-    return fmt::format("{} {} {}", before, symbols_of(style).arrow, after);
-}
-
-std::string lcns_of(const char* what, const std::vector<ServiceResult>& services) {
+std::string effect_text(const StepEffect& effect) {
     std::vector<std::uint16_t> lcns;
-    for (const ServiceResult& service : services)
+    for (const ServiceResult& service : effect.services)
         lcns.push_back(service.lcn);
-    return fmt::format("{}: LCN {}", what, fmt::join(lcns, ", "));
+    return fmt::format("{}: LCN {}", effect.what, fmt::join(lcns, ", "));
 }
 
 std::vector<Column> columns_of_services() {
@@ -47,13 +40,6 @@ std::string limit_text(const TightLimit& limit) {
         break;
     }
     return fmt::format("output {}: {} kbit/s", limit.output, used);
-}
-
-/// " 2 added, 1 removed,"; nothing where both sides have the same services.
-std::string changes_of_the_lineup(const Comparison& comparison) {
-    if (comparison.added.empty() && comparison.removed.empty())
-        return "";
-    return fmt::format(" {} added, {} removed,", comparison.added.size(), comparison.removed.size());
 }
 
 class ComparisonText {
@@ -138,24 +124,14 @@ private:
     }
 
     Row row_of(const ServiceRename& rename) const {
-        return {name_text(rename.before),
-                fmt::format("{} {}", symbols_of(style_).arrow, name_text(rename.after))};
-    }
-
-    std::string name_text(const ServiceResult& service) const {
-        const std::string sent = service.output_name.empty() || service.output_name == service.name
-                                     ? ""
-                                     : fmt::format(" as {}", shown(service.output_name, style_));
-        return fmt::format("LCN {} {}{} (SID {})", service.lcn, shown(service.name, style_), sent,
-                           service.sid);
+        return {name_text(rename.before, style_),
+                fmt::format("{} {}", symbols_of(style_).arrow, name_text(rename.after, style_))};
     }
 
     Row row_of(const std::string& mac) const { return {name_of(mac)}; }
 
     Row row_of(const InputChange& change) const {
-        return {fmt::format("{} in {}", name_of(change.mac), change.number),
-                change_text(stream_text(change.was_tuned, change.before),
-                            stream_text(change.is_tuned, change.after), style_)};
+        return {fmt::format("{} in {}", name_of(change.mac), change.number), change_text(change, style_)};
     }
 
     Row row_of(const TightLimit& limit) const { return {name_of(limit.mac), limit_text(limit)}; }
@@ -169,13 +145,11 @@ private:
 };
 
 /// What a step does to the services; nothing where it interrupts none.
-std::string effects_of(const ChangeStep& step) {
-    std::vector<std::string> effects;
-    if (!step.goes_off.empty())
-        effects.push_back(lcns_of("off the air", step.goes_off));
-    if (!step.comes_back.empty())
-        effects.push_back(lcns_of("back", step.comes_back));
-    return fmt::format("{}", fmt::join(effects, "; "));
+std::string effects_text(const ChangeStep& step) {
+    std::vector<std::string> texts;
+    for (const StepEffect& effect : effects_of(step))
+        texts.push_back(effect_text(effect));
+    return fmt::format("{}", fmt::join(texts, "; "));
 }
 
 void ComparisonText::write_order() {
@@ -183,12 +157,7 @@ void ComparisonText::write_order() {
     if (order.steps.empty())
         return;
     text_ += '\n';
-    paragraph(fmt::format("Change on air in {}: {} off the air at a time{}",
-                          counted(order.steps.size(), "step"),
-                          order.most_off_air == 0 ? "no service"
-                                                  : "at most " + counted(order.most_off_air, "service"),
-                          order.is_least ? "" : ", the fewest that were found"),
-              Paint::bold);
+    paragraph(order_text(order), Paint::bold);
     Column number;
     number.align = Align::right;
     Column effects;
@@ -198,7 +167,7 @@ void ComparisonText::write_order() {
         Row row{std::to_string(rows.size() + 1)};
         for (Cell& cell : row_of(step.input))
             row.push_back(std::move(cell));
-        row.push_back(effects_of(step));
+        row.push_back(effects_text(step));
         rows.push_back(std::move(row));
     }
     text_ += table_text({number, Column(), Column(), effects}, rows, body_indent, style_);
@@ -216,12 +185,7 @@ void ComparisonText::write_side(const char* which, const std::string& file, cons
 }
 
 void ComparisonText::write_summary() {
-    const std::size_t renamed = comparison_.renamed.size();
-    paragraph(fmt::format("{} gained, {} lost,{} {} moved, {} in the same place{}, {} placed in neither",
-                          comparison_.gained.size(), comparison_.lost.size(),
-                          changes_of_the_lineup(comparison_), comparison_.moved.size(), comparison_.unmoved,
-                          renamed == 0 ? "" : fmt::format(" ({} renamed)", renamed),
-                          comparison_.never_placed));
+    paragraph(change_in_figures(comparison_));
     text_ += '\n';
     write_side("Before", files_.before, comparison_.before);
     write_side("After ", files_.after, comparison_.after);

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "base/utf8.h"
+#include "report/change_text.h"
 #include "report/page/page_files.h"
 #include "report/page/page_frame.h"
 
@@ -163,10 +164,6 @@ private:
     list groups_{};
 };
 
-std::string stream_or_free(bool is_tuned, Stream stream) {
-    return is_tuned ? to_string(stream) : "free";
-}
-
 ModuleTable inputs_table(const Comparison& comparison) {
     ModuleTable table(comparison, {"inputs", "Inputs", "Inputs that are not tuned as before."},
                       {{"Input", true}, {"Before"}, {"After"}});
@@ -234,10 +231,7 @@ std::string interruptions_of(const ChangeStep& step, const ChangeOrder& order) {
 
 ModuleTable order_table(const Comparison& comparison) {
     ModuleTable table(
-        comparison,
-        {"order", "Change on air",
-         "In which order the inputs change with least off the air at a time. A service leaves the air until a later step "
-         "when its old input is tuned anew before its new one."},
+        comparison, {"order", "Change on air", meaning_of_steps},
         {{"Step", true}, {"Input", true}, {"Before", false, true}, {"After"}, {"Off the air until"}});
     std::size_t number = 0;
     table.add(comparison.order.is_least ? "The best order" : "The best order that was found",
