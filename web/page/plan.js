@@ -1,5 +1,6 @@
-// What is being planned: the variants, each a head-end as its file has it, and which of them is looked at. States are
-// never changed, only replaced, so that undoing is taking an earlier one; what two states have in common they share.
+// What is being planned: the variants, each a head-end as its file has it, which of them is looked at, and the variant as it
+// was opened that all of them come from. States are never changed, only replaced, so that undoing is taking an earlier one;
+// what two states have in common they share.
 
 /// How far back one can go.
 const mostSteps = 500;
@@ -16,8 +17,6 @@ export class Plan extends EventTarget {
         this.reserve = "";
         /// How many services of head-ends and results are placed.
         this.figures = new WeakMap();
-        /// Variants as they were opened.
-        this.openings = new WeakSet();
     }
 
     get variant() { return this.state.variants[this.state.current]; }
@@ -30,10 +29,9 @@ export class Plan extends EventTarget {
 
     keepSaved({ id, headend }) { this.saved.set(id, headend); }
 
-    /// What was opened last of what is not undone, unless nothing has become of it.
+    /// What was opened, unless nothing has become of it.
     get opened() {
-        const states = [...this.past.map(({ state }) => state), this.state];
-        const opened = states.flatMap(({ variants }) => variants).findLast((variant) => this.openings.has(variant));
+        const { opened } = this.state;
         return opened?.headend === this.headend ? undefined : opened;
     }
 
@@ -43,20 +41,16 @@ export class Plan extends EventTarget {
 
     /// Begins anew with one variant; what was before can be undone to.
     open(opened, isSaved = true) {
-        // Tells what became of this from what became of another that was opened.
-        const variant = { ...opened, opening: Symbol(opened.file) };
-        const state = { variants: [variant], current: 0 };
-        this.openings.add(variant);
-        if (isSaved) this.saved = new Map([[variant.id, variant.headend]]);
-        if (this.variant) this.commit(state, `Open ${variant.file}`);
+        const state = { variants: [opened], current: 0, opened };
+        if (isSaved) this.saved = new Map([[opened.id, opened.headend]]);
+        if (this.variant) this.commit(state, `Open ${opened.file}`);
         else this.become(state);
     }
 
     /// Takes up what was open before.
     recall({ variants, current, isSaved, saved = isSaved ? variants.map(({ id }) => id) : [], figures = [], reserve = "" }) {
         this.reserve = reserve;
-        const state = { variants, current };
-        this.openings.add(variants[current]);
+        const state = { variants, current, opened: variants[current] };
         variants.forEach((variant, at) => { if (figures[at]) this.keepFigures(variant, figures[at]); });
         for (const variant of variants) if (saved.includes(variant.id)) this.keepSaved(variant);
         this.become(state);
@@ -77,7 +71,7 @@ export class Plan extends EventTarget {
 
     withVariant(variant) {
         const { variants, current } = this.state;
-        return { variants: variants.with?.(current, variant) ?? variants.map((one, at) => (at === current ? variant : one)), current };
+        return { ...this.state, variants: variants.with?.(current, variant) ?? variants.map((one, at) => (at === current ? variant : one)) };
     }
 
     /// Looks at another variant, which is no step.
@@ -97,14 +91,14 @@ export class Plan extends EventTarget {
     addVariant() {
         const { variants, current } = this.state;
         const variant = { ...this.variant, id: variants.reduce((most, { id }) => Math.max(most, id), 0) + 1 };
-        this.commit({ variants: [...variants.slice(0, current + 1), variant, ...variants.slice(current + 1)], current: current + 1 },
+        this.commit({ ...this.state, variants: [...variants.slice(0, current + 1), variant, ...variants.slice(current + 1)], current: current + 1 },
             "New variant");
     }
 
     removeVariant() {
         const { variants, current } = this.state;
         const rest = variants.filter((one, at) => at !== current);
-        this.commit({ variants: rest, current: Math.min(current, rest.length - 1) }, "Remove variant");
+        this.commit({ ...this.state, variants: rest, current: Math.min(current, rest.length - 1) }, "Remove variant");
     }
 
     undo() { this.step(this.past, this.future); }

@@ -109,7 +109,7 @@ export class Table {
                 h("span", { class: "spring" }), button("Add", () => this.add()), this.allColumns()),
             this.marked, this.grid.element);
         this.showMarked();
-        plan.addEventListener("change", ({ detail: { before } }) => this.follow(before.variants[before.current]));
+        plan.addEventListener("change", ({ detail: { before } }) => this.follow(before));
     }
 
     get records() { return this.recordsOf(this.plan.variant); }
@@ -130,9 +130,9 @@ export class Table {
     follow(before) {
         const { marked } = this.grid;
         if (marked.size === 0) return;
-        const { variant } = this.plan;
-        const isOfFile = before.opening === variant.opening;
-        this.grid.marked = isOfFile ? heirs(marked, this.recordsOf(before), this.records, (record) => this.keyOf(record), before.id === variant.id) : new Set();
+        const { state, variant } = this.plan;
+        const was = before.variants[before.current];
+        this.grid.marked = before.opened === state.opened ? heirs(marked, this.recordsOf(was), this.records, (record) => this.keyOf(record), was.id === variant.id) : new Set();
     }
 
     draw() {

@@ -315,6 +315,18 @@ describe("See", () => {
         assert.doesNotMatch(await status(page), /added/);
     });
 
+    at("what was opened is compared with after more steps than can be undone, and each variant with it", async (page) => {
+        await openFiles(page, small);
+        await page.getByLabel("Compare with").selectOption("opened");
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await press(page, ...Array(500).fill("Space"));
+        await settled(page, () => press(page, "Space"));
+        await page.locator("#status").getByText(/1 removed\)/).waitFor();
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        assert.match(await status(page), /1 removed\)/);
+    });
+
     at("the diagram leads to a module, from the keyboard, too", async (page) => {
         await openFiles(page, small);
         await see(page, "Diagram");
