@@ -198,10 +198,12 @@ class App {
         return answer?.order;
     }
 
-    /// What is no reserve is told, and kept nowhere: says whether it is one.
+    /// What is no reserve is told, and kept nowhere: says whether it is one. Not asked of the engine that runs the plan,
+    /// which may be cancelled meanwhile; what is typed later counts, however late the answer comes.
     async keepFree(reserve) {
+        const kept = this.kept = {};
         const isOne = reserve === "" || Boolean(await this.asked(this.asker, { ask: "run", reserve }, [sample("small")]));
-        if (isOne) this.plan.keepFree(reserve);
+        if (isOne && this.kept === kept) this.plan.keepFree(reserve);
         return isOne;
     }
 

@@ -38,7 +38,9 @@ export class Overview {
         this.notPrinted = h("p", { class: "note on-paper" });
         this.left = h("section", { class: "left-out" }, this.heading, this.list, this.rest, this.notPrinted);
         this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {
-            markWrong(this.reserve, !(await this.actions.keepFree(this.reserve.value.trim())));
+            const { value } = this.reserve;
+            const isOne = await this.actions.keepFree(value.trim());
+            if (this.reserve.value === value) markWrong(this.reserve, !isOne);
         } });
         this.reserving = h("label", { class: "reserve" }, "Reserve ", this.reserve);
     }

@@ -1,10 +1,11 @@
 // The largest head-ends, the smallest screens, paper, and those who do not see. PAGE is the page, RECALCULO the program.
 
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
+import { readFileSync, writeFileSync } from "node:fs";
+import { join } from "node:path";
 import { describe, test } from "node:test";
 import axe from "axe-core";
-import { activeCell, edit, grid, made, medium, openFiles, pageFile, placed, press, see, settled, setUp, small, status, visit } from "./planner_page.js";
+import { activeCell, downloaded, edit, grid, made, medium, native, openFiles, pageFile, placed, press, see, settled, setUp, small, status, visit } from "./planner_page.js";
 
 const own = setUp();
 const { at } = own;
@@ -27,19 +28,66 @@ describe("Large", () => {
         for (const view of ["Modules", "Lists", "Changes", "Diagram"]) await see(page, view);
     });
 
+    // One that takes seconds: many that fit nowhere.
+    const slow = {
+        modules: modules.map((module) => ({ ...module, outputs: [38000, 9000] })),
+        services: Array.from({ length: 40000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 + (index % 7) * 900 })),
+    };
+
     at("a run is cancelled at once, and the next one answers", async (page) => {
         await openFiles(page, small);
-        // One that takes seconds: many that fit nowhere.
-        const slow = {
-            modules: modules.map((module) => ({ ...module, outputs: [38000, 9000] })),
-            services: Array.from({ length: 40000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 + (index % 7) * 900 })),
-        };
         await page.locator("input[type=file]").setInputFiles([made("slow.json", slow)]);
         await page.locator("#cancel").waitFor();
         await page.locator("#cancel").click();
         await page.locator("#status").getByText("Cancelled.").waitFor();
         await openFiles(page, medium);
         assert.equal(await placed(page), "79 of 80");
+    });
+
+    at("a reserve that is typed while a run is cancelled is kept for the next one", async (page) => {
+        await openFiles(page, small);
+        await page.locator("input[type=file]").setInputFiles([made("slow.json", slow)]);
+        await page.locator("#cancel").waitFor();
+        await page.getByLabel("Reserve").fill("12%");
+        await press(page, "Enter");
+        await page.locator("#cancel").click();
+        await page.locator("#status").getByText("Cancelled.").waitFor();
+        assert.equal(await page.getByLabel("Reserve").getAttribute("aria-invalid"), null);
+        await openFiles(page, small);
+        await page.locator("#panel-overview").getByText(/no room for tables/).first().waitFor();
+    });
+
+    at("a reserve that is taken back before the engine has answered does not come back with the answer", async (page) => {
+        await openFiles(page, made("some.json", { modules, services }));
+        await edit(page, "Modules");
+        await press(page, ...Array(4).fill("ArrowRight"));
+        await settled(page, () => press(page, "0", "Enter"));
+        const askForLong = async () => {
+            await see(page, "Changes");
+            await page.getByRole("button", { name: "In which order?" }).click();
+            await see(page, "Overview");
+        };
+        await askForLong();
+        await page.getByLabel("Reserve").fill("12%");
+        await press(page, "Enter");
+        await page.getByLabel("Reserve").fill("");
+        await press(page, "Enter");
+        const { text: headend } = await downloaded(page, () => press(page, "Control+s"));
+        await page.getByText("Take along").click();
+        const { text } = await downloaded(page, () => page.getByRole("button", { name: "Result (JSON)" }).click());
+        const file = join(own.folder, "some.json");
+        writeFileSync(file, headend);
+        assert.equal(text, native("run", file, "--json", "--trials", "0"));
+        // What is refused when the field shows another by then says nothing of that.
+        await settled(page, () => press(page, "Control+z"));
+        await settled(page, () => press(page, "Control+y"));
+        await askForLong();
+        await page.getByLabel("Reserve").fill("half");
+        await press(page, "Tab");
+        await settled(page, () => press(page, "Control+z"));
+        assert.equal(await page.getByLabel("Reserve").inputValue(), "");
+        await page.locator("#messages").getByText(/--reserve: found "half"/).waitFor();
+        assert.equal(await page.getByLabel("Reserve").getAttribute("aria-invalid"), null);
     });
 });
 
