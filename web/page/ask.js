@@ -49,7 +49,6 @@ export class Ask {
     }
 
     draw() {
-        this.allow();
         const modules = this.plan.headend?.modules ?? [];
         const chosen = this.kind.value;
         this.kind.replaceChildren(...modules.map((module, at) => h("option", { value: at }, moduleName(module))));
