@@ -14,6 +14,9 @@ const tile = (label, figure, note, state) =>
 
 const differences = ["gained", "lost", "moved", "renamed", "added", "removed"];
 
+/// Of a list that is shown as far as `mostListed`.
+const andMore = (all) => all > mostListed && h("p", { class: "note" }, `and ${grouped(all - mostListed)} more`);
+
 /// "3 gained, 1 lost" of a comparison.
 export const difference = (comparison) => {
     if (!comparison) return "";
@@ -104,9 +107,7 @@ export class Overview {
     }
 
     sentences(told, kind) {
-        const rest = told.length - mostListed;
-        return [h("ul", { class: kind }, told.slice(0, mostListed).map((sentence) => h("li", {}, this.linked(sentence)))),
-            rest > 0 && h("p", { class: "note" }, `and ${grouped(rest)} more`)];
+        return [h("ul", { class: kind }, told.slice(0, mostListed).map((sentence) => h("li", {}, this.linked(sentence)))), andMore(told.length)];
     }
 
     /// A sentence in which the modules lead to their boxes.
@@ -130,7 +131,7 @@ export class Overview {
     causes(causes) {
         return h("section", {}, h("h2", {}, "Causes"), h("ul", { class: "causes" }, causes.map(({ number, sentence, services }) => h("li", {}, h("details", {},
             h("summary", {}, h("b", {}, grouped(number)), " ", name(sentence)),
-            h("ul", { class: "services" }, services.map((service) => this.service(service))))))));
+            h("ul", { class: "services" }, services.map((service) => this.service(service))), andMore(number))))));
     }
 
     /// What became of the planner's headings.
@@ -144,7 +145,7 @@ export class Overview {
         return h("section", {}, h("h2", {}, "One of several"), h("ul", { class: "services" }, variants.slice(0, mostListed).map((variant) => h("li", {},
             h("b", {}, name(variant.one_of)), " ", h("button", { type: "button", class: "link", title: "Explain", onclick: () => this.actions.explain(variant) },
                 h("span", { class: "lcn" }, variant.lcn), " ", name(variant.name)),
-            h("span", { class: "note" }, ` variant ${grouped(variant.place)} of ${grouped(variant.variants)}, ${variant.placed ? "placed" : "left out"}`)))));
+            h("span", { class: "note" }, ` variant ${grouped(variant.place)} of ${grouped(variant.variants)}, ${variant.placed ? "placed" : "left out"}`)))), andMore(variants.length));
     }
 
     /// The services without a place; of many the first, until all are asked for.

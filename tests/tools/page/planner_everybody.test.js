@@ -10,10 +10,10 @@ import { activeCell, downloaded, edit, grid, made, medium, native, openFiles, pa
 const own = setUp();
 const { at } = own;
 
-describe("Large", () => {
-    const services = Array.from({ length: 10000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 }));
-    const modules = Array.from({ length: 380 }, (one, index) => ({ mac: `02:00:00:00:${String(index).padStart(4, "0")}`, ...(index === 0 ? { controller: true } : {}), inputs: 4, outputs: [38000, 38000, 38000], pids_max: 0 }));
+const services = Array.from({ length: 10000 }, (one, index) => ({ lcn: index + 1, name: `Channel ${index + 1}`, onid: 1, tsid: 1 + Math.floor(index / 7), sid: index + 1, bitrate: 3000 }));
+const modules = Array.from({ length: 380 }, (one, index) => ({ mac: `02:00:00:00:${String(index).padStart(4, "0")}`, ...(index === 0 ? { controller: true } : {}), inputs: 4, outputs: [38000, 38000, 38000], pids_max: 0 }));
 
+describe("Large", () => {
     at("10,000 services are placed, scrolled, found and changed", async (page) => {
         await openFiles(page, made("large.json", { modules, services }));
         await edit(page, "Services");
@@ -132,6 +132,28 @@ describe("For everybody", () => {
         await openFiles(page, medium);
         const pdf = await page.pdf({ format: "A4" });
         assert.equal(pdf.toString("latin1").match(/\/Type\s*\/Page\b/g).length, 1);
+    });
+
+    at("many findings are printed on as few sheets as they need, all of them, and none across two", async (page) => {
+        const sheetsOf = async (number, events) => {
+            const some = services.slice(0, number).map((service, index) => ({ ...service, tsid: index + 1, group: `Group ${index}`, ...(index < events ? { one_of: `Event ${index}` } : {}) }));
+            await openFiles(page, made("found.json", { modules: modules.slice(0, 1), services: some }));
+            return (await page.pdf({ format: "A4" })).toString("latin1").match(/\/Type\s*\/Page\b/g).length;
+        };
+        assert.equal(await sheetsOf(24, 0), 1);
+        assert.equal(await sheetsOf(100, 50), 3);
+        await page.emulateMedia({ media: "print" });
+        assert.deepEqual([await page.locator(".findings li:visible", { hasText: "Group" }).count(), await page.locator(".services li:visible", { hasText: "Event" }).count()], [100, 50]);
+        assert.deepEqual(await page.locator(".overview .findings li, .overview .services > li").evaluateAll((all) => [...new Set(all.map((one) => getComputedStyle(one).breakInside))]), ["avoid"]);
+    });
+
+    at("of what is in a cause and of what is one of several, one is told how much is not listed", async (page) => {
+        const some = services.slice(0, 500).map((service, index) => ({ ...service, tsid: index + 1, ...(index < 250 ? { one_of: `Event ${index}` } : {}) }));
+        await openFiles(page, made("found.json", { modules: modules.slice(0, 1), services: some }));
+        const left = Number(/(\d+) left out/.exec(await status(page))[1]);
+        await page.locator(".overview section", { hasText: "One of several" }).getByText("and 50 more", { exact: true }).waitFor();
+        await page.locator(".causes summary").first().click();
+        await page.locator(".causes").getByText(`and ${left - 200} more`, { exact: true }).waitFor();
     });
 
     at("a module that is unfolded is printed, and no other", async (page) => {
