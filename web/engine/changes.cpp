@@ -20,6 +20,24 @@ nlohmann::ordered_json told_inputs(const std::vector<tool::InputChange>& changes
     return told;
 }
 
+/// Of each place, or why there is none.
+nlohmann::ordered_json told_places(const std::vector<tool::Place>& places, tool::Absence absence) {
+    auto told = nlohmann::ordered_json::array();
+    for (const tool::Place& place : places)
+        told.push_back(tool::ports_text(place));
+    if (told.empty())
+        told.push_back(tool::to_string(absence));
+    return told;
+}
+
+nlohmann::ordered_json told_services(const std::vector<tool::ServiceChange>& changes) {
+    auto told = nlohmann::ordered_json::array();
+    for (const tool::ServiceChange& change : changes)
+        told.push_back({{"before", told_places(change.before, change.absence_before)},
+                        {"after", told_places(change.after, change.absence_after)}});
+    return told;
+}
+
 nlohmann::ordered_json told_effects(const tool::ChangeStep& step) {
     auto told = nlohmann::ordered_json::array();
     for (const auto& [what, services] : tool::effects_of(step)) {
@@ -39,7 +57,12 @@ nlohmann::ordered_json told_change_of(const tool::Comparison& comparison) {
         renamed.push_back(
             {{"before", tool::name_text(before, style)}, {"after", tool::name_text(after, style)}});
     return {{"figures", tool::change_in_figures(comparison)},
+            {"gained", told_services(comparison.gained)},
+            {"lost", told_services(comparison.lost)},
+            {"moved", told_services(comparison.moved)},
             {"renamed", std::move(renamed)},
+            {"added", told_services(comparison.added)},
+            {"removed", told_services(comparison.removed)},
             {"inputs_taken", told_inputs(comparison.inputs_taken)},
             {"inputs_retuned", told_inputs(comparison.inputs_retuned)},
             {"inputs_freed", told_inputs(comparison.inputs_freed)}};

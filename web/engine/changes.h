@@ -9,7 +9,8 @@
 
 namespace zarven::web {
 
-/// The figures in a sentence, and the words of each rename and of each input, in the order of the comparison.
+/// The figures in a sentence, and the words of each service's places, of each rename and of each input, in
+/// the order of the comparison.
 nlohmann::ordered_json told_change_of(const tool::Comparison& comparison);
 
 /// The steps in which the inputs are tuned anew.

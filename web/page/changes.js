@@ -19,12 +19,14 @@ export class Changes {
         this.outcome = outcome;
         if (!comparison) return put(this.element, h("p", { class: "note" }, "There is nothing to compare with yet: change something, or make a variant."));
         const { gained, lost, moved, added, removed } = comparison;
+        const { change } = outcome;
         const isSame = [gained, lost, moved, added, removed].every((changes) => changes.length === 0);
         put(this.element,
-            h("p", {}, outcome.change.figures),
+            h("p", {}, change.figures),
             isSame && h("p", { class: "all-placed" }, "The placement of all services is the same."),
-            this.group("Gained", gained), this.group("Lost", lost), this.group("Moved", moved), this.renamed(comparison.renamed, outcome.change.renamed),
-            this.group("Added", added), this.group("Removed", removed), this.inputs(comparison, outcome.change), this.order(comparison));
+            this.group("Gained", gained, change.gained), this.group("Lost", lost, change.lost), this.group("Moved", moved, change.moved),
+            this.renamed(comparison.renamed, change.renamed), this.group("Added", added, change.added), this.group("Removed", removed, change.removed),
+            this.inputs(comparison, change), this.order(comparison));
     }
 
     /// In which order the inputs are tuned anew. It takes a while to find, and is asked for apart.
@@ -51,10 +53,10 @@ export class Changes {
             services.length > 20 && `, and ${grouped(services.length - 20)} more`);
     }
 
-    group(title, changes) {
-        return this.table(title, ["LCN", "Service", "Stream", "Before", "After"], changes, (change) => [
+    group(title, changes, told) {
+        return this.table(title, ["LCN", "Service", "Stream", "Before", "After"], changes, (change, at) => [
             h("td", { class: "number" }, change.lcn), h("td", {}, this.service(change, change.name)),
-            h("td", {}, streamOf(change)), h("td", {}, this.places(change.before)), h("td", {}, this.places(change.after))]);
+            h("td", {}, streamOf(change)), h("td", {}, this.places(change.before, told[at].before)), h("td", {}, this.places(change.after, told[at].after))]);
     }
 
     /// Those in the same places; others stand under what became of them.
@@ -75,10 +77,10 @@ export class Changes {
         return h("button", { type: "button", class: "link", onclick: () => this.actions.explain(service) }, name(text));
     }
 
-    places(places) {
-        if (places === null) return h("span", { class: "note" }, "not there");
-        if (places.length === 0) return h("span", { class: "note" }, "no place");
-        return places.map(({ mac, outputs }) => h("span", { class: "place" }, this.module(mac), ` → ${outputs.join(", ")}`));
+    /// With the inputs, which may be all that is another.
+    places(places, told) {
+        if (!places?.length) return h("span", { class: "note" }, told);
+        return places.map(({ mac }, at) => h("span", { class: "place" }, this.module(mac), ` ${told[at]}`));
     }
 
     module(mac) {

@@ -72,17 +72,25 @@ const fileOf = (name, text) => {
 const words = (text) => text.replace(/\s+/g, " ");
 
 /// What a change is told with stands in the tool's report of it.
-const compareWords = ({ change: { figures, renamed, inputs_taken: taken, inputs_retuned: retuned, inputs_freed: freed } }, { order: { sentence, steps } }, comparison, report) => {
+const compareWords = ({ change: { figures, renamed, inputs_taken: taken, inputs_retuned: retuned, inputs_freed: freed, ...services } }, { order: { sentence, steps } }, comparison, report) => {
     const tells = (text) => assert.ok(report.includes(words(text)), `${text}\n${report}`);
+    const named = (mac) => {
+        const label = comparison.labels.find((one) => one.mac === mac)?.label;
+        return label ? `${mac} (${label})` : mac;
+    };
     tells(figures);
+    for (const [kind, told] of Object.entries(services))
+        told.forEach((change, at) => {
+            const side = (which) => change[which].map((text, number) => [comparison[kind][at][which]?.[number] && named(comparison[kind][at][which][number].mac), text].filter(Boolean).join(" ")).join(", ");
+            tells(`${side("before")} → ${side("after")}`);
+        });
     for (const { before, after } of renamed) tells(`${before} → ${after}`);
     for (const [kind, told] of Object.entries({ taken, retuned, freed }))
         told.forEach((text, at) => tells(`in ${comparison[`inputs_${kind}`][at].number} ${text}`));
     if (steps.length > 0) tells(sentence);
     steps.forEach(({ mac, number, change, effects, off_air: off }, at) => {
         const told = effects.map(({ what, services }) => `${what}: LCN ${services.map((service) => parseInt(service)).join(", ")}`);
-        const label = comparison.labels.find((one) => one.mac === mac)?.label;
-        tells(`${at + 1} ${mac}${label ? ` (${label})` : ""} in ${number} ${change} ${told.join("; ")}`.trim());
+        tells(`${at + 1} ${named(mac)} in ${number} ${change} ${told.join("; ")}`.trim());
         assert.equal(parseInt(off) || 0, comparison.order.steps[at].off_air);
     });
     return renamed.length;

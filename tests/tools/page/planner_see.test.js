@@ -111,6 +111,23 @@ describe("See", () => {
         assert.match(await status(page), /1 added/);
     });
 
+    at("a service that is moved is told with input and outputs, so that before and after differ", async (page) => {
+        await openFiles(page, medium);
+        await see(page, "Changes");
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        const changed = await downloaded(page, () => press(page, "Control+s"));
+        const file = join(folder, "moved.json");
+        writeFileSync(file, changed.text);
+        const { moved } = JSON.parse(native("compare", medium, file, "--json"));
+        const withoutInputs = (places) => JSON.stringify(places.map((place) => ({ ...place, input: 0 })));
+        assert.ok(moved.some(({ before, after }) => withoutInputs(before) === withoutInputs(after)));
+        const told = (places) => places.map(({ mac, input, outputs }) => `${mac} in ${input} out ${outputs.join("+")}`).join("");
+        const rows = await page.getByRole("region", { name: "Moved", exact: true }).locator("tbody tr").evaluateAll((all) => all.map(({ cells }) => [...cells].slice(3).map((cell) => cell.textContent)));
+        assert.deepEqual(rows, moved.map(({ before, after }) => [told(before), told(after)]));
+    });
+
     at("a service that is renamed is told with both names, as the tool tells it, and leads to its explanation", async (page) => {
         await openFiles(page, small);
         await see(page, "Changes");

@@ -25,6 +25,11 @@ std::string change_in_figures(const Comparison& comparison) {
                        renamed == 0 ? "" : fmt::format(" ({} renamed)", renamed), comparison.never_placed);
 }
 
+std::string ports_text(const Place& place) {
+    return fmt::format("{} out {}", place.input == 0 ? "no input" : fmt::format("in {}", place.input),
+                       fmt::join(place.outputs, "+"));
+}
+
 std::string change_text(const std::string& before, const std::string& after, const TextStyle& style) {
     return fmt::format("{} {} {}", before, symbols_of(style).arrow, after);
 }

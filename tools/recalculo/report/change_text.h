@@ -16,6 +16,9 @@ namespace zarven::tool {
 /// "1 gained, 0 lost, 2 moved, 9 in the same place, 0 placed in neither".
 std::string change_in_figures(const Comparison& comparison);
 
+/// "in 1 out 2+3", of a place on a module.
+std::string ports_text(const Place& place);
+
 /// "before → after".
 std::string change_text(const std::string& before, const std::string& after, const TextStyle& style);
 

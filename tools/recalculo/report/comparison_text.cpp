@@ -196,9 +196,7 @@ void ComparisonText::write_summary() {
 std::string places_text(const std::vector<Place>& places, const Labels& labels, const TextStyle& style) {
     std::vector<std::string> texts;
     for (const Place& place : places)
-        texts.push_back(fmt::format("{} {} out {}", shown(module_name(place.mac, labels), style),
-                                    place.input == 0 ? "no input" : fmt::format("in {}", place.input),
-                                    fmt::join(place.outputs, "+")));
+        texts.push_back(shown(module_name(place.mac, labels), style) + " " + ports_text(place));
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
