@@ -42,8 +42,8 @@ public:
 
     /// Of the last run, by module.
     const std::vector<ModuleTests>& tests() const;
-    /// Of the last run: where the strategy that placed most leaves everything. Nothing is placed if the engine
-    /// has to be asked.
+    /// Of the last run: where the strategy that placed most leaves everything. Nothing is placed if the
+    /// engine has to be asked.
     const Seating& seating() const;
 
 private:
