@@ -298,6 +298,7 @@ TEST_F(ChoiceReportWithAHelper, MustsComeBeforeTheValue) {
 TEST_F(ChoiceReportWithAHelper, OnlyWhatIsNeverAskedForIsTheReason) {
     headend.services[0].value = 6;
     EXPECT_TRUE(is_less_than_all(report({true, false, true})));
+    EXPECT_EQ(never_asked_for(report({true, false, false})), 1u) << "what has a value may be asked for";
     headend.services[1].must = true;
     EXPECT_EQ(never_asked_for(report({true, false, true})), 0u);
     EXPECT_FALSE(is_less_than_all(report({true, false, true})));
