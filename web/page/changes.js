@@ -35,7 +35,11 @@ export class Changes {
         const section = h("section", { class: "order" }, h("h2", {}, "Order of the changes"), button("In which order?", async () => {
             const { outcome } = this;
             const order = await this.actions.ordered();
-            if (order && this.outcome === outcome) section.replaceWith(this.steps(order));
+            if (!order || this.outcome !== outcome) return;
+            const isLed = section.contains(document.activeElement);
+            const steps = this.steps(order);
+            section.replaceWith(steps);
+            if (isLed) steps.firstChild.focus({ preventScroll: true });
         }));
         return section;
     }

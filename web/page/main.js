@@ -115,9 +115,16 @@ class App {
         addEventListener("keydown", (event) => this.key(event));
         addEventListener("beforeunload", (event) => { if (this.plan.isChanged) event.preventDefault(); });
         document.addEventListener("click", ({ target }) => {
-            for (const menu of document.querySelectorAll("details.menu[open]"))
-                if (!menu.contains(target) || target.matches("button")) menu.open = false;
+            if (!target.closest(".menu") || target.matches("button")) this.closeMenus();
         });
+    }
+
+    /// The keyboard stays where it was opened.
+    closeMenus() {
+        for (const menu of document.querySelectorAll("details.menu[open]")) {
+            if (menu.contains(document.activeElement)) menu.firstElementChild.focus();
+            menu.open = false;
+        }
     }
 
     key(event) {
@@ -130,6 +137,7 @@ class App {
         else if (control && letter === "o") this.files.choose();
         else if (control && !isText && letter === "z") event.shiftKey ? this.plan.redo() : this.plan.undo();
         else if (control && !isText && letter === "y") this.plan.redo();
+        else if (event.key === "Escape") return this.closeMenus();
         else if (event.key === "/" && !isField && !control) this.edited.shown.element.querySelector(".filter").focus();
         else return;
         event.preventDefault();
@@ -255,10 +263,13 @@ class App {
         document.body.classList.toggle("only-result", Boolean(plan.variant && !plan.headend));
         byId("name").readOnly = Boolean(plan.variant && !plan.headend);
         byId("name").value = plan.headend?.name ?? plan.variant?.name ?? "";
+        const { activeElement } = document;
         for (const [id, steps] of [["undo", plan.past], ["redo", plan.future]]) {
             byId(id).disabled = steps.length === 0;
             byId(id).title = steps.length > 0 ? `${id === "undo" ? "Undo" : "Redo"}: ${steps.at(-1).label}` : "";
         }
+        // What cannot be pressed any more lets go of the keyboard.
+        for (const [id, other] of [["undo", "redo"], ["redo", "undo"]]) if (activeElement === byId(id) && activeElement.disabled) byId(other).focus();
         byId("changed").hidden = !plan.isChanged;
         byId("changed").title = plan.unsaved.map((variant) => `Variant ${variantName(variant)} is in no file`).join("\n");
         document.title = `${plan.isChanged ? "• " : ""}${plan.headend?.name || plan.variant?.file || "Planner"} · Recalculo`;
@@ -268,11 +279,13 @@ class App {
     drawVariants() {
         const { variants, current } = this.plan.state;
         const figures = variants.map((variant) => this.plan.figuresOf(variant));
+        const hadFocus = byId("variants").contains(document.activeElement);
         renew(byId("variants"), [
             ...variants.map((variant, at) => [JSON.stringify([at, at === current, variant.id, figures[at]?.placed, figures[at]?.loaded]), () => this.variantButton(variant, at, figures[at])]),
             variants.length > 0 && this.plan.headend && ["add", () => button("New variant", () => this.plan.addVariant())],
             variants.length > 1 && ["remove", () => button("Remove variant", () => this.plan.removeVariant())],
         ]);
+        if (hadFocus && !byId("variants").contains(document.activeElement)) byId("variants").querySelector("[aria-pressed=true]").focus();
         renew(byId("compare"), [["last", "the last change"], ["opened", "what was opened"], ...variants.filter((variant, at) => at !== current).map((variant) => [`variant ${variant.id}`, `variant ${variantName(variant)}`])]
             .map(([value, text]) => [value, () => h("option", { value }, text)]));
     }

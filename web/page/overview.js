@@ -37,7 +37,10 @@ export class Overview {
         this.actions = actions;
         this.heading = h("h2", {});
         this.list = h("ul", { class: "services" });
-        this.rest = button("", () => this.listLeftOut(Infinity));
+        this.rest = button("", () => {
+            this.listLeftOut(Infinity);
+            this.list.children[mostListed].querySelector("button").focus();
+        });
         this.notPrinted = h("p", { class: "note on-paper" });
         this.left = h("section", { class: "left-out" }, this.heading, this.list, this.rest, this.notPrinted);
         this.reserve = h("input", { placeholder: "2.5%", autocomplete: "off", spellcheck: "false", onchange: async () => {

@@ -128,6 +128,53 @@ describe("For everybody", () => {
         }
     }, { options: { viewport: { width: 320, height: 640 } } });
 
+    at("the keyboard is where one left it when a button has gone with what it did", async (page) => {
+        const focused = () => page.evaluate(() => document.activeElement.textContent);
+        const enter = async (button) => {
+            await button.focus();
+            await settled(page, () => press(page, "Enter"));
+        };
+        await openFiles(page, medium);
+        await enter(page.getByRole("button", { name: "New variant" }));
+        await enter(page.locator("#variants [aria-pressed]").first());
+        assert.equal(await focused(), "A 79 of 80");
+        await enter(page.getByRole("button", { name: "Remove variant" }));
+        assert.equal(await focused(), "B 79 of 80");
+        await enter(page.locator("#undo"));
+        assert.equal(await focused(), "Undo");
+        await enter(page.locator("#undo"));
+        assert.equal(await focused(), "Redo");
+        await enter(page.locator("#redo"));
+        await enter(page.locator("#redo"));
+        assert.equal(await focused(), "Undo");
+        await edit(page, "Services");
+        await press(page, "ArrowRight", "ArrowRight", "ArrowRight");
+        await settled(page, () => press(page, "Space"));
+        await see(page, "Changes");
+        await page.getByRole("button", { name: "In which order?" }).focus();
+        await press(page, "Enter");
+        await page.locator(".order ol").waitFor();
+        assert.equal(await focused(), "Order of the changes");
+        await openFiles(page, made("many.json", { modules: modules.slice(0, 1), services: services.slice(0, 400) }));
+        await see(page, "Overview");
+        await page.getByRole("button", { name: /^Show \d+ more/ }).focus();
+        const next = await page.locator(".left-out .services > li").count();
+        await press(page, "Enter");
+        assert.equal(await focused(), await page.locator(".left-out .services > li").nth(next).locator("button").textContent());
+    });
+
+    for (const width of [320, 400, 700, 1400])
+        at(`what can be taken along lies within ${width} pixels, and Escape leads back from there`, async (page) => {
+            await openFiles(page, small);
+            await page.getByText("Take along").focus();
+            await press(page, "Enter", "Tab", "Tab");
+            const { x, width: wide } = await page.locator(".menu > div").boundingBox();
+            assert.ok(x >= 0 && x + wide <= width, `${x} ${wide}`);
+            await press(page, "Escape");
+            assert.equal(await page.locator(".menu > div").isVisible(), false);
+            assert.match(await page.evaluate(() => document.activeElement.textContent), /Take along/);
+        }, { options: { viewport: { width, height: 700 } } });
+
     at("the summary prints on one sheet", async (page) => {
         await openFiles(page, medium);
         const pdf = await page.pdf({ format: "A4" });
