@@ -155,10 +155,10 @@ class App {
 
     // ---- Following the plan ----------------------------------------------------------------------------
 
-    /// The engine begins first: while it works, the tables are drawn.
+    /// What can be compared with comes first, then the engine: while it works, the tables are drawn.
     follow() {
-        this.run();
         this.drawBar();
+        this.run();
         this.drawTable();
     }
 

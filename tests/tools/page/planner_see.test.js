@@ -23,6 +23,31 @@ describe("See", () => {
         assert.equal(await placed(page), "11 of 12");
     });
 
+    at("what one compares with is what is offered for it, when another variant is looked at or one is removed", async (page) => {
+        const compared = () => page.getByLabel("Compare with").locator("option:checked").textContent();
+        const raise = async (value) => {
+            await edit(page, "Modules");
+            await press(page, "Control+Home", "ArrowDown", "ArrowDown", "ArrowRight", "ArrowRight", "ArrowRight", "ArrowRight");
+            await settled(page, () => press(page, value, "Enter"));
+        };
+        await openFiles(page, small);
+        await raise("3");
+        await settled(page, () => page.getByRole("button", { name: "New variant" }).click());
+        await raise("0");
+        await settled(page, () => page.getByLabel("Compare with").selectOption("variant A"));
+        const before = await status(page);
+        assert.match(before, /lost/);
+        await settled(page, () => page.locator("#variants [aria-pressed]").first().click());
+        assert.equal(await compared(), "the last change");
+        assert.match(await status(page), /gained/);
+        await settled(page, () => page.getByLabel("Compare with").selectOption("variant B"));
+        await settled(page, () => page.locator("#variants [aria-pressed]").last().click());
+        await settled(page, () => page.getByLabel("Compare with").selectOption("variant A"));
+        await settled(page, () => page.getByRole("button", { name: "Remove variant" }).click());
+        assert.equal(await compared(), "the last change");
+        assert.match(await status(page), /gained/);
+    });
+
     at("what the engine has refused is mended by the next change, and compared with what ran last", async (page) => {
         await page.getByRole("button", { name: "An empty head-end" }).click();
         await page.getByRole("alert").getByText(/no module is the controller/).waitFor();
