@@ -4,7 +4,7 @@
 import { button, counted, h, name } from "./dom.js";
 import { Cancelled } from "./engine.js";
 import { textOf } from "./plan.js";
-import { moduleName } from "./outcome.js";
+import { keyOf, moduleName } from "./outcome.js";
 
 const onlyResult = "A result does not tell what modules answer: open its head-end.";
 
@@ -144,10 +144,11 @@ export class Explanation {
     constructor(plan, engine, actions) {
         Object.assign(this, { plan, engine, actions });
         this.heading = h("h2", { id: "explained", tabindex: -1 });
+        this.inTable = button("In the table", () => this.actions.showService(this.service));
         this.body = h("div", { class: "answer" });
         this.element = h("aside", { class: "explanation", "aria-labelledby": "explained", hidden: true,
             onkeydown: (event) => { if (event.key === "Escape") this.close(); } },
-        h("header", {}, this.heading, button("In the table", () => this.actions.showService(this.service)), button("Close", () => this.close())), this.body);
+        h("header", {}, this.heading, this.inTable, button("Close", () => this.close())), this.body);
     }
 
     close() {
@@ -167,6 +168,8 @@ export class Explanation {
         this.of = this.plan.variant;
         const asked = this.asked = {};
         this.heading.replaceChildren(name(service.name));
+        // Not that of a result, which has no tables.
+        this.inTable.hidden = !this.plan.headend?.services?.some((one) => keyOf(one) === keyOf(service));
         if (!this.plan.headend) return this.body.replaceChildren(h("p", {}, onlyResult));
         const told = await this.engine.ask({ ask: "explain", services: [queryFor(service)], width: columnsIn(this.body) }, [textOf(this.plan.headend)])
             .then(({ texts }) => h("pre", { tabindex: 0 }, texts[1]), (wrong) => h("p", {}, name(wrong.message)));

@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { join } from "node:path";
 import { describe } from "node:test";
-import { downloaded, edit, examples, grid, medium, openFiles, placed, press, see, settled, setUp, small } from "./planner_page.js";
+import { activeCell, downloaded, edit, examples, grid, made, medium, native, openFiles, placed, press, see, settled, setUp, small } from "./planner_page.js";
 
 const { at } = setUp();
 
@@ -43,6 +43,23 @@ describe("Ask", () => {
         await box.waitFor({ state: "hidden" });
         assert.equal(await page.locator("#messages").isVisible(), false);
         assert.equal(await page.evaluate(() => document.activeElement.getAttribute("aria-label")), "Services");
+    });
+
+    at("an explanation leads to the table where there is one", async (page) => {
+        const leads = async () => {
+            await page.locator(".left-out .link").first().click();
+            await page.locator(".explanation").getByRole("button", { name: "Close" }).waitFor();
+            return page.locator(".explanation").getByRole("button", { name: "In the table" }).isVisible();
+        };
+        await openFiles(page, small);
+        assert.equal(await leads(), true);
+        await page.getByRole("button", { name: "In the table" }).click();
+        const name = await page.locator(".explanation h2").textContent();
+        await grid(page, "Services").locator("[role=row]:has(.active)", { hasText: name }).waitFor();
+        await press(page, "ArrowRight");
+        assert.equal(await activeCell(page, "Services"), name);
+        await openFiles(page, made("small.result.json", native("run", small, "--json", "--trials", "0")));
+        assert.equal(await leads(), false);
     });
 
     at("a proposal of sizing is taken over", async (page) => {
