@@ -44,7 +44,8 @@ TEST(BoundByKind, TheSameNumbersGiveTheSameBound) {
     for (std::uint32_t stream = 1; stream <= 20; ++stream)
         streams.emplace_back(stream % 7 + 1, Demand{stream * 37 % 11 + 1, stream % 3, 0, stream % 5 + 1});
     const std::vector<Demand> of_any = {{3, 1, 0, 9}};
-    const PricedDemands demands{streams, of_any, kinds_of({{4, 40}, {2, 90}, {3, 60}}), 30, 0};
+    const PricedDemands demands{
+        streams, of_any, kinds_of({{4, 40, {40, 9, 0}}, {2, 90, {90, 12, 0}}, {3, 60, {60, 9, 0}}}), 30, 0};
     const double bound = least_bound_by_kind(demands, {0.05, 0, 0});
     EXPECT_GT(bound, 0);
     EXPECT_EQ(least_bound_by_kind(demands, {0.05, 0, 0}), bound);

@@ -10,6 +10,7 @@
 #include "headend/headend_json.h"
 #include "placement/made_services.h"
 #include "placement/random_headend.h"
+#include "placement/running/capacity.h"
 #include "placement/running/host.h"
 
 namespace zarven::tool::bound_test {
@@ -196,6 +197,49 @@ TEST(Bound, AModuleStaysWithinItsPids) {
     EXPECT_EQ(bound.pids.capacity, 4u);
     EXPECT_EQ(bound.pids.wanted, 8u);
     EXPECT_EQ(bound.pids.allows, 2u);
+}
+
+/// Both modules together would do, but the stream needs an input of each, and none is left for the other.
+TEST(Bound, AnInputBringsNoMoreThanItsModuleTakes) {
+    Headend headend;
+    for (const char* mac : {"A", "B"})
+        headend.modules.push_back({mac, 3, mac[0] == 'A', 1, {1000}, 4, 2, 2, 0});
+    headend.services = {service(1, 10, 1, 2), service(2, 10, 1, 2), service(3, 10, 1, 2),
+                        service(4, 10, 1, 2), service(5, 20, 1, 0)};
+    EXPECT_EQ(bound_of(headend).inputs.allows, 5u);
+    EXPECT_EQ(bound_of(headend).pids.allows, 5u);
+    EXPECT_EQ(bound_of(headend).most, 4u);
+    headend.modules[0].pids_max = 7;
+    EXPECT_EQ(bound_of(headend).most, 4u);
+    headend.modules[0].pids_max = 8;
+    EXPECT_EQ(bound_of(headend).most, 5u);
+    headend.modules[0].pids_max = 4;
+    headend.modules[0].inputs = 2;
+    EXPECT_EQ(bound_of(headend).most, 5u) << "an input is left";
+    headend.modules[0].inputs = 1;
+    for (Service& one : headend.services) {
+        one.ca_pids = one.ca_pids_max = 0;
+        one.transcoding = one.tsid == 10 ? 1 : 0;
+    }
+    EXPECT_EQ(bound_of(headend).most, 4u) << "two transcoders each";
+    headend.modules[1].sd_transcoders = 4;
+    EXPECT_EQ(bound_of(headend).most, 5u);
+    for (Service& one : headend.services) {
+        one.transcoding = 0;
+        one.bitrate = one.tsid == 10 ? 333 : 1;
+    }
+    EXPECT_EQ(bound_of(headend).most, 4u) << "999 kbit/s on each";
+    headend.modules[1].outputs = {1000, 1000};
+    EXPECT_EQ(bound_of(headend).most, 5u);
+}
+
+TEST(Bound, OfTheValueIsASumOfValues) {
+    Headend headend = roomy({service(1, 10, 1, 3), service(2, 10, 1, 3), service(3, 10, 1, 3)});
+    headend.modules[0].pids_max = 8;
+    headend.modules[0].inputs = 1;
+    EngineRun loaded = load_engine(headend, "f");
+    EXPECT_EQ(bound_of(loaded, capacities_of(loaded), {10, 10, 5}).most, 20u);
+    EXPECT_EQ(bound_of(loaded, capacities_of(loaded), {7, 7, 7}).most, 14u);
 }
 
 TEST(Bound, PidsAreThoseThatTheEngineCounts) {

@@ -57,7 +57,7 @@ private:
         std::uint64_t capacity;
         double lowest_price;
         double highest_price;
-        double CommonPrices::*common;
+        double PerResource::*common;
         double price = 0;
     };
 
@@ -68,10 +68,11 @@ private:
     BoundLimit limit_of(Resource resource, std::uint64_t capacity) const;
     BoundLimit limit_of_inputs() const;
     BoundLimit limit_of_places() const;
-    void price(Resource resource, const BoundLimit& limit, double CommonPrices::*common);
+    void price(Resource resource, const BoundLimit& limit, double PerResource::*common);
     double value() const;
     double least_value(std::size_t first);
     double least_value_by_kind() const;
+    std::size_t value_step() const;
 
     std::vector<const tRec_Servicio*> possible_;
     std::vector<Demand> demands_;
@@ -83,7 +84,7 @@ private:
     std::vector<Priced> priced_;
     double least_ = std::numeric_limits<double>::infinity();
     /// Those with which it came about.
-    CommonPrices best_prices_;
+    PerResource best_prices_;
     Bound bound_;
 };
 
@@ -122,9 +123,10 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
         const auto takes = [&module](const tRec_Servicio* service) { return could_take(module, *service); };
         if (std::none_of(possible_.begin(), possible_.end(), takes))
             continue;
-        KindTotals usable{module.inputs, 0};
+        KindTotals usable{module.inputs};
+        const std::uint64_t pids = module.pids_max / pids_step * pids_step;
         totals_.inputs += module.inputs;
-        totals_.pids += module.pids_max / pids_step * pids_step;
+        totals_.pids += pids;
         totals_.transcoders += module.transcoders();
         for (const OutputCapacity& output : module.outputs) {
             if (!reglas::bajoTecho(0, output.bitrate_max))
@@ -132,6 +134,8 @@ void Relaxation::add_totals(const std::vector<ModuleCapacity>& modules) {
             usable.bitrate += reglas::cargaMaxima(output.bitrate_max) / bitrate_step * bitrate_step;
             totals_.places += output.service_max;
         }
+        usable.of_one = {static_cast<double>(usable.bitrate), static_cast<double>(pids),
+                         static_cast<double>(module.transcoders())};
         totals_.bitrate += usable.bitrate;
         totals_.modules.push_back(usable);
     }
@@ -194,7 +198,7 @@ BoundLimit Relaxation::limit_of_places() const {
 
 /// A resource of which there is enough has the price 0. At the highest price no service that takes any of it
 /// is worth anything; under the lowest one the price of all that is wanted does not matter.
-void Relaxation::price(Resource resource, const BoundLimit& limit, double CommonPrices::*common) {
+void Relaxation::price(Resource resource, const BoundLimit& limit, double PerResource::*common) {
     if (limit.wanted <= limit.capacity)
         return;
     double highest = 0;
@@ -295,16 +299,25 @@ Bound Relaxation::limits() && {
     return std::move(bound_);
 }
 
+/// What divides all values divides every sum of them.
+std::size_t Relaxation::value_step() const {
+    std::uint64_t divisor = 0;
+    for (const Demand& demand : demands_)
+        divisor = std::gcd(divisor, demand.value);
+    return static_cast<std::size_t>(std::max(divisor, std::uint64_t{1}));
+}
+
 Bound Relaxation::bound() && {
     find_limits();
-    price(&Demand::bitrate, bound_.bitrate, &CommonPrices::bitrate);
-    price(&Demand::pids, bound_.pids, &CommonPrices::pids);
-    price(&Demand::transcoders, bound_.transcoders, &CommonPrices::transcoders);
+    price(&Demand::bitrate, bound_.bitrate, &PerResource::bitrate);
+    price(&Demand::pids, bound_.pids, &PerResource::pids);
+    price(&Demand::transcoders, bound_.transcoders, &PerResource::transcoders);
     // Rounding errors are far smaller than this, and must not lower a bound that is a whole number.
     const double tolerance = 1e-6;
     least_value(0);
     least_ = std::min(least_, least_value_by_kind());
     bound_.most = std::min(bound_.most, static_cast<std::size_t>(std::floor(least_ + tolerance)));
+    bound_.most -= bound_.most % value_step();
     return std::move(bound_);
 }
 

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <numeric>
+#include <utility>
+
+#include "placement/best_within.h"
 
 namespace zarven::tool {
 
@@ -22,15 +24,31 @@ constexpr double last_step = 0.002;
 constexpr double memory = 0.9;
 constexpr double memory_of_squares = 0.99;
 
-struct TakenAtPrices {
-    double bitrate = 0;
-    double pids = 0;
-    double transcoders = 0;
+struct PricedResource {
+    std::uint32_t Demand::*of_demand;
+    double PerResource::*total;
+};
+
+constexpr PricedResource resources[] = {{&Demand::bitrate, &PerResource::bitrate},
+                                        {&Demand::pids, &PerResource::pids},
+                                        {&Demand::transcoders, &PerResource::transcoders}};
+
+void add(PerResource& sum, const Demand& demand) {
+    for (const PricedResource& resource : resources)
+        sum.*resource.total += demand.*resource.of_demand;
+}
+
+/// What becomes of a stream at the prices in force.
+struct Offer {
+    /// Less what its inputs cost.
+    double worth = 0;
+    double inputs = 0;
+    PerResource taken;
 };
 
 class Descent {
 public:
-    Descent(const PricedDemands& demands, const CommonPrices& start);
+    Descent(const PricedDemands& demands, const PerResource& start);
 
     double least();
 
@@ -52,11 +70,16 @@ private:
     struct Kind {
         Price bitrate;
         Price inputs;
+        PerResource of_one;
     };
 
     template <class Act> void each_price(const Act& act);
-    double worth_of(const std::vector<Demand>& demands, const Price& bitrate, TakenAtPrices& usage) const;
-    void take(Kind& kind, const TakenAtPrices& usage);
+    double left_of(const Demand& demand, const Price& bitrate) const;
+    Offer all_of(const std::vector<Demand>& demands, const Price& bitrate) const;
+    Offer offer_of(const std::vector<Demand>& stream, const Kind& kind, double least);
+    Offer offer_within(const std::vector<Demand>& stream, const Kind& kind, const PricedResource& resource);
+    void find_further_inputs();
+    void take(Kind& kind, const Offer& offer);
     double bound();
     void step(double length);
 
@@ -64,6 +87,11 @@ private:
     std::vector<Kind> kinds_;
     Price pids_;
     Price transcoders_;
+    /// The cheapest input, and the most that any one module has.
+    double further_price_ = 0;
+    PerResource further_;
+    BestWithin best_within_;
+    std::vector<const Demand*> worth_it_;
     /// The weight of all that the means have seen, against what was before it.
     double mean_weight_ = 0;
     double square_weight_ = 0;
@@ -78,27 +106,23 @@ template <class Act> void Descent::each_price(const Act& act) {
     act(transcoders_);
 }
 
-Descent::Descent(const PricedDemands& demands, const CommonPrices& start) : demands_(demands) {
-    TakenAtPrices all;
+Descent::Descent(const PricedDemands& demands, const PerResource& start) : demands_(demands) {
+    PerResource all;
     double value = 0;
-    double services = 0;
-    const auto add = [&](const std::vector<Demand>& of_stream) {
+    const auto add_all = [&](const std::vector<Demand>& of_stream) {
         for (const Demand& demand : of_stream) {
-            all.bitrate += demand.bitrate;
-            all.pids += demand.pids;
-            all.transcoders += demand.transcoders;
+            add(all, demand);
             value += static_cast<double>(demand.value);
-            services += 1;
         }
     };
-    std::for_each(demands.streams.begin(), demands.streams.end(), add);
-    add(demands.of_any_stream);
+    std::for_each(demands.streams.begin(), demands.streams.end(), add_all);
+    add_all(demands.of_any_stream);
     const auto price = [&](double now, std::uint64_t capacity, double of_all) {
         return Price{now, static_cast<double>(capacity), 0, of_all == 0 ? 0 : value / of_all};
     };
     for (const KindTotals& kind : demands.kinds)
         kinds_.push_back({price(start.bitrate, kind.bitrate, all.bitrate),
-                          price(0, kind.inputs, static_cast<double>(demands.streams.size()))});
+                          price(0, kind.inputs, static_cast<double>(demands.streams.size())), kind.of_one});
     pids_ = price(start.pids, demands.pids, all.pids);
     transcoders_ = price(start.transcoders, demands.transcoders, all.transcoders);
     // That of the last stream for which there is an input.
@@ -108,70 +132,126 @@ Descent::Descent(const PricedDemands& demands, const CommonPrices& start) : dema
     if (inputs >= demands.streams.size())
         return;
     std::vector<double> worths;
-    for (const auto& stream : demands.streams) {
-        TakenAtPrices usage;
-        worths.push_back(worth_of(stream, kinds_.front().bitrate, usage));
-    }
+    for (const auto& stream : demands.streams)
+        worths.push_back(all_of(stream, kinds_.front().bitrate).worth);
     const auto last = worths.begin() + static_cast<std::ptrdiff_t>(inputs);
     std::nth_element(worths.begin(), last, worths.end(), std::greater<>());
     for (Kind& kind : kinds_)
         kind.inputs.price = *last;
 }
 
-double Descent::worth_of(const std::vector<Demand>& demands, const Price& bitrate,
-                         TakenAtPrices& usage) const {
-    double worth = 0;
+double Descent::left_of(const Demand& demand, const Price& bitrate) const {
+    return static_cast<double>(demand.value) - bitrate.price * demand.bitrate - pids_.price * demand.pids -
+           transcoders_.price * demand.transcoders;
+}
+
+/// Without inputs, and without a ceiling.
+Offer Descent::all_of(const std::vector<Demand>& demands, const Price& bitrate) const {
+    Offer offer;
     for (const Demand& demand : demands) {
-        const double left = static_cast<double>(demand.value) - bitrate.price * demand.bitrate -
-                            pids_.price * demand.pids - transcoders_.price * demand.transcoders;
+        const double left = left_of(demand, bitrate);
         if (left <= 0)
             continue;
-        worth += left;
-        usage.bitrate += demand.bitrate;
-        usage.pids += demand.pids;
-        usage.transcoders += demand.transcoders;
+        offer.worth += left;
+        add(offer.taken, demand);
     }
-    return worth;
+    return offer;
 }
 
-void Descent::take(Kind& kind, const TakenAtPrices& usage) {
-    kind.bitrate.wanted += usage.bitrate;
-    pids_.wanted += usage.pids;
-    transcoders_.wanted += usage.transcoders;
+/// On an input of the kind, and on further ones if that is worth more. What is worth no more than the least
+/// wanted is not looked at closely, nor are streams of which hundreds of services would be told by few units.
+Offer Descent::offer_of(const std::vector<Demand>& stream, const Kind& kind, double least) {
+    Offer all = all_of(stream, kind.bitrate);
+    all.worth -= kind.inputs.price;
+    all.inputs = 1;
+    Offer offer = all;
+    if (all.worth <= least || stream.size() > BestWithin::most_units)
+        return all;
+    for (const PricedResource& resource : resources)
+        if (all.taken.*resource.total > kind.of_one.*resource.total)
+            if (Offer within = offer_within(stream, kind, resource); within.worth <= offer.worth)
+                offer = within;
+    return offer;
 }
 
-/// Each stream where it is worth most, if that is more than an input costs there.
+/// An input brings no more than a module can take.
+Offer Descent::offer_within(const std::vector<Demand>& stream, const Kind& kind,
+                            const PricedResource& resource) {
+    worth_it_.clear();
+    std::vector<BestWithin::Thing> things;
+    for (const Demand& demand : stream)
+        if (const double left = left_of(demand, kind.bitrate); left > 0) {
+            worth_it_.push_back(&demand);
+            things.push_back({left, demand.*resource.of_demand});
+        }
+    best_within_.assign(std::move(things));
+    const auto worth_within = [this](double ceiling) {
+        return best_within_.worth(static_cast<std::uint64_t>(ceiling));
+    };
+    const auto wanted = static_cast<double>(best_within_.size_of_all());
+    double ceiling = kind.of_one.*resource.total;
+    double paid = kind.inputs.price;
+    Offer best{worth_within(ceiling) - paid, 1, {}};
+    double best_ceiling = ceiling;
+    const double further = further_.*resource.total;
+    for (double inputs = 2;
+         further > 0 && ceiling < wanted && worth_within(wanted) - paid - further_price_ > best.worth;
+         ++inputs) {
+        ceiling += further;
+        paid += further_price_;
+        if (const double worth = worth_within(ceiling) - paid; worth > best.worth) {
+            best = {worth, inputs, {}};
+            best_ceiling = ceiling;
+        }
+    }
+    for (const std::size_t place : best_within_.chosen(static_cast<std::uint64_t>(best_ceiling)))
+        add(best.taken, *worth_it_[place]);
+    return best;
+}
+
+void Descent::find_further_inputs() {
+    further_price_ = kinds_.front().inputs.price;
+    for (const Kind& kind : kinds_) {
+        further_price_ = std::min(further_price_, kind.inputs.price);
+        for (const PricedResource& resource : resources)
+            further_.*resource.total = std::max(further_.*resource.total, kind.of_one.*resource.total);
+    }
+}
+
+void Descent::take(Kind& kind, const Offer& offer) {
+    kind.inputs.wanted += offer.inputs;
+    kind.bitrate.wanted += offer.taken.bitrate;
+    pids_.wanted += offer.taken.pids;
+    transcoders_.wanted += offer.taken.transcoders;
+}
+
+/// Each stream where it is worth most, if that is more than its inputs cost there.
 double Descent::bound() {
     double sum = 0;
     each_price([&sum](Price& price) {
         price.wanted = 0;
         sum += price.paid();
     });
+    find_further_inputs();
     for (const auto& stream : demands_.streams) {
-        double most = 0;
+        Offer most;
         Kind* best = nullptr;
-        TakenAtPrices usage_of_best;
-        for (Kind& kind : kinds_) {
-            TakenAtPrices usage;
-            const double worth = worth_of(stream, kind.bitrate, usage) - kind.inputs.price;
-            if (worth > most) {
-                most = worth;
+        for (Kind& kind : kinds_)
+            if (const Offer offer = offer_of(stream, kind, most.worth); offer.worth > most.worth) {
+                most = offer;
                 best = &kind;
-                usage_of_best = usage;
             }
-        }
         if (best == nullptr)
             continue;
-        sum += most;
-        best->inputs.wanted += 1;
-        take(*best, usage_of_best);
+        sum += most.worth;
+        take(*best, most);
     }
     Kind& cheapest = *std::min_element(kinds_.begin(), kinds_.end(), [](const Kind& one, const Kind& other) {
         return one.bitrate.price < other.bitrate.price;
     });
-    TakenAtPrices usage;
-    sum += worth_of(demands_.of_any_stream, cheapest.bitrate, usage);
-    take(cheapest, usage);
+    const Offer of_any_stream = all_of(demands_.of_any_stream, cheapest.bitrate);
+    sum += of_any_stream.worth;
+    take(cheapest, of_any_stream);
     return sum;
 }
 
@@ -212,6 +292,8 @@ std::vector<KindTotals> kinds_of(std::vector<KindTotals> modules) {
     const auto add = [](KindTotals& kind, const KindTotals& more) {
         kind.inputs += more.inputs;
         kind.bitrate += more.bitrate;
+        for (const PricedResource& resource : resources)
+            kind.of_one.*resource.total = std::max(kind.of_one.*resource.total, more.of_one.*resource.total);
     };
     for (const KindTotals& module : modules)
         if (!kinds.empty() && !has_less(kinds.back(), module))
@@ -226,7 +308,7 @@ std::vector<KindTotals> kinds_of(std::vector<KindTotals> modules) {
     return fewer;
 }
 
-double least_bound_by_kind(const PricedDemands& demands, const CommonPrices& start) {
+double least_bound_by_kind(const PricedDemands& demands, const PerResource& start) {
     return Descent(demands, start).least();
 }
 

@@ -20,10 +20,19 @@ struct Demand {
     std::uint64_t value = 1;
 };
 
+/// A number for each resource that has a price on all modules: how much of it, or what one of it costs.
+struct PerResource {
+    double bitrate = 0;
+    double pids = 0;
+    double transcoders = 0;
+};
+
 /// What all modules of a kind have.
 struct KindTotals {
     std::uint64_t inputs = 0;
     std::uint64_t bitrate = 0;
+    /// The most that one of them has.
+    PerResource of_one = {};
 };
 
 /// Modules with as much bitrate for each input are one kind, and those with about as much where there would
@@ -41,15 +50,9 @@ struct PricedDemands {
     std::uint64_t transcoders = 0;
 };
 
-/// Of one of each, the same for all kinds.
-struct CommonPrices {
-    double bitrate = 0;
-    double pids = 0;
-    double transcoders = 0;
-};
-
-/// The least bound that is found, on the way from the common prices on. The same numbers give the same one.
-double least_bound_by_kind(const PricedDemands& demands, const CommonPrices& start);
+/// The least bound that is found, on the way from these prices on, at first the same for all kinds. The same
+/// numbers give the same one.
+double least_bound_by_kind(const PricedDemands& demands, const PerResource& start);
 
 } // namespace zarven::tool
 
