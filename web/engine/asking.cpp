@@ -101,7 +101,7 @@ Message size(const Message& question) {
 }
 
 Message choose(const Message& question) {
-    const tool::Headend headend = tool::read_headend(headend_name, question.texts.at(0));
+    const tool::Headend headend = settled_headend_of(question);
     tool::ChoosingLimits limits;
     limits.time = std::chrono::seconds(question.head.value("seconds", 5));
     limits.runs = question.head.value("runs", limits.runs);

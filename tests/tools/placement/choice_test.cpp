@@ -144,6 +144,20 @@ TEST_F(ChoiceReportOf, AMustThatIsWithheldIsAskedForOnceMore) {
               "It is withheld: asked for, it is placed, and with it 1 of 2 musts and a value of 1.");
 }
 
+/// There is room for one of them.
+TEST_F(ChoiceReportOf, EachMustThatIsWithheldIsAskedForByItself) {
+    headend.modules[0].outputs = {5000};
+    headend.services = {service(1, 10, 3000), service(2, 10, 3000), service(3, 10, 1000)};
+    headend.services[0].must = headend.services[1].must = true;
+    headend.services[1].value = 3;
+    const ChoiceReport told = report({false, false, true});
+    ASSERT_EQ(told.missed.size(), 2u);
+    EXPECT_EQ(told.missed[0].service.reason,
+              "It is withheld: asked for, it is placed, and with it 1 of 2 musts and a value of 2.");
+    EXPECT_EQ(told.missed[1].service.reason,
+              "It is withheld: asked for, it is placed, and with it 1 of 2 musts and a value of 4.");
+}
+
 TEST_F(ChoiceReportOf, AMustThatNoModuleCouldTake) {
     headend.services[0].must = true;
     headend.services[0].bitrate = 10000;
@@ -346,6 +360,7 @@ TEST(StaysPutOf, ServicesStandWhereTheResultHasThem) {
     EXPECT_EQ(stays.module, (std::vector<std::string>{"", "A", "A", ""}));
     EXPECT_EQ(stays.output, (std::vector<std::uint32_t>{0, 1, 2, 0}));
     EXPECT_EQ(stays.input, (std::vector<std::uint16_t>{0, 1, 1, 0}));
+    EXPECT_EQ(stays.asked, (std::vector<bool>{true, true, true, false}));
 }
 
 TEST(Reach, TheServicesOfAKeyAreOneThatTakesTheLeast) {

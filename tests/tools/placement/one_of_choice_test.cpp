@@ -40,6 +40,38 @@ TEST_F(OneOfChoice, TheSmallerVariantMakesRoomForOthers) {
     EXPECT_EQ(choice.worth.withheld, 0u) << "another of its group is asked for";
 }
 
+/// As `run` places it: the larger variant fits nowhere, and has yielded.
+TEST_F(OneOfChoice, EverythingIsWhatTheVariantsAreSettledOn) {
+    headend.services = {variant(1, 10, "X", 11000), variant(2, 10, "X", 3000), service(3, 10, 3000)};
+    EXPECT_EQ(chosen(1).asked_for_all.placed, 1u);
+    settle_variants(headend, "f");
+    const Choice choice = chosen(1);
+    EXPECT_EQ(choice.asked_for_all.placed, 2u);
+    EXPECT_EQ(choice.asked, (Flags{false, true, true}));
+    const ChoiceReport report = report_of(headend, choice, nullptr, "f");
+    EXPECT_EQ(report.all.counts.placed, 2u);
+    EXPECT_EQ(report.exchanged_variants, 0u);
+    EXPECT_EQ(verdict_of(report), "Nothing better than asking for all 2 services was found: 2 placed");
+    // One that is never asked for yields to one that is.
+    headend.services[1].value = 0;
+    EXPECT_EQ(chosen(1).asked, (Flags{true, false, true}));
+}
+
+TEST_F(OneOfChoice, AnotherVariantIsTold) {
+    headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 3000), service(3, 10, 3000),
+                        service(4, 10, 3000)};
+    Choice choice;
+    choice.asked = {false, true, true, true};
+    EXPECT_EQ(
+        verdict_of(report_of(headend, choice, nullptr, "f")),
+        "Nothing withheld, another variant of 1 asked for: 3 placed in the place of 1, 2 gained, 0 lost");
+    choice.asked = {false, true, true, false};
+    EXPECT_EQ(
+        verdict_of(report_of(headend, choice, nullptr, "f")),
+        "1 of 3 services withheld, another variant of 1 asked for: 2 placed in the place of 1, 1 gained, "
+        "0 lost");
+}
+
 TEST_F(OneOfChoice, WhereBothFitItIsTheBest) {
     headend.services = {variant(1, 20, "X", 2000), variant(2, 10, "X", 3000), service(3, 10, 3000)};
     headend.services[1].video_format = 4;

@@ -11,6 +11,7 @@
 #include "placement/audit/audit.h"
 #include "placement/bound.h"
 #include "placement/choosing/choice.h"
+#include "placement/choosing/engine_trial.h"
 #include "placement/made_services.h"
 #include "placement/one_of.h"
 #include "placement/running/host.h"
@@ -150,6 +151,16 @@ TEST_F(OneOfInRandomHeadends, ChoicesAskForOneOfEachAndRunGivesThem) {
             EXPECT_LE(number, 1u) << "seed " << seed;
             others += number == 1 && !choice.asked[group.variants.front()] ? 1 : 0;
         }
+        // Better variants are taken last, and may make room.
+        const StaysPut none;
+        const EngineTrial trial(headend, none);
+        for (std::size_t service = 0; service < choice.asked.size() && choice.is_sound; ++service)
+            if (trial.is_withheld(service, choice.asked)) {
+                std::vector<bool> with = choice.asked;
+                with[service] = true;
+                EXPECT_FALSE(trial.run(with, &choice.worth).is_sound)
+                    << "seed " << seed << ", service " << service << " is given back";
+            }
         const ChoiceReport report = report_of(headend, choice, nullptr, "f");
         Headend chosen = read_headend("f", write_headend(with_choice(headend, choice)));
         const Outcome as_written = outcome_of(chosen);

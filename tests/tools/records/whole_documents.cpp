@@ -174,6 +174,7 @@ json whole_choice() {
     report.gained = report.lost = {{service, {{"A", 1, {1}}}, true}};
     report.missed = {{a_service(), true, true}};
     report.is_interrupted = true;
+    report.is_given_back = false;
     report.chosen.is_stopped = true;
     ServiceChange change;
     change.service = a_service();

@@ -3,10 +3,13 @@
 #include "report/choice_text.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "made_findings.h"
+#include "placement/documents.h"
 #include "report/choice_fixture.h"
 #include "report/fitting.h"
+#include "report/page/choice_page.h"
 
 namespace zarven::tool::choice_text_test {
 namespace {
@@ -42,6 +45,27 @@ Lost: 2 services
 
 123456 states tried, 1 run of the engine
 )");
+}
+
+TEST(ChoiceText, WhatMightBeGivenBack) {
+    const std::string note = "The search ended before each service withheld was tried once more: some may be "
+                             "asked for without loss.";
+    ChoiceReport report = choice_with_everything();
+    EXPECT_EQ(remainder_of(report), "");
+    report.is_given_back = false;
+    EXPECT_EQ(remainder_of(report), note);
+    EXPECT_NE(
+        choice_text(report, "").find("2 lost\nThe search ended before each service withheld was tried "),
+        std::string::npos)
+        << choice_text(report, "");
+    EXPECT_NE(choice_page(report, "").find("<p class=\"note\">" + note), std::string::npos);
+    EXPECT_TRUE(nlohmann::json::parse(choice_json(report)).at("not_given_back"));
+    report.withheld.resize(1);
+    EXPECT_EQ(remainder_of(report), note);
+    report.withheld[0].value = 0;
+    EXPECT_EQ(remainder_of(report), "") << "no choice asks for it";
+    report.withheld.clear();
+    EXPECT_EQ(remainder_of(report), "");
 }
 
 TEST(ChoiceText, WhatDoesNotCountIsNoMeasure) {
@@ -139,6 +163,12 @@ TEST(ChoiceText, ProgressTellsWhatThereIsToReach) {
     headend.services[0].value = 5;
     EXPECT_EQ(progress_in_figures(progress, headend),
               (Parts{"1 of 2 musts", "value 7", "3 placed", "1 state"}));
+    // Two variants of one, and one that is not asked for.
+    headend.services[0].one_of = headend.services[3].one_of = "X";
+    headend.services[2].must = true;
+    EXPECT_EQ(progress_in_figures(progress, headend)[0], "1 of 2 musts");
+    headend.services[2].ask = false;
+    EXPECT_EQ(progress_in_figures(progress, headend)[0], "1 of 1 musts");
 }
 
 TEST(ChoiceText, WhatIsBrokenComesFirstAndNotesComeLast) {

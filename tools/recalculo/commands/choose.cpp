@@ -16,6 +16,7 @@
 #include "placement/choosing/choice.h"
 #include "placement/choosing/choice_wishes.h"
 #include "placement/documents.h"
+#include "placement/one_of.h"
 #include "placement/result_json.h"
 #include "placement/running/host.h"
 #include "report/choice_text.h"
@@ -83,7 +84,8 @@ void choose_command(const ChooseOptions& options) {
     if (!options.keep.empty())
         kept = read_kept(options.keep);
     const host::Log no_log("");
-    const Headend headend = with_wishes(options, file, written);
+    Headend headend = with_wishes(options, file, written);
+    settle_variants(headend, file);
 
     // Up to the end: what has been found is told, and only then the interruption.
     const interruption::Deferred deferred;

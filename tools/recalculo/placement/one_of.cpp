@@ -172,6 +172,15 @@ std::vector<bool> services_asked_for(const std::vector<Service>& services) {
     return asked;
 }
 
+std::size_t musts_wanted(const std::vector<Service>& services) {
+    auto wanted = std::count_if(services.begin(), services.end(), [](const Service& service) {
+        return service.must && service.ask && !is_variant(service);
+    });
+    for (const OneOf& group : one_of_groups(services))
+        wanted += services[group.variants.front()].must ? 1 : 0;
+    return static_cast<std::size_t>(wanted);
+}
+
 Headend with_all_asked_for(Headend headend) {
     for (Service& service : headend.services) {
         service.ask = true;

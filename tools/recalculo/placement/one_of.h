@@ -31,6 +31,9 @@ bool is_variant(const Service& service);
 /// Whether each service is asked for: of a group the best that does not yield.
 std::vector<bool> services_asked_for(const std::vector<Service>& services);
 
+/// How many of those that may be asked for are marked as `must`; of a group one counts, if any of it is.
+std::size_t musts_wanted(const std::vector<Service>& services);
+
 /// With every service asked for, and each for itself: for who looks for a service among all.
 Headend with_all_asked_for(Headend headend);
 

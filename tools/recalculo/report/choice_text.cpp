@@ -2,11 +2,13 @@
 
 #include "report/choice_text.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "base/counted.h"
+#include "placement/one_of.h"
 #include "report/comparison_text.h"
 #include "report/groups_text.h"
 #include "report/service_list.h"
@@ -37,6 +39,8 @@ public:
         paragraph(verdict_of(report_) + broken_in_figures(broken_among(report_.chosen.findings)));
         if (const std::string doubt = doubt_of(report_); !doubt.empty())
             paragraph(doubt);
+        if (const std::string remainder = remainder_of(report_); !remainder.empty())
+            paragraph(remainder);
         text_ += '\n' + table_of_figures();
         write_missed();
         write_moves();
@@ -165,13 +169,21 @@ private:
 
 std::string verdict_of(const ChoiceReport& report) {
     const std::string until = report.is_interrupted ? ", when it was interrupted" : "";
+    const std::string gain =
+        fmt::format("{} placed in the place of {}, {} gained, {} lost", report.chosen.counts.placed,
+                    report.all.counts.placed, report.gained.size(), report.lost.size());
+    const std::string exchanged =
+        report.exchanged_variants == 0
+            ? ""
+            : fmt::format("another variant of {} asked for", report.exchanged_variants);
+    if (report.withheld.empty() && !exchanged.empty())
+        return fmt::format("Nothing withheld, {}{}: {}", exchanged, until, gain);
     if (report.withheld.empty())
         return fmt::format("Nothing better than asking for all {} was found{}: {} placed",
                            counted(report.all.counts.loaded, "service"), until, report.all.counts.placed);
-    return fmt::format(
-        "{} of {} withheld{}: {} placed in the place of {}, {} gained, {} lost", report.withheld.size(),
-        counted(report.chosen.counts.loaded + report.withheld.size(), "service"), until,
-        report.chosen.counts.placed, report.all.counts.placed, report.gained.size(), report.lost.size());
+    return fmt::format("{} of {} withheld{}{}{}: {}", report.withheld.size(),
+                       counted(report.chosen.counts.loaded + report.withheld.size(), "service"),
+                       exchanged.empty() ? "" : ", ", exchanged, until, gain);
 }
 
 std::string proof_of_musts(const ChoiceReport& report) {
@@ -216,6 +228,13 @@ std::string doubt_of(const ChoiceReport& report) {
                  "it places more than the choice.";
 }
 
+std::string remainder_of(const ChoiceReport& report) {
+    return is_to_be_given_back(report)
+               ? "The search ended before each service withheld was tried once more: some may be asked for "
+                 "without loss."
+               : "";
+}
+
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept) {
     return fmt::format("Against {}: {} in another place, {} where they were, {} no longer placed", kept,
                        counted(moves.moved.size(), "service"), moves.unmoved, moves.gone);
@@ -227,12 +246,9 @@ std::string choice_text(const ChoiceReport& report, const std::string& kept, con
 }
 
 std::vector<std::string> progress_in_figures(const ChoosingProgress& progress, const Headend& headend) {
-    std::size_t musts = 0;
-    bool has_values = false;
-    for (const Service& service : headend.services) {
-        musts += service.must ? 1 : 0;
-        has_values = has_values || service.value != 1;
-    }
+    const std::size_t musts = musts_wanted(headend.services);
+    const bool has_values = std::any_of(headend.services.begin(), headend.services.end(),
+                                        [](const Service& service) { return service.value != 1; });
     std::vector<std::string> parts;
     if (musts != 0)
         parts.push_back(fmt::format("{} of {} musts", progress.best.musts, musts));

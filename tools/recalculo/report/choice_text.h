@@ -22,6 +22,9 @@ std::string proof_of_musts(const ChoiceReport& report);
 /// empty where neither is so.
 std::string doubt_of(const ChoiceReport& report);
 
+/// That services withheld were not all tried once more at the end; empty where they were.
+std::string remainder_of(const ChoiceReport& report);
+
 /// How many services of the placement to be kept are in another place, where they were, or no longer placed.
 std::string moves_in_figures(const MovesAgainstKept& moves, const std::string& kept);
 

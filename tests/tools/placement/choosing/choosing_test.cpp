@@ -183,6 +183,43 @@ TEST(Choosing, StaysWhereItIsIfThatCostsNothing) {
     EXPECT_EQ(second.worth.moved, 0U);
     EXPECT_EQ(second.worth.withheld, 1U);
     EXPECT_EQ(choose(headend, runs(500), {{"A", "", "", "", ""}, {2, 1, 1, 1, 1}}).worth.moved, 1U);
+    EXPECT_EQ(choose(headend, runs(1), {{"", "", "", "", "A"}, {0, 0, 0, 0, 1}}).worth.moved, 1U) << "gone";
+    headend.services[4].value = 0;
+    EXPECT_EQ(choose(headend, runs(1), {{"", "", "", "", "A"}, {0, 0, 0, 0, 1}}).worth.moved, 0U)
+        << "never asked for";
+}
+
+TEST(Choosing, BeginsWithWhatIsAskedForToday) {
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 1, {38000}, 8});
+    headend.modules.push_back({"B", 3, false, 1, {38000}, 8});
+    headend.services = {service(1, 1), service(2, 1), service(3, 2), service(4, 2), service(5, 2, 90000)};
+    const StaysPut stays{{"A", "A", "B", "B", ""}, {1, 1, 1, 1, 0}, {}, {true, true, true, true, false}};
+    const Choice choice = choose(headend, runs(1), stays);
+    EXPECT_EQ(choice.asked_for_all.moved, 4U);
+    EXPECT_EQ(choice.worth.value, 4U);
+    EXPECT_EQ(choice.worth.moved, 0U);
+    // What may not be asked for any more is not, and what is worse than everything is not begun with.
+    headend.services[0].ask = false;
+    EXPECT_EQ(choose(headend, runs(1), stays).worth.value, 3U);
+    EXPECT_EQ(choose(headend, runs(1), {{}, {}, {}, {false, false, true, false, false}}).worth.value, 3U);
+}
+
+/// The best is found while chains run; from then on nothing may be tried any more.
+TEST(Choosing, TellsWhetherAllIsGivenBack) {
+    const host::Log silence("");
+    Headend headend;
+    headend.modules.push_back({"A", 3, true, 1, {10000}, 8});
+    headend.services = {service(1, 10, 9000), service(2, 10, 3000), service(3, 10, 3000),
+                        service(4, 10, 3000)};
+    const auto chosen = [&headend](auto go_on) { return choose_services(headend, runs(3000), {}, go_on); };
+    const Choice whole = chosen([](const ChoosingProgress&) { return true; });
+    EXPECT_EQ(whole.worth.value, 3U);
+    EXPECT_TRUE(whole.is_given_back);
+    const Choice cut = chosen([](const ChoosingProgress& progress) { return progress.best.value < 3; });
+    EXPECT_EQ(cut.worth.value, 3U);
+    EXPECT_FALSE(cut.is_given_back);
+    EXPECT_TRUE(chosen([](const ChoosingProgress&) { return false; }).is_given_back) << "nothing is withheld";
 }
 
 TEST(Choosing, AnotherInputIsAMove) {

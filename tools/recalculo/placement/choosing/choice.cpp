@@ -17,6 +17,7 @@
 #include "placement/reasons/refusal.h"
 #include "placement/running/bounded_run.h"
 #include "placement/running/capacity.h"
+#include "placement/running/host.h"
 #include "placement/services.h"
 
 namespace zarven::tool {
@@ -129,6 +130,7 @@ public:
         note_groups();
         report_.states = choice.states;
         report_.engine_runs = choice.engine_runs;
+        report_.is_given_back = choice.is_given_back;
         for (std::size_t service = 0; service < headend_.services.size(); ++service)
             if (headend_.services[service].ask)
                 sort_in(service);
@@ -160,6 +162,7 @@ private:
             }
             if (chosen == group.variants.size())
                 continue;
+            report_.exchanged_variants += asked_in(all_) != chosen ? 1 : 0;
             const std::size_t service = group.variants[chosen];
             report_.variants.push_back({group.name, described(service), chosen_.is_placed(service),
                                         chosen + 1, group.variants.size()});
@@ -208,28 +211,26 @@ private:
                 {valued(all_variant_[service]), all_.places(all_variant_[service]), is_withheld(service)});
     }
 
-    /// A must that is withheld is asked for once more: the engine then tells why, or places it at a price.
+    /// All of them together have the time of one run.
     void add_missed() {
-        Headend with_musts = chosen_headend_;
-        bool are_withheld = false;
-        for (const std::size_t service : missed_) {
-            are_withheld = are_withheld || is_withheld(service);
-            with_musts.services[service].ask = true;
-        }
-        std::optional<ChosenRun> asked;
-        if (are_withheld)
-            asked.emplace(ChosenRun::or_stopped(with_musts, file_));
+        const host::TimeOfOneRun time;
         for (const std::size_t service : missed_) {
             MissedMust missed{described(service), is_withheld(service), all_.is_impossible(service)};
-            if (!missed.is_withheld)
-                missed.service.reason = chosen_.reason(service);
-            else if (asked->is_stopped())
-                missed.service.reason =
-                    "It is withheld: asked for, the engine does not end within its limits.";
-            else
-                missed.service.reason = asked->is_placed(service) ? price_of(*asked) : asked->reason(service);
+            missed.service.reason = !missed.is_withheld ? chosen_.reason(service)
+                                    : time.is_over()    ? "It is withheld."
+                                                        : reason_withheld(service);
             report_.missed.push_back(std::move(missed));
         }
+    }
+
+    /// It is asked for once more: the engine then tells why it is left out, or places it at a price.
+    std::string reason_withheld(std::size_t service) const {
+        Headend with_it = chosen_headend_;
+        with_it.services[service].ask = true;
+        ChosenRun asked = ChosenRun::or_stopped(with_it, file_);
+        if (asked.is_stopped())
+            return "It is withheld: asked for, the engine does not end within its limits.";
+        return asked.is_placed(service) ? price_of(asked) : asked.reason(service);
     }
 
     std::string price_of(const ChosenRun& asked) const {
@@ -287,6 +288,10 @@ std::size_t never_asked_for(const ChoiceReport& report) {
                       [](const ValuedService& service) { return service.value == 0 && !service.must; }));
 }
 
+bool is_to_be_given_back(const ChoiceReport& report) {
+    return !report.is_given_back && report.withheld.size() > never_asked_for(report);
+}
+
 bool is_less_than_all(const ChoiceReport& report) {
     const auto reached = [](const ChoiceSide& side) {
         return std::make_tuple(is_sound(side), side.musts, side.value);
@@ -310,18 +315,23 @@ StaysPut stays_put(const Headend& headend, const Result& kept) {
     stays.module.resize(wanted.size());
     stays.output.resize(wanted.size());
     stays.input.resize(wanted.size());
-    for (const auto& [from, to] : match(placed, wanted).pairs)
+    stays.asked.resize(wanted.size());
+    for (const auto& [from, to] : match(placed, wanted).pairs) {
+        stays.asked[to] = true;
         if (!placed[from].places.empty()) {
             stays.module[to] = placed[from].places.front().mac;
             stays.output[to] = placed[from].places.front().outputs.front();
             stays.input[to] = placed[from].places.front().input;
         }
+    }
     return stays;
 }
 
 Headend with_choice(Headend headend, const Choice& choice) {
-    for (std::size_t service = 0; service < headend.services.size(); ++service)
+    for (std::size_t service = 0; service < headend.services.size(); ++service) {
         headend.services[service].ask = choice.asked[service];
+        headend.services[service].yields = false;
+    }
     return headend;
 }
 

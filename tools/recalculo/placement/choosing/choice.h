@@ -88,9 +88,13 @@ struct ChoiceReport {
     std::optional<MovesAgainstKept> moves;
     std::uint64_t states = 0;
     std::uint64_t engine_runs = 0;
+    /// One-of groups of which another variant is asked for than with everything asked for.
+    std::size_t exchanged_variants = 0;
     /// Some are not worth 1; else value and number of services are the same.
     bool has_values = false;
     bool is_interrupted = false;
+    /// Each service withheld was tried to be given back.
+    bool is_given_back = true;
     Labels labels;
 };
 
@@ -101,10 +105,13 @@ std::size_t never_asked_for(const ChoiceReport& report);
 /// choice, or there are more musts, or as many and a greater value.
 bool is_less_than_all(const ChoiceReport& report);
 
+/// Some that are withheld might be given back without loss.
+bool is_to_be_given_back(const ChoiceReport& report);
+
 /// Where the services of the head-end stand in a result.
 StaysPut stays_put(const Headend& headend, const Result& kept);
 
-/// The head-end with `ask` as chosen; all else as it is.
+/// The head-end with `ask` as chosen, and no variant settled on; all else as it is.
 Headend with_choice(Headend headend, const Choice& choice);
 
 /// How many of the services that must be placed any placement could place, and how much value it could reach,
@@ -112,8 +119,8 @@ Headend with_choice(Headend headend, const Choice& choice);
 Reach reach_of_musts(const Headend& headend, const std::string& file);
 Reach reach_of_value(const Headend& headend, const std::string& file);
 
-/// Runs the head-end as it is and as chosen, and tells the two apart. `kept` may be null. The log must be
-/// masked.
+/// Runs the head-end as it is, its variants settled, and as chosen, and tells the two apart. `kept` may be
+/// null. The log must be masked.
 ChoiceReport report_of(const Headend& headend, const Choice& choice, const Result* kept,
                        const std::string& file, Reserve reserve = {});
 

@@ -137,6 +137,9 @@ template <> struct Fields<ChoiceReport> {
         visit.required("lost", told_as<Loss>(report.lost), "Placed with everything asked for only");
         visit.where(Condition{report.moves.has_value()}, "moves", report.moves.value_or(MovesAgainstKept()),
                     "With `--keep`: the choice against that placement");
+        visit.if_true("not_given_back", is_to_be_given_back(report),
+                      "The search ended before each service withheld was tried to be given back: some may be "
+                      "asked for without loss; not there otherwise");
         visit.required("states", count(report.states), "States that the search has tried");
         visit.required("engine_runs", count(report.engine_runs), "Runs of the engine that it has made");
         visit.if_true("interrupted", report.is_interrupted,

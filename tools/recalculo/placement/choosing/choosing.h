@@ -38,6 +38,8 @@ struct StaysPut {
     std::vector<std::uint32_t> output;
     /// The input of that module, from 1; 0 if any input of it will do.
     std::vector<std::uint16_t> input = {};
+    /// Whether it is asked for today.
+    std::vector<bool> asked = {};
 };
 
 /// What a choice gives, as the engine placed it and the audit saw it.
@@ -48,7 +50,7 @@ struct ChoiceWorth {
     std::uint64_t value = 0;
     /// Services placed; clones are no services of their own.
     std::size_t placed = 0;
-    /// Services that are placed elsewhere than where they stay put.
+    /// Services that are not placed where they stay put: elsewhere, or nowhere.
     std::size_t moved = 0;
     /// Services that could be asked for and are not.
     std::size_t withheld = 0;
@@ -77,6 +79,8 @@ struct Choice {
     /// Whatever the audit says of that.
     ChoiceWorth asked_for_all;
     bool is_asked_for_all_sound = true;
+    /// Each service withheld was tried to be given back; else the time or the watch ended it before.
+    bool is_given_back = true;
     /// Whether the audit finds nothing broken in `worth`. False only if no sound choice was found at all.
     bool is_sound = true;
     std::uint64_t states = 0;

@@ -57,8 +57,8 @@ std::size_t number_of(const tRec_Servicio& service) {
 } // namespace
 
 EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays)
-    : headend_(headend), stays_(stays), groups_(one_of_groups(headend.services)),
-      group_of_(headend.services.size(), groups_.size()) {
+    : headend_(headend), stays_(stays), settled_(services_asked_for(headend.services)),
+      groups_(one_of_groups(headend.services)), group_of_(headend.services.size(), groups_.size()) {
     for (std::size_t group = 0; group < groups_.size(); ++group)
         for (const std::size_t variant : groups_[group].variants)
             group_of_[variant] = group;
@@ -71,6 +71,24 @@ EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays)
     number_services(headend_);
     for (const Service& service : headend_.services)
         askable_.push_back(service.ask && (service.must || service.value != 0));
+}
+
+std::vector<bool> EngineTrial::everything() const {
+    std::vector<bool> asked = askable_;
+    for (std::size_t service = 0; service < asked.size(); ++service)
+        if (askable_[service] && settled_[service])
+            ask_instead(service, asked);
+    keep_one_of_each(asked);
+    return asked;
+}
+
+std::vector<bool> EngineTrial::asked_today() const {
+    std::vector<bool> asked = stays_.asked;
+    asked.resize(askable_.size(), false);
+    for (std::size_t service = 0; service < asked.size(); ++service)
+        asked[service] = asked[service] && askable_[service];
+    keep_one_of_each(asked);
+    return asked;
 }
 
 void EngineTrial::keep_one_of_each(std::vector<bool>& asked) const {
@@ -147,7 +165,7 @@ EngineTrial::numbers_of(const std::vector<const tRec_Servicio*>& services, const
 
 bool EngineTrial::is_moved(std::size_t service, const std::string& mac, std::uint32_t output,
                            std::uint16_t input) const {
-    if (service >= stays_.module.size() || stays_.module[service].empty())
+    if (!stays(service))
         return false;
     const std::uint32_t stays_on = service < stays_.output.size() ? stays_.output[service] : 0;
     const std::uint16_t stays_at = service < stays_.input.size() ? stays_.input[service] : 0;
@@ -171,6 +189,8 @@ void EngineTrial::read(const EngineRun& run, TrialOutcome& outcome) const {
                 worth.value += headend_.services[index].value;
                 worth.moved += is_moved(index, mac, output, input_of(*service, module));
             }
+    for (std::size_t service = 0; service < outcome.placed.size(); ++service)
+        worth.moved += askable_[service] && stays(service) && !outcome.placed[service];
 }
 
 } // namespace zarven::tool

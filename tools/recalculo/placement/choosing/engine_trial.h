@@ -35,6 +35,10 @@ public:
 
     /// Those that may be asked for.
     const std::vector<bool>& askable() const { return askable_; }
+    /// All of them, and of each group the variant that it is settled on.
+    std::vector<bool> everything() const;
+    /// Those that are asked for today, one of each group; none if that is not known.
+    std::vector<bool> asked_today() const;
 
     /// How many of those are not; of a group that is withheld as a whole, the best stands for all.
     std::size_t withheld_of(const std::vector<bool>& asked) const;
@@ -63,6 +67,9 @@ public:
 
 private:
     void read(const EngineRun& run, TrialOutcome& outcome) const;
+    bool stays(std::size_t service) const {
+        return service < stays_.module.size() && !stays_.module[service].empty();
+    }
     bool is_moved(std::size_t service, const std::string& mac, std::uint32_t output,
                   std::uint16_t input) const;
 
@@ -71,6 +78,7 @@ private:
     Headend headend_;
     const StaysPut& stays_;
     std::vector<bool> askable_;
+    std::vector<bool> settled_;
     std::vector<OneOf> groups_;
     /// Of each service, the place of its group; the number of groups for those in none.
     std::vector<std::size_t> group_of_;

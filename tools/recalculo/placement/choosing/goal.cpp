@@ -174,9 +174,14 @@ FillWorth Goal::worth_of(const Seating& seating) const {
     FillWorth worth;
     for (PartIndex index = 0; index < parts_.size(); ++index) {
         const std::uint32_t output = seating.output_of[index];
-        if (output == no_index)
-            continue;
         const Part& part = parts_[index];
+        if (output == no_index) {
+            if (part.last_output != 0) {
+                ++worth.moved;
+                worth.height -= height_of_move;
+            }
+            continue;
+        }
         worth.musts += part.musts;
         worth.value += part.value;
         worth.height += part.height;

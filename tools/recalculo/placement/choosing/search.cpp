@@ -38,8 +38,7 @@ ChoosingSearch::Job::Job(const ChoosingSearch& search, Numbers& seeds)
 
 Choice ChoosingSearch::choice() {
     const Clock::time_point before = Clock::now();
-    best_.asked = trial_.askable();
-    trial_.keep_one_of_each(best_.asked);
+    best_.asked = trial_.everything();
     best_.outcome = trial_.run(best_.asked);
     time_of_trial_ = Clock::now() - before;
     best_parts_ = parts_of(best_.asked);
@@ -48,15 +47,28 @@ Choice ChoosingSearch::choice() {
     choice.asked_for_all = best_.outcome.worth;
     choice.is_asked_for_all_sound = best_.outcome.is_sound;
     if (!model_.parts.empty() && model_.flat.inputs != 0) {
+        try_asked_today();
         search();
         give_back();
     }
     choice.asked = best_.asked;
     choice.worth = best_.outcome.worth;
     choice.is_sound = best_.outcome.is_sound;
+    choice.is_given_back = is_given_back_;
     choice.states = states_;
     choice.engine_runs = engine_runs_;
     return choice;
+}
+
+/// Nothing changes on air where that is as good as anything.
+void ChoosingSearch::try_asked_today() {
+    TriedChoice today{trial_.asked_today(), {}};
+    if (std::none_of(today.asked.begin(), today.asked.end(), [](bool asked) { return asked; }))
+        return;
+    today.outcome = trial_.run(today.asked);
+    ++engine_runs_;
+    if (today.outcome.is_sound)
+        take(std::move(today));
 }
 
 std::chrono::milliseconds ChoosingSearch::elapsed() const {
@@ -192,24 +204,28 @@ PartFlags ChoosingSearch::parts_of(const std::vector<bool>& services) const {
     return parts;
 }
 
+/// A better variant may make room for others.
 void ChoosingSearch::give_back() {
     std::vector<Judge*> judges;
     for (const auto& job : jobs_)
         judges.push_back(&job->judge);
-    GivingBack giving(std::move(judges), best_);
     std::uint64_t tried = 0;
-    while (!giving.has_ended() && tried < limits_.giving_back && may_go_on({})) {
-        tried += giving.step();
-        best_ = giving.best();
-        for (const auto& job : jobs_)
-            engine_runs_ += job->judge.take_engine_runs();
-    }
-    take_better_variants();
+    do {
+        GivingBack giving(judges, best_);
+        while (!giving.has_ended() && tried < limits_.giving_back && may_go_on({})) {
+            tried += giving.step();
+            best_ = giving.best();
+            for (const auto& job : jobs_)
+                engine_runs_ += job->judge.take_engine_runs();
+        }
+        is_given_back_ = giving.has_ended();
+    } while (is_given_back_ && take_better_variants());
 }
 
 /// What makes no difference to the sum is not the same to viewers: HD comes before SD where nothing else is
-/// lost by it.
-void ChoosingSearch::take_better_variants() {
+/// lost by it. Gives whether any was taken.
+bool ChoosingSearch::take_better_variants() {
+    bool is_any_taken = false;
     for (const OneOf& group : trial_.groups()) {
         const auto asked = std::find_if(group.variants.begin(), group.variants.end(),
                                         [this](std::size_t variant) { return best_.asked[variant]; });
@@ -225,9 +241,11 @@ void ChoosingSearch::take_better_variants() {
                 is_better(best_.outcome.worth, tried.outcome.worth))
                 continue;
             best_ = std::move(tried);
+            is_any_taken = true;
             break;
         }
     }
+    return is_any_taken;
 }
 
 } // namespace zarven::tool

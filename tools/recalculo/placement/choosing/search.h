@@ -45,6 +45,7 @@ private:
     bool may_go_on(Clock::duration reserve);
     std::chrono::milliseconds elapsed() const;
     Clock::duration time_of_giving_back() const;
+    void try_asked_today();
     void search();
     void round(std::uint64_t states);
     void look_at_found(Job& job) const;
@@ -57,7 +58,7 @@ private:
     PartFlags parts_of(const std::vector<bool>& services) const;
     void give_back();
     bool is_best_of_each() const;
-    void take_better_variants();
+    bool take_better_variants();
 
     const ChoosingLimits& limits_;
     const ChoosingWatch& watch_;
@@ -73,6 +74,7 @@ private:
     std::uint64_t states_ = 0;
     std::uint64_t engine_runs_ = 0;
     bool is_stopped_ = false;
+    bool is_given_back_ = true;
 };
 
 } // namespace zarven::tool

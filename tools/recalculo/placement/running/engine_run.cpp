@@ -147,6 +147,7 @@ void Loader::load(const HomeChannel& channel, std::size_t index) {
 void note_groups_and_musts(const Headend& headend, EngineRun& run) {
     std::map<std::string, std::size_t> known;
     bool has_variants = false;
+    run.musts_wanted = musts_wanted(headend.services);
     for (std::size_t index = 0; index < headend.services.size(); ++index) {
         const Service& service = headend.services[index];
         has_variants = has_variants || is_variant(service);
@@ -154,7 +155,6 @@ void note_groups_and_musts(const Headend& headend, EngineRun& run) {
             continue;
         if (service.must)
             run.musts.insert(run.services[index]);
-        run.musts_wanted += service.must && !is_variant(service) ? 1 : 0;
         if (service.group.empty())
             continue;
         const auto [group, is_new] = known.emplace(service.group, run.groups.size());
@@ -165,7 +165,6 @@ void note_groups_and_musts(const Headend& headend, EngineRun& run) {
     if (!has_variants)
         return;
     for (const OneOf& group : one_of_groups(headend.services)) {
-        run.musts_wanted += headend.services[group.variants.front()].must ? 1 : 0;
         for (std::size_t place = 0; place < group.variants.size(); ++place)
             if (const tRec_Servicio* const record = run.services[group.variants[place]])
                 run.variants.push_back({group.name, record, place + 1, group.variants.size()});

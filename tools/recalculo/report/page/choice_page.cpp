@@ -185,6 +185,8 @@ std::string choice_page(const ChoiceReport& report, const std::string& kept) {
     facts["figures"] = figures_of(report);
     if (const std::string doubt = doubt_of(report); !doubt.empty())
         facts["doubt"] = doubt;
+    if (const std::string remainder = remainder_of(report); !remainder.empty())
+        facts["remainder"] = remainder;
     facts["searched"] = fmt::format("{} tried, {} of the engine.", counted(report.states, "state", "states"),
                                     counted(report.engine_runs, "run", "runs"));
     facts["lists"] = lists;
