@@ -191,6 +191,31 @@ TEST_F(Streams, WhatCannotBeWrittenWholeLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(names_in(folder), std::set<std::string>{"file"});
 }
 
+TEST_F(Streams, WhatCannotBeWrittenIsKnownBeforeAndNothingIsChanged) {
+    namespace fs = std::filesystem;
+    const auto problem = [](const fs::path& path) { return failure_message([&] { expect_writable(path); }); };
+    fs::create_directory(folder / "folder");
+    fs::create_symlink("folder", folder / "link");
+    write_text(folder / "read", "read");
+    read_text(folder / "read");
+    for (const char* bad : {"missing/file", "read/file", "missing/", "folder", "folder/", "link", "read"}) {
+        const std::string path = folder / bad;
+        const std::string told = problem(path);
+        EXPECT_EQ(told.rfind(path + ": cannot be written: ", 0), 0u) << bad << told;
+        EXPECT_EQ(told, failure_message([&] { write_text(path, "text"); })) << bad;
+    }
+    write_text(folder / "old", "old");
+    fs::create_symlink("new", folder / "link to new");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const auto before = names_in(folder);
+    for (const fs::path& good : {folder / "old", folder / "new", folder / "link to new", folder / "pipe",
+                                 fs::path("/dev/full"), fs::path("-"), fs::path("/dev/stdout")})
+        EXPECT_NO_THROW(expect_writable(good)) << good;
+    EXPECT_EQ(names_in(folder), before);
+    EXPECT_EQ(names_in(folder / "folder").size(), 0u);
+    EXPECT_EQ(read_text(folder / "old"), "old");
+}
+
 TEST_F(Streams, WhoeverHasTheOldFileOpenReadsItToTheEnd) {
     const std::string path = folder / "file";
     write_text(path, "old");

@@ -212,6 +212,61 @@ TEST_F(ChooseCommand, Refuses) {
         1);
 }
 
+TEST_F(ChooseCommand, RefusesWhatCannotBeWrittenBeforeItSearches) {
+    // No search is made of it, nor could be: that would be the complaint.
+    json cannot_run = json::parse(one_input);
+    cannot_run["modules"][0]["controller"] = false;
+    const std::string headend = write("headend.json", cannot_run.dump());
+    const std::string command = "choose " + headend + repeatable;
+    EXPECT_EQ(run(command).code, 1);
+    for (const std::string option : {"-o ", "--html "}) {
+        expect_refused(run(command + option + file("none/x")),
+                       file("none/x") + ": cannot be written: No such file or directory");
+        expect_refused(run(command + option + folder.string()),
+                       folder.string() + ": cannot be written: Is a directory");
+        expect_refused(run(command + option + headend),
+                       headend +
+                           ": cannot be written: it was read by the same command; expected another file");
+    }
+    write("old", "old");
+    EXPECT_EQ(run(command + "-o " + file("old") + " --html " + file("new")).code, 1);
+    EXPECT_EQ(read(file("old")), "old");
+    EXPECT_FALSE(fs::exists(file("new")));
+}
+
+TEST_F(ChooseCommand, ReportsEvenWhereAFileCannotBeWrittenInTheEnd) {
+    const std::string command = "choose -" + std::string(repeatable);
+    const std::string report = run(command, one_input).out;
+    const std::string full = "recalculo: /dev/full: cannot be written: No space left on device\n";
+    for (const std::string option : {"-o /dev/full", "--html /dev/full"}) {
+        const Outcome outcome = run(command + option, one_input);
+        EXPECT_EQ(outcome.code, 2) << option;
+        EXPECT_EQ(outcome.out, report) << option;
+        EXPECT_EQ(outcome.err, full) << option;
+    }
+    fs::create_symlink("/dev/full", file("link"));
+    const Outcome outcome = run(command + "-o /dev/full --html " + file("link"), one_input);
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.out, report);
+    EXPECT_EQ(outcome.err,
+              full + "recalculo: " + file("link") + ": cannot be written: No space left on device\n");
+    const std::string path = file("chosen.json");
+    EXPECT_EQ(run(command + "--html /dev/full -o " + path, one_input).code, 2);
+    EXPECT_EQ(placed_in(json::parse(run("run --json " + path).out)), (Lcns{2, 3}));
+}
+
+TEST_F(OnATerminal, AnInterruptedChoiceTellsWhatCouldNotBeWritten) {
+    const std::string headend = write("headend.json", one_input);
+    start({"choose", headend, "--seconds", "600", "--jobs", "1", "-o", "/dev/full"});
+    EXPECT_TRUE(shows(" placed · ")) << shown_;
+    press_control_c();
+    EXPECT_EQ(exit_code(), 130);
+    EXPECT_NE(shown_.find("Nothing better than asking for all"), std::string::npos) << shown_;
+    EXPECT_TRUE(ends_with("recalculo: /dev/full: cannot be written: No space left on device\r\n"
+                          "recalculo: interrupted\r\n"))
+        << shown_;
+}
+
 TEST_F(OnATerminal, ChooseTellsTheBestAndEndsWithIt) {
     const std::string headend = write("headend.json", one_input);
     const std::string path = file("chosen.json");

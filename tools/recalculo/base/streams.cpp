@@ -12,6 +12,7 @@
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -180,6 +181,28 @@ void write_text(const std::string& path, const std::string& text) {
     } else {
         write_in_place(path, text);
     }
+}
+
+void expect_writable(const std::string& path) {
+    const std::string name = path == standard_stream ? "standard output" : path;
+    if (std::FILE* stream = open_already(path))
+        return refuse_what_was_read(status_of(fileno(stream)), name);
+    const auto status = status_of(path);
+    refuse_what_was_read(status, name);
+    if (is_replaceable(path)) {
+        const interruption::Held whole;
+        const Replacement file(path);
+        if (file.is_open())
+            return;
+        if (!file.must_be_written_in_place())
+            fail(path, cannot_be_written);
+    }
+    // Without opening it: what is no file may wait for a reader, or take that for the end.
+    if (status && S_ISDIR(status->st_mode))
+        errno = EISDIR;
+    else if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0)
+        return;
+    fail(path, cannot_be_written);
 }
 
 bool is_same_output(const std::string& one, const std::string& other) {

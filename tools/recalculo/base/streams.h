@@ -33,6 +33,10 @@ File open_for_writing(const std::string& path);
 /// `Failure`.
 void write_text(const std::string& path, const std::string& text);
 
+/// Throws the `Failure` that `write_text` would, where it is known before there is a text: for what takes
+/// long to find. Changes nothing.
+void expect_writable(const std::string& path);
+
 /// Both lead to one file, by whatever name, or will when it is there. "-" is standard output. What is no file
 /// and holds nothing, as a terminal, is never the same.
 bool is_same_output(const std::string& one, const std::string& other);

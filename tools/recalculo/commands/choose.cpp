@@ -83,6 +83,9 @@ void choose_command(const ChooseOptions& options) {
     std::optional<Result> kept;
     if (!options.keep.empty())
         kept = read_kept(options.keep);
+    if (!options.chosen.empty())
+        expect_writable(options.chosen);
+    expect_writable(options.output);
     const host::Log no_log("");
     Headend headend = with_wishes(options, file, written);
     settle_variants(headend, file);
@@ -93,19 +96,23 @@ void choose_command(const ChooseOptions& options) {
     ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file, reserve);
     report.is_interrupted = interruption::is_pending();
 
-    if (!options.chosen.empty())
-        write_text(options.chosen, write_headend(with_choice(written, choice)));
     const std::string kept_name = input_name(options.keep);
     const bool is_told = options.chosen != standard_stream;
-    write_reports(
-        options.output, [&] { return choice_page(report, kept_name); },
-        [&]() -> std::string {
-            if (!is_told)
-                return "";
-            return options.output.json ? choice_json(report)
-                                       : choice_text(report, kept_name, style_of(options.style),
-                                                     extent_of(options.wishes.verbose));
-        });
+    const auto text = [&]() -> std::string {
+        if (!is_told)
+            return "";
+        return options.output.json ? choice_json(report)
+                                   : choice_text(report, kept_name, style_of(options.style),
+                                                 extent_of(options.wishes.verbose));
+    };
+    write_each({[&] {
+                    if (!options.chosen.empty())
+                        write_text(options.chosen, write_headend(with_choice(written, choice)));
+                },
+                [&] {
+                    write_reports(
+                        options.output, [&] { return choice_page(report, kept_name); }, text);
+                }});
 }
 
 } // namespace zarven::tool

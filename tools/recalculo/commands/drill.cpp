@@ -49,6 +49,7 @@ void drill_command(const DrillCommandOptions& options) {
     std::optional<Module> spare;
     if (!options.spare.empty())
         spare = read_kind(options.spare);
+    expect_writable(options.output);
     // What has been found is told before the program ends.
     const interruption::Deferred deferred;
     const Drill drill = drill_input(headend, spare, options);

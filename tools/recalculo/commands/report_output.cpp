@@ -1,9 +1,13 @@
 #include "commands/report_output.h"
 
+#include <optional>
+
 #include <fmt/format.h>
 
 #include "base/failure.h"
+#include "base/interruption.h"
 #include "base/streams.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -24,14 +28,43 @@ void check(const ReportOutput& output, const std::vector<NamedOutput>& others) {
         outputs.push_back({"--html", output.html});
     outputs.insert(outputs.end(), others.begin(), others.end());
     check_apart(outputs);
+    expect_writable(output);
+}
+
+void expect_writable(const ReportOutput& output) {
+    if (!output.html.empty())
+        expect_writable(output.html);
+}
+
+void write_each(const std::vector<std::function<void()>>& writings) {
+    std::optional<Failure> failure;
+    const auto tell = [&failure] { write_message(fmt::format("recalculo: {}", failure->what())); };
+    for (const auto& write : writings)
+        try {
+            write();
+        } catch (const Failure& another) {
+            if (failure)
+                tell();
+            failure.emplace(another);
+        }
+    if (!failure)
+        return;
+    if (!interruption::is_pending())
+        throw Failure(*failure);
+    // The program ends before anybody would catch it.
+    tell();
 }
 
 void write_reports(const ReportOutput& output, const std::function<std::string()>& page,
                    const std::function<std::string()>& report) {
-    if (!output.html.empty())
-        write_text(output.html, page());
-    if (output.html != standard_stream)
-        write_text(standard_stream, report());
+    write_each({[&] {
+                    if (!output.html.empty())
+                        write_text(output.html, page());
+                },
+                [&] {
+                    if (output.html != standard_stream)
+                        write_text(standard_stream, report());
+                }});
 }
 
 } // namespace zarven::tool
