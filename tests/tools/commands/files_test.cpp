@@ -64,6 +64,15 @@ TEST_F(CommandLine, TwoOutputsIntoOneFileAreRefused) {
                "the report and --html both write to " + page);
     expect_two("run --html - " + small + " --log /dev/stdout >" + page,
                "the report and --log both write to /dev/stdout");
+    const std::string choose = "choose --runs 1 --jobs 1 " + small;
+    expect_two(choose + " --html " + page + " -o " + file("./page"),
+               "--html and -o both write to " + file("./page"));
+    expect_two(choose + " --html " + page + " -o " + file("link"),
+               "--html and -o both write to " + file("link"));
+    for (const std::string form : {"", " --json", " --html -"})
+        expect_two(choose + form + " -o " + page + " >" + page, "the report and -o both write to " + page);
+    expect_two(choose + " -o - --html " + page + " >" + page, "the report and --html both write to " + page);
+    EXPECT_EQ(run(choose + " --html /dev/null -o /dev/null >/dev/null").code, 0);
     EXPECT_EQ(run("run " + small + " --html /dev/null --log /dev/null >/dev/null").code, 0);
 }
 

@@ -29,14 +29,14 @@ namespace zarven::tool {
 namespace {
 
 void check(const ChooseOptions& options) {
-    check(options.output);
-    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.keep),
-                              "the head-end and for --keep");
-    if (options.chosen == standard_stream && (options.output.json || options.output.html == standard_stream))
+    const bool is_told = options.chosen != standard_stream;
+    if (!is_told && (options.output.json || options.output.html == standard_stream))
         throw Failure(fmt::format("{} and -o - both write to standard output; expected a file for -o",
                                   options.output.json ? "--json" : "--html -"));
-    if (!options.chosen.empty() && options.chosen != standard_stream && options.chosen == options.output.html)
-        throw Failure("--html and -o both write to " + options.chosen + "; expected two files");
+    // With -o - there is no other report.
+    check(options.output, {{"-o", is_told ? options.chosen : ""}});
+    expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.keep),
+                              "the head-end and for --keep");
 }
 
 ChoosingLimits limits_of(const ChooseOptions& options) {
