@@ -193,6 +193,8 @@ TEST_F(ChooseCommand, Refuses) {
                        ": /services/0/value: found 1001, expected a whole number from 0 to 1000");
     expect_refused(run("choose - --keep -", one_input),
                    "standard input: found \"-\" for the head-end and for --keep, expected it once");
+    expect_refused(run("choose " + headend + " --wish - --keep -", "a\n"),
+                   "standard input: found \"-\" for --wish and for --keep, expected it once");
     expect_refused(run("choose " + headend + " --json -o -"),
                    "--json and -o - both write to standard output; expected a file for -o");
     expect_refused(run("choose " + headend + " --html - -o -"),

@@ -258,6 +258,18 @@ TEST_F(CommandLine, ImportRefusesWhatIsNoList) {
 TEST_F(CommandLine, ImportCannotReadBothFromStandardInput) {
     expect_refused(run("import - --modules -"),
                    "standard input: found \"-\" for the channel list and for --modules, expected it once");
+    const std::string list = write("list", channel_line);
+    const std::string modules = write("modules.json", modules_text);
+    const std::string select =
+        "standard input: found \"-\" for --select and for something else, expected it once";
+    for (const std::string& others :
+         {"- --modules " + modules, list + " --modules -", list + " --measured - --modules " + modules})
+        expect_refused(run("import --select - " + others, channel_line), select);
+    expect_refused(run("import " + list + " --select - --wish - --modules " + modules, "Canal\n"),
+                   "standard input: found \"-\" for --wish and for something else, expected it once");
+    expect_refused(run("import " + list + " --select - --select - --modules " + modules, "Canal\n"),
+                   "standard input: found \"-\" for two --select, expected it once");
+    EXPECT_EQ(run("import " + list + " --select - --modules " + modules, "Canal\n").code, 0);
 }
 
 TEST_F(CommandLine, ImportOfAMissingFile) {

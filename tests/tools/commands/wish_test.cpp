@@ -39,6 +39,8 @@ TEST_F(CommandLine, WishesThatNobodyMeetsAreAFailure) {
                    "standard input: found \"-\" for --wish and for something else, expected it once");
     expect_refused(run("run " + small + " --wish - --wish -"),
                    "standard input: found \"-\" for two --wish, expected it once");
+    expect_refused(run("run " + small + " --select - --wish -", "Canal Uno\n"),
+                   "standard input: found \"-\" for --select and for --wish, expected it once");
     const std::string no_list = "--wish-lcns: found no --wish, expected the list with the LCNs";
     expect_refused(run("run " + small + " --wish-lcns"), no_list);
     expect_refused(run("import " + examples + "/sample.lamedb --modules " + small + " --wish-lcns"), no_list);

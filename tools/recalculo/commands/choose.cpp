@@ -37,6 +37,8 @@ void check(const ChooseOptions& options) {
     check(options.output, {{"-o", is_told ? options.chosen : ""}});
     expect_one_standard_input(standard_inputs(options.headend.path) + standard_inputs(options.keep),
                               "the head-end and for --keep");
+    expect_one_standard_input(is_standard_input_in(options.wishes.files) + standard_inputs(options.keep),
+                              "--wish and for --keep");
 }
 
 ChoosingLimits limits_of(const ChooseOptions& options) {

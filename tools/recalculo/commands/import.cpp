@@ -29,6 +29,9 @@ void check_standard_input(const ImportOptions& options) {
     if (measured != 0)
         expect_one_standard_input(measured + lists + modules, "--measured and for something else");
     expect_one_standard_input(lists + modules, "the channel list and for --modules");
+    expect_one_standard_input(standard_inputs(options.filter.selections), "two --select");
+    if (is_standard_input_in(options.filter.selections))
+        expect_one_standard_input(1 + measured + lists + modules, "--select and for something else");
 }
 
 bool is_standard_input_taken(const ImportOptions& options) {

@@ -9,6 +9,7 @@
 #include "base/streams.h"
 #include "commands/fail_on.h"
 #include "commands/live_output.h"
+#include "commands/standard_input.h"
 #include "commands/watched_run.h"
 #include "placement/one_of.h"
 #include "placement/result.h"
@@ -79,6 +80,9 @@ void run_command(const RunOptions& options) {
         throw Failure(
             "--strategies shows nothing on the page that --html - writes in the place of the report; expected "
             "a file for --html");
+    expect_one_standard_input(is_standard_input_in(options.filter.selections) +
+                                  is_standard_input_in(options.wishes.files),
+                              "--select and for --wish");
     const std::string file = input_name(options.headend.path);
     Headend headend = read_input(options.headend);
     ask_for_wishes(options.wishes, options.headend.path, headend);
