@@ -257,6 +257,22 @@ TEST_F(ChooseCommand, ReportsEvenWhereAFileCannotBeWrittenInTheEnd) {
     EXPECT_EQ(placed_in(json::parse(run("run --json " + path).out)), (Lcns{2, 3}));
 }
 
+TEST_F(ChooseCommand, NamesTheFileOfWhatTheEngineRefuses) {
+    for (const std::string name : {"Casa", ""}) {
+        json headend = json::parse(one_input);
+        headend["name"] = name;
+        headend["clones"] = json::parse(R"([{"lcn": 9, "name": "k", "onid": 1, "tsid": 10, "sid": 9}])");
+        const std::string clone = write("clone.json", headend.dump());
+        EXPECT_EQ(run("choose " + clone + repeatable).err, run("run " + clone).err);
+        headend.erase("clones");
+        headend["modules"][0]["controller"] = false;
+        const std::string controller = write("controller.json", headend.dump());
+        const Outcome outcome = run("choose " + controller + repeatable);
+        EXPECT_EQ(outcome.err, run("run " + controller).err);
+        EXPECT_EQ(outcome.err.rfind("recalculo: " + controller + ": the engine could not run", 0), 0u);
+    }
+}
+
 TEST_F(OnATerminal, AnInterruptedChoiceTellsWhatCouldNotBeWritten) {
     const std::string headend = write("headend.json", one_input);
     start({"choose", headend, "--seconds", "600", "--jobs", "1", "-o", "/dev/full"});

@@ -65,9 +65,13 @@ Result read_kept(const std::string& path) {
     return read_result(input_name(path), read_text(path));
 }
 
-Choice search(const Headend& headend, const ChoosingLimits& limits, const StaysPut& stays) {
+Choice search(const Headend& headend, const std::string& file, const ChoosingLimits& limits,
+              const StaysPut& stays) {
+    // What the search complains of it calls by the name, and the planner knows the file.
+    Headend named = headend;
+    named.name = file;
     LineOnStandardError line;
-    return choose_services(headend, limits, stays, [&](const ChoosingProgress& progress) {
+    return choose_services(named, limits, stays, [&](const ChoosingProgress& progress) {
         line.draw([&] { return progress_in_figures(progress, headend); });
         return !interruption::is_pending();
     });
@@ -94,7 +98,8 @@ void choose_command(const ChooseOptions& options) {
 
     // Up to the end: what has been found is told, and only then the interruption.
     const interruption::Deferred deferred;
-    const Choice choice = search(headend, limits_of(options), kept ? stays_put(headend, *kept) : StaysPut());
+    const Choice choice =
+        search(headend, file, limits_of(options), kept ? stays_put(headend, *kept) : StaysPut());
     ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file, reserve);
     report.is_interrupted = interruption::is_pending();
 
