@@ -180,6 +180,33 @@ TEST_F(ChooseCommand, TellsOfValuesForNoService) {
     EXPECT_EQ(outcome.err, "--value 'scrambled=3': no service of standard input is meant\n");
 }
 
+TEST_F(ChooseCommand, TellsOfMustsThatTheFileWithholds) {
+    const auto told = [this](std::size_t withheld) {
+        json headend = json::parse(one_input);
+        for (std::size_t service = 0; service < 4; ++service) {
+            headend["services"][service]["must"] = true;
+            headend["services"][service]["ask"] = service >= withheld;
+        }
+        const Outcome outcome = run("choose -" + std::string(repeatable), headend.dump());
+        EXPECT_EQ(outcome.code, 0);
+        return outcome.err;
+    };
+    const auto message = [](const std::string& services, const std::string& names) {
+        return "standard input: " + services +
+               " with \"must\": true and \"ask\": false, which no choice asks for: " + names + "\n";
+    };
+    EXPECT_EQ(told(0), "");
+    EXPECT_EQ(told(1), message("1 service", "LCN 1 \"a\""));
+    EXPECT_EQ(told(3), message("3 services", "LCN 1 \"a\", LCN 2 \"b\", LCN 3 \"c\""));
+    EXPECT_EQ(told(4), message("4 services", "LCN 1 \"a\", LCN 2 \"b\", LCN 3 \"c\", 1 more"));
+    // A service that is no must, or that the wishes leave aside, is the planner's own choice.
+    EXPECT_EQ(run("choose - --set 'services[0].ask=false'" + std::string(repeatable), one_input).err, "");
+    const std::string wishes = write("wishes", "b\n");
+    EXPECT_EQ(run("choose - --set 'services[0].must=true' --wish " + wishes + repeatable, one_input)
+                  .err.find("which no choice asks for"),
+              std::string::npos);
+}
+
 TEST_F(ChooseCommand, Refuses) {
     const std::string headend = write("headend.json", one_input);
     expect_refused(run("choose " + headend + " --must 9"),

@@ -8,9 +8,11 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "base/failure.h"
 #include "base/interruption.h"
 #include "base/streams.h"
+#include "base/utf8.h"
 #include "commands/standard_input.h"
 #include "headend/headend_json.h"
 #include "placement/choosing/choice.h"
@@ -61,6 +63,22 @@ Headend with_wishes(const ChooseOptions& options, const std::string& file, Heade
     return headend;
 }
 
+/// `run` does not count them among the musts either, but this command is asked for them.
+void warn_of_withheld_musts(const std::string& file, const Headend& headend) {
+    const std::size_t most_named = 3;
+    std::vector<std::string> names;
+    std::size_t withheld = 0;
+    for (const Service& service : headend.services)
+        if (service.must && !service.ask && ++withheld <= most_named)
+            names.push_back(fmt::format("LCN {} \"{}\"", service.lcn, shortened(service.name)));
+    if (withheld == 0)
+        return;
+    if (withheld > most_named)
+        names.push_back(fmt::format("{} more", withheld - most_named));
+    write_message(fmt::format("{}: {} with \"must\": true and \"ask\": false, which no choice asks for: {}",
+                              file, counted(withheld, "service"), fmt::join(names, ", ")));
+}
+
 Result read_kept(const std::string& path) {
     return read_result(input_name(path), read_text(path));
 }
@@ -85,6 +103,7 @@ void choose_command(const ChooseOptions& options) {
     const Reserve reserve = reserve_of(options.reserve);
     const std::string file = input_name(options.headend.path);
     Headend written = read_input(options.headend);
+    warn_of_withheld_musts(file, written);
     ask_for_wishes(options.wishes, options.headend.path, written);
     std::optional<Result> kept;
     if (!options.keep.empty())
