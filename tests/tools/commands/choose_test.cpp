@@ -167,6 +167,30 @@ TEST_F(ChooseCommand, TellsWhatMovesAgainstAResult) {
         << outcome.out;
 }
 
+TEST_F(ChooseCommand, TellsOfAResultOfAnotherHeadend) {
+    // Streams 2/10 to 2/30 in the place of 1/10 to 1/30, with other names; but for the first so many.
+    const auto told = [this](std::size_t common, std::size_t outputs) {
+        json headend = json::parse(one_input);
+        headend["modules"][0]["outputs"] = json(outputs, 50000);
+        headend["modules"][0]["inputs"] = 3;
+        for (std::size_t service = common; service < 4; ++service) {
+            headend["services"][service]["onid"] = 2;
+            headend["services"][service]["lcn"] = 100 + service;
+            headend["services"][service]["sid"] = 100 + service;
+            headend["services"][service]["name"] = "other " + std::to_string(service);
+        }
+        const std::string kept = write("kept.json", run("run --json -", headend.dump()).out);
+        const Outcome outcome = run("choose - --keep " + kept + repeatable, one_input);
+        EXPECT_EQ(outcome.code, 0);
+        return outcome.err;
+    };
+    EXPECT_EQ(told(0, 1),
+              file("kept.json") +
+                  ": 4 services placed, and none of them is in standard input: nothing is kept\n");
+    EXPECT_EQ(told(1, 1), "") << "one is there";
+    EXPECT_EQ(told(0, 0), "") << "there is nothing to keep";
+}
+
 TEST_F(ChooseCommand, WritesAPage) {
     const std::string page = file("page.html");
     EXPECT_EQ(run("choose - --html " + page + repeatable, one_input).code, 0);

@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -83,6 +84,16 @@ Result read_kept(const std::string& path) {
     return read_result(input_name(path), read_text(path));
 }
 
+/// A slip of the pen: the search would keep nothing, and say so only by its figures.
+void warn_of_another_headend(const ChooseOptions& options, const std::string& file, const Result& kept,
+                             const StaysPut& stays) {
+    const bool has_none = std::all_of(stays.module.begin(), stays.module.end(),
+                                      [](const std::string& mac) { return mac.empty(); });
+    if (kept.counts.placed != 0 && has_none)
+        write_message(fmt::format("{}: {} placed, and none of them is in {}: nothing is kept",
+                                  input_name(options.keep), counted(kept.counts.placed, "service"), file));
+}
+
 Choice search(const Headend& headend, const std::string& file, const ChoosingLimits& limits,
               const StaysPut& stays) {
     // What the search complains of it calls by the name, and the planner knows the file.
@@ -115,10 +126,15 @@ void choose_command(const ChooseOptions& options) {
     Headend headend = with_wishes(options, file, written);
     settle_variants(headend, file);
 
+    StaysPut stays;
+    if (kept) {
+        stays = stays_put(headend, *kept);
+        warn_of_another_headend(options, file, *kept, stays);
+    }
+
     // Up to the end: what has been found is told, and only then the interruption.
     const interruption::Deferred deferred;
-    const Choice choice =
-        search(headend, file, limits_of(options), kept ? stays_put(headend, *kept) : StaysPut());
+    const Choice choice = search(headend, file, limits_of(options), stays);
     ChoiceReport report = report_of(headend, choice, kept ? &*kept : nullptr, file, reserve);
     report.is_interrupted = interruption::is_pending();
 
