@@ -58,6 +58,20 @@ TEST_F(ChooseCommand, AsksForAllWhereNothingIsBetter) {
     EXPECT_FALSE(report.contains("moves"));
 }
 
+TEST_F(ChooseCommand, WhereNothingIsAskedForNothingIsChosen) {
+    json headend = json::parse(one_input);
+    headend["services"].erase(1);
+    headend["services"].erase(1);
+    headend["services"][0]["ask"] = false;
+    const std::string begin = "Casa\n\nNothing better than asking for all 1 service was found: 1 placed\n";
+    EXPECT_EQ(run("choose -" + std::string(repeatable), headend.dump()).out.rfind(begin, 0), 0u);
+    const std::string nothing = "Casa\n\nNothing is asked for, and so there is nothing to choose\n";
+    headend["services"][1]["ask"] = false;
+    EXPECT_EQ(run("choose -" + std::string(repeatable), headend.dump()).out.rfind(nothing, 0), 0u);
+    headend.erase("services");
+    EXPECT_EQ(run("choose -" + std::string(repeatable), headend.dump()).out.rfind(nothing, 0), 0u);
+}
+
 TEST_F(ChooseCommand, TheGreaterValueComesBeforeTheNumber) {
     const json report = chosen("--value 1=3");
     EXPECT_EQ(report.at("chosen").at("value"), 3);

@@ -169,6 +169,8 @@ private:
 
 std::string verdict_of(const ChoiceReport& report) {
     const std::string until = report.is_interrupted ? ", when it was interrupted" : "";
+    if (report.withheld.empty() && report.all.counts.loaded == 0)
+        return "Nothing is asked for, and so there is nothing to choose";
     const std::string gain =
         fmt::format("{} placed in the place of {}, {} gained, {} lost", report.chosen.counts.placed,
                     report.all.counts.placed, report.gained.size(), report.lost.size());
