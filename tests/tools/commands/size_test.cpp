@@ -38,6 +38,24 @@ TEST_F(CommandLine, SizeTellsHowManyModulesAreNeeded) {
     EXPECT_EQ(json::parse(run("size - --json --add " + whole, two_streams).out).at("add").at("number"), 1);
 }
 
+TEST_F(CommandLine, SizeTellsWhichKindHasNoPriceBesideOthers) {
+    const std::string limits = R"("inputs": 1, "outputs": [50000], "pids_max": 0)";
+    const std::string dear = write("dear.json", "{" + limits + R"(, "price": 10})");
+    const std::string bare = write("bare.json", "{" + limits + "}");
+    const std::string whole = write("whole.json", R"({"modules": [{"mac": "M", )" + limits + "}]}");
+    const std::string whole_dear =
+        write("whole_dear.json", R"({"modules": [{"mac": "M", "price": 1, )" + limits + "}]}");
+    const auto told = [this](const std::string& kinds) { return run("size -" + kinds, two_streams).err; };
+    const std::string problem =
+        ": the kind has no price, and one of it counts as 1 beside kinds that have one\n";
+    EXPECT_EQ(told(" --add " + dear + " --add " + bare), bare + problem);
+    EXPECT_EQ(told(" --add " + whole + " --add " + whole_dear + " --add " + bare),
+              whole + problem + bare + problem);
+    EXPECT_EQ(told(" --add " + dear + " --add " + whole_dear), "");
+    EXPECT_EQ(told(" --add " + bare + " --add " + whole), "") << "all count the same";
+    EXPECT_EQ(told(" --add " + bare), "");
+}
+
 TEST_F(CommandLine, SizeSteersWhatIsAskedFor) {
     const std::string kind = write("kind.json", R"({"inputs": 1, "outputs": [50000], "pids_max": 0})");
     // The engine takes the larger stream, and the other one is the must.

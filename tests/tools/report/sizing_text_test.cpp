@@ -243,6 +243,21 @@ TEST(SizingText, AMix) {
     sizing.mix->outcome = Attempt();
     sizing.mix->kinds[0].number = sizing.mix->kinds[1].number = 0;
     EXPECT_EQ(mix_in(sizing), kinds + "  None is needed.");
+    sizing.mix->outcome->withheld = 3;
+    sizing.mix->at_least = 0;
+    sizing.mix->tried = 1;
+    EXPECT_EQ(mix_in(sizing), kinds +
+                                  "  None is needed, with 3 services withheld.\n"
+                                  "  Each was tried by its price, 1 in all, with the kinds in this order.");
+    sizing.mix->outcome->withheld = 0;
+    sizing.mix->kinds[0].number = 3;
+    sizing.mix->price = 3;
+    sizing.mix->at_least = 1;
+    EXPECT_EQ(mix_in(sizing),
+              kinds + "  The cheapest found is of one kind alone: 3 of kind 1, for 3 in all; the engine then "
+                      "places all that is wanted.\n"
+                      "  For less than 1 no mix could; from there on each was tried by its price, 1 in all, "
+                      "with the kinds in this order.");
 }
 
 TEST(SizingText, Interrupted) {

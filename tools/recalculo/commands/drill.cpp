@@ -48,7 +48,7 @@ void drill_command(const DrillCommandOptions& options) {
     settle_variants(headend, input_name(options.headend.path));
     std::optional<Module> spare;
     if (!options.spare.empty())
-        spare = read_kind(options.spare);
+        spare = read_kind(options.spare).module;
     expect_writable(options.output);
     // What has been found is told before the program ends.
     const interruption::Deferred deferred;

@@ -41,9 +41,11 @@ void complain_of_channel_list(const std::string& name, const std::string& text) 
                         name, to_string(*format)));
 }
 
-Module read_kind(const std::string& path) {
-    Module kind = read_json_file(path, read_module);
-    load_engine(with_modules({}, kind, 1), input_name(path));
+KindInput read_kind(const std::string& path) {
+    const KindInput kind = read_json_file(path, [](const std::string& name, const std::string& text) {
+        return KindInput{read_module(name, text), tells_price(name, text)};
+    });
+    load_engine(with_modules({}, kind.module, 1), input_name(path));
     return kind;
 }
 

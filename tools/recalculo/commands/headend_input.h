@@ -23,9 +23,16 @@ struct HeadendInput {
 /// Reads the head-end with its changes, and warns of what is odd in it. Throws `Failure`.
 Headend read_input(const HeadendInput& input);
 
+/// A kind of module that may be added.
+struct KindInput {
+    Module module;
+    /// The file has it.
+    bool has_price = false;
+};
+
 /// Reads a kind of module that may be added. Throws `Failure`, also for what the engine refuses of it, so
 /// that that is told under the name of its own file.
-Module read_kind(const std::string& path);
+KindInput read_kind(const std::string& path);
 
 /// Warns on standard error of MACs that look like a slip of the pen.
 void warn_of_odd_macs(const std::string& name, const Headend& headend);

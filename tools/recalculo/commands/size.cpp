@@ -2,7 +2,10 @@
 
 #include "commands/commands.h"
 
+#include <string>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "base/interruption.h"
 #include "base/streams.h"
@@ -14,6 +17,7 @@
 #include "placement/sizing/sizing.h"
 #include "report/progress_line.h"
 #include "report/sizing_text.h"
+#include "report/terminal.h"
 
 namespace zarven::tool {
 
@@ -26,8 +30,19 @@ struct SizeInput {
 
 SizeInput read_inputs(const SizeOptions& options) {
     SizeInput input{read_input(options.headend), {}};
-    for (const std::string& path : options.add)
-        input.kinds.push_back(read_kind(path));
+    std::vector<std::string> without_price;
+    for (const std::string& path : options.add) {
+        const KindInput kind = read_kind(path);
+        input.kinds.push_back(kind.module);
+        if (!kind.has_price)
+            without_price.push_back(input_name(path));
+    }
+    // Without any each module counts as one, and the mix of the fewest is looked for.
+    if (without_price.size() != options.add.size())
+        for (const std::string& file : without_price)
+            write_message(fmt::format(
+                "{}: the kind has no price, and one of it counts as {} beside kinds that have one", file,
+                Module().price));
     return input;
 }
 

@@ -1,5 +1,7 @@
 #include "headend/headend_json.h"
 
+#include <algorithm>
+
 #include "headend/headend_fields.h"
 #include "records/json_cursor.h"
 #include "records/read.h"
@@ -36,6 +38,16 @@ Module read_module(const std::string& file, const std::string& text) {
     if (headend.modules.size() != 1)
         JsonCursor(document.file(), document.value()).member("modules").complain("just one module");
     return headend.modules.front();
+}
+
+bool tells_price(const std::string& file, const std::string& text) {
+    const Document document(file, text);
+    if (!document.has("modules"))
+        return document.has("price");
+    const nlohmann::json& modules = document.value().at("modules");
+    return modules.is_array() &&
+           std::any_of(modules.begin(), modules.end(),
+                       [](const nlohmann::json& module) { return module.contains("price"); });
 }
 
 std::string write_headend(const Headend& headend) {

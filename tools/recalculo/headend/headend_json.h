@@ -27,6 +27,9 @@ Headend headend_of(const Document& document);
 /// may do without MAC. Throws `Failure`.
 Module read_module(const std::string& file, const std::string& text);
 
+/// Whether the module that `read_module` reads has a price, and not that of one that tells none.
+bool tells_price(const std::string& file, const std::string& text);
+
 /// Writes a head-end: one line per module, service, clone, PID and home channel. Values that are the default
 /// are left out; the bitrate is always told, because it may be an estimate to be corrected.
 std::string write_headend(const Headend& headend);

@@ -211,10 +211,11 @@ std::string mix_answer(const Mix& mix, const Sizing& sizing) {
         if (const std::size_t number = mix.kinds[kind].number.value_or(0); number != 0)
             parts.push_back(fmt::format("{} of kind {}", number, kind + 1));
     if (parts.empty())
-        return "None is needed.";
-    return fmt::format(
-        "The cheapest mix found: {}, for {} in all; the engine then places all that is wanted{}.",
-        fmt::join(parts, " and "), mix.price, asking(*mix.outcome));
+        return fmt::format("None is needed{}.", asking(*mix.outcome));
+    return fmt::format("{}: {}, for {} in all; the engine then places all that is wanted{}.",
+                       parts.size() == 1 ? "The cheapest found is of one kind alone"
+                                         : "The cheapest mix found",
+                       fmt::join(parts, " and "), mix.price, asking(*mix.outcome));
 }
 
 /// The kinds are told apart by their place on the command line.
@@ -231,9 +232,11 @@ std::string mix_text(const Sizing& sizing, const TextStyle& style) {
     text += paragraph_text(mix_answer(mix, sizing), body_indent, Paint::none, style);
     if (mix.at_least)
         text += paragraph_text(
-            fmt::format("For less than {} no mix could; from there on each was tried by its price, {} "
-                        "in all, with the kinds in this order.",
-                        *mix.at_least, mix.tried),
+            fmt::format("{} was tried by its price, {} in all, with the kinds in this order.",
+                        *mix.at_least == 0
+                            ? "Each"
+                            : fmt::format("For less than {} no mix could; from there on each", *mix.at_least),
+                        mix.tried),
             body_indent, Paint::none, style);
     return text;
 }
