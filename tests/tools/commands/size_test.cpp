@@ -72,6 +72,22 @@ TEST_F(CommandLine, SizeSteersWhatIsAskedFor) {
     EXPECT_EQ(chosen.at("add").at("number"), 0);
     EXPECT_EQ(chosen.at("add").at("tried").at(0).at("withheld"), 1);
     EXPECT_EQ(chosen.at("add").at("tried").at(0).at("missing"), 0);
+    EXPECT_EQ(asked_for_all.at("add").at("withheld").size(), 0u);
+    EXPECT_EQ(asked_for_all.at("mix"), nullptr);
+    const json mixed =
+        json::parse(run("size - --json --choose --add " + kind + " --add " + kind, headend).out);
+    EXPECT_EQ(mixed.at("mix").at("withheld"), mixed.at("add").at("withheld"));
+    // Without them the engine places what the answer says.
+    const json& withheld = chosen.at("add").at("withheld");
+    ASSERT_EQ(withheld.size(), 1u);
+    json without = json::parse(headend);
+    for (json& service : without["services"])
+        service["ask"] = service.at("lcn") != withheld.at(0).at("lcn");
+    EXPECT_EQ(json::parse(run("run --json -", without.dump()).out).at("summary").at("musts_placed"), 1);
+    const std::string text = run("size - --choose --add " + kind + " --add " + kind, headend).out;
+    EXPECT_NE(text.find("\n\nWithheld: 1 service\n     "), std::string::npos) << text;
+    EXPECT_NE(text.find("\n\nWithheld with the mix: 1 service\n     "), std::string::npos) << text;
+    EXPECT_EQ(run("size - --add " + kind, headend).out.find("Withheld"), std::string::npos);
 }
 
 TEST_F(OnATerminal, SizeTellsItsRuns) {

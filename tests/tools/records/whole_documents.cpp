@@ -154,10 +154,11 @@ json whole_sizing() {
     sizing.addition.number = 5;
     sizing.addition.attempts = {{2, 14, 6, 3, 1, 1, 1, true}};
     sizing.addition.one_more = sizing.addition.attempts[0];
-    sizing.addition.impossible = sizing.addition.remaining = {a_service()};
+    sizing.addition.impossible = sizing.addition.remaining = sizing.addition.withheld = {a_service()};
     sizing.raises = every_raise();
     sizing.mix =
         Mix{{{sizing.addition.kind, 2}, {sizing.addition.kind, {}}}, 20, sizing.addition.attempts[0], 10, 3};
+    sizing.mix->withheld = {a_service()};
     return json::parse(sizing_json(sizing));
 }
 

@@ -348,7 +348,7 @@ TEST(SizingJson, TheSameFacts) {
         R"("inputs":2,"outputs":[38000,20000],"pids_max":15,"sd_transcoders":1,"hd_transcoders":2,)"
         R"("aux_transcoders":3},"number":5,"musts":0,"at_least":2,"tried":[{"number":2,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0,"withheld":0},)"
         R"({"number":3,"placed":14,"left_out":6,"missing":5,"warnings":0,"broken":0,"withheld":0},{"number":4,"placed":14,"left_out":6,"missing":5,"warnings":3,"broken":2,"withheld":0},)"
-        R"({"number":5,"placed":19,"left_out":1,"missing":0,"warnings":0,"broken":0,"withheld":0}],"one_more":null,"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
+        R"({"number":5,"placed":19,"left_out":1,"missing":0,"warnings":0,"broken":0,"withheld":0}],"one_more":null,"withheld":[],"impossible":[{"lcn":7,"name":"S7","onid":1,"tsid":1001,)"
         R"("sid":107,"reason":"it is too large"}],"remaining":[{"lcn":9,"name":"S9","onid":1,"tsid":1001,)"
         R"("sid":109}]},"mix":null,"raise":[{"limit":"pids_max","mac":"A","from":15,"to":24,"enough":22,"placed":13,"warnings":0,"broken":0,)"
         R"("set":"modules[0].pids_max=24"},{"limit":"output_bitrate","mac":"B","output":2,"from":38000,)"

@@ -273,6 +273,12 @@ std::string raises_text(const Sizing& sizing, const TextStyle& style) {
                           body_indent, Paint::none, style);
 }
 
+/// With `"ask": false` for these the engine places what the answer says.
+std::string withheld_text(const char* title, const std::vector<ServiceResult>& withheld,
+                          const TextStyle& style) {
+    return withheld.empty() ? "" : "\n" + services_list(title, withheld, style);
+}
+
 std::string remaining_text(const Addition& addition, const TextStyle& style) {
     if (addition.remaining.empty())
         return "";
@@ -299,11 +305,14 @@ std::string sizing_text(const Sizing& sizing, const TextStyle& style) {
     if (sizing.is_partial)
         text += interrupted_text(style) + "\n";
     text += addition_text(sizing, style);
+    text += withheld_text("Withheld", sizing.addition.withheld, style);
     text += remaining_text(sizing.addition, style);
     if (!sizing.addition.impossible.empty())
         text +=
             "\n" + services_with_reasons("Placed by no number of modules", sizing.addition.impossible, style);
     text += mix_text(sizing, style);
+    if (sizing.mix)
+        text += withheld_text("Withheld with the mix", sizing.mix->withheld, style);
     text += raises_text(sizing, style);
     return text + closing_notes_text(sizing.findings, style, " on the head-end as it is");
 }

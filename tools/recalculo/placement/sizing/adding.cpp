@@ -54,6 +54,7 @@ bool Adding::take(std::size_t number, const SizingTrial& trial) {
     addition_.attempts.push_back(attempt);
     if (suffices(attempt)) {
         addition_.number = number;
+        addition_.withheld = trial.withheld;
         addition_.remaining.clear();
         return true;
     }

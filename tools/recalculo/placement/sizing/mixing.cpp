@@ -75,6 +75,7 @@ Mix Mixing::mix(Runner& runner, const Result& now) && {
         if (!mix_.at_least)
             mix_.at_least = wave.front().price;
         std::vector<std::optional<Attempt>> attempts(wave.size());
+        std::vector<std::vector<ServiceResult>> withheld(wave.size());
         runner.plan(wave.size());
         runner.in_parallel(wave.size(), [&](std::size_t at) {
             if (runner.is_stopped())
@@ -82,13 +83,16 @@ Mix Mixing::mix(Runner& runner, const Result& now) && {
             Headend changed = headend_;
             for (std::size_t kind = 0; kind < mix_.kinds.size(); ++kind)
                 changed = with_modules(changed, mix_.kinds[kind].module, wave[at].numbers[kind]);
-            if (const auto trial = runner.trial(changed))
+            if (auto trial = runner.trial(changed)) {
                 attempts[at] = wanted_.attempt_of(wave[at].modules, *trial);
+                withheld[at] = std::move(trial->withheld);
+            }
         });
         for (std::size_t at = 0; at < wave.size() && attempts[at]; ++at) {
             ++mix_.tried;
             if (suffices(*attempts[at])) {
                 take(wave[at], *attempts[at]);
+                mix_.withheld = std::move(withheld[at]);
                 return std::move(mix_);
             }
         }

@@ -69,6 +69,8 @@ struct Addition {
     std::vector<Attempt> attempts;
     /// Where modules are needed, the run with one more of them than that.
     std::optional<Attempt> one_more;
+    /// What the answer does not ask for.
+    std::vector<ServiceResult> withheld = {};
     /// Each with its reason.
     std::vector<ServiceResult> impossible;
     /// If there are any, no number suffices, however large.
@@ -94,6 +96,8 @@ struct Mix {
     std::optional<std::uint64_t> at_least;
     /// All that are not ruled out, by price.
     std::size_t tried = 0;
+    /// What the mix found does not ask for.
+    std::vector<ServiceResult> withheld = {};
 };
 
 struct Sizing {

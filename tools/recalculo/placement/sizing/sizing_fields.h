@@ -78,6 +78,8 @@ template <> struct Fields<Addition> {
         visit.required(
             "one_more", addition.one_more,
             "The run with one module more than `number`; null if none was needed or none suffices");
+        visit.required("withheld", told_as<ServiceIdentity>(addition.withheld),
+                       "With `--choose`: what the run with `number` does not ask for");
         visit.required("impossible", told_as<ServiceWithReason>(addition.impossible),
                        "Placed by no number of modules");
         visit.required(
@@ -106,6 +108,8 @@ template <> struct Fields<Mix> {
         visit.required("kinds", mix.kinds, "The kinds, as they were given, and as the engine fills them");
         visit.required("price", count(mix.price), "What the mix costs; 0 if none suffices");
         visit.required("outcome", mix.outcome, "Its run; null if none suffices");
+        visit.required("withheld", told_as<ServiceIdentity>(mix.withheld),
+                       "With `--choose`: what that run does not ask for");
         visit.required("at_least", count(mix.at_least),
                        "No cheaper mix could; null if none could, or none was looked for");
         visit.required("tried", count(mix.tried), "Mixes that were run, from the cheapest on");
