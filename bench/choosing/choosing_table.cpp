@@ -42,12 +42,16 @@ std::string whole(const fs::path& path) {
     return text.str();
 }
 
-void make(const fs::path& folder, const std::string& name, const Parametros& parameters) {
-    const Headend headend = generated_headend(name, parameters);
+void make(const fs::path& folder, const Headend& headend) {
+    const std::string& name = headend.name;
     std::ofstream(folder / (name + ".json")) << write_headend(headend);
     // The solver would not come to an end on larger ones.
     if (headend.services.size() < 300)
         std::ofstream(folder / (name + ".lp")) << placement_program(headend);
+}
+
+void make(const fs::path& folder, const std::string& name, const Parametros& parameters) {
+    make(folder, generated_headend(name, parameters));
 }
 
 Parametros small(std::uint32_t seed, bool transcoding) {
@@ -81,6 +85,11 @@ void make_all(const fs::path& folder) {
         make(folder, fmt::format("medium-{}", seed), of_size(seed, 16, 6));
     for (std::uint32_t seed = 1; seed <= 4; ++seed)
         make(folder, fmt::format("large-{}", seed), of_size(seed, 145, 32));
+    for (const AlikeModules& modules : {AlikeModules{18, 8, 4, 40}, AlikeModules{18, 4, 4, 40},
+                                        AlikeModules{36, 4, 2, 30}, AlikeModules{48, 2, 2, 15}})
+        for (std::uint32_t seed = 1; seed <= 2; ++seed)
+            make(folder, line_up(fmt::format("line-up-{}in-{}out-{}", modules.inputs, modules.outputs, seed),
+                                 seed, modules));
 }
 
 /// What the solver has found, and whether it is proven; empty without a solver's file.

@@ -1,5 +1,9 @@
 #include "generated_headend.h"
 
+#include <utility>
+
+#include <fmt/format.h>
+
 namespace zarven::tool {
 
 namespace {
@@ -35,7 +39,77 @@ Service service_of(const tRec_Servicio& loaded) {
     return service;
 }
 
+/// Of the services of a stream, as they are added.
+class LineUp {
+public:
+    LineUp(Headend& headend, std::uint32_t seed) : headend_(headend), dice_(seed) {}
+
+    void add_streams(std::size_t services) {
+        while (headend_.services.size() < services)
+            add_stream();
+        headend_.services.resize(services);
+    }
+
+private:
+    void add_stream() {
+        ++stream_;
+        is_scrambled_ = dice_.porcentaje(45);
+        const unsigned kind = dice_.entre(1, 10);
+        if (kind == 1) {
+            add_radios(dice_.entre(8, 40));
+            add(dice_.entre(0, 4), {2000, 5000});
+        } else if (kind <= 6) {
+            add(dice_.entre(4, 12), {1800, 4500});
+            add_radios(dice_.porcentaje(40) ? dice_.entre(2, 4) : 0);
+        } else {
+            add(dice_.entre(1, 7), {4000, 9000});
+        }
+    }
+
+    void add_radios(unsigned number) {
+        const bool before = std::exchange(is_scrambled_, false);
+        add(number, {213, 213});
+        is_scrambled_ = before;
+    }
+
+    void add(unsigned number, generador::Rango bitrates) {
+        for (; number != 0; --number) {
+            const auto lcn = static_cast<std::uint16_t>(headend_.services.size() + 1);
+            Service service;
+            service.lcn = service.sid = lcn;
+            service.name = "Service " + std::to_string(lcn);
+            service.onid = 1;
+            service.tsid = stream_;
+            service.bitrate = dice_.entre(bitrates);
+            if (is_scrambled_ && dice_.porcentaje(80))
+                service.ca_pids = service.ca_pids_max = static_cast<std::uint16_t>(dice_.entre(2, 3));
+            headend_.services.push_back(std::move(service));
+        }
+    }
+
+    Headend& headend_;
+    generador::Dado dice_;
+    std::uint16_t stream_ = 0;
+    bool is_scrambled_ = false;
+};
+
 } // namespace
+
+Headend line_up(const std::string& name, std::uint32_t seed, const AlikeModules& modules) {
+    Headend headend;
+    headend.name = name;
+    for (unsigned number = 0; number < modules.number; ++number) {
+        Module module;
+        module.mac = fmt::format("02:00:00:00:00:{:02X}", number);
+        module.controller = number == 0;
+        module.inputs = modules.inputs;
+        module.outputs.assign(modules.outputs, 38000);
+        module.pids_max = modules.pids;
+        headend.modules.push_back(std::move(module));
+    }
+    LineUp(headend, seed).add_streams(1234);
+    return headend;
+}
 
 Headend generated_headend(const std::string& name, const generador::Parametros& parameters) {
     tRecalculo engine;
