@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "a3592f236370ba1fe11df31d39834ff8d4e56070caeb37ccdea2dcda6e3d3059"
+SRC_URI[sha256sum] = "8c0d1c179cfa77c3888b7e2488aac2f1811bc9ca514fa59c29f0697e42780a05"
 
 inherit cmake pkgconfig ptest
 
