@@ -26,7 +26,7 @@ protected:
         return headend;
     }
 
-    const StaysPut none;
+    const StaysPut none{};
     const EngineTrial trial{groups(), none};
     const Flags nothing = Flags(8, false);
 };

@@ -46,7 +46,7 @@ protected:
     }
 
     const host::Log silence{""};
-    const StaysPut none;
+    const StaysPut none{};
     const EngineTrial trial{groups(), none};
     const EngineRun loaded = trial.load(trial.askable());
     const RehearsedHeadend model{loaded};
