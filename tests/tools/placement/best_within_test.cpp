@@ -65,6 +65,17 @@ TEST(BestWithin, WhatTwoThingsTake) {
     EXPECT_TRUE(best.chosen(7).empty());
 }
 
+TEST(BestWithin, IsExactUpToAsManyUnitsAsItHas) {
+    const auto worth_of_one = [](std::size_t things) {
+        BestWithin best;
+        best.assign(Things(things, {1, 1}));
+        return best.worth(1);
+    };
+    EXPECT_EQ(worth_of_one(BestWithin::most_units - 1), 1);
+    EXPECT_EQ(worth_of_one(BestWithin::most_units), 1);
+    EXPECT_EQ(worth_of_one(BestWithin::most_units + 1), BestWithin::most_units + 1) << "half a unit each";
+}
+
 TEST(BestWithin, OfSmallSizesIsExact) {
     std::mt19937 numbers(1);
     BestWithin best;

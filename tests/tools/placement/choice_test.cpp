@@ -361,6 +361,11 @@ TEST(StaysPutOf, ServicesStandWhereTheResultHasThem) {
     EXPECT_EQ(stays.output, (std::vector<std::uint32_t>{0, 1, 2, 0}));
     EXPECT_EQ(stays.input, (std::vector<std::uint16_t>{0, 1, 1, 0}));
     EXPECT_EQ(stays.asked, (std::vector<bool>{true, true, true, false}));
+    // A clone of one that is asked for, and a service that is not.
+    headend.services[3] = headend.services[1];
+    headend.services[3].sid = 998;
+    headend.services[3].name = "another";
+    EXPECT_EQ(stays_put(headend, kept).asked, (std::vector<bool>{true, true, true, true}));
 }
 
 TEST(Reach, TheServicesOfAKeyAreOneThatTakesTheLeast) {

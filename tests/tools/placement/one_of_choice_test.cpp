@@ -57,6 +57,30 @@ TEST_F(OneOfChoice, EverythingIsWhatTheVariantsAreSettledOn) {
     EXPECT_EQ(chosen(1).asked, (Flags{true, false, true}));
 }
 
+/// The one that is a must fits nowhere.
+TEST_F(OneOfChoice, AMustForWhichALesserVariantStandsInIsMissed) {
+    headend.services = {variant(1, 10, "X", 11000), variant(2, 10, "X", 3000)};
+    headend.services[0].must = true;
+    settle_variants(headend, "f");
+    const ChoiceReport report = report_of(headend, chosen(1), nullptr, "f");
+    EXPECT_EQ(report.chosen.counts.placed, 1u);
+    ASSERT_EQ(report.missed.size(), 1u);
+    EXPECT_EQ(report.missed[0].service.lcn, 1);
+    EXPECT_TRUE(report.missed[0].is_withheld);
+    EXPECT_TRUE(report.missed[0].is_impossible);
+    EXPECT_EQ(report.missed[0].service.reason.find("No module could ever take it"), 0u)
+        << report.missed[0].service.reason;
+}
+
+/// As where a command line says what counts, and the file does not.
+TEST_F(OneOfChoice, WhatIsChosenStandsForItsGroupWhateverItIsWorth) {
+    headend.services = {variant(1, 10, "X", 3000), variant(2, 10, "X", 3000)};
+    headend.services[0].value = headend.services[1].value = 0;
+    Choice choice;
+    choice.asked = {true, false};
+    EXPECT_EQ(services_asked_for(with_choice(headend, choice).services), choice.asked);
+}
+
 TEST_F(OneOfChoice, AnotherVariantIsTold) {
     headend.services = {variant(1, 10, "X", 9000), variant(2, 10, "X", 3000), service(3, 10, 3000),
                         service(4, 10, 3000)};

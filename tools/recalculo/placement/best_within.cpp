@@ -14,7 +14,7 @@ void BestWithin::assign(std::vector<Thing> things) {
     size_of_all_ = 0;
     for (const Thing& thing : things_)
         size_of_all_ += thing.size;
-    unit_ = size_of_all_ / most_units + 1;
+    unit_ = std::max<std::uint64_t>((size_of_all_ + most_units - 1) / most_units, 1);
     cells_ = units(size_of_all_) + 1;
     worths_.assign(cells_, 0);
     is_chosen_.assign(things_.size() * cells_, false);

@@ -17,10 +17,6 @@ namespace zarven::tool {
 
 namespace {
 
-bool may_be_asked_for(const Service& service) {
-    return service.ask && (service.must || service.value != 0);
-}
-
 /// Equal ones stand in the order of the head-end.
 bool is_better_variant(const Service& one, const Service& other) {
     const auto merit = [](const Service& service) {
@@ -156,6 +152,10 @@ std::vector<OneOf> one_of_groups(const std::vector<Service>& services) {
         return is_better(first, second) || (!is_better(second, first) && first < second);
     });
     return groups;
+}
+
+bool may_be_asked_for(const Service& service) {
+    return service.ask && (service.must || service.value != 0);
 }
 
 std::vector<bool> services_asked_for(const std::vector<Service>& services) {

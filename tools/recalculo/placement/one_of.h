@@ -25,6 +25,9 @@ struct OneOf {
 /// In the order of their best variants.
 std::vector<OneOf> one_of_groups(const std::vector<Service>& services);
 
+/// No choice asks for the others: those with `ask` false, and those of value 0 that are no must.
+bool may_be_asked_for(const Service& service);
+
 /// It is in a group, and others of it may be asked for in its place.
 bool is_variant(const Service& service);
 

@@ -6,11 +6,13 @@
 #include <map>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <tuple>
 #include <utility>
 
 #include <fmt/format.h>
 
+#include "headend/number_in_stream.h"
 #include "placement/audit/audit.h"
 #include "placement/one_of.h"
 #include "placement/reasons/reason.h"
@@ -39,8 +41,13 @@ public:
         try {
             return ChosenRun(headend, file);
         } catch (const EngineStopped&) {
-            return ChosenRun(headend, load_engine(headend, file));
+            return not_run(headend, file);
         }
+    }
+
+    /// Loaded and not run: it places nothing.
+    static ChosenRun not_run(const Headend& headend, const std::string& file) {
+        return ChosenRun(headend, load_engine(headend, file));
     }
 
     bool is_stopped() const { return is_stopped_; }
@@ -70,6 +77,12 @@ public:
                 side.value += headend_.services[service].value;
             }
         return side;
+    }
+
+    /// Of a service that is loaded.
+    ServiceResult described(std::size_t service) const {
+        const auto is_this = [this, service](const auto& clone) { return clone.get() == record(service); };
+        return describe(*record(service), std::any_of(run_.clones.begin(), run_.clones.end(), is_this));
     }
 
     /// Of a service that is not placed.
@@ -146,7 +159,7 @@ private:
     void note_groups() {
         all_variant_.resize(headend_.services.size());
         std::iota(all_variant_.begin(), all_variant_.end(), std::size_t{0});
-        chosen_variant_ = all_variant_;
+        chosen_variant_ = best_variant_ = all_variant_;
         for (const OneOf& group : one_of_groups(headend_.services)) {
             const auto asked_in = [&group](const ChosenRun& run) {
                 const auto found =
@@ -156,6 +169,7 @@ private:
             };
             const std::size_t chosen = asked_in(chosen_);
             for (const std::size_t variant : group.variants) {
+                best_variant_[variant] = group.variants.front();
                 all_variant_[variant] = group.variants[asked_in(all_)];
                 if (chosen != group.variants.size())
                     chosen_variant_[variant] = group.variants[chosen];
@@ -177,12 +191,7 @@ private:
     }
 
     ServiceResult described(std::size_t service) const {
-        const auto& clones = all_.run().clones;
-        const tRec_Servicio* record = all_.record(service);
-        if (record == nullptr)
-            record = chosen_.record(service);
-        return describe(*record, std::any_of(clones.begin(), clones.end(),
-                                             [record](const auto& clone) { return clone.get() == record; }));
+        return (all_.record(service) != nullptr ? all_ : chosen_).described(service);
     }
 
     ValuedService valued(std::size_t service) const {
@@ -191,15 +200,15 @@ private:
 
     void sort_in(std::size_t service) {
         report_.has_values = report_.has_values || headend_.services[service].value != 1;
+        // Of a group the best variant, which is a must if any is.
+        if (headend_.services[service].must && best_variant_[service] == service &&
+            !(is_in_choice(chosen_variant_[service]) && headend_.services[chosen_variant_[service]].must))
+            missed_.push_back(service);
         // A group is told of by what is asked for of it.
         if (all_.record(service) == nullptr && chosen_.record(service) == nullptr)
             return;
         const bool was = all_.is_placed(all_variant_[service]);
         const bool is = is_in_choice(chosen_variant_[service]);
-        // Of a group the best variant, which is a must if any is.
-        if (headend_.services[service].must && all_variant_[service] == service &&
-            !(is && headend_.services[chosen_variant_[service]].must))
-            missed_.push_back(service);
         if (gives_way(service))
             return;
         if (is_withheld(service))
@@ -214,23 +223,31 @@ private:
     /// All of them together have the time of one run.
     void add_missed() {
         const host::TimeOfOneRun time;
-        for (const std::size_t service : missed_) {
-            MissedMust missed{described(service), is_withheld(service), all_.is_impossible(service)};
-            missed.service.reason = !missed.is_withheld ? chosen_.reason(service)
-                                    : time.is_over()    ? "It is withheld."
-                                                        : reason_withheld(service);
-            report_.missed.push_back(std::move(missed));
-        }
+        for (const std::size_t service : missed_)
+            report_.missed.push_back(is_withheld(service) ? missed_and_withheld(service, time)
+                                                          : missed_and_left_out(service));
+    }
+
+    MissedMust missed_and_left_out(std::size_t service) {
+        MissedMust missed{described(service), false, chosen_.is_impossible(service)};
+        missed.service.reason = chosen_.reason(service);
+        return missed;
     }
 
     /// It is asked for once more: the engine then tells why it is left out, or places it at a price.
-    std::string reason_withheld(std::size_t service) const {
+    MissedMust missed_and_withheld(std::size_t service, const host::TimeOfOneRun& time) const {
         Headend with_it = chosen_headend_;
         with_it.services[service].ask = true;
-        ChosenRun asked = ChosenRun::or_stopped(with_it, file_);
-        if (asked.is_stopped())
-            return "It is withheld: asked for, the engine does not end within its limits.";
-        return asked.is_placed(service) ? price_of(asked) : asked.reason(service);
+        const bool is_over = time.is_over();
+        ChosenRun asked =
+            is_over ? ChosenRun::not_run(with_it, file_) : ChosenRun::or_stopped(with_it, file_);
+        MissedMust missed{asked.described(service), true, asked.is_impossible(service)};
+        missed.service.reason = is_over ? "It is withheld."
+                                : asked.is_stopped()
+                                    ? "It is withheld: asked for, the engine does not end within its limits."
+                                : asked.is_placed(service) ? price_of(asked)
+                                                           : asked.reason(service);
+        return missed;
     }
 
     std::string price_of(const ChosenRun& asked) const {
@@ -271,6 +288,7 @@ private:
     ChosenRun all_;
     ChosenRun chosen_;
     std::vector<std::size_t> missed_;
+    std::vector<std::size_t> best_variant_;
     std::vector<std::size_t> all_variant_;
     std::vector<std::size_t> chosen_variant_;
     ChoiceReport report_;
@@ -324,13 +342,24 @@ StaysPut stays_put(const Headend& headend, const Result& kept) {
             stays.input[to] = placed[from].places.front().input;
         }
     }
+    // The later services of a key are clones to the engine, and stand in the result as such.
+    std::set<NumberInStream> keys;
+    for (std::size_t service = 0; service < wanted.size(); ++service)
+        if (stays.asked[service])
+            keys.insert(lcn_in_stream_of(headend.services[service]));
+    for (std::size_t service = 0; service < wanted.size(); ++service)
+        stays.asked[service] = keys.count(lcn_in_stream_of(headend.services[service])) != 0;
     return stays;
 }
 
 Headend with_choice(Headend headend, const Choice& choice) {
     for (std::size_t service = 0; service < headend.services.size(); ++service) {
-        headend.services[service].ask = choice.asked[service];
-        headend.services[service].yields = false;
+        Service& chosen = headend.services[service];
+        chosen.ask = choice.asked[service];
+        chosen.yields = false;
+        // What is worth nothing but by the command line stands for its group all the same.
+        if (chosen.ask && !may_be_asked_for(chosen))
+            chosen.one_of.clear();
     }
     return headend;
 }

@@ -70,7 +70,7 @@ EngineTrial::EngineTrial(const Headend& headend, const StaysPut& stays)
     headend_.streams.clear();
     number_services(headend_);
     for (const Service& service : headend_.services)
-        askable_.push_back(service.ask && (service.must || service.value != 0));
+        askable_.push_back(may_be_asked_for(service));
 }
 
 std::vector<bool> EngineTrial::everything() const {
