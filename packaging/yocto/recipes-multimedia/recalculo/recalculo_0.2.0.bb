@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "8c0d1c179cfa77c3888b7e2488aac2f1811bc9ca514fa59c29f0697e42780a05"
+SRC_URI[sha256sum] = "208d7c4f34dff519232860144733c06ffef42bf865bb82c030a0ec0c132ac7a6"
 
 inherit cmake pkgconfig ptest
 
