@@ -83,11 +83,13 @@ bool ChoosingSearch::may_go_on(Clock::duration reserve) {
     return !is_stopped_ && elapsed() + reserve < limits_.time;
 }
 
-/// Every service withheld is tried about twice, most of them rehearsed; at most a quarter of the time.
+/// Of it, and of the round before it. Every service withheld is tried about twice, most of them rehearsed,
+/// and some may be given back, which begins it anew. At most a quarter of the time.
 ChoosingSearch::Clock::duration ChoosingSearch::time_of_giving_back() const {
     const auto trials =
         2 * static_cast<std::int64_t>(best_.outcome.worth.withheld) / std::max(1U, limits_.jobs) + 1;
-    return std::min<Clock::duration>(time_of_trial_ * trials / rehearsals_of_a_trial, limits_.time / 4);
+    return std::min<Clock::duration>(longest_round_ + time_of_trial_ * 2 * trials / rehearsals_of_a_trial,
+                                     limits_.time / 4);
 }
 
 void ChoosingSearch::search() {
@@ -99,7 +101,9 @@ void ChoosingSearch::search() {
         if (!may_go_on(time_of_giving_back()) || is_all_reached())
             break;
         const std::uint64_t now = limits_.runs == 0 ? states : std::min(states, limits_.runs - tried);
+        const Clock::time_point before = Clock::now();
         round(now);
+        longest_round_ = std::max(longest_round_, Clock::now() - before);
         tried += now;
     }
 }

@@ -71,6 +71,7 @@ private:
     TriedChoice best_;
     PartFlags best_parts_;
     Clock::duration time_of_trial_{};
+    Clock::duration longest_round_{};
     std::uint64_t states_ = 0;
     std::uint64_t engine_runs_ = 0;
     bool is_stopped_ = false;
