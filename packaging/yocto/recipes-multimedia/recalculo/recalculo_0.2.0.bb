@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "208d7c4f34dff519232860144733c06ffef42bf865bb82c030a0ec0c132ac7a6"
+SRC_URI[sha256sum] = "d328a1e37c3bcbdfb382f389272ee8254b281a9edc6e5018affc94a50a3e81b3"
 
 inherit cmake pkgconfig ptest
 
