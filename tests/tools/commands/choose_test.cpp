@@ -50,6 +50,29 @@ protected:
     }
 };
 
+/// The first variant fits nowhere.
+TEST_F(ChooseCommand, ComparesWithTheVariantsThatRunSettlesOn) {
+    std::string input = one_input;
+    const std::string first = R"("lcn": 2, )";
+    input.replace(input.find(first), first.size(), R"("lcn": 2, "one_of": "X", "bitrate": 90000, )");
+    const std::string second = R"("lcn": 3, )";
+    input.replace(input.find(second), second.size(), R"("lcn": 3, "one_of": "X", )");
+    const std::string inputs = R"("inputs": 1)";
+    input.replace(input.find(inputs), inputs.size(), R"("inputs": 3)");
+    EXPECT_EQ(json::parse(run("run - --json", input).out).at("summary").at("placed"), 3);
+    EXPECT_EQ(chosen("", input).at("all").at("placed"), 3);
+}
+
+/// To the file it is worth nothing.
+TEST_F(ChooseCommand, WhatIsChosenByTheCommandLineIsWhatRunPlaces) {
+    std::string input = one_input;
+    for (const char* lcn : {R"("lcn": 2, )", R"("lcn": 3, )"})
+        input.replace(input.find(lcn), std::string(lcn).size(),
+                      lcn + std::string(R"("one_of": "X", "value": 0, )"));
+    const std::string written = run("choose - -o - --must 3" + std::string(repeatable), input).out;
+    EXPECT_EQ(placed_in(json::parse(run("run - --json", written).out)), (Lcns{3}));
+}
+
 TEST_F(ChooseCommand, AsksForAllWhereNothingIsBetter) {
     const json report = chosen("");
     EXPECT_EQ(report.at("chosen").at("placed"), 2);

@@ -175,16 +175,12 @@ FillWorth Goal::worth_of(const Seating& seating) const {
     for (PartIndex index = 0; index < parts_.size(); ++index) {
         const std::uint32_t output = seating.output_of[index];
         const Part& part = parts_[index];
-        if (output == no_index) {
-            if (part.last_output != 0) {
-                ++worth.moved;
-                worth.height -= height_of_move;
-            }
-            continue;
+        if (output != no_index) {
+            worth.musts += part.musts;
+            worth.value += part.value;
+            worth.height += part.height;
         }
-        worth.musts += part.musts;
-        worth.value += part.value;
-        worth.height += part.height;
+        // What is not placed is on no output at all, and so has moved as well.
         const std::uint32_t input = seating.input_of[index];
         if (part.last_output != 0 && (output < part.first_output || output >= part.last_output ||
                                       input < part.first_input || input >= part.last_input)) {
