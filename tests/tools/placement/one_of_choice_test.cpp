@@ -70,6 +70,9 @@ TEST_F(OneOfChoice, AMustForWhichALesserVariantStandsInIsMissed) {
     EXPECT_TRUE(report.missed[0].is_impossible);
     EXPECT_EQ(report.missed[0].service.reason.find("No module could ever take it"), 0u)
         << report.missed[0].service.reason;
+    headend.services[1].must = true;
+    headend.services[1].bitrate = 12000;
+    EXPECT_EQ(report_of(headend, chosen(1), nullptr, "f").missed.size(), 1u) << "one must, of two variants";
 }
 
 /// As where a command line says what counts, and the file does not.

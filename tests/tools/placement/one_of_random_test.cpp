@@ -140,7 +140,7 @@ TEST_F(OneOfInRandomHeadends, ChoicesAskForOneOfEachAndRunGivesThem) {
         const Headend headend = random_headend(seed);
         ChoosingLimits limits;
         limits.time = std::chrono::hours(1);
-        limits.runs = 300;
+        limits.runs = seed % 2 == 0 ? 300 : 10;
         const Choice choice =
             choose_services(headend, limits, {}, [](const ChoosingProgress&) { return true; });
         const std::vector<OneOf> groups = one_of_groups(headend.services);

@@ -190,12 +190,14 @@ TEST(Choosing, StaysWhereItIsIfThatCostsNothing) {
 }
 
 TEST(Choosing, BeginsWithWhatIsAskedForToday) {
+    const host::Log silence("");
     Headend headend;
     headend.modules.push_back({"A", 3, true, 1, {38000}, 8});
     headend.modules.push_back({"B", 3, false, 1, {38000}, 8});
     headend.services = {service(1, 1), service(2, 1), service(3, 2), service(4, 2), service(5, 2, 90000)};
     const StaysPut stays{{"A", "A", "B", "B", ""}, {1, 1, 1, 1, 0}, {}, {true, true, true, true, false}};
-    const Choice choice = choose(headend, runs(1), stays);
+    // Nothing else is tried.
+    const Choice choice = choose_services(headend, runs(1), stays, [](const auto&) { return false; });
     EXPECT_EQ(choice.asked_for_all.moved, 4U);
     EXPECT_EQ(choice.worth.value, 4U);
     EXPECT_EQ(choice.worth.moved, 0U);
