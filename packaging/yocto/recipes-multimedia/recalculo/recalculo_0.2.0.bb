@@ -12,7 +12,7 @@ RECALCULO_MIRROR ?= "https://recalculo.invalid/releases"
 SRC_URI = "${RECALCULO_MIRROR}/${BP}.tar.xz \
            file://run-ptest \
            "
-SRC_URI[sha256sum] = "d328a1e37c3bcbdfb382f389272ee8254b281a9edc6e5018affc94a50a3e81b3"
+SRC_URI[sha256sum] = "be8771614b9a6444f4ca16b796a9078bd90eed3ecd5cb5a9b8ffb403619e88bb"
 
 inherit cmake pkgconfig ptest
 
